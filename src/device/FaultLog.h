@@ -1,0 +1,40 @@
+// Failures that fixed behaviour passes over still reach a person: a box once, a line in the log each time,
+// and a count that makes the command line end with 1.
+#pragma once
+
+#include <filesystem>
+#include <mutex>
+#include <set>
+#include <vector>
+
+#include "device/Calendar.h"
+#include "device/Prompts.h"
+#include "device/Text.h"
+
+namespace inspector::device {
+
+class FaultLog {
+ public:
+  // Appends to `file` (made with its folder when the first fault comes). A log that cannot be written is
+  // passed over: the box still shows.
+  FaultLog(Prompts& prompts, Clock& clock, std::filesystem::path file);
+
+  // May be called from any thread. `text` says what failed, on which file, and what to do. The same text is
+  // logged each time and shown once; from a worker thread it is shown by the next ShowPending.
+  void Report(const Text& text);
+  // To be called on the thread that owns the prompts, which is the one that made this object.
+  void ShowPending();
+
+  int Count() const;
+
+ private:
+  Prompts& m_Prompts;
+  Clock& m_Clock;
+  std::filesystem::path m_File;
+  mutable std::mutex m_Mutex;
+  std::set<Text> m_Seen;
+  std::vector<Text> m_Pending;
+  int m_Count = 0;
+};
+
+}  // namespace inspector::device

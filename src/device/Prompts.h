@@ -1,0 +1,74 @@
+// Everything the program asks a person or tells one: message boxes, questions, text entry, file choosing,
+// progress. Screens, console and tests each bring their own adapter.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "device/Text.h"
+
+namespace inspector::device {
+
+enum class Icon { None, Information, Exclamation, Hand };
+enum class Buttons { Ok, OkCancel, YesNo };
+enum class Answer { Ok, Cancel, Yes, No };
+
+struct Message {
+  Text text;
+  Text title;
+  Buttons buttons = Buttons::Ok;
+  Icon icon = Icon::None;
+};
+
+struct TextQuestion {
+  Text prompt;
+  Text title;
+  Text initial;
+};
+
+struct SaveQuestion {
+  Text suggestedName;     // a bare file name, with its extension
+  Text folder;            // a device path, "\My Documents\"
+  Text filter;            // "Rich Text Format (*.rtf)|*.rtf|"
+  Text defaultExtension;  // "rtf"
+};
+
+struct DatabasePaths {
+  Text templatePath;
+  Text inspectionPath;
+};
+
+// A modeless window with a title, a status line and a bar. Destroyed when the work ends.
+class ProgressWindow {
+ public:
+  virtual ~ProgressWindow() = default;
+  virtual void SetStatus(const Text& status) = 0;
+  virtual void SetRange(int low, int high) = 0;
+  virtual void SetPosition(int position) = 0;
+  virtual void Step() = 0;
+  // True once the person asked to stop; always false where stopping is not offered.
+  virtual bool Cancelled() = 0;
+};
+
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+  virtual Answer Show(const Message& message) = 0;
+  virtual std::optional<Text> AskText(const TextQuestion& question) = 0;
+  // The path to write, on the host; nothing when the person cancels. Asks before it names an existing file.
+  virtual std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) = 0;
+  virtual std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) = 0;
+  virtual std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) = 0;
+};
+
+// The fixed kinds of box. Alert and Error have one button; the others answer true only to Yes or OK.
+void Alert(Prompts& prompts, const Text& text);
+void ShowError(Prompts& prompts, const Text& text);          // "Error", hand
+bool ConfirmCaution(Prompts& prompts, const Text& text);     // "Caution", Yes/No, exclamation
+bool ConfirmWarning(Prompts& prompts, const Text& text);     // "Warning", Yes/No, exclamation
+bool ConfirmUpdate(Prompts& prompts, const Text& text);      // "Update Required", OK/Cancel, exclamation
+bool ConfirmDataAlert(Prompts& prompts, const Text& text);   // "Data Alert", OK/Cancel, exclamation
+
+}  // namespace inspector::device

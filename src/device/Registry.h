@@ -1,0 +1,41 @@
+// The device's registry: keys with string and binary values, kept in one TOML file.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "device/Files.h"
+#include "device/Text.h"
+
+namespace inspector::device {
+
+// Keys are written with their hive, as in "HKEY_USERS\.Default\Software\Pellory\Inspector". Each key is a
+// table of the file, each value a string in it; a binary value is a string of hexadecimal digits. The file
+// is read at every Read and rewritten whole, beside and renamed, at every Write, so that a person may edit it.
+class Registry {
+ public:
+  Registry(Files& files, std::filesystem::path file);
+
+  // Nothing when the value is missing or the file cannot be understood.
+  std::optional<Text> Read(const Text& key, const Text& value) const;
+  std::optional<std::vector<std::uint8_t>> ReadBinary(const Text& key, const Text& value) const;
+
+  // False when the file cannot be written, or holds something that is no TOML (which is then left alone).
+  bool Write(const Text& key, const Text& value, const Text& content);
+  bool WriteBinary(const Text& key, const Text& value, const std::vector<std::uint8_t>& content);
+
+  // False when the file is there but is no TOML, or its folder cannot be made. `LastError` says why.
+  bool Open();
+  const Text& LastError() const { return m_LastError; }
+  const std::filesystem::path& Path() const { return m_File; }
+
+ private:
+  Files& m_Files;
+  std::filesystem::path m_File;
+  mutable Text m_LastError;
+};
+
+}  // namespace inspector::device

@@ -1,0 +1,38 @@
+// Text as the program holds it: 16-bit code units, converted to bytes only where it leaves the program.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace inspector::device {
+
+using Text = std::u16string;
+using TextView = std::u16string_view;
+
+// UTF-8 <-> 16-bit text. Bytes that are no UTF-8, and surrogates without a partner, become U+FFFD.
+Text FromUtf8(std::string_view bytes);
+std::string ToUtf8(TextView text);
+
+// Assigns instead of returning, so that a loop over rows reuses the memory of `out`.
+void AssignUtf8(Text& out, const char* bytes, std::size_t size);
+
+// Upper and lower case of Latin, Greek and Cyrillic letters count as equal; no locale is consulted.
+char16_t FoldCase(char16_t unit);
+bool EqualIgnoringCase(TextView left, TextView right);
+
+bool Contains(TextView text, TextView part);
+Text ReplaceAll(Text text, TextView what, TextView with);
+// "a;b;" split at u';' gives "a", "b", "".
+std::vector<Text> Split(TextView text, char16_t separator);
+
+// The leading decimal number of a text: optional blanks and sign, then digits; no digits give 0.
+// Values beyond 32 bits stop at the ends of the range.
+int LeadingInteger(TextView text);
+Text Decimal(int value);
+
+// What a person enters never begins with a control character (below U+0020), because such a text sorts
+// before a blank and would count as empty. Only for entry, never for text that arrives from elsewhere.
+Text StripLeadingControls(TextView text);
+
+}  // namespace inspector::device
