@@ -11,7 +11,7 @@ namespace inspector::device {
 // existing file or folder is found under any spelling; what does not exist keeps the spelling given.
 // Either slash separates; "." and ".." are followed but never lead above the root.
 class DevicePaths {
- public:
+public:
   explicit DevicePaths(std::filesystem::path root);
 
   const std::filesystem::path& Root() const { return m_Root; }
@@ -27,7 +27,7 @@ class DevicePaths {
   // the device when the host has no such file; everything else is a device path.
   std::filesystem::path ResolvePicture(TextView path) const;
 
- private:
+private:
   std::filesystem::path m_Root;
 };
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <mutex>
 #include <set>
+#include <thread>
 #include <vector>
 
 #include "device/Calendar.h"
@@ -14,7 +15,7 @@
 namespace inspector::device {
 
 class FaultLog {
- public:
+public:
   // Appends to `file` (made with its folder when the first fault comes). A log that cannot be written is
   // passed over: the box still shows.
   FaultLog(Prompts& prompts, Clock& clock, std::filesystem::path file);
@@ -27,10 +28,13 @@ class FaultLog {
 
   int Count() const;
 
- private:
+private:
+  void Append(const Text& text);
+
   Prompts& m_Prompts;
   Clock& m_Clock;
   std::filesystem::path m_File;
+  std::thread::id m_Owner;
   mutable std::mutex m_Mutex;
   std::set<Text> m_Seen;
   std::vector<Text> m_Pending;

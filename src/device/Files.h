@@ -15,7 +15,7 @@ namespace inspector::device {
 
 // Reads front to back.
 class InputFile {
- public:
+public:
   virtual ~InputFile() = default;
   // Up to `size` bytes; fewer only at the end of the file, -1 on an error.
   virtual std::int64_t Read(char* buffer, std::size_t size) = 0;
@@ -25,7 +25,7 @@ class InputFile {
 // A file that appears under its name only when it is whole: written beside the target, synced, renamed.
 // Destroyed without Commit it leaves nothing, and the target as it was.
 class OutputFile {
- public:
+public:
   virtual ~OutputFile() = default;
   virtual bool Write(std::string_view bytes) = 0;
   virtual bool Commit() = 0;
@@ -34,7 +34,7 @@ class OutputFile {
 };
 
 class Files {
- public:
+public:
   virtual ~Files() = default;
   // Null when the file cannot be opened (a folder, a pipe or a device is no file).
   virtual std::unique_ptr<InputFile> OpenForReading(const std::filesystem::path& path) = 0;
@@ -47,7 +47,7 @@ class Files {
 };
 
 class HostFiles : public Files {
- public:
+public:
   std::unique_ptr<InputFile> OpenForReading(const std::filesystem::path& path) override;
   std::unique_ptr<OutputFile> Create(const std::filesystem::path& target) override;
   std::vector<Text> ListEntries(const std::filesystem::path& folder) override;

@@ -11,7 +11,7 @@ namespace inspector::device {
 
 // One argument of Format: a number (%d, %c as a code unit, %02x) or a text (%s).
 class FormatArgument {
- public:
+public:
   template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
   FormatArgument(Integer value) : m_Number(static_cast<std::int64_t>(value)) {}
   FormatArgument(TextView text) : m_Text(text), m_IsText(true) {}
@@ -22,7 +22,7 @@ class FormatArgument {
   std::int64_t Number() const { return m_Number; }
   TextView String() const { return m_Text; }
 
- private:
+private:
   std::int64_t m_Number = 0;
   TextView m_Text;
   bool m_IsText = false;
@@ -30,7 +30,7 @@ class FormatArgument {
 
 // Fills `format`. A %s that stands directly between two double quotes is a value inside a statement: its
 // own double quotes are doubled, so that no value can end the statement's string. An argument of the wrong
-// kind, or a missing one, asserts and is written as nothing.
+// kind, or a missing one, asserts and is written as nothing. A % before anything else stands for itself.
 Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments);
 
 template <typename... Arguments>

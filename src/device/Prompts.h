@@ -42,7 +42,7 @@ struct DatabasePaths {
 
 // A modeless window with a title, a status line and a bar. Destroyed when the work ends.
 class ProgressWindow {
- public:
+public:
   virtual ~ProgressWindow() = default;
   virtual void SetStatus(const Text& status) = 0;
   virtual void SetRange(int low, int high) = 0;
@@ -53,7 +53,7 @@ class ProgressWindow {
 };
 
 class Prompts {
- public:
+public:
   virtual ~Prompts() = default;
   virtual Answer Show(const Message& message) = 0;
   virtual std::optional<Text> AskText(const TextQuestion& question) = 0;
@@ -65,10 +65,10 @@ class Prompts {
 
 // The fixed kinds of box. Alert and Error have one button; the others answer true only to Yes or OK.
 void Alert(Prompts& prompts, const Text& text);
-void ShowError(Prompts& prompts, const Text& text);          // "Error", hand
-bool ConfirmCaution(Prompts& prompts, const Text& text);     // "Caution", Yes/No, exclamation
-bool ConfirmWarning(Prompts& prompts, const Text& text);     // "Warning", Yes/No, exclamation
-bool ConfirmUpdate(Prompts& prompts, const Text& text);      // "Update Required", OK/Cancel, exclamation
-bool ConfirmDataAlert(Prompts& prompts, const Text& text);   // "Data Alert", OK/Cancel, exclamation
+void ShowError(Prompts& prompts, const Text& text);         // "Error", hand
+bool ConfirmCaution(Prompts& prompts, const Text& text);    // "Caution", Yes/No, exclamation
+bool ConfirmWarning(Prompts& prompts, const Text& text);    // "Warning", Yes/No, exclamation
+bool ConfirmUpdate(Prompts& prompts, const Text& text);     // "Update Required", OK/Cancel, exclamation
+bool ConfirmDataAlert(Prompts& prompts, const Text& text);  // "Data Alert", OK/Cancel, exclamation
 
 }  // namespace inspector::device

@@ -14,9 +14,10 @@ namespace inspector::device {
 
 // Keys are written with their hive, as in "HKEY_USERS\.Default\Software\Pellory\Inspector". Each key is a
 // table of the file, each value a string in it; a binary value is a string of hexadecimal digits. The file
-// is read at every Read and rewritten whole, beside and renamed, at every Write, so that a person may edit it.
+// is read at every Read and rewritten whole, beside and renamed, at every Write, so that a person may edit
+// it.
 class Registry {
- public:
+public:
   Registry(Files& files, std::filesystem::path file);
 
   // Nothing when the value is missing or the file cannot be understood.
@@ -32,7 +33,7 @@ class Registry {
   const Text& LastError() const { return m_LastError; }
   const std::filesystem::path& Path() const { return m_File; }
 
- private:
+private:
   Files& m_Files;
   std::filesystem::path m_File;
   mutable Text m_LastError;

@@ -1,6 +1,7 @@
 // Text as the program holds it: 16-bit code units, converted to bytes only where it leaves the program.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,18 +11,23 @@ namespace inspector::device {
 using Text = std::u16string;
 using TextView = std::u16string_view;
 
-// UTF-8 <-> 16-bit text. Bytes that are no UTF-8, and surrogates without a partner, become U+FFFD.
+// UTF-8 <-> 16-bit text. Bytes that are no UTF-8, and surrogates without a partner, become U+FFFD; of a
+// sequence that breaks off, the bytes that could have begun a character give one U+FFFD together.
 Text FromUtf8(std::string_view bytes);
 std::string ToUtf8(TextView text);
 
-// Assigns instead of returning, so that a loop over rows reuses the memory of `out`.
+// Assign instead of returning, so that a loop over rows reuses the memory of `out`: nothing is allocated
+// once `out` has room for one unit per byte (three bytes per unit).
 void AssignUtf8(Text& out, const char* bytes, std::size_t size);
+void AssignUtf8(std::string& out, TextView text);
 
-// Upper and lower case of Latin, Greek and Cyrillic letters count as equal; no locale is consulted.
+// The small form of a letter of the Latin, Greek and Cyrillic alphabets of today; everything else is itself.
+// No locale is consulted: I and i are one letter everywhere.
 char16_t FoldCase(char16_t unit);
 bool EqualIgnoringCase(TextView left, TextView right);
 
 bool Contains(TextView text, TextView part);
+// From left to right, never inside what was put in; an empty `what` changes nothing.
 Text ReplaceAll(Text text, TextView what, TextView with);
 // "a;b;" split at u';' gives "a", "b", "".
 std::vector<Text> Split(TextView text, char16_t separator);

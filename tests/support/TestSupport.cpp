@@ -1,0 +1,218 @@
+#include "support/TestSupport.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+namespace inspector::tests {
+
+using device::Answer;
+using device::Buttons;
+using device::Text;
+using device::ToUtf8;
+
+namespace {
+
+// Takes the next answer that is queued under one of the two names.
+template <typename Queues>
+auto Take(Queues& queues, const Text& first, const Text& second) {
+  using Value = typename Queues::mapped_type::value_type;
+  for (const Text& name : {first, second}) {
+    const auto queue = queues.find(name);
+    if (queue == queues.end()) continue;
+    std::optional<Value> answer(std::move(queue->second.front()));
+    queue->second.pop_front();
+    if (queue->second.empty()) queues.erase(queue);
+    return answer;
+  }
+  return std::optional<Value>();
+}
+
+template <typename Value>
+std::optional<Value> TakeFirst(std::deque<std::optional<Value>>& queue, const char* question) {
+  if (queue.empty()) {
+    ADD_FAILURE() << "Unexpected question: " << question;
+    return std::nullopt;
+  }
+  std::optional<Value> answer = std::move(queue.front());
+  queue.pop_front();
+  return answer;
+}
+
+class RecordingWindow : public device::ProgressWindow {
+public:
+  RecordingWindow(std::shared_ptr<ScriptedPrompts::Progress> record, std::optional<int> cancelAtStep)
+      : m_Record(std::move(record)), m_CancelAtStep(cancelAtStep) {}
+  ~RecordingWindow() override { m_Record->open = false; }
+
+  void SetStatus(const Text& status) override { m_Record->statuses.push_back(status); }
+  void SetRange(int low, int high) override {
+    m_Record->low = low;
+    m_Record->high = high;
+  }
+  void SetPosition(int position) override {
+    m_Record->position = position;
+    ++m_Record->steps;
+  }
+  void Step() override {
+    ++m_Record->position;
+    ++m_Record->steps;
+  }
+  bool Cancelled() override { return m_CancelAtStep && m_Record->steps >= *m_CancelAtStep; }
+
+private:
+  std::shared_ptr<ScriptedPrompts::Progress> m_Record;
+  std::optional<int> m_CancelAtStep;
+};
+
+class FaultyInput : public device::InputFile {
+public:
+  FaultyInput(FaultyFiles& disk, std::unique_ptr<InputFile> file) : m_Disk(disk), m_File(std::move(file)) {}
+
+  std::int64_t Read(char* buffer, std::size_t size) override {
+    return m_Disk.ReadFails() ? -1 : m_File->Read(buffer, size);
+  }
+  std::optional<std::uint64_t> Size() override { return m_File->Size(); }
+
+private:
+  FaultyFiles& m_Disk;
+  std::unique_ptr<InputFile> m_File;
+};
+
+class FaultyOutput : public device::OutputFile {
+public:
+  FaultyOutput(FaultyFiles& disk, std::unique_ptr<OutputFile> file) : m_Disk(disk), m_File(std::move(file)) {}
+
+  bool Write(std::string_view bytes) override {
+    m_Failed = m_Failed || m_Disk.WriteFails();
+    return !m_Failed && m_File->Write(bytes);
+  }
+  bool Commit() override {
+    m_Failed = m_Failed || m_Disk.CommitFails();
+    return !m_Failed && m_File->Commit();
+  }
+  std::string Error() const override { return m_Failed ? "No space left on device" : m_File->Error(); }
+
+private:
+  FaultyFiles& m_Disk;
+  std::unique_ptr<OutputFile> m_File;
+  bool m_Failed = false;
+};
+
+}  // namespace
+
+ScriptedPrompts::~ScriptedPrompts() {
+  for (const auto& [about, answers] : m_Answers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
+  for (const auto& [about, answers] : m_TextAnswers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
+  EXPECT_TRUE(m_SavePaths.empty()) << "Never asked where to save";
+  EXPECT_TRUE(m_DatabasePaths.empty()) << "Never asked for the databases";
+}
+
+void ScriptedPrompts::Queue(const Text& about, Answer answer) {
+  m_Answers[about].push_back(answer);
+}
+
+void ScriptedPrompts::QueueText(const Text& about, std::optional<Text> answer) {
+  m_TextAnswers[about].push_back(std::move(answer));
+}
+
+void ScriptedPrompts::QueueSavePath(std::optional<std::filesystem::path> answer) {
+  m_SavePaths.push_back(std::move(answer));
+}
+
+void ScriptedPrompts::QueueDatabasePaths(std::optional<device::DatabasePaths> answer) {
+  m_DatabasePaths.push_back(std::move(answer));
+}
+
+std::vector<Text> ScriptedPrompts::Transcript() const {
+  std::vector<Text> lines;
+  for (const device::Message& message : m_Messages) lines.push_back(message.title + u": " + message.text);
+  return lines;
+}
+
+void ScriptedPrompts::Forget() {
+  m_Messages.clear();
+  m_TextQuestions.clear();
+  m_SaveQuestions.clear();
+  m_DatabaseQuestions.clear();
+  m_ProgressWindows.clear();
+}
+
+Answer ScriptedPrompts::Show(const device::Message& message) {
+  m_Messages.push_back(message);
+  if (const auto answer = Take(m_Answers, message.text, message.title)) return *answer;
+  if (message.buttons == Buttons::Ok) return Answer::Ok;
+  ADD_FAILURE() << "Unexpected question: " << ToUtf8(message.title) << ": " << ToUtf8(message.text);
+  return message.buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& question) {
+  m_TextQuestions.push_back(question);
+  if (auto answer = Take(m_TextAnswers, question.prompt, question.title)) return *std::move(answer);
+  ADD_FAILURE() << "Unexpected question: " << ToUtf8(question.title) << ": " << ToUtf8(question.prompt);
+  return std::nullopt;
+}
+
+std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::SaveQuestion& question) {
+  m_SaveQuestions.push_back(question);
+  return TakeFirst(m_SavePaths, "where to save");
+}
+
+std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {
+  m_DatabaseQuestions.push_back(current);
+  return TakeFirst(m_DatabasePaths, "where the databases are");
+}
+
+std::unique_ptr<device::ProgressWindow> ScriptedPrompts::OpenProgress(const Text& title, bool cancellable) {
+  auto record = std::make_shared<Progress>();
+  record->title = title;
+  record->cancellable = cancellable;
+  m_ProgressWindows.push_back(record);
+  return std::make_unique<RecordingWindow>(record, cancellable ? m_CancelAtStep : std::nullopt);
+}
+
+TemporaryFolder::TemporaryFolder() {
+  std::string pattern = std::filesystem::temp_directory_path() / "inspector-test-XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) std::abort();  // nothing can be tested without a folder
+  m_Path = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(m_Path, ignored);
+}
+
+std::filesystem::path TemporaryFolder::Put(const std::filesystem::path& name,
+                                           std::string_view content) const {
+  const std::filesystem::path path = m_Path / name;
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out.write(content.data(), static_cast<std::streamsize>(content.size()));
+  EXPECT_TRUE(out.flush().good()) << path;
+  return path;
+}
+
+std::string ContentOf(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  EXPECT_TRUE(in.is_open()) << file;
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+std::unique_ptr<device::InputFile> FaultyFiles::OpenForReading(const std::filesystem::path& path) {
+  auto file = m_Host.OpenForReading(path);
+  if (file == nullptr) return nullptr;
+  return std::make_unique<FaultyInput>(*this, std::move(file));
+}
+
+std::unique_ptr<device::OutputFile> FaultyFiles::Create(const std::filesystem::path& target) {
+  return std::make_unique<FaultyOutput>(*this, m_Host.Create(target));
+}
+
+std::vector<Text> FaultyFiles::ListEntries(const std::filesystem::path& folder) {
+  const auto listing = m_Listings.find(folder);
+  return listing == m_Listings.end() ? m_Host.ListEntries(folder) : listing->second;
+}
+
+}  // namespace inspector::tests

@@ -1,0 +1,144 @@
+// What tests put in the place of a person, a clock and a disk.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "device/Calendar.h"
+#include "device/Files.h"
+#include "device/Prompts.h"
+#include "device/Text.h"
+
+namespace inspector::tests {
+
+// A person whose answers are known beforehand. Answers are queued per question: `about` is the text or the
+// title of a message, or the prompt or title of a text question. A question without an answer fails the test
+// and is answered No, Cancel or nothing; answers that nobody asked for fail it when the prompts go. A box
+// that only has OK needs no answer and is recorded.
+class ScriptedPrompts : public device::Prompts {
+public:
+  // What a progress window was told. It stays readable after the window is gone.
+  struct Progress {
+    device::Text title;
+    bool cancellable = false;
+    std::vector<device::Text> statuses;
+    int low = 0;
+    int high = 0;
+    int position = 0;
+    int steps = 0;  // calls of Step and SetPosition
+    bool open = true;
+  };
+
+  ~ScriptedPrompts() override;
+
+  void Queue(const device::Text& about, device::Answer answer);
+  void QueueText(const device::Text& about, std::optional<device::Text> answer);
+  void QueueSavePath(std::optional<std::filesystem::path> answer);
+  void QueueDatabasePaths(std::optional<device::DatabasePaths> answer);
+  // The next cancellable windows count as cancelled from this step on (0: at once).
+  void CancelAtStep(int step) { m_CancelAtStep = step; }
+
+  const std::vector<device::Message>& Messages() const { return m_Messages; }
+  // "Title: text" of each message, in the order in which they came.
+  std::vector<device::Text> Transcript() const;
+  const std::vector<device::TextQuestion>& TextQuestions() const { return m_TextQuestions; }
+  const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_SaveQuestions; }
+  const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_DatabaseQuestions; }
+  const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_ProgressWindows; }
+  // Forgets what was recorded; queued answers stay.
+  void Forget();
+
+  device::Answer Show(const device::Message& message) override;
+  std::optional<device::Text> AskText(const device::TextQuestion& question) override;
+  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion& question) override;
+  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths& current) override;
+  std::unique_ptr<device::ProgressWindow> OpenProgress(const device::Text& title, bool cancellable) override;
+
+private:
+  std::map<device::Text, std::deque<device::Answer>> m_Answers;
+  std::map<device::Text, std::deque<std::optional<device::Text>>> m_TextAnswers;
+  std::deque<std::optional<std::filesystem::path>> m_SavePaths;
+  std::deque<std::optional<device::DatabasePaths>> m_DatabasePaths;
+  std::optional<int> m_CancelAtStep;
+  std::vector<device::Message> m_Messages;
+  std::vector<device::TextQuestion> m_TextQuestions;
+  std::vector<device::SaveQuestion> m_SaveQuestions;
+  std::vector<device::DatabasePaths> m_DatabaseQuestions;
+  std::vector<std::shared_ptr<Progress>> m_ProgressWindows;
+};
+
+// A new empty folder, removed with all it holds at the end.
+class TemporaryFolder {
+public:
+  TemporaryFolder();
+  ~TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+  const std::filesystem::path& Path() const { return m_Path; }
+  std::filesystem::path operator/(const std::filesystem::path& name) const { return m_Path / name; }
+  // Makes missing folders above `name`; returns the whole path.
+  std::filesystem::path Put(const std::filesystem::path& name, std::string_view content = "") const;
+
+private:
+  std::filesystem::path m_Path;
+};
+
+// The whole content of a file; fails the test when there is none.
+std::string ContentOf(const std::filesystem::path& file);
+
+// Stands at 2026-05-31 14:05 until it is set.
+class FixedClock : public device::Clock {
+public:
+  FixedClock() : FixedClock(device::MakeCalendarTime(2026, 5, 31, 14, 5)) {}
+  explicit FixedClock(const device::CalendarTime& time) : m_Time(time) {}
+
+  void Set(const device::CalendarTime& time) { m_Time = time; }
+  device::CalendarTime Now() override { return m_Time; }
+
+private:
+  device::CalendarTime m_Time;
+};
+
+// The host's disk, except where told otherwise. Must outlive the files it hands out.
+class FaultyFiles : public device::Files {
+public:
+  // The n-th Write (Commit, Read) from now on fails, counted from 1 over all files; those after it work again
+  // on other files. A file whose Write failed cannot be committed, as on a full disk.
+  void FailWrite(int n) { m_WritesUntilFault = n; }
+  void FailCommit(int n) { m_CommitsUntilFault = n; }
+  void FailRead(int n) { m_ReadsUntilFault = n; }
+  // Lists `folder` as given, whatever it holds.
+  void List(const std::filesystem::path& folder, std::vector<device::Text> entries) {
+    m_Listings[folder] = std::move(entries);
+  }
+
+  // Called by the files that were handed out. True when this is the one that fails.
+  bool WriteFails() { return CountDown(m_WritesUntilFault); }
+  bool CommitFails() { return CountDown(m_CommitsUntilFault); }
+  bool ReadFails() { return CountDown(m_ReadsUntilFault); }
+
+  std::unique_ptr<device::InputFile> OpenForReading(const std::filesystem::path& path) override;
+  std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override;
+  std::vector<device::Text> ListEntries(const std::filesystem::path& folder) override;
+  bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
+
+private:
+  static bool CountDown(int& remaining) { return remaining > 0 && --remaining == 0; }
+
+  device::HostFiles m_Host;
+  int m_WritesUntilFault = 0;
+  int m_CommitsUntilFault = 0;
+  int m_ReadsUntilFault = 0;
+  std::map<std::filesystem::path, std::vector<device::Text>> m_Listings;
+};
+
+}  // namespace inspector::tests
