@@ -1,0 +1,136 @@
+#include "device/Calendar.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <ctime>
+#include <limits>
+
+namespace inspector::device {
+namespace {
+
+TEST(CalendarTest, VariantTimesOfKnownMoments) {
+  struct Case {
+    CalendarTime time;
+    double days;
+    int dayOfWeek;
+  };
+  const Case cases[] = {
+      {MakeCalendarTime(1899, 12, 30), 0, 6},
+      {MakeCalendarTime(1899, 12, 30, 12), 0.5, 6},
+      {MakeCalendarTime(1900, 1, 1), 2, 1},
+      {MakeCalendarTime(1899, 12, 29), -1, 5},
+      {MakeCalendarTime(1899, 12, 29, 6), -1.25, 5},
+      {MakeCalendarTime(1970, 1, 1), 25569, 4},
+      {MakeCalendarTime(2000, 2, 29, 18), 36585.75, 2},
+      {MakeCalendarTime(2026, 5, 31), 46173, 0},
+      {MakeCalendarTime(100, 1, 1), -657434, 5},
+      {MakeCalendarTime(9999, 12, 31, 12), 2958465.5, 5},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(ToVariantTime(c.time), c.days) << ToIso(c.time);
+    EXPECT_EQ(FromVariantTime(c.days), c.time) << c.days;
+    EXPECT_EQ(c.time.dayOfWeek, c.dayOfWeek) << ToIso(c.time);
+  }
+}
+
+TEST(CalendarTest, EveryDayOfTwoCenturiesComesBackToTheSecond) {
+  constexpr int kLengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  int number = 2;
+  for (int year = 1900; year <= 2100; ++year) {
+    for (int month = 1; month <= 12; ++month) {
+      const bool leapDay = month == 2 && year % 4 == 0 && year != 1900 && year != 2100;
+      for (int day = 1; day <= kLengths[month - 1] + (leapDay ? 1 : 0); ++day, ++number) {
+        for (const int second : {0, 1, number * 7919 % 86400, 86399}) {
+          const CalendarTime time =
+              MakeCalendarTime(year, month, day, second / 3600, second / 60 % 60, second % 60);
+          ASSERT_TRUE(IsValid(time)) << ToIso(time);
+          ASSERT_EQ(std::floor(ToVariantTime(time)), number) << ToIso(time);
+          ASSERT_EQ(FromVariantTime(ToVariantTime(time)), time) << ToIso(time);
+          ASSERT_EQ(FromIso(ToIso(time)), time);
+          ASSERT_EQ(time.dayOfWeek, (number + 6) % 7) << ToIso(time);
+        }
+      }
+    }
+  }
+  for (const int day : {28, 29}) {  // before day zero the fraction counts away from it
+    for (int second = 0; second < 86400; ++second) {
+      const CalendarTime time = MakeCalendarTime(1899, 12, day, second / 3600, second / 60 % 60, second % 60);
+      ASSERT_EQ(FromVariantTime(ToVariantTime(time)), time) << ToIso(time);
+    }
+  }
+}
+
+TEST(CalendarTest, VariantTimesAreRoundedIntoTheNextDayAndRefusedOutsideTheCalendar) {
+  EXPECT_EQ(FromVariantTime(36585.9999999), MakeCalendarTime(2000, 3, 1));
+  EXPECT_EQ(FromVariantTime(-1.9999999), MakeCalendarTime(1899, 12, 30));
+  EXPECT_EQ(FromVariantTime(-0.25), MakeCalendarTime(1899, 12, 30, 6));
+  for (const double days : {-657435.0, 2958466.0, 2958465.9999999, 1e300, -1e300, std::nan(""),
+                            std::numeric_limits<double>::infinity()}) {
+    EXPECT_TRUE(FromVariantTime(days).IsZero()) << days;
+  }
+  EXPECT_EQ(ToVariantTime(CalendarTime()), 0);
+  EXPECT_EQ(ToVariantTime(MakeCalendarTime(2026, 2, 30)), 0);
+}
+
+TEST(CalendarTest, IsoTextIsReadStrictly) {
+  EXPECT_EQ(FromIso("2026-05-31T14:05:09"), MakeCalendarTime(2026, 5, 31, 14, 5, 9));
+  EXPECT_EQ(FromIso("2026-05-31 14:05"), MakeCalendarTime(2026, 5, 31, 14, 5));
+  EXPECT_EQ(FromIso("0100-01-01"), MakeCalendarTime(100, 1, 1));
+  for (const char* text : {"",
+                           "2026",
+                           "2026-5-31",
+                           "2026-05-31T",
+                           "2026-05-31T14",
+                           "2026-05-31T14:5",
+                           "2026-05-31T14:05:",
+                           "2026-05-31T14:05:09Z",
+                           "2026-05-31T14:05:09.5",
+                           "2026-05-31x14:05",
+                           " 2026-05-31",
+                           "2026-05-31 ",
+                           "2026-13-01",
+                           "2026-00-01",
+                           "2026-04-31",
+                           "2026-02-29",
+                           "1900-02-29",
+                           "2026-05-00",
+                           "2026-05-31T24:00",
+                           "2026-05-31T14:60",
+                           "2026-05-31T14:05:60",
+                           "0099-12-31",
+                           "-026-05-31",
+                           "2026/05/31",
+                           "2026-05-+1"}) {
+    EXPECT_EQ(FromIso(text), std::nullopt) << text;
+  }
+  EXPECT_EQ(ToIso(MakeCalendarTime(987, 1, 2, 3, 4, 5)), "0987-01-02T03:04:05");
+  EXPECT_EQ(ToIso(CalendarTime()), "");
+  EXPECT_EQ(ToIso(MakeCalendarTime(2026, 1, 1, 24)), "");
+}
+
+TEST(CalendarTest, DatesAreShownWithoutLeadingZeros) {
+  const CalendarTime time = MakeCalendarTime(2026, 5, 3, 9, 5);
+  EXPECT_EQ(FormatDate(time), u"5/3/2026");
+  EXPECT_EQ(FormatTime(time), u"9:5");
+  EXPECT_EQ(FormatDate(CalendarTime()), u"");
+  EXPECT_EQ(FormatTime(CalendarTime()), u"");
+}
+
+TEST(CalendarTest, TheClockTellsLocalTime) {
+  const CalendarTime now = SystemClock().Now();
+  ASSERT_TRUE(IsValid(now));
+  std::tm local{};
+  local.tm_year = now.year - 1900;
+  local.tm_mon = now.month - 1;
+  local.tm_mday = now.day;
+  local.tm_hour = now.hour;
+  local.tm_min = now.minute;
+  local.tm_sec = now.second;
+  local.tm_isdst = -1;
+  EXPECT_NEAR(static_cast<double>(std::mktime(&local)), static_cast<double>(std::time(nullptr)), 2);
+  EXPECT_EQ(now.dayOfWeek, local.tm_wday);
+}
+
+}  // namespace
+}  // namespace inspector::device
