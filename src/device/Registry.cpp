@@ -73,6 +73,25 @@ bool Load(Files& files, const std::filesystem::path& file, toml::table& table, T
   return false;
 }
 
+// The table as text that reads as the table again; nothing when there is none, because the library's
+// formatter does not get every text right (line breaks in single quotes, an apostrophe in a key).
+std::optional<std::string> LinesOf(const toml::table& table) {
+  using Layout = toml::format_flags;
+  // Single-quoted strings come first: they spare a person the doubled backslashes of paths.
+  for (const Layout layout : {Layout::allow_literal_strings | Layout::allow_unicode_strings,
+                              Layout::allow_unicode_strings, Layout::none}) {
+    std::ostringstream lines;
+    lines << toml::toml_formatter(table, layout) << '\n';
+    std::string text = lines.str();
+    try {
+      if (toml::parse(std::string_view(text)) == table) return text;
+    } catch (const std::exception&) {
+      continue;
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 Registry::Registry(Files& files, std::filesystem::path file) : m_Files(files), m_File(std::move(file)) {}
@@ -131,10 +150,14 @@ bool Registry::Write(const Text& key, const Text& value, const Text& content) {
     values.insert_or_assign(ToUtf8(value), std::move(text));
   }
 
-  std::ostringstream lines;
-  lines << table << '\n';
+  const std::optional<std::string> lines = LinesOf(table);
+  if (!lines) {
+    m_LastError =
+        Format(u"The value %s of %s cannot be kept in the registry file %s.", value, key, PathText(m_File));
+    return false;
+  }
   const std::unique_ptr<OutputFile> file = m_Files.Create(m_File);
-  if (file->Write(lines.str()) && file->Commit()) return true;
+  if (file->Write(*lines) && file->Commit()) return true;
   m_LastError =
       Format(u"The registry file %s cannot be written: %s.", PathText(m_File), FromUtf8(file->Error()));
   return false;

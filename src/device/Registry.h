@@ -26,7 +26,8 @@ public:
   std::optional<std::vector<std::uint8_t>> ReadBinary(const Text& key, const Text& value) const;
 
   // False when the file cannot be written, or holds something that is no TOML (which is then left alone);
-  // LastError says which. A value that is there already is not written again.
+  // LastError says which. Names with an apostrophe or a tab may be refused. A value that is there already is
+  // not written again.
   bool Write(const Text& key, const Text& value, const Text& content);
   bool WriteBinary(const Text& key, const Text& value, const std::vector<std::uint8_t>& content);
 

@@ -1,0 +1,264 @@
+#include "device/HostOutputFile.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "support/TestSupport.h"
+
+namespace inspector::device {
+namespace {
+
+namespace fs = std::filesystem;
+using tests::ContentOf;
+using tests::TemporaryFolder;
+using Staging = HostOutputFile::Staging;
+
+// Both ways of keeping a file apart until it is whole must look the same from outside.
+class HostOutputFileTest : public testing::TestWithParam<Staging> {
+protected:
+  HostOutputFile Create(const fs::path& target) { return HostOutputFile(target, GetParam()); }
+  bool Save(const fs::path& target, std::string_view content) {
+    HostOutputFile file(target, GetParam());
+    return file.Write(content) && file.Commit();
+  }
+  std::vector<Text> Entries() { return HostFiles().ListEntries(m_Folder.Path()); }
+
+  // Runs `work` in a process of its own and kills that in the middle. Returns its id.
+  template <typename Work>
+  static pid_t RunAndKill(Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+      work();
+      raise(SIGKILL);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    return child;
+  }
+
+  TemporaryFolder m_Folder;
+};
+
+INSTANTIATE_TEST_SUITE_P(, HostOutputFileTest, testing::Values(Staging::Unnamed, Staging::Hidden),
+                         [](const auto& test) {
+                           return test.param == Staging::Unnamed ? "Unnamed" : "Hidden";
+                         });
+
+TEST_P(HostOutputFileTest, TheFileAppearsWholeOrNotAtAll) {
+  const fs::path target = m_Folder.Put("report.rtf", "old");
+  {
+    auto file = Create(target);
+    EXPECT_TRUE(file.Write("half a rep"));
+    EXPECT_EQ(ContentOf(target), "old");
+  }
+  EXPECT_EQ(ContentOf(target), "old");
+  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+
+  auto file = Create(target);
+  EXPECT_TRUE(file.Write("new"));
+  EXPECT_TRUE(file.Commit());
+  EXPECT_EQ(ContentOf(target), "new");
+  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+  EXPECT_FALSE(file.Write("more"));
+  EXPECT_TRUE(file.Commit());
+  EXPECT_EQ(ContentOf(target), "new");
+  EXPECT_EQ(file.Error(), "");
+}
+
+TEST_P(HostOutputFileTest, PiecesOfAnySizeComeInOrder) {
+  std::string expected;
+  auto file = Create(m_Folder / "pieces");
+  const std::string large(300000, 'L');
+  for (int round = 0; round < 3; ++round) {
+    for (std::size_t size = 0; size < 700; ++size) {
+      const std::string piece(size, static_cast<char>('a' + size % 26));
+      ASSERT_TRUE(file.Write(piece));
+      expected += piece;
+    }
+    for (const std::size_t size : {65535u, 1u, 65536u, 65537u, 300000u, 0u}) {
+      ASSERT_TRUE(file.Write(std::string_view(large).substr(0, size)));
+      expected.append(size, 'L');
+    }
+  }
+  ASSERT_TRUE(file.Commit());
+  EXPECT_TRUE(ContentOf(m_Folder / "pieces") == expected);
+}
+
+TEST_P(HostOutputFileTest, MissingFoldersAreMadeAndDoNotOutliveAFailure) {
+  { EXPECT_TRUE(Create(m_Folder / "a/b/c/report.rtf").Write("x")); }
+  EXPECT_TRUE(Entries().empty());
+  {
+    auto file = Create(m_Folder / "a/b/report.rtf");
+    m_Folder.Put("a/somebody else's");
+  }
+  EXPECT_TRUE(fs::exists(m_Folder / "a/somebody else's"));
+  EXPECT_FALSE(fs::exists(m_Folder / "a/b"));
+  EXPECT_TRUE(Save(m_Folder / "a/b/c/report.rtf", "x"));
+  EXPECT_EQ(ContentOf(m_Folder / "a/b/c/report.rtf"), "x");
+}
+
+TEST_P(HostOutputFileTest, PermissionsOfTheTargetAreKept) {
+  const mode_t before = umask(027);
+  EXPECT_TRUE(Save(m_Folder / "new", "x"));
+  const fs::path target = m_Folder.Put("old", "x");
+  EXPECT_EQ(chmod(target.c_str(), 0606), 0);
+  EXPECT_TRUE(Save(target, "y"));
+  umask(before);
+  EXPECT_EQ(static_cast<int>(fs::status(m_Folder / "new").permissions()), 0640);
+  EXPECT_EQ(static_cast<int>(fs::status(target).permissions()), 0606);
+}
+
+TEST_P(HostOutputFileTest, LinksAreWrittenThrough) {
+  m_Folder.Put("real/report.rtf", "old");
+  fs::create_symlink("real/report.rtf", m_Folder / "second");
+  fs::create_symlink(m_Folder / "second", m_Folder / "first");
+  EXPECT_TRUE(Save(m_Folder / "first", "new"));
+  EXPECT_TRUE(fs::is_symlink(m_Folder / "first"));
+  EXPECT_TRUE(fs::is_symlink(m_Folder / "second"));
+  EXPECT_EQ(ContentOf(m_Folder / "real/report.rtf"), "new");
+
+  fs::create_symlink("real/not yet", m_Folder / "dangling");
+  EXPECT_TRUE(Save(m_Folder / "dangling", "new"));
+  EXPECT_EQ(ContentOf(m_Folder / "real/not yet"), "new");
+}
+
+TEST_P(HostOutputFileTest, WhatIsNoFileIsRefusedWithWords) {
+  m_Folder.Put("file");
+  ASSERT_EQ(mkfifo((m_Folder / "pipe").c_str(), 0600), 0);
+  fs::create_symlink("circle", m_Folder / "circle");
+  const std::vector<Text> before = Entries();
+  struct Case {
+    fs::path target;
+    const char* error;
+  };
+  const Case cases[] = {
+      {m_Folder.Path(), "Is a directory"},
+      {m_Folder / "new/", "Is a directory"},
+      {m_Folder / "pipe", "Not an ordinary file"},
+      {"/dev/null", "Not an ordinary file"},
+      {m_Folder / "circle", "Too many levels of symbolic links"},
+      {m_Folder / "file/report.rtf", "Not a directory"},
+      {m_Folder / std::string(256, 'x'), "File name too long"},
+      {(m_Folder / "a").native() + std::string("\0b", 2), "Invalid argument"},
+      {"", "No such file or directory"},
+  };
+  for (const Case& c : cases) {
+    auto file = Create(c.target);
+    EXPECT_EQ(file.Error(), c.error) << c.target;
+    EXPECT_FALSE(file.Write("x")) << c.target;
+    EXPECT_FALSE(file.Commit()) << c.target;
+  }
+  EXPECT_EQ(Entries(), before);
+  EXPECT_TRUE(Save(m_Folder / std::string(255, 'x'), "the longest name"));
+}
+
+TEST_P(HostOutputFileTest, AWriteProtectedTargetIsLeftAlone) {
+  const fs::path target = m_Folder.Put("report.rtf", "old");
+  const bool superuser = geteuid() == 0;  // for whom nothing is write-protected
+  constexpr uid_t kNobody = 65534;
+  if (superuser) {
+    for (const fs::path& path : {m_Folder.Path(), target})
+      ASSERT_EQ(chown(path.c_str(), kNobody, kNobody), 0);
+    ASSERT_EQ(seteuid(kNobody), 0);
+  }
+  fs::permissions(target, fs::perms::owner_read);
+  auto file = Create(target);
+  EXPECT_FALSE(file.Write("new"));
+  EXPECT_EQ(file.Error(), "Permission denied");
+  EXPECT_EQ(ContentOf(target), "old");
+  EXPECT_TRUE(!superuser || seteuid(0) == 0);
+}
+
+TEST_P(HostOutputFileTest, AFullDiskLeavesWhatWasThere) {
+  const fs::path target = m_Folder.Put("report.rtf", "old");
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{100000, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  std::string error;
+  {
+    auto file = Create(target);
+    bool written = true;
+    for (int i = 0; i < 200; ++i) written = file.Write(std::string(1000, 'x')) && written;
+    EXPECT_FALSE(written);
+    EXPECT_FALSE(file.Write("x"));  // even what would still fit
+    EXPECT_FALSE(file.Commit());
+    error = file.Error();
+  }
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(error, "File too large");
+  EXPECT_EQ(ContentOf(target), "old");
+  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+}
+
+TEST_P(HostOutputFileTest, TwoWritersOfOneTargetDoNotMeet) {
+  auto first = Create(m_Folder / "report.rtf");
+  auto second = Create(m_Folder / "report.rtf");
+  EXPECT_TRUE(first.Write("first"));
+  EXPECT_TRUE(second.Write("second"));
+  EXPECT_TRUE(second.Commit());
+  EXPECT_TRUE(first.Commit());
+  EXPECT_EQ(ContentOf(m_Folder / "report.rtf"), "first");
+  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+}
+
+TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
+  const fs::path target = m_Folder / "report.rtf";
+  const pid_t gone = RunAndKill([&] {
+    auto* file = new HostOutputFile(target, GetParam());
+    file->Write("half");
+  });
+  EXPECT_TRUE(GetParam() == Staging::Unnamed || Entries().size() == 1);
+  const std::string prefix = ".report.rtf.";
+  const std::string dead = std::to_string(gone);
+  m_Folder.Put(prefix + dead + "-7.unfinished");
+  m_Folder.Put(prefix + dead + "-8.unfinished");
+  // Not to be removed: of a process that runs, locked from elsewhere, of another target, and no such name.
+  m_Folder.Put(prefix + std::to_string(getppid()) + "-0.unfinished");
+  m_Folder.Put(".report.rtf.bak." + dead + "-0.unfinished");
+  m_Folder.Put(".other.rtf." + dead + "-0.unfinished");
+  m_Folder.Put(prefix + dead + "-7.txt");
+  m_Folder.Put(prefix + dead);
+  const int lock = open((m_Folder / (prefix + dead + "-8.unfinished")).c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
+
+  EXPECT_TRUE(Save(target, "whole"));
+  close(lock);
+  std::vector<Text> expected;
+  for (const std::string& name :
+       {".other.rtf." + dead + "-0.unfinished", prefix + dead, prefix + dead + "-7.txt",
+        prefix + dead + "-8.unfinished", prefix + std::to_string(getppid()) + "-0.unfinished",
+        ".report.rtf.bak." + dead + "-0.unfinished", std::string("report.rtf")}) {
+    expected.push_back(FromUtf8(name));
+  }
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(Entries(), expected);
+}
+
+TEST(HostOutputFileKilledTest, AKilledRunLeavesNothingWhereFilesNeedNoName) {
+  TemporaryFolder folder;
+  const int probe = open(folder.Path().c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (probe < 0) GTEST_SKIP() << "this file system has no unnamed files";
+  close(probe);
+  const pid_t child = fork();
+  if (child == 0) {
+    HostOutputFile file(folder / "report.rtf");
+    file.Write(std::string(200000, 'x'));
+    raise(SIGKILL);
+  }
+  waitpid(child, nullptr, 0);
+  EXPECT_TRUE(HostFiles().ListEntries(folder.Path()).empty());
+}
+
+}  // namespace
+}  // namespace inspector::device

@@ -1,0 +1,139 @@
+#include "device/Registry.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/TestSupport.h"
+
+namespace inspector::device {
+namespace {
+
+using namespace std::string_literals;
+
+using tests::ContentOf;
+
+class RegistryTest : public testing::Test {
+protected:
+  const Text m_Key = u"HKEY_USERS\\.Default\\Software\\Pellory\\Inspector";
+  tests::TemporaryFolder m_Folder;
+  tests::FaultyFiles m_Files;
+  Registry m_Registry{m_Files, m_Folder / "home/registry.toml"};
+};
+
+TEST_F(RegistryTest, ValuesAreKeptUnderTheirKeys) {
+  EXPECT_TRUE(m_Registry.Open());
+  EXPECT_EQ(m_Registry.Read(m_Key, u"TemplatePath"), std::nullopt);
+  EXPECT_TRUE(m_Registry.Write(m_Key, u"TemplatePath", u"\\My Documents\\Template_Data.cdb"));
+  EXPECT_TRUE(m_Registry.Write(m_Key, u"InspectionPath", u"\\My Documents\\B\u00E2timent.cdb"));
+  EXPECT_TRUE(m_Registry.Write(u"Other", u"TemplatePath", u""));
+  EXPECT_TRUE(
+      m_Registry.WriteBinary(u"HKEY_CURRENT_USER\\ControlPanel\\Owner", u"Owner", {0, 0x7F, 0xAB, 0xFF}));
+
+  Registry again(m_Files, m_Registry.Path());
+  EXPECT_EQ(again.Read(m_Key, u"TemplatePath"), u"\\My Documents\\Template_Data.cdb");
+  EXPECT_EQ(again.Read(m_Key, u"InspectionPath"), u"\\My Documents\\B\u00E2timent.cdb");
+  EXPECT_EQ(again.Read(u"Other", u"TemplatePath"), u"");
+  EXPECT_EQ(again.ReadBinary(u"hkey_current_user\\controlpanel\\OWNER", u"owner"),
+            (std::vector<std::uint8_t>{0, 0x7F, 0xAB, 0xFF}));
+  EXPECT_TRUE(again.Write(u"OTHER", u"templatepath", u"x"));
+  EXPECT_EQ(m_Registry.Read(u"Other", u"TemplatePath"), u"x");
+  EXPECT_NE(ContentOf(again.Path()).find("TemplatePath = '\\My Documents\\Template_Data.cdb'"),
+            std::string::npos)
+      << "a person should be able to read it";
+}
+
+TEST_F(RegistryTest, AnyTextComesBack) {
+  std::mt19937 random(7);
+  const Text units = u"ab\"\\ #=[].\u00E9\u20AC\uFFFD'\r\n\t\u007F\u0001\0"s;
+  const std::size_t printable = units.find(u'\'');
+  const auto pick = [&](std::size_t longest, std::size_t among) {
+    Text text;
+    for (std::size_t i = random() % (longest + 1); i > 0; --i) text.push_back(units[random() % among]);
+    return text;
+  };
+  for (int round = 0; round < 300; ++round) {
+    const Text name = pick(4, printable);
+    const Text content = pick(12, units.size()) + (round % 5 == 0 ? u"\U0001F3E0" : u"");
+    ASSERT_TRUE(m_Registry.Write(u"k" + name, name, content)) << ToUtf8(m_Registry.LastError());
+    ASSERT_EQ(m_Registry.Read(u"k" + name, name), content) << ContentOf(m_Registry.Path());
+  }
+  // A name that the file cannot hold is refused, and what is there stays.
+  for (const Text& name : {u"O'Brien"s, u"\t"s, u"a\nb"s, u"\0"s}) {
+    const std::string before = ContentOf(m_Registry.Path());
+    const bool written = m_Registry.Write(name, name, u"content");
+    EXPECT_EQ(m_Registry.Read(name, name), written ? std::optional<Text>(u"content") : std::nullopt);
+    EXPECT_EQ(m_Registry.LastError(), u"");
+    EXPECT_EQ(written, ContentOf(m_Registry.Path()) != before);
+  }
+}
+
+TEST_F(RegistryTest, APersonMayEditTheFile) {
+  const std::string edited =
+      "# our office\n"
+      "version = 2\n"
+      "since = 2026-05-31\n"
+      "limits = [inf, nan, 0x1F]\n"
+      "[Key]\n"
+      "Number = 5\n"
+      "Owner = \"00 Ab\\n fF\"\n"
+      "Odd = '123'\n"
+      "NoHex = '0g'\n"
+      "[[printer]]\n"
+      "name = 'hall'\n";
+  m_Folder.Put("home/registry.toml", edited);
+  EXPECT_EQ(m_Registry.Read(u"Key", u"Number"), std::nullopt);
+  EXPECT_EQ(m_Registry.Read(u"version", u"x"), std::nullopt);
+  EXPECT_EQ(m_Registry.ReadBinary(u"Key", u"Owner"), (std::vector<std::uint8_t>{0, 0xAB, 0xFF}));
+  EXPECT_EQ(m_Registry.ReadBinary(u"Key", u"Odd"), std::nullopt);
+  EXPECT_EQ(m_Registry.ReadBinary(u"Key", u"NoHex"), std::nullopt);
+
+  EXPECT_TRUE(m_Registry.Write(u"Key", u"Odd", u"123"));
+  EXPECT_EQ(ContentOf(m_Registry.Path()), edited) << "nothing changed, so the comment should still be there";
+  EXPECT_TRUE(m_Registry.Write(u"Key", u"Number", u"six"));
+  EXPECT_EQ(m_Registry.Read(u"Key", u"Number"), u"six");
+  for (const char* kept :
+       {"version = 2", "since = 2026-05-31", "NoHex = \"0g\"", "[[printer]]\nname = \"hall\""}) {
+    EXPECT_NE(ContentOf(m_Registry.Path()).find(kept), std::string::npos) << kept;
+  }
+  EXPECT_FALSE(m_Registry.Write(u"version", u"x", u"y"));
+  EXPECT_TRUE(Contains(m_Registry.LastError(), u"version"));
+}
+
+TEST_F(RegistryTest, ADamagedFileIsLeftAlone) {
+  const std::string damaged = "[Key]\nValue = 'x'\nValue = \n";
+  const std::string deep = "a = " + std::string(5000, '[');
+  for (const std::string& content : {damaged, deep, std::string("a = '\xFF'"), std::string("\0\1\2", 3)}) {
+    m_Folder.Put("home/registry.toml", content);
+    EXPECT_FALSE(m_Registry.Open());
+    EXPECT_EQ(m_Registry.Read(u"Key", u"Value"), std::nullopt);
+    EXPECT_FALSE(m_Registry.Write(u"Key", u"Value", u"y"));
+    EXPECT_TRUE(Contains(m_Registry.LastError(), FromUtf8(m_Registry.Path().native())));
+    EXPECT_EQ(ContentOf(m_Registry.Path()), content);
+  }
+  m_Folder.Put("home/registry.toml", damaged);
+  m_Registry.Open();
+  EXPECT_TRUE(Contains(m_Registry.LastError(), u"line 3")) << ToUtf8(m_Registry.LastError());
+}
+
+TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
+  ASSERT_TRUE(m_Registry.Write(m_Key, u"TemplatePath", u"old"));
+  m_Files.FailWrite(1);
+  EXPECT_FALSE(m_Registry.Write(m_Key, u"TemplatePath", u"new"));
+  EXPECT_TRUE(Contains(m_Registry.LastError(), u"No space left on device"));
+  m_Files.FailCommit(1);
+  EXPECT_FALSE(m_Registry.WriteBinary(m_Key, u"TemplatePath", {1}));
+  EXPECT_EQ(m_Registry.Read(m_Key, u"TemplatePath"), u"old");
+  EXPECT_EQ(m_Registry.LastError(), u"");
+
+  Registry inFile(m_Files, m_Registry.Path() / "registry.toml");
+  EXPECT_FALSE(inFile.Open());
+  EXPECT_FALSE(inFile.LastError().empty());
+  std::filesystem::create_directory(m_Folder / "folder.toml");
+  Registry folder(m_Files, m_Folder / "folder.toml");
+  EXPECT_FALSE(folder.Open());
+  EXPECT_FALSE(folder.Write(m_Key, u"TemplatePath", u"x"));
+}
+
+}  // namespace
+}  // namespace inspector::device
