@@ -13,20 +13,30 @@ constexpr char16_t kReplacement = 0xFFFD;
 constexpr std::uint64_t kHighBitOfEachByte = 0x8080808080808080u;
 constexpr std::uint64_t kAboveAsciiOfEachUnit = 0xFF80FF80FF80FF80u;
 
-// Widens ASCII up to the first other byte and returns how many bytes that were. The copies through local
-// arrays tell the compiler that the two memories do not overlap, so that it uses vector instructions.
-std::size_t WidenAscii(const char* bytes, std::size_t size, char16_t* out) {
-  std::size_t done = 0;
-  for (; done + 16 <= size; done += 16) {
-    unsigned char chunk[16];
-    std::memcpy(chunk, bytes + done, sizeof(chunk));
-    std::uint64_t halves[2];
-    std::memcpy(halves, chunk, sizeof(halves));
-    if (((halves[0] | halves[1]) & kHighBitOfEachByte) != 0) break;
-    char16_t wide[16];
-    for (int i = 0; i < 16; ++i) wide[i] = chunk[i];
+// Widens blocks of `Size` bytes (8 or 16) from `done` on, up to the first that is not all ASCII. The copies
+// through local arrays tell the compiler that the memories do not overlap, so that it uses vector
+// instructions.
+template <std::size_t Size>
+std::size_t WidenBlocks(const char* bytes, std::size_t size, std::size_t done, char16_t* out) {
+  for (; done + Size <= size; done += Size) {
+    unsigned char block[Size];
+    std::memcpy(block, bytes + done, Size);
+    std::uint64_t words[Size / 8];
+    std::memcpy(words, block, Size);
+    std::uint64_t all = 0;
+    for (const std::uint64_t word : words) all |= word;
+    if ((all & kHighBitOfEachByte) != 0) break;
+    char16_t wide[Size];
+    for (std::size_t i = 0; i < Size; ++i) wide[i] = block[i];
     std::memcpy(out + done, wide, sizeof(wide));
   }
+  return done;
+}
+
+// Widens ASCII up to the first other byte and returns how many bytes that were.
+std::size_t WidenAscii(const char* bytes, std::size_t size, char16_t* out) {
+  std::size_t done = WidenBlocks<16>(bytes, size, 0, out);
+  done = WidenBlocks<8>(bytes, size, done, out);
   for (; done < size && static_cast<unsigned char>(bytes[done]) < 0x80; ++done) {
     out[done] = static_cast<unsigned char>(bytes[done]);
   }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
 
 #include "support/TestSupport.h"
@@ -38,9 +39,9 @@ TEST_F(FaultLogTest, EachFaultIsLoggedEachTimeAndShownOnce) {
 
 TEST_F(FaultLogTest, AWorkersFaultsWaitForThePromptsThread) {
   FaultLog log(m_Prompts, m_Clock, m_Folder / "faults.log");
-  std::vector<std::thread> workers;
-  for (int worker = 0; worker < 4; ++worker) {
-    workers.emplace_back([&log] {
+  std::array<std::thread, 4> workers;
+  for (std::thread& worker : workers) {
+    worker = std::thread([&log] {
       for (int i = 0; i < 50; ++i) log.Report(u"Query " + Decimal(i % 5) + u" failed.");
     });
   }

@@ -9,7 +9,6 @@ namespace inspector::device {
 namespace {
 
 namespace fs = std::filesystem;
-using tests::ContentOf;
 using tests::TemporaryFolder;
 
 TEST(FilesTest, OnlyOrdinaryFilesAreOpened) {

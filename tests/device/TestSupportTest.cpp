@@ -7,8 +7,6 @@ namespace inspector::tests {
 namespace {
 
 using device::Answer;
-using device::Buttons;
-using device::Icon;
 using device::Text;
 
 TEST(ScriptedPromptsTest, AnswersInTurnByTextBeforeTitle) {

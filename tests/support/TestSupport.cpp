@@ -186,7 +186,7 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::filesystem::path TemporaryFolder::Put(const std::filesystem::path& name,
                                            std::string_view content) const {
-  const std::filesystem::path path = m_Path / name;
+  std::filesystem::path path = m_Path / name;
   std::filesystem::create_directories(path.parent_path());
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out.write(content.data(), static_cast<std::streamsize>(content.size()));
