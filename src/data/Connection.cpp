@@ -1,0 +1,297 @@
+#include "data/Connection.h"
+
+#include <sqlite3.h>
+
+#include "data/DatabaseFile.h"
+#include "device/Format.h"
+
+namespace inspector::data {
+namespace {
+
+constexpr int kBusyMilliseconds = 2000;
+
+}  // namespace
+
+Connection::Connection(std::filesystem::path file, device::FaultLog& faults)
+    : m_File(std::move(file)), m_Faults(faults) {}
+
+Connection::~Connection() { Close(); }
+
+Text Connection::Open() {
+  if (const Text problem = ExamineDatabaseFile(m_File); !problem.empty()) return problem;
+  int code = sqlite3_open_v2(m_File.c_str(), &m_Database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  if (code == SQLITE_OK) {
+    sqlite3_extended_result_codes(m_Database, 0);
+    sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
+    // A double-quoted value that reached SQLite untranslated must fail, not quietly become a text.
+    sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    code = sqlite3_exec(m_Database, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK && sqlite3_db_readonly(m_Database, "main") == 1) code = SQLITE_READONLY;
+  }
+  if (code == SQLITE_OK) return {};
+  const Text problem = DescribeFailure(code, m_Database ? sqlite3_errmsg(m_Database) : "out of memory");
+  Close();
+  return problem;
+}
+
+bool Connection::PrepareForWriting() {
+  return ExecuteNative("PRAGMA journal_mode = WAL") && ExecuteNative("PRAGMA synchronous = FULL");
+}
+
+void Connection::Close() {
+  if (!m_Database) return;
+  ForgetStatements();
+  sqlite3_close_v2(m_Database);
+  m_Database = nullptr;
+  m_Depth = 0;
+  m_Reading = 0;
+}
+
+void Connection::ForgetStatements() {
+  for (auto& [shape, prepared] : m_Shapes) sqlite3_finalize(prepared.statement);
+  for (auto& [sql, statement] : m_Native) sqlite3_finalize(statement);
+  ++m_Generation;
+  m_Shapes.clear();
+  m_Native.clear();
+  m_Columns.clear();
+  m_KnownMissing.clear();
+}
+
+Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView sql, Result& result) {
+  if (const auto known = m_Shapes.find(tokens.shape); known != m_Shapes.end()) return &known->second;
+  Prepared prepared;
+  prepared.translation = TranslateSql(tokens, sql, *this);
+  if (prepared.translation.outcome == SqlTranslation::Outcome::TableMissing) {
+    result = Result::TableMissing;
+    return nullptr;
+  }
+  if (prepared.translation.outcome == SqlTranslation::Outcome::NotUnderstood) {
+    Fail(device::Format(u"A statement for the database %s was not understood (%s): %s",
+                        device::FromUtf8(m_File.string()), prepared.translation.table, sql));
+    result = Result::Failed;
+    return nullptr;
+  }
+  if (sqlite3_prepare_v3(m_Database, prepared.translation.sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT,
+                         &prepared.statement, nullptr) != SQLITE_OK) {
+    ReportFailure();
+    result = Result::Failed;
+    return nullptr;
+  }
+  return &m_Shapes.emplace(tokens.shape, std::move(prepared)).first->second;
+}
+
+bool Connection::Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens) {
+  int place = 0;
+  for (const std::size_t index : translation.binds) {
+    ++place;
+    const SqlValue& value = tokens.values[index];
+    int code = SQLITE_OK;
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+      code = sqlite3_bind_int64(statement, place, *whole);
+    } else if (const auto* real = std::get_if<double>(&value)) {
+      code = sqlite3_bind_double(statement, place, *real);
+    } else {
+      const auto& text = std::get<std::string>(value);
+      code = sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+    }
+    if (code != SQLITE_OK) return false;
+  }
+  return true;
+}
+
+Connection::Result Connection::Query(TextView sql, std::vector<std::int64_t>& keys, Text& table) {
+  keys.clear();
+  if (!m_Database) return Result::Failed;
+  const std::optional<SqlTokens> tokens = Tokenise(sql);
+  if (!tokens) {
+    Fail(device::Format(u"A statement for the database %s has an open quote: %s",
+                        device::FromUtf8(m_File.string()), sql));
+    return Result::Failed;
+  }
+  Result result = Result::Done;
+  Prepared* prepared = PrepareShape(*tokens, sql, result);
+  if (!prepared) return result;
+  sqlite3_stmt* const statement = prepared->statement;
+  table = prepared->translation.table;
+  if (!Bind(statement, prepared->translation, *tokens)) {
+    ReportFailure();
+    return Result::Failed;
+  }
+  int code = SQLITE_ROW;
+  while ((code = sqlite3_step(statement)) == SQLITE_ROW) keys.push_back(sqlite3_column_int64(statement, 0));
+  if (code != SQLITE_DONE) {
+    ReportFailure();
+    keys.clear();
+    result = Result::Failed;
+  }
+  sqlite3_reset(statement);
+  if (result == Result::Done && prepared->translation.table.empty()) ForgetStatements();  // a definition
+  return result;
+}
+
+Connection::Result Connection::Execute(TextView sql) {
+  std::vector<std::int64_t> keys;
+  Text table;
+  return Query(sql, keys, table);
+}
+
+bool Connection::ExecuteNative(const std::string& sql) {
+  if (!m_Database) return false;
+  if (sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) return true;
+  ReportFailure();
+  return false;
+}
+
+const std::vector<StoredColumn>* Connection::ColumnsOf(TextView table) {
+  const Text name(table);
+  if (const auto known = m_Columns.find(name); known != m_Columns.end()) return &known->second;
+  if (m_KnownMissing.contains(name)) return nullptr;
+  sqlite3_stmt* const statement = Prepare("SELECT name, type FROM pragma_table_info(?) ORDER BY cid");
+  if (!statement) return nullptr;
+  const std::string bytes = device::ToUtf8(name);
+  sqlite3_bind_text(statement, 1, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+  std::vector<StoredColumn> columns;
+  int code = SQLITE_ROW;
+  while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    const auto text = [statement](int column) {
+      const auto* content = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+      return std::string(content ? content : "");
+    };
+    columns.push_back({device::FromUtf8(text(0)), StoredTypeOf(text(1))});
+  }
+  if (code != SQLITE_DONE) ReportFailure();
+  sqlite3_reset(statement);
+  if (code != SQLITE_DONE) return nullptr;
+  if (columns.empty()) {
+    m_KnownMissing.emplace(name, true);
+    return nullptr;
+  }
+  return &m_Columns.emplace(name, std::move(columns)).first->second;
+}
+
+sqlite3_stmt* Connection::Prepare(const std::string& sql) {
+  if (!m_Database) return nullptr;
+  if (const auto known = m_Native.find(sql); known != m_Native.end()) return known->second;
+  sqlite3_stmt* statement = nullptr;
+  if (sqlite3_prepare_v3(m_Database, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
+    ReportFailure();
+    return nullptr;
+  }
+  m_Native.emplace(sql, statement);
+  return statement;
+}
+
+bool Connection::Run(sqlite3_stmt* statement) {
+  const bool done = sqlite3_step(statement) == SQLITE_DONE;
+  if (!done) ReportFailure();
+  sqlite3_reset(statement);
+  sqlite3_clear_bindings(statement);
+  return done;
+}
+
+std::int64_t Connection::LastRowId() const { return sqlite3_last_insert_rowid(m_Database); }
+
+void Connection::ReportFailure() { Fail(DescribeFailure(sqlite3_errcode(m_Database), sqlite3_errmsg(m_Database))); }
+
+void Connection::Fail(const Text& problem) {
+  m_Doomed = m_Depth > 0;
+  m_Faults.Report(problem);
+}
+
+Text Connection::DescribeFailure(int code, const char* detail) const {
+  const Text file = device::FromUtf8(m_File.string());
+  switch (code & 0xFF) {
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      return DamagedFileMessage(m_File);
+    case SQLITE_FULL:
+      return device::Format(u"The disk that holds the database %s is full. Nothing was changed. Free some space "
+                            u"and do it again.", file);
+    case SQLITE_READONLY:
+      return ReadOnlyFileMessage(m_File);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return device::Format(u"Another program has locked the database %s. Close it there and try again.", file);
+    case SQLITE_CANTOPEN:
+      return device::Format(u"The database %s, or the journal beside it, cannot be opened. Check that its folder is "
+                            u"there and may be written to.", file);
+    case SQLITE_IOERR:
+      return device::Format(u"The disk that holds the database %s reported an error. Nothing was changed. Check the "
+                            u"disk and try again.", file);
+    default:
+      return device::Format(u"The database %s reported: %s", file, device::FromUtf8(detail));
+  }
+}
+
+bool Connection::Begin() {
+  if (m_Depth == 0) {
+    m_Doomed = false;
+    while (m_Reading > 0) EndReading();
+    if (!ExecuteNative("BEGIN IMMEDIATE")) return false;
+  }
+  ++m_Depth;
+  return true;
+}
+
+bool Connection::Commit() {
+  if (m_Depth > 1) {
+    --m_Depth;
+    return !m_Doomed;
+  }
+  if (m_Doomed || !ExecuteNative("COMMIT")) {
+    Rollback();
+    return false;
+  }
+  m_Depth = 0;
+  return true;
+}
+
+void Connection::Rollback() {
+  if (m_Depth > 1) {
+    --m_Depth;
+    m_Doomed = true;
+    return;
+  }
+  // SQLite may have rolled back on its own (a full disk); a second time is no failure.
+  if (!sqlite3_get_autocommit(m_Database)) sqlite3_exec(m_Database, "ROLLBACK", nullptr, nullptr, nullptr);
+  LeaveTransaction();
+}
+
+void Connection::LeaveTransaction() {
+  m_Depth = 0;
+  m_Doomed = false;
+  ForgetStatements();  // a table that the transaction created is gone again
+}
+
+void Connection::BeginReading() {
+  if (m_Depth == 0 && m_Reading == 0 && m_Database && !ExecuteNative("BEGIN")) return;
+  if (m_Depth == 0) ++m_Reading;
+}
+
+void Connection::EndReading() {
+  if (m_Reading == 0) return;
+  if (--m_Reading == 0 && m_Depth == 0 && m_Database) ExecuteNative("COMMIT");
+}
+
+bool Connection::CheckIntegrity(std::vector<Text>& findings) {
+  sqlite3_stmt* const statement = Prepare("PRAGMA integrity_check");
+  if (!statement) return false;
+  bool sound = true;
+  int code = SQLITE_ROW;
+  while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+    const auto* line = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    const Text text = device::FromUtf8(line ? line : "");
+    if (text == u"ok") continue;
+    findings.push_back(text);
+    sound = false;
+  }
+  if (code != SQLITE_DONE) {
+    findings.push_back(DescribeFailure(code, sqlite3_errmsg(m_Database)));
+    sound = false;
+  }
+  sqlite3_reset(statement);
+  return sound;
+}
+
+}  // namespace inspector::data

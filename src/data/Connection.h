@@ -1,0 +1,132 @@
+// One open database file: statements, transactions, and what its failures mean to a person.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "data/SqlDialect.h"
+#include "device/FaultLog.h"
+#include "device/Text.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace inspector::data {
+
+// Belongs to one thread. Every failure is reported to the fault log with the file's name and what to do, and
+// is also the return value. Queries go through the dialect; the values in them are bound.
+class Connection : private SqlCatalog {
+ public:
+  Connection(std::filesystem::path file, device::FaultLog& faults);
+  ~Connection() override;
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  // Opens an existing file and reads its schema; nothing is written. On failure returns why, in words for a
+  // person; an empty text means that it is open.
+  Text Open();
+  bool IsOpen() const { return m_Database != nullptr; }
+  // Write-ahead journal and full syncing. Not done by Open, because it alters the file's header.
+  bool PrepareForWriting();
+  void Close();
+  const std::filesystem::path& File() const { return m_File; }
+
+  enum class Result { Done, TableMissing, Failed };
+  // A query: the row ids of what it finds, and the table they belong to.
+  Result Query(TextView sql, std::vector<std::int64_t>& keys, Text& table);
+  // DELETE, CREATE TABLE, ALTER TABLE; a query is run and its rows are dropped.
+  Result Execute(TextView sql);
+  // A statement in SQLite's own words, for indexes and pragmas.
+  bool ExecuteNative(const std::string& sql);
+
+  // Null when there is no such table. Valid until the next definition.
+  const std::vector<StoredColumn>* ColumnsOf(TextView table) override;
+
+  // A prepared statement in SQLite's own words, kept for the next call. Null on failure.
+  sqlite3_stmt* Prepare(const std::string& sql);
+  // Runs a prepared statement that returns no row, and resets it.
+  bool Run(sqlite3_stmt* statement);
+  // Reports the connection's last failure. A failure, of reading too, dooms the transaction it is part of.
+  void ReportFailure();
+  std::int64_t LastRowId() const;
+  // Changes when prepared statements are dropped; whoever keeps one compares it.
+  int Generation() const { return m_Generation; }
+
+  // Transactions nest: only the outermost begins, and commits when none inside it failed.
+  bool Begin();
+  bool Commit();  // false: nothing of the transaction is in the file
+  void Rollback();
+  bool IsInTransaction() const { return m_Depth > 0; }
+  // A read transaction, so that a loop of fetches does not take a lock for each. Inside any other it does
+  // nothing.
+  void BeginReading();
+  void EndReading();
+
+  // True when both ends of `PRAGMA integrity_check` say "ok"; else what it found is added to `findings`.
+  bool CheckIntegrity(std::vector<Text>& findings);
+
+ private:
+  struct Prepared {
+    SqlTranslation translation;
+    sqlite3_stmt* statement = nullptr;
+  };
+
+  Prepared* PrepareShape(const SqlTokens& tokens, TextView sql, Result& result);
+  bool Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens);
+  void ForgetStatements();
+  void LeaveTransaction();
+  void Fail(const Text& problem);
+  Text DescribeFailure(int code, const char* detail) const;
+
+  std::filesystem::path m_File;
+  device::FaultLog& m_Faults;
+  sqlite3* m_Database = nullptr;
+  std::unordered_map<std::string, Prepared> m_Shapes;
+  std::unordered_map<std::string, sqlite3_stmt*> m_Native;
+  std::unordered_map<Text, std::vector<StoredColumn>> m_Columns;
+  std::unordered_map<Text, bool> m_KnownMissing;
+  int m_Generation = 1;
+  int m_Depth = 0;
+  int m_Reading = 0;
+  bool m_Doomed = false;
+};
+
+// One user action. Rolls back unless committed.
+class Transaction {
+ public:
+  explicit Transaction(Connection& connection) : m_Connection(connection), m_Open(connection.Begin()) {}
+  ~Transaction() {
+    if (m_Open) m_Connection.Rollback();
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  bool IsOpen() const { return m_Open; }
+  bool Commit() {
+    if (!m_Open) return false;
+    m_Open = false;
+    return m_Connection.Commit();
+  }
+
+ private:
+  Connection& m_Connection;
+  bool m_Open;
+};
+
+// A loop over rows reads inside one of these.
+class ReadScope {
+ public:
+  explicit ReadScope(Connection& connection) : m_Connection(connection) { m_Connection.BeginReading(); }
+  ~ReadScope() { m_Connection.EndReading(); }
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+
+ private:
+  Connection& m_Connection;
+};
+
+}  // namespace inspector::data

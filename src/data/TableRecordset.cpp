@@ -1,0 +1,278 @@
+#include "data/TableRecordset.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+#include "device/Format.h"
+
+namespace inspector::data {
+namespace {
+
+using device::CalendarTime;
+
+std::int32_t* AsInteger(const ColumnDef& column) { return std::get<std::int32_t*>(column.member); }
+
+CalendarTime ReadDate(sqlite3_stmt* statement, int column) {
+  switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_TEXT: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+      const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+      return device::FromIso(std::string_view(text, size)).value_or(CalendarTime{});
+    }
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:  // a file that was made before dates became text
+      return device::FromVariantTime(sqlite3_column_double(statement, column));
+    default:
+      return {};
+  }
+}
+
+void ReadText(sqlite3_stmt* statement, int column, Text& text) {
+  const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  const int size = sqlite3_column_bytes(statement, column);
+  if (bytes && size > 0) device::AssignUtf8(text, bytes, static_cast<std::size_t>(size));
+  else text.clear();
+}
+
+void ReadBytes(sqlite3_stmt* statement, int column, ByteArray& bytes) {
+  if (sqlite3_column_type(statement, column) == SQLITE_NULL) {
+    bytes.assign(1, 0);
+    return;
+  }
+  const auto* data = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement, column));
+  const int size = sqlite3_column_bytes(statement, column);
+  if (data) bytes.assign(data, data + size);
+  else bytes.clear();
+}
+
+}  // namespace
+
+TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, std::span<const BoundMember> members)
+    : TableRecordset(databases, layout, layout.name, members) {}
+
+TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, TextView tableName,
+                               std::span<const BoundMember> members)
+    : m_TableName(RealTableName(tableName)), m_Databases(databases), m_Connection(databases.Get(layout.database)) {
+  const std::size_t count = std::min(layout.columns.size(), members.size());
+  m_Columns.reserve(count);
+  for (std::size_t ordinal = 0; ordinal < count; ++ordinal) {
+    const ColumnLayout& column = layout.columns[ordinal];
+    m_Columns.push_back({static_cast<int>(ordinal), column.type, members[ordinal], Text(column.sqlType),
+                         column.IsPositional() ? Text() : Text(column.name)});
+  }
+  ResetMembers({}, true);
+}
+
+bool TableRecordset::Open() {
+  if (m_SQL.empty()) m_SQL = device::Format(u"SELECT * FROM %s", m_TableName);
+  return OpenSQL(m_SQL);
+}
+
+bool TableRecordset::OpenSQL(TextView sql) {
+  Text table;
+  const Connection::Result result = m_Connection.Query(sql, m_Keys, table);
+  m_Failed = result == Connection::Result::Failed;
+  m_EditMode = EditMode::None;
+  return result != Connection::Result::TableMissing;
+}
+
+bool TableRecordset::GetRecord(int n) {
+  m_EditMode = EditMode::None;
+  if (n >= 0 && n < RecordCount()) {
+    m_CurrentKey = m_Keys[static_cast<std::size_t>(n)];
+    sqlite3_stmt* const select = Statement(m_Select, m_SelectGeneration, &TableRecordset::SelectSql);
+    if (select) {
+      sqlite3_bind_int64(select, 1, m_CurrentKey);
+      const int code = sqlite3_step(select);
+      if (code == SQLITE_ROW) {
+        ReadRow(select);
+        m_EditMode = EditMode::Update;
+      } else if (code != SQLITE_DONE) {
+        m_Connection.ReportFailure();
+      }
+      sqlite3_reset(select);
+      if (m_EditMode == EditMode::Update) return true;
+    }
+  }
+  ResetMembers({}, true);
+  return false;
+}
+
+void TableRecordset::ReadRow(sqlite3_stmt* statement) {
+  const int stored = sqlite3_column_count(statement);
+  for (ColumnDef& column : m_Columns) {
+    const int at = column.ordinal;
+    const bool isThere = at < stored;
+    switch (column.type) {
+      case ValueType::Integer:
+        *AsInteger(column) = isThere ? sqlite3_column_int(statement, at) : 0;
+        break;
+      case ValueType::YesNo:
+        *AsInteger(column) = isThere && sqlite3_column_double(statement, at) != 0 ? -1 : 0;
+        break;
+      case ValueType::Double:
+        *std::get<double*>(column.member) = isThere ? sqlite3_column_double(statement, at) : 0;
+        break;
+      case ValueType::Date:
+        *std::get<CalendarTime*>(column.member) = isThere ? ReadDate(statement, at) : CalendarTime{};
+        break;
+      case ValueType::String:
+        if (isThere) ReadText(statement, at, *std::get<Text*>(column.member));
+        else std::get<Text*>(column.member)->clear();
+        break;
+      case ValueType::Binary:
+        if (isThere) ReadBytes(statement, at, *std::get<ByteArray*>(column.member));
+        else std::get<ByteArray*>(column.member)->assign(1, 0);
+        break;
+    }
+  }
+}
+
+void TableRecordset::ResetMembers(const CalendarTime& date, bool withBinary) {
+  for (ColumnDef& column : m_Columns) {
+    switch (column.type) {
+      case ValueType::Integer:
+      case ValueType::YesNo:
+        *AsInteger(column) = 0;
+        break;
+      case ValueType::Double:
+        *std::get<double*>(column.member) = 0;
+        break;
+      case ValueType::Date:
+        *std::get<CalendarTime*>(column.member) = date;
+        break;
+      case ValueType::String:
+        std::get<Text*>(column.member)->clear();
+        break;
+      case ValueType::Binary:
+        if (withBinary) std::get<ByteArray*>(column.member)->assign(1, 0);
+        break;
+    }
+  }
+}
+
+void TableRecordset::PrepareNew() {
+  ResetMembers(m_Databases.GetClock().Now(), false);
+  m_EditMode = EditMode::New;
+}
+
+bool TableRecordset::Write() {
+  switch (m_EditMode) {
+    case EditMode::New:
+      return Insert();
+    case EditMode::Update:
+      return Update();
+    case EditMode::None:
+      break;
+  }
+  return false;
+}
+
+bool TableRecordset::Insert() {
+  sqlite3_stmt* const insert = Statement(m_Insert, m_InsertGeneration, &TableRecordset::InsertSql);
+  if (!insert) return false;
+  BindRow(insert);
+  if (!m_Connection.Run(insert)) return false;
+  m_CurrentKey = m_Connection.LastRowId();
+  m_Keys.push_back(m_CurrentKey);
+  return true;
+}
+
+bool TableRecordset::Update() {
+  sqlite3_stmt* const update = Statement(m_Update, m_UpdateGeneration, &TableRecordset::UpdateSql);
+  if (!update) return false;
+  BindRow(update);
+  sqlite3_bind_int64(update, static_cast<int>(StoredCount()) + 1, m_CurrentKey);
+  return m_Connection.Run(update);
+}
+
+void TableRecordset::BindRow(sqlite3_stmt* statement) {
+  const auto stored = static_cast<int>(StoredCount());
+  std::string bytes;
+  for (const ColumnDef& column : m_Columns) {
+    const int place = column.ordinal + 1;
+    if (column.ordinal >= stored) continue;
+    switch (column.type) {
+      case ValueType::Integer:
+        sqlite3_bind_int(statement, place, *AsInteger(column));
+        break;
+      case ValueType::YesNo:
+        sqlite3_bind_int(statement, place, *AsInteger(column) != 0 ? 1 : 0);
+        break;
+      case ValueType::Double:
+        sqlite3_bind_double(statement, place, *std::get<double*>(column.member));
+        break;
+      case ValueType::Date: {
+        const CalendarTime& date = *std::get<CalendarTime*>(column.member);
+        bytes = device::ToIso(date);
+        if (date.IsZero()) sqlite3_bind_null(statement, place);
+        else sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+        break;
+      }
+      case ValueType::String:
+        bytes = device::ToUtf8(*std::get<Text*>(column.member));
+        sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+        break;
+      case ValueType::Binary: {
+        const ByteArray& block = *std::get<ByteArray*>(column.member);
+        sqlite3_bind_blob(statement, place, block.empty() ? "" : static_cast<const void*>(block.data()),
+                          static_cast<int>(block.size()), SQLITE_TRANSIENT);
+        break;
+      }
+      default:
+        m_Databases.Faults().Report(u"Error! Invalid type specified.");
+        sqlite3_bind_null(statement, place);
+    }
+  }
+}
+
+bool TableRecordset::DeleteCurrent() {
+  if (m_EditMode == EditMode::None) return false;
+  sqlite3_stmt* const remove =
+      m_Connection.Prepare("DELETE FROM " + QuotedName(m_TableName) + " WHERE _rowid_ = ?1");
+  if (!remove) return false;
+  sqlite3_bind_int64(remove, 1, m_CurrentKey);
+  if (!m_Connection.Run(remove)) return false;
+  std::erase(m_Keys, m_CurrentKey);
+  m_EditMode = EditMode::None;
+  return true;
+}
+
+sqlite3_stmt* TableRecordset::Statement(sqlite3_stmt*& cached, int& generation, std::string (TableRecordset::*build)()) {
+  if (!cached || generation != m_Connection.Generation()) {
+    cached = m_Connection.Prepare((this->*build)());
+    generation = m_Connection.Generation();
+  }
+  return cached;
+}
+
+std::size_t TableRecordset::StoredCount() {
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  return std::min(stored ? stored->size() : 0, m_Columns.size());
+}
+
+std::string TableRecordset::SelectSql() {
+  return "SELECT * FROM " + QuotedName(m_TableName) + " WHERE _rowid_ = ?1";
+}
+
+std::string TableRecordset::InsertSql() {
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  std::string names;
+  std::string places;
+  for (std::size_t i = 0; stored && i < StoredCount(); ++i) {
+    names += (i ? ", " : "") + QuotedName((*stored)[i].name);
+    places += i ? ", ?" : "?";
+  }
+  return "INSERT INTO " + QuotedName(m_TableName) + " (" + names + ") VALUES (" + places + ")";
+}
+
+std::string TableRecordset::UpdateSql() {
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  std::string places;
+  for (std::size_t i = 0; stored && i < StoredCount(); ++i)
+    places += (i ? ", " : "") + QuotedName((*stored)[i].name) + " = ?";
+  return "UPDATE " + QuotedName(m_TableName) + " SET " + places + " WHERE _rowid_ = ?";
+}
+
+}  // namespace inspector::data

@@ -1,0 +1,98 @@
+// The base of one class per table: rows reached by their position in an open query, columns by ordinal.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "data/ColumnDef.h"
+#include "data/Connection.h"
+#include "data/Databases.h"
+
+namespace inspector::data {
+
+// Keeps only the row keys of the open query and fetches one row at a time into the bound members. Not to be
+// used from another thread than its databases.
+//
+// Failures: a query that fails reads as empty (Failed tells), and every failure has been reported by the
+// connection. A NULL reads as the neutral value of its type; a NULL date as the zero date.
+class TableRecordset {
+ public:
+  virtual ~TableRecordset() = default;
+  TableRecordset(const TableRecordset&) = delete;
+  TableRecordset& operator=(const TableRecordset&) = delete;
+
+  const Text& TableName() const { return m_TableName; }
+  Connection& GetConnection() const { return m_Connection; }
+
+  // The text of the next Open; empty means the whole table.
+  void SetSQL(Text sql) { m_SQL = std::move(sql); }
+  // False only when the table is missing.
+  bool Open();
+  // Runs any statement. A query's rows become the open ones; anything else leaves none.
+  bool OpenSQL(TextView sql);
+  // The last Open or OpenSQL failed, for another reason than a missing table.
+  bool Failed() const { return m_Failed; }
+
+  int RecordCount() const { return static_cast<int>(m_Keys.size()); }
+  // Row n of the open query into the members; the next Write updates it. False when there is no such row
+  // (any more): the members then hold neutral values and the next Write does nothing.
+  bool GetRecord(int n);
+  // Neutral values, dates now; the next Write adds a row. Binary members stay as they are.
+  void PrepareNew();
+  // Adds or updates; a second Write without GetRecord or PrepareNew repeats the same kind. A row that was
+  // added becomes the last of the open ones.
+  bool Write();
+  // Deletes the row last read or written, and takes it out of the open ones.
+  bool DeleteCurrent();
+
+  // CREATE TABLE with the column definitions. False when the statement failed.
+  virtual bool CreateTable();
+  enum class StructureResult { Sound, Fatal };
+  // Creates what is missing, compares what is there. Fatal: a message box has been shown, and the program
+  // must end.
+  StructureResult CheckStructure(device::Prompts& prompts);
+
+  std::span<const ColumnDef> Columns() const { return m_Columns; }
+
+ protected:
+  // `layout` gives the columns, `members` their members in the same order. A table name of its own serves
+  // tables that share a layout.
+  TableRecordset(Databases& databases, const TableLayout& layout, std::span<const BoundMember> members);
+  TableRecordset(Databases& databases, const TableLayout& layout, TextView tableName,
+                 std::span<const BoundMember> members);
+  void AddColumn(ColumnDef column) { m_Columns.push_back(std::move(column)); }
+  Databases& GetDatabases() const { return m_Databases; }
+
+ private:
+  bool Insert();
+  bool Update();
+  void BindRow(sqlite3_stmt* statement);
+  void ReadRow(sqlite3_stmt* statement);
+  void ResetMembers(const device::CalendarTime& date, bool withBinary);
+  sqlite3_stmt* Statement(sqlite3_stmt*& cached, int& generation, std::string (TableRecordset::*build)());
+  std::string SelectSql();
+  std::string InsertSql();
+  std::string UpdateSql();
+  std::size_t StoredCount();
+
+  enum class EditMode { None, New, Update };
+
+  Text m_SQL;
+  std::vector<ColumnDef> m_Columns;
+  Text m_TableName;
+  Databases& m_Databases;
+  Connection& m_Connection;
+  EditMode m_EditMode = EditMode::None;
+  bool m_Failed = false;
+  std::vector<std::int64_t> m_Keys;
+  std::int64_t m_CurrentKey = 0;
+  sqlite3_stmt* m_Select = nullptr;
+  sqlite3_stmt* m_Insert = nullptr;
+  sqlite3_stmt* m_Update = nullptr;
+  int m_SelectGeneration = 0;
+  int m_InsertGeneration = 0;
+  int m_UpdateGeneration = 0;
+};
+
+}  // namespace inspector::data
