@@ -40,6 +40,8 @@ class Connection : private SqlCatalog {
   Result Query(TextView sql, std::vector<std::int64_t>& keys, Text& table);
   // DELETE, CREATE TABLE, ALTER TABLE; a query is run and its rows are dropped.
   Result Execute(TextView sql);
+  // To be called after a definition that went through ExecuteNative.
+  void SchemaChanged() { ForgetStatements(); }
   // A statement in SQLite's own words, for indexes and pragmas.
   bool ExecuteNative(const std::string& sql);
 

@@ -61,7 +61,7 @@ TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, 
     m_Columns.push_back({static_cast<int>(ordinal), column.type, members[ordinal], Text(column.sqlType),
                          column.IsPositional() ? Text() : Text(column.name)});
   }
-  ResetMembers({}, true);
+  // The members are not constructed yet: only their addresses are taken.
 }
 
 bool TableRecordset::Open() {

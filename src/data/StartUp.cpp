@@ -1,0 +1,85 @@
+#include "data/StartUp.h"
+
+#include "data/Upgrade.h"
+#include "device/Format.h"
+
+namespace inspector::data {
+namespace {
+
+using device::DatabasePaths;
+using device::Machine;
+
+Text ReadPath(const Machine& machine, const Text& value, TextView otherwise) {
+  if (auto stored = machine.registry.Read(Text(kStartUpKey), value)) return *stored;
+  if (!machine.registry.Write(Text(kStartUpKey), value, Text(otherwise)))
+    machine.faults.Report(machine.registry.LastError());
+  return Text(otherwise);
+}
+
+bool WritePaths(const Machine& machine, TextView key, const DatabasePaths& paths) {
+  return machine.registry.Write(Text(key), u"TemplatePath", paths.templatePath) &&
+         machine.registry.Write(Text(key), u"InspectionPath", paths.inspectionPath);
+}
+
+bool BothExist(const Machine& machine, const DatabasePaths& paths) {
+  return machine.files.Exists(machine.paths.ResolveTyped(paths.templatePath)) &&
+         machine.files.Exists(machine.paths.ResolveTyped(paths.inspectionPath));
+}
+
+StartUp Refuse(const Machine& machine, const Text& problem) {
+  if (!problem.empty()) device::ShowError(machine.prompts, problem);
+  return {StartUpResult::Refused, nullptr};
+}
+
+}  // namespace
+
+std::optional<DatabasePaths> ReadDatabasePaths(const Machine& machine) {
+  if (!machine.registry.Open()) {
+    device::ShowError(machine.prompts, machine.registry.LastError());
+    return std::nullopt;
+  }
+  return DatabasePaths{ReadPath(machine, u"TemplatePath", kDefaultTemplatePath),
+                       ReadPath(machine, u"InspectionPath", kDefaultInspectionPath)};
+}
+
+StartUp StartData(const Machine& machine) {
+  std::optional<DatabasePaths> paths = ReadDatabasePaths(machine);
+  if (!paths) return {};
+  while (!BothExist(machine, *paths)) {
+    const std::optional<DatabasePaths> chosen = machine.prompts.AskDatabasePaths(*paths);
+    if (!chosen) return {};
+    paths = chosen;
+    if (!WritePaths(machine, kStartUpKey, *paths)) machine.faults.Report(machine.registry.LastError());
+  }
+
+  auto workspace = std::make_unique<Workspace>(machine, *paths);
+  if (const Text problem = workspace->LockFiles(); !problem.empty()) return Refuse(machine, problem);
+  if (const Text problem = workspace->GetDatabases().Open(); !problem.empty()) return Refuse(machine, problem);
+
+  UpgradeResult result = UpgradeStructure(*workspace);
+  if (result == UpgradeResult::Sound) result = CheckOptionsStructure(*workspace);
+  if (result == UpgradeResult::Fatal) return {StartUpResult::Terminated, nullptr};
+  if (result != UpgradeResult::Sound) return {};
+  if (!workspace->TemplateConnection().PrepareForWriting() || !workspace->InspectionConnection().PrepareForWriting())
+    return {};
+  workspace->Options();
+  return {StartUpResult::Ready, std::move(workspace)};
+}
+
+OptionsSaved SaveOptions(Workspace& workspace, const DatabasePaths& paths) {
+  const Machine& machine = workspace.GetMachine();
+  if (!workspace.Options().Write()) return OptionsSaved::Failed;
+  if (!WritePaths(machine, kOptionsKey, paths)) {
+    machine.faults.Report(machine.registry.LastError());
+    return OptionsSaved::Failed;
+  }
+  const DatabasePaths& inUse = workspace.PathsInUse();
+  if (paths.templatePath == inUse.templatePath && paths.inspectionPath == inUse.inspectionPath)
+    return OptionsSaved::Done;
+  machine.prompts.Show({u"The path(s) for the data files have been changed and you are required to quit before "
+                        u"proceeding.\n\nInspector will now quit.",
+                        u"Inspector", device::Buttons::Ok, device::Icon::Exclamation});
+  return OptionsSaved::MustQuit;
+}
+
+}  // namespace inspector::data

@@ -1,0 +1,32 @@
+// Table UniqueID: the next key of each sequence. Both databases have one, and they count differently.
+#pragma once
+
+#include "data/TableRecordset.h"
+
+namespace inspector::data {
+
+class UniqueIDTable : public TableRecordset {
+ public:
+  UniqueIDTable(Databases& databases, DatabaseKind kind);
+
+  // Takes the next key and stores it. Inspection database: 1000 for a new sequence, then counting up.
+  // Template database: counting up from any stored value of 0 or more, 25000 for a new or negative one.
+  // A write that fails has been reported; the same key may then be handed out again.
+  std::int32_t NextID(TextView sequenceName);
+
+  // In the Inspection database the new table takes over every counter of the Template database.
+  bool CreateTable() override;
+
+  Text m_SequenceName;
+  std::int32_t m_NextID = 0;
+
+ private:
+  static std::vector<BoundMember> Members(UniqueIDTable& row) { return {&row.m_SequenceName, &row.m_NextID}; }
+
+  DatabaseKind m_Kind;
+};
+
+// The next key of a sequence of the Inspection database.
+std::int32_t NextInspectionID(Databases& databases, TextView sequenceName);
+
+}  // namespace inspector::data
