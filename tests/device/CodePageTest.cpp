@@ -35,9 +35,11 @@ TEST(CodePageTest, WhatItLacksIsOneQuestionMarkPerUnit) {
   // At every position within the blocks that are converted at once.
   for (std::size_t before = 0; before <= 17; ++before) {
     const std::size_t after = 17 - before;
-    std::string out(1, '{');
-    AppendCodePage(out, Text(before, u'x') + u"\u00E9\u2019\u0142" + Text(after, u'y'));
-    EXPECT_EQ(out, std::string(1, '{').append(before, 'x').append("\xE9\x92?").append(after, 'y'));
+    for (const auto& [unit, byte] : {std::pair{u'\u00E9', '\xE9'}, {u'\u2019', '\x92'}, {u'\u0080', '?'}}) {
+      std::string out(1, '{');
+      AppendCodePage(out, Text(before, u'x') + unit + Text(after, u'y'));
+      EXPECT_EQ(out, std::string(1, '{').append(before, 'x').append(1, byte).append(after, 'y'));
+    }
   }
 }
 

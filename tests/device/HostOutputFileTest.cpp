@@ -89,6 +89,8 @@ TEST_P(HostOutputFileTest, PiecesOfAnySizeComeInOrder) {
       expected.append(size, 'L');
     }
   }
+  for (int i = 0; i < 70000; ++i) ASSERT_TRUE(file.Write("."));
+  expected.append(70000, '.');
   ASSERT_TRUE(file.Commit());
   EXPECT_TRUE(ContentOf(m_Folder / "pieces") == expected);
 }
@@ -230,6 +232,7 @@ TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   m_Folder.Put(".other.rtf." + dead + "-0.unfinished");
   m_Folder.Put(prefix + dead + "-7.txt");
   m_Folder.Put(prefix + dead);
+  m_Folder.Put(prefix + dead + ".unfinished");
   const int lock = open((m_Folder / (prefix + dead + "-8.unfinished")).c_str(), O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
 
@@ -237,9 +240,10 @@ TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   close(lock);
   std::vector<Text> expected;
   for (const std::string& name :
-       {".other.rtf." + dead + "-0.unfinished", prefix + dead, prefix + dead + "-7.txt",
-        prefix + dead + "-8.unfinished", prefix + std::to_string(getppid()) + "-0.unfinished",
-        ".report.rtf.bak." + dead + "-0.unfinished", std::string("report.rtf")}) {
+       {".other.rtf." + dead + "-0.unfinished", prefix + dead, prefix + dead + ".unfinished",
+        prefix + dead + "-7.txt", prefix + dead + "-8.unfinished",
+        prefix + std::to_string(getppid()) + "-0.unfinished", ".report.rtf.bak." + dead + "-0.unfinished",
+        std::string("report.rtf")}) {
     expected.push_back(FromUtf8(name));
   }
   std::sort(expected.begin(), expected.end());

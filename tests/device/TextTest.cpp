@@ -58,6 +58,7 @@ TEST(TextTest, LoneSurrogatesBecomeReplacementCharacters) {
   const char16_t low = 0xDFE0;
   const std::string replacement = "\xEF\xBF\xBD";
   EXPECT_EQ(ToUtf8(Text{high}), replacement);
+  EXPECT_EQ(ToUtf8(TextView(u"\U0001F3E0").substr(0, 1)), replacement);  // what follows is not part of it
   EXPECT_EQ(ToUtf8(Text{low, u'a'}), replacement + "a");
   EXPECT_EQ(ToUtf8(Text{low, high}), replacement + replacement);
   EXPECT_EQ(ToUtf8(Text{high, high, low}), replacement + "\xF0\x9F\x8F\xA0");
