@@ -88,7 +88,7 @@ TEST_F(DevicePathsTest, APersonMayTypeHostPaths) {
 
   EXPECT_EQ(m_Paths.ResolvePicture(typed), outside);
   EXPECT_EQ(m_Paths.ResolvePicture(u"/Photos/roof.JPG"), m_Paths.Root() / "Photos/roof.JPG");
-  EXPECT_EQ(m_Paths.ResolvePicture(u"/tmp"), m_Paths.Root() / "tmp");  // a folder is no picture
+  EXPECT_EQ(m_Paths.ResolvePicture(u"/usr"), m_Paths.Root() / "usr");  // a folder is no picture
   EXPECT_EQ(m_Paths.ResolvePicture(u"photos\\only here.jpg"), m_Paths.Root() / "photos/only here.jpg");
   EXPECT_EQ(m_Paths.ResolvePicture(u"\\..\\outside.jpg"), m_Paths.Root() / "outside.jpg");
 }
