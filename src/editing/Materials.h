@@ -1,0 +1,44 @@
+// The materials of a step: how they are stored, shown and ticked.
+//
+// Stored form: each ticked material followed by ";", in the order of the boxes; a free entry as "Other:", the
+// inspector's words and ";".
+#pragma once
+
+#include <vector>
+
+#include "data/Databases.h"
+#include "device/Text.h"
+
+namespace inspector::editing {
+
+using device::Text;
+using device::TextView;
+
+// For reading: without the final ";" and without the "Other:" markers. ";" stands between materials.
+Text MaterialsForDisplay(TextView stored);
+
+struct MaterialBox {
+  std::int32_t materialID = 0;
+  Text caption;  // the material, or "Other:" with the inspector's words once ticked
+  bool ticked = false;
+  bool hasComments = false;
+
+  bool IsFree() const;  // the caption begins with "Other:" or "other:"
+};
+
+// The boxes of one step, one per material of its template, in their order.
+class MaterialBoxes {
+ public:
+  MaterialBoxes(data::Databases& databases, std::int32_t stepTemplateID, TextView stored);
+
+  const std::vector<MaterialBox>& Boxes() const { return m_Boxes; }
+  void Tick(std::size_t box, bool ticked) { m_Boxes[box].ticked = ticked; }
+  // The free box takes the words and is ticked.
+  void TickFree(std::size_t box, TextView words);
+  Text Stored() const;
+
+ private:
+  std::vector<MaterialBox> m_Boxes;
+};
+
+}  // namespace inspector::editing
