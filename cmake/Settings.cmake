@@ -8,7 +8,7 @@ set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)
 
 add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
-  -Wimplicit-fallthrough -Wextra-semi -Werror)
+  -Wimplicit-fallthrough -Wextra-semi -Wno-restrict -Werror)
 
 # "address" stands for address and undefined behaviour together; "thread" for data races.
 set(INSPECTOR_SANITIZE "" CACHE STRING "Sanitizers: empty, address or thread")

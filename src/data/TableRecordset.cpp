@@ -275,4 +275,22 @@ std::string TableRecordset::UpdateSql() {
   return "UPDATE " + QuotedName(m_TableName) + " SET " + places + " WHERE _rowid_ = ?";
 }
 
+int TableRecordset::FindRowOf(const TableRecordset& other, int n) const {
+  if (n < 0 || n >= other.RecordCount()) return -1;
+  const auto found = std::find(m_Keys.begin(), m_Keys.end(), other.m_Keys[static_cast<std::size_t>(n)]);
+  return found == m_Keys.end() ? -1 : static_cast<int>(found - m_Keys.begin());
+}
+
+void CopyColumns(const TableRecordset& source, TableRecordset& target) {
+  const std::size_t count = std::min(source.Columns().size(), target.Columns().size());
+  for (std::size_t i = 0; i < count; ++i) {
+    std::visit(
+        [&](auto* from) {
+          using Member = decltype(from);
+          if (auto* const* to = std::get_if<Member>(&target.Columns()[i].member)) **to = *from;
+        },
+        source.Columns()[i].member);
+  }
+}
+
 }  // namespace inspector::data

@@ -55,6 +55,9 @@ class TableRecordset {
 
   std::span<const ColumnDef> Columns() const { return m_Columns; }
 
+  // The open row that is row n of another recordset on the same table; -1 when it is not among them.
+  int FindRowOf(const TableRecordset& other, int n) const;
+
  protected:
   // `layout` gives the columns, `members` their members in the same order. A table name of its own serves
   // tables that share a layout.
@@ -94,5 +97,8 @@ class TableRecordset {
   int m_InsertGeneration = 0;
   int m_UpdateGeneration = 0;
 };
+
+// Copies the members of every column that both tables have, by ordinal. Staging tables have one fewer.
+void CopyColumns(const TableRecordset& source, TableRecordset& target);
 
 }  // namespace inspector::data

@@ -1,0 +1,102 @@
+#include "editing/CategoryOpening.h"
+
+#include "data/FieldTable.h"
+#include "data/FieldTemplateTable.h"
+#include "data/RatingTypeTable.h"
+#include "data/StepTable.h"
+#include "data/StepTemplateTable.h"
+#include "data/UniqueIDTable.h"
+#include "device/Format.h"
+#include "editing/Completeness.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+using device::Text;
+using device::TextView;
+
+constexpr TextView kStepTemplates =
+    u"SELECT StepTemplate.* FROM CategoryTemplate INNER JOIN (StepTemplate INNER JOIN CategoryStep ON StepTemplate.ID "
+    u"= CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE (((CategoryTemplate.ID)=%d));";
+
+// A step's help counts as there when it is longer than this.
+constexpr std::size_t kShortestInfo = 2;
+
+Text RatingTypeName(data::RatingTypeTable& types, std::int32_t ratingTypeID) {
+  types.OpenSQL(Format(u"SELECT * FROM RatingType WHERE RatingType.ID = %d", ratingTypeID));
+  return types.RecordCount() > 0 && types.GetRecord(0) ? types.m_RatingType : Text();
+}
+
+}  // namespace
+
+std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID) {
+  data::StepTemplateTable templates(databases);
+  templates.OpenSQL(Format(kStepTemplates, categoryTemplateID));
+  data::RatingTypeTable ratingTypes(databases);
+  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  data::StepTable step(databases);
+  for (int n = 0; n < templates.RecordCount(); ++n) {
+    if (!templates.GetRecord(n)) return std::nullopt;
+    step.PrepareNew();
+    step.m_StepID = keys.NextID(u"Step");
+    step.m_StepTitle = templates.m_Title;
+    step.m_StepNumber = templates.m_StepNumber;
+    step.m_MajorSystem = templates.m_Keyword.empty() ? Text(u"Other") : templates.m_Keyword;
+    step.m_StepTemplateID = templates.m_ID;
+    step.m_CategoryID = categoryID;
+    step.m_RatingType = RatingTypeName(ratingTypes, templates.m_RatingTypeID);
+    step.m_StepInfoExists = templates.m_StepInfo.size() > kShortestInfo ? -1 : 0;
+    if (!step.Write()) return std::nullopt;
+  }
+  if (templates.Failed()) return std::nullopt;
+  return templates.RecordCount();
+}
+
+std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID) {
+  data::FieldTemplateTable templates(databases);
+  const Text& table = templates.TableName();
+  templates.OpenSQL(Format(u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.Sequence", table, table,
+                           categoryTemplateID, table));
+  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  data::FieldTable field(databases);
+  for (int n = 0; n < templates.RecordCount(); ++n) {
+    if (!templates.GetRecord(n)) return std::nullopt;
+    field.PrepareNew();
+    field.m_ID = keys.NextID(u"Field");
+    field.m_CategoryID = categoryID;
+    field.m_SequenceNumber = templates.m_Sequence;
+    field.m_FieldType = templates.m_Type;
+    field.m_FieldLabel = templates.m_Label;
+    if (!field.Write()) return std::nullopt;
+  }
+  if (templates.Failed()) return std::nullopt;
+  return templates.RecordCount();
+}
+
+bool OpenCategory(data::Databases& databases, const data::CategoryTable& category) {
+  const bool isForm = category.m_Type == kFormCategory;
+  const auto isEmpty = [&](data::TableRecordset& rows, TextView order) -> std::optional<bool> {
+    rows.OpenSQL(Format(u"SELECT * FROM %s WHERE CategoryID = %d Order By %s", rows.TableName(),
+                        category.m_CategoryID, order));
+    if (rows.Failed()) return std::nullopt;
+    return rows.RecordCount() == 0;
+  };
+  data::StepTable steps(databases);
+  data::FieldTable fields(databases);
+  const std::optional<bool> first = isForm ? isEmpty(fields, u"SequenceNumber") : isEmpty(steps, u"StepNumber");
+  if (!first) return false;
+  if (!*first) return true;
+
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return false;
+  const std::optional<int> created =
+      isForm ? CreateFields(databases, category.m_CategoryTemplateID, category.m_CategoryID)
+             : CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID);
+  if (!created) return false;
+  if (!isForm && *created == 0 && !category.m_CompleteFlag && !RecomputeComplete(databases, category.m_CategoryID))
+    return false;
+  return transaction.Commit();
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,46 @@
+#include "editing/Ratings.h"
+
+#include "data/RatingChoicesTable.h"
+#include "device/Format.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+
+constexpr TextView kChoices =
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"WHERE (((RatingType.RatingType)=\"%s\"))";
+constexpr TextView kNamedChoice =
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = \"%s\"));";
+constexpr TextView kDefaultChoice =
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.DefaultFlag) = TRUE));";
+
+}  // namespace
+
+std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType) {
+  std::vector<RatingChoice> found;
+  data::RatingChoicesTable choices(databases);
+  choices.OpenSQL(Format(kChoices, ratingType));
+  for (int n = 0; n < choices.RecordCount(); ++n)
+    if (choices.GetRecord(n)) found.push_back({choices.m_ChoiceName, choices.m_CommentPromptFlag != 0});
+  return found;
+}
+
+std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice) {
+  data::RatingChoicesTable choices(databases);
+  choices.OpenSQL(Format(kNamedChoice, ratingType, choice));
+  if (choices.RecordCount() == 0 || !choices.GetRecord(0)) return std::nullopt;
+  return RatingChoice{choices.m_ChoiceName, choices.m_CommentPromptFlag != 0};
+}
+
+std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType) {
+  data::RatingChoicesTable choices(databases);
+  choices.OpenSQL(Format(kDefaultChoice, ratingType));
+  if (choices.RecordCount() == 0 || !choices.GetRecord(0)) return std::nullopt;
+  return choices.m_ChoiceName;
+}
+
+}  // namespace inspector::editing

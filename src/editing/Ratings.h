@@ -1,0 +1,26 @@
+// Rating types and their choices.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "data/Databases.h"
+#include "device/Text.h"
+
+namespace inspector::editing {
+
+using device::Text;
+using device::TextView;
+
+struct RatingChoice {
+  Text name;
+  bool promptsForComment = false;  // the step should explain itself in a comment
+};
+
+// The choices of a type, by its name, in their stored order.
+std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType);
+std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice);
+// The first default choice of the type; nothing when it has none.
+std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType);
+
+}  // namespace inspector::editing

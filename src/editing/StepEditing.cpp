@@ -1,0 +1,91 @@
+#include "editing/StepEditing.h"
+
+#include <algorithm>
+
+#include "device/Format.h"
+#include "editing/Completeness.h"
+#include "editing/Materials.h"
+#include "editing/Ratings.h"
+
+namespace inspector::editing {
+namespace {
+
+constexpr TextView kFreeMarker = u"Other:";
+
+bool IsBlank(TextView text) { return text.find_first_not_of(u' ') == TextView::npos; }
+
+}  // namespace
+
+bool StepEditing::Find(data::StepTable& step, std::int32_t stepID) {
+  step.OpenSQL(device::Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
+  return step.RecordCount() > 0 && step.GetRecord(0);
+}
+
+StepEditing::Result StepEditing::WriteStep(data::StepTable& step, data::Transaction& transaction) {
+  const bool written = step.Write() && RecomputeComplete(m_Workspace.GetDatabases(), step.m_CategoryID);
+  return written && transaction.Commit() ? Result::Done : Result::Failed;
+}
+
+StepEditing::Result StepEditing::Rate(std::int32_t stepID, TextView rating, bool* promptsForComment) {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return Result::Failed;
+  data::StepTable step(databases);
+  if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
+  if (!rating.empty()) {
+    const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating);
+    if (!choice) return Result::NotOffered;
+    if (promptsForComment) *promptsForComment = choice->promptsForComment;
+  }
+  step.m_InspectResult = Text(rating);
+  return WriteStep(step, transaction);
+}
+
+Text StepEditing::CommentSeparator() {
+  return m_Workspace.Options().m_BlankLineBetweenComments ? u"\r\n\r\n" : u"  ";
+}
+
+StepEditing::Result StepEditing::AppendComment(std::int32_t stepID, TextView comment) {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const Text separator = CommentSeparator();
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return Result::Failed;
+  data::StepTable step(databases);
+  if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
+  const Text entered = device::StripLeadingControls(comment);
+  if (entered.empty()) return Result::Done;
+  if (!step.m_Comments.empty()) step.m_Comments += separator;
+  step.m_Comments += entered;
+  return WriteStep(step, transaction);
+}
+
+StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView material, bool* hasComments) {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return Result::Failed;
+  data::StepTable step(databases);
+  if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
+
+  MaterialBoxes boxes(databases, step.m_StepTemplateID, step.m_Materials);
+  const auto find = [&](auto&& matches) -> std::optional<std::size_t> {
+    const auto found = std::find_if(boxes.Boxes().begin(), boxes.Boxes().end(), matches);
+    if (found == boxes.Boxes().end()) return std::nullopt;
+    return static_cast<std::size_t>(found - boxes.Boxes().begin());
+  };
+  Text entered = device::StripLeadingControls(material);
+  std::optional<std::size_t> box =
+      find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
+  if (box) {
+    boxes.Tick(*box, true);
+  } else {
+    if (entered.starts_with(kFreeMarker)) entered.erase(0, kFreeMarker.size());
+    box = find([](const MaterialBox& each) { return each.IsFree(); });
+    if (!box || IsBlank(entered) || entered.find(u';') != Text::npos) return Result::NotOffered;
+    boxes.TickFree(*box, entered);
+  }
+  if (hasComments) *hasComments = boxes.Boxes()[*box].hasComments;
+  step.m_Materials = boxes.Stored();
+  return WriteStep(step, transaction);
+}
+
+}  // namespace inspector::editing

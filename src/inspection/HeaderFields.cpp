@@ -1,0 +1,76 @@
+#include "inspection/HeaderFields.h"
+
+#include "data/PickersTable.h"
+#include "device/Format.h"
+
+namespace inspector::inspection {
+namespace {
+
+using data::InspectionTable;
+
+constexpr HeaderField kFields[] = {
+    {u"number", u"Doc #", &InspectionTable::m_InspectionNum},
+    {u"client", u"Client Name", &InspectionTable::m_ClientName},
+    {u"phone", u"Client Phone", &InspectionTable::m_ClientPhone},
+    {u"address", u"*Dwelling Address", &InspectionTable::m_DwellingAddress},
+    {u"citystatezip", u"City/State/Zip", &InspectionTable::m_CityStateZip},
+    {u"clientaddress", u"Client Address", &InspectionTable::m_ClientAddress},
+    {u"clientcitystatezip", u"Client City/State/Zip", &InspectionTable::m_ClientCityStateZip},
+    {u"agent", u"Client's Agent", &InspectionTable::m_ClientAgent},
+    {u"listingagent", u"Listing Agent", &InspectionTable::m_ListingAgent},
+    {u"company", u"Real Estate Company", &InspectionTable::m_RealEstateCompany},
+    {u"date", u"Date", nullptr},
+    {u"general", u"General Information", &InspectionTable::m_GeneralInformation},
+    {u"notes", u"Private Notes", &InspectionTable::m_PrivateNotes},
+};
+
+}  // namespace
+
+std::span<const HeaderField> HeaderFields() { return kFields; }
+
+const HeaderField* FindHeaderField(TextView name) {
+  for (const HeaderField& field : kFields)
+    if (field.name == name) return &field;
+  return nullptr;
+}
+
+bool SetHeaderField(InspectionTable& inspection, const HeaderField& field, TextView typed) {
+  if (field.text) {
+    inspection.*field.text = device::StripLeadingControls(typed);
+    return true;
+  }
+  if (typed.empty()) {
+    inspection.m_InspectionDate = {};
+    return true;
+  }
+  const std::optional<device::CalendarTime> date = device::FromIso(device::ToUtf8(typed));
+  if (date) inspection.m_InspectionDate = *date;
+  return date.has_value();
+}
+
+std::vector<Text> PickerChoices(data::Databases& databases, TextView primary, TextView fallback) {
+  std::vector<Text> choices;
+  data::PickersTable pickers(databases);
+  for (const TextView list : {primary, fallback}) {
+    pickers.OpenSQL(device::Format(
+        u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"%s\" ORDER BY PickerChoice;", list));
+    for (int n = 0; n < pickers.RecordCount(); ++n)
+      if (pickers.GetRecord(n)) choices.push_back(pickers.m_PickerChoice);
+    if (!choices.empty()) break;
+  }
+  choices.push_back(u"Edit List...");
+  return choices;
+}
+
+DocTypeChoice ConfirmDocTypeChange(CInspectorDoc& document, TextView newType) {
+  const Text& current = document.Inspection().m_DocType;
+  if (current == newType) return DocTypeChoice::Same;
+  if (current.empty()) return DocTypeChoice::Change;
+  const bool confirmed = device::ConfirmDataAlert(
+      document.GetWorkspace().GetPrompts(),
+      u"Warning! Changing the Doc Type will remove all categories and steps for this inspection  Tap OK to continue "
+      u"changing the Doc Type. \r\r Do you wish to proceed?");
+  return confirmed ? DocTypeChoice::Change : DocTypeChoice::Refused;
+}
+
+}  // namespace inspector::inspection

@@ -1,0 +1,119 @@
+#include "inspection/InspectionRows.h"
+
+#include <algorithm>
+
+#include "data/CategoryTable.h"
+#include "data/FieldTable.h"
+#include "data/StepTable.h"
+#include "data/UniqueIDTable.h"
+#include "device/Format.h"
+
+namespace inspector::inspection {
+namespace {
+
+using device::Format;
+
+constexpr TextView kCategoriesInOrder =
+    u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle";
+constexpr TextView kStepsOfInspection =
+    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) INNER "
+    u"JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d));";
+constexpr TextView kFieldsOfCategory = u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.SequenceNumber";
+constexpr TextView kDeleteOfCategory = u"DELETE FROM %s WHERE CategoryID = %d";
+
+struct KeyPair {
+  std::int32_t source = 0;
+  std::int32_t copy = 0;
+};
+
+bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& keys, const KeyPair& category) {
+  data::FieldTable fields(databases);
+  fields.OpenSQL(Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), category.source,
+                        fields.TableName()));
+  const int count = fields.RecordCount();
+  for (int n = 0; n < count; ++n) {
+    if (!fields.GetRecord(n)) return false;
+    data::FieldTable copy(databases);
+    copy.PrepareNew();
+    data::CopyColumns(fields, copy);
+    copy.m_ID = keys.NextID(u"Field");
+    copy.m_CategoryID = category.copy;
+    if (!copy.Write()) return false;
+  }
+  return !fields.Failed();
+}
+
+}  // namespace
+
+bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID, device::ProgressWindow* progress) {
+  data::CategoryTable categories(databases);
+  categories.OpenSQL(Format(kCategoriesInOrder, inspectionID));
+  if (categories.Failed()) return false;
+  const int count = categories.RecordCount();
+  data::StepTable steps(databases);
+  data::FieldTable fields(databases);
+  if (progress) {
+    progress->SetRange(0, count + 1);
+    progress->SetStatus(u"Deleting Steps...");
+  }
+  for (int i = 0; i < count; ++i) {
+    if (!categories.GetRecord(i)) return false;
+    for (data::TableRecordset* table : {static_cast<data::TableRecordset*>(&steps),
+                                        static_cast<data::TableRecordset*>(&fields)}) {
+      table->OpenSQL(Format(kDeleteOfCategory, table->TableName(), categories.m_CategoryID));
+      if (table->Failed()) return false;
+    }
+    if (progress) progress->SetPosition(i);
+  }
+  if (progress) {
+    progress->SetStatus(u"Deleting Categories...");
+    progress->SetPosition(count);
+  }
+  categories.OpenSQL(Format(u"DELETE FROM %s WHERE InspectionID = %d", categories.TableName(), inspectionID));
+  return !categories.Failed();
+}
+
+bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
+                             device::Prompts& prompts) {
+  data::CategoryTable categories(databases);
+  categories.OpenSQL(Format(kCategoriesInOrder, source));
+  data::StepTable steps(databases);
+  steps.OpenSQL(Format(kStepsOfInspection, source));
+  if (categories.Failed() || steps.Failed()) return false;
+  const int categoryCount = categories.RecordCount();
+  const int stepCount = steps.RecordCount();
+
+  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  const auto progress = prompts.OpenProgress(u"Duplicating Inspection...", false);
+  progress->SetRange(0, categoryCount + stepCount);
+  progress->SetStatus(u"Duplicating Categories...");
+  std::vector<KeyPair> pairs;
+  data::CategoryTable categoryCopy(databases);
+  for (int i = 0; i < categoryCount; ++i) {
+    if (!categories.GetRecord(i)) return false;
+    categoryCopy.PrepareNew();
+    data::CopyColumns(categories, categoryCopy);
+    categoryCopy.m_CategoryID = keys.NextID(u"InspectionCategory");
+    categoryCopy.m_InspectionID = target;
+    pairs.push_back({categories.m_CategoryID, categoryCopy.m_CategoryID});
+    if (!categoryCopy.Write() || !DuplicateFields(databases, keys, pairs.back())) return false;
+    progress->SetPosition(i);
+  }
+
+  progress->SetStatus(u"Duplicating Steps...");
+  data::StepTable stepCopy(databases);
+  for (int j = 0; j < stepCount; ++j) {
+    if (!steps.GetRecord(j)) return false;
+    stepCopy.PrepareNew();
+    data::CopyColumns(steps, stepCopy);
+    stepCopy.m_StepID = keys.NextID(u"Step");
+    const auto pair = std::find_if(pairs.begin(), pairs.end(),
+                                   [&](const KeyPair& each) { return each.source == steps.m_CategoryID; });
+    if (pair != pairs.end()) stepCopy.m_CategoryID = pair->copy;
+    if (!stepCopy.Write()) return false;
+    progress->SetPosition(categoryCount + j);
+  }
+  return true;
+}
+
+}  // namespace inspector::inspection

@@ -1,0 +1,192 @@
+#include "inspection/InspectorDoc.h"
+
+#include "data/UniqueIDTable.h"
+#include "device/Format.h"
+#include "device/Threads.h"
+#include "inspection/InspectionRows.h"
+
+namespace inspector::inspection {
+namespace {
+
+using device::Format;
+
+constexpr std::int32_t kNoType = -1;
+
+bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
+  data::InspectionTable row(databases);
+  row.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", state.inspectionID));
+  if (row.RecordCount() == 0 || !row.GetRecord(0)) return false;
+  row.m_InspectionTypeID = state.inspectionTypeID;
+  row.m_DocType = state.docType;
+  row.m_GeneralInformation = state.generalInformation;
+  return row.Write();
+}
+
+}  // namespace
+
+CInspectorDoc::CInspectorDoc(data::Workspace& workspace)
+    : m_Workspace(workspace),
+      m_Inspection(workspace.GetDatabases()),
+      m_Categories(workspace.GetDatabases()),
+      m_Steps(workspace.GetDatabases()) {
+  m_IsOpen = m_Inspection.Open() && !m_Inspection.Failed();
+  if (m_IsOpen && m_Inspection.RecordCount() == 0) m_IsOpen = WriteNewInspection({}, {}) && Reopen();
+  else if (m_IsOpen) SetCurrentInspection(0);
+}
+
+CInspectorDoc::~CInspectorDoc() {
+  if (m_Worker.joinable()) m_Worker.join();
+}
+
+bool CInspectorDoc::Reopen() {
+  const bool opened = m_Inspection.Open() && !m_Inspection.Failed();
+  SetCurrentInspection(0);
+  return opened;
+}
+
+bool CInspectorDoc::SetCurrentInspection(int row) {
+  m_CurrentCategory = 0;
+  if (!m_Inspection.GetRecord(row)) return false;
+  LoadCategories();
+  return true;
+}
+
+bool CInspectorDoc::SelectInspection(std::int32_t inspectionID) {
+  // The index finds the row; among rows of one key the first counts, as if they were read one after the other.
+  data::InspectionTable found(m_Workspace.GetDatabases());
+  found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  const int row = m_Inspection.FindRowOf(found, 0);
+  return row >= 0 && SetCurrentInspection(row);
+}
+
+void CInspectorDoc::LoadCategories() {
+  m_Categories.OpenSQL(Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+                              m_Inspection.m_InspectionID));
+}
+
+bool CInspectorDoc::SetCurrentCategory(int row) {
+  if (!m_Categories.GetRecord(row)) {
+    device::Alert(m_Workspace.GetPrompts(), u"No Category records in current selection.");
+    return false;
+  }
+  m_CurrentCategory = row;
+  return true;
+}
+
+bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type) {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return false;
+  const std::int32_t key = data::NextInspectionID(databases, u"Inspection");
+  m_Inspection.PrepareNew();
+  m_Inspection.m_InspectionID = key;
+  m_Inspection.m_DocType.clear();
+  m_Inspection.m_InspectionTypeID = kNoType;
+  if (fill) fill(m_Inspection);
+  if (!type.empty()) {
+    const std::lock_guard lock(m_ChangeDocTypeMutex);
+    DocTypeState state{key, kNoType, {}, m_Inspection.m_GeneralInformation};
+    if (!ApplyDocType(databases, state, type)) return false;
+    m_Inspection.m_InspectionTypeID = state.inspectionTypeID;
+    m_Inspection.m_DocType = state.docType;
+    m_Inspection.m_GeneralInformation = state.generalInformation;
+  }
+  return m_Inspection.Write() && transaction.Commit();
+}
+
+std::optional<std::int32_t> CInspectorDoc::CreateInspection(const FillInspection& fill, TextView type) {
+  if (!WriteNewInspection(fill, type)) {
+    Reopen();
+    return std::nullopt;
+  }
+  const std::int32_t key = m_Inspection.m_InspectionID;
+  m_Inspection.Open();
+  SelectInspection(key);
+  return key;
+}
+
+std::optional<std::int32_t> CInspectorDoc::NewInspection() {
+  if (!device::ConfirmWarning(m_Workspace.GetPrompts(), u"Are you sure you want to create a new inspection?"))
+    return std::nullopt;
+  return CreateInspection();
+}
+
+void CInspectorDoc::ChangeDocType(TextView newType, HeaderSave save) {
+  if (m_Worker.joinable()) FinishDocTypeChange();
+  DocTypeState state{m_Inspection.m_InspectionID, m_Inspection.m_InspectionTypeID, m_Inspection.m_DocType,
+                     m_Inspection.m_GeneralInformation};
+  m_WorkerResult.reset();
+  m_WorkerRuns = true;
+  m_Worker = std::thread(&CInspectorDoc::RunWorker, this, Text(newType), save, std::move(state));
+}
+
+void CInspectorDoc::RunWorker(Text newType, HeaderSave save, DocTypeState state) {
+  device::LowerThreadPriority();
+  const std::lock_guard lock(m_ChangeDocTypeMutex);
+  const std::unique_ptr<data::Databases> databases = m_Workspace.MakeDatabases();
+  if (const Text problem = databases->Open(); !problem.empty()) {
+    databases->Faults().Report(problem);
+  } else if (databases->Inspection().PrepareForWriting()) {
+    data::Transaction transaction(databases->Inspection());
+    if (transaction.IsOpen() && ApplyDocType(*databases, state, newType) &&
+        (save == HeaderSave::ByCaller || WriteDocType(*databases, state)) && transaction.Commit())
+      m_WorkerResult = std::move(state);
+  }
+  m_WorkerRuns = false;
+}
+
+bool CInspectorDoc::FinishDocTypeChange() {
+  if (m_Worker.joinable()) m_Worker.join();
+  m_Workspace.GetMachine().faults.ShowPending();
+  if (m_WorkerResult && m_WorkerResult->inspectionID == m_Inspection.m_InspectionID) {
+    m_Inspection.m_InspectionTypeID = m_WorkerResult->inspectionTypeID;
+    m_Inspection.m_DocType = m_WorkerResult->docType;
+    m_Inspection.m_GeneralInformation = m_WorkerResult->generalInformation;
+  }
+  LoadCategories();
+  m_CurrentCategory = 0;
+  return m_WorkerResult.has_value();
+}
+
+bool CInspectorDoc::DeleteInspectionData(bool showProgress) {
+  std::unique_ptr<device::ProgressWindow> progress;
+  if (showProgress) progress = m_Workspace.GetPrompts().OpenProgress(u"Deleting Inspection...", false);
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  return transaction.IsOpen() &&
+         DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, progress.get()) &&
+         transaction.Commit();
+}
+
+bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
+  device::Prompts& prompts = m_Workspace.GetPrompts();
+  if (selectedCount != 1) {
+    device::Alert(prompts, u"Only one inspection can be deleted at a time.");
+    return false;
+  }
+  const Text question =
+      Format(u"Are you sure you want to delete this inspection?\n\nClient Name: %s\nDwelling Address: %s\nCity State "
+             u"Zip: %s\nDoc #: %s",
+             m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
+             m_Inspection.m_InspectionNum);
+  if (!device::ConfirmWarning(prompts, question)) return false;
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  const bool deleted = transaction.IsOpen() && DeleteInspectionData(true) && m_Inspection.DeleteCurrent() &&
+                       transaction.Commit();
+  Reopen();
+  return deleted;
+}
+
+bool CInspectorDoc::DeleteAllInspections() {
+  device::Prompts& prompts = m_Workspace.GetPrompts();
+  if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  bool deleted = transaction.IsOpen();
+  for (int row = m_Inspection.RecordCount() - 1; deleted && row >= 0; --row)
+    deleted = SetCurrentInspection(row) && DeleteInspectionData(true) && m_Inspection.DeleteCurrent();
+  deleted = deleted && WriteNewInspection({}, {}) && transaction.Commit();
+  if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
+  Reopen();
+  return deleted;
+}
+
+}  // namespace inspector::inspection

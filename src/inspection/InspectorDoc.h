@@ -1,0 +1,86 @@
+// The document: the current inspection, its categories and steps, and the worker that applies an inspection type.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+#include "data/CategoryTable.h"
+#include "data/InspectionTable.h"
+#include "data/StepTable.h"
+#include "data/Workspace.h"
+#include "inspection/DocTypeChange.h"
+
+namespace inspector::inspection {
+
+// Lives on the thread of the screens. Opening it on a database without inspections adds an empty one.
+class CInspectorDoc {
+ public:
+  explicit CInspectorDoc(data::Workspace& workspace);
+  ~CInspectorDoc();  // waits for the worker
+  CInspectorDoc(const CInspectorDoc&) = delete;
+  CInspectorDoc& operator=(const CInspectorDoc&) = delete;
+
+  // False when the inspections could not be read; that has been reported.
+  bool IsOpen() const { return m_IsOpen; }
+  data::Workspace& GetWorkspace() { return m_Workspace; }
+  data::InspectionTable& Inspection() { return m_Inspection; }
+  data::CategoryTable& Categories() { return m_Categories; }
+  data::StepTable& Steps() { return m_Steps; }
+
+  // Reads the inspections again; row 0 becomes current.
+  bool Reopen();
+  // Makes row n current and loads its categories; the current category becomes 0.
+  bool SetCurrentInspection(int row);
+  // The first row with this key, by looking from row 0 on.
+  bool SelectInspection(std::int32_t inspectionID);
+  void LoadCategories();
+  int CurrentCategory() const { return m_CurrentCategory; }
+  // Reads row n of the categories. "No Category records in current selection." when there is none.
+  bool SetCurrentCategory(int row);
+
+  // Asks, then creates an empty inspection and makes it current.
+  std::optional<std::int32_t> NewInspection();
+  // The same without asking. `fill` may set columns before the row is written; with `type`, the type is applied
+  // in the same transaction.
+  using FillInspection = std::function<void(data::InspectionTable&)>;
+  std::optional<std::int32_t> CreateInspection(const FillInspection& fill = {}, TextView type = {});
+
+  // Whether the worker also writes the inspection's row, in its transaction. Otherwise the changed columns stay
+  // in Inspection() until the header is saved.
+  enum class HeaderSave { ByWorker, ByCaller };
+  // Starts the worker. One at a time: a second change waits for the first.
+  void ChangeDocType(TextView newType, HeaderSave save);
+  bool IsChangingDocType() const { return m_WorkerRuns; }
+  // Waits for the worker and takes over what it changed. False when nothing was changed because a read or write
+  // failed; that has been reported.
+  bool FinishDocTypeChange();
+
+  // Deletes the current inspection's categories and steps; the row stays.
+  bool DeleteInspectionData(bool showProgress);
+  // Asks with the inspection's details, then deletes data and row. `selectedCount` is the number of rows
+  // selected in the list; only one may be.
+  bool DeleteSelectedInspection(int selectedCount);
+  // Asks, deletes every inspection, and leaves one fresh empty one.
+  bool DeleteAllInspections();
+
+ private:
+  bool WriteNewInspection(const FillInspection& fill, TextView type);
+  void RunWorker(Text newType, HeaderSave save, DocTypeState state);
+
+  data::Workspace& m_Workspace;
+  data::InspectionTable m_Inspection;
+  data::CategoryTable m_Categories;
+  data::StepTable m_Steps;
+  int m_CurrentCategory = 0;
+  bool m_IsOpen = false;
+
+  std::mutex m_ChangeDocTypeMutex;
+  std::thread m_Worker;
+  std::atomic<bool> m_WorkerRuns = false;
+  std::optional<DocTypeState> m_WorkerResult;  // read after the worker was joined
+};
+
+}  // namespace inspector::inspection
