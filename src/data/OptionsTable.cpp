@@ -29,10 +29,17 @@ std::vector<BoundMember> OptionsTable::Members(OptionsTable& row) {
 void OptionsTable::Load() {
   Open();
   if (!GetRecord(0)) PrepareNew();
-  if (m_ReportFontSize != 10 && m_ReportFontSize != 12) m_ReportFontSize = 12;
-  if (m_StepSpacing != 1 && m_StepSpacing != 2) m_StepSpacing = 2;
+  Repair();
   if (std::all_of(m_ColumnWidth.begin(), m_ColumnWidth.end(), [](double width) { return width == 0; }))
     RepairColumnWidths();
+}
+
+bool OptionsTable::Repair() {
+  const bool badSize = m_ReportFontSize != 10 && m_ReportFontSize != 12;
+  const bool badSpacing = m_StepSpacing != 1 && m_StepSpacing != 2;
+  if (badSize) m_ReportFontSize = 12;
+  if (badSpacing) m_StepSpacing = 2;
+  return badSize || badSpacing;
 }
 
 void OptionsTable::RepairColumnWidths() {

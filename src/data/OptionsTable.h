@@ -15,6 +15,8 @@ class OptionsTable : public TableRecordset {
 
   // Reads the row and repairs what is out of range, in memory only. Without a row the next Write adds one.
   void Load();
+  // An unknown font size becomes 12, an unknown spacing 2. True when something was.
+  bool Repair();
 
   std::int32_t m_ShowStepNumbers = 0;
   std::int32_t m_BlankLineBetweenComments = 0;

@@ -1,0 +1,40 @@
+// The pictures of the camera's card, by their numbers.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "device/DevicePaths.h"
+#include "device/Files.h"
+#include "device/Text.h"
+
+namespace inspector::reports {
+
+using device::Text;
+using device::TextView;
+
+// The names that picture numbers count, in ascending code units: those of `entries` that hold ".JPG" or ".jpg"
+// (".Jpg" is none). The last entry counts twice, and only 101 are looked at. Both are kept on purpose: the
+// numbers that stand in stored comments were given this way.
+std::vector<Text> NumberCardPictures(const std::vector<Text>& entries);
+
+// The folder is read once, when its first picture is asked for.
+class CardPictures {
+public:
+  // `folder` is put before a name as it is, so it ends with its slash.
+  CardPictures(device::Files& files, const device::DevicePaths& paths, Text folder);
+
+  const Text& Folder() const { return m_Folder; }
+  // The folder and the name of picture `number`, counted from 1; "ERROR" when there is none.
+  Text Find(int number);
+
+private:
+  std::vector<Text> ListEntries() const;
+
+  device::Files& m_Files;
+  const device::DevicePaths& m_Paths;
+  Text m_Folder;
+  std::optional<std::vector<Text>> m_Names;
+};
+
+}  // namespace inspector::reports

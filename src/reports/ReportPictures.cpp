@@ -1,0 +1,87 @@
+#include "reports/ReportPictures.h"
+
+#include <algorithm>
+
+#include "device/Format.h"
+#include "reports/PictureTags.h"
+
+namespace inspector::reports {
+namespace {
+
+constexpr TextView kLogos[] = {
+    u"\\Program Files\\Brindlecove\\Logos\\logo1.jpg",
+    u"\\Program Files\\Quenlith Inspector v5\\Logos\\logo1.jpg",
+    u"\\Program Files\\Marrowtide\\Logos\\logo1.jpg",
+};
+
+}  // namespace
+
+ReportPictures::ReportPictures(const device::Machine& machine, Text cardFolder, bool included)
+    : m_Machine(machine), m_Card(machine.files, machine.paths, std::move(cardFolder)), m_Included(included) {}
+
+std::vector<TagPicture> ReportPictures::OfText(TextView text) {
+  std::vector<TagPicture> pictures;
+  for (Text& tag : DistinctTags(text)) pictures.push_back(Resolve(std::move(tag)));
+  return pictures;
+}
+
+TagPicture ReportPictures::Resolve(Text tag) {
+  TagPicture picture;
+  const TextView kind = ClassifyTag(tag);
+  if (kind == kKnownPicture) {
+    picture.path = GetKnownPicturePath(tag, m_Card.Folder());
+    picture.scaling = GetTagScaling(tag);
+  } else if (kind == kGenericPicture) {
+    const GenericPicture generic = ReadGenericPicture(tag);
+    picture.path = m_Card.Find(generic.number);
+    picture.scaling = generic.scaling;
+  } else {
+    device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+  }
+  picture.tag = std::move(tag);
+  return picture;
+}
+
+std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
+  // A file may well be called ERROR, but it is not what a tag asked for.
+  if (!m_Included || path.empty() || path == kError) return nullptr;
+  auto file = m_Machine.files.OpenForReading(m_Machine.paths.ResolvePicture(path));
+  if (file == nullptr || !file->Size()) return nullptr;
+  return file;
+}
+
+Text ReportPictures::FindLogo() {
+  for (const TextView logo : kLogos) {
+    if (Open(logo) != nullptr) return Text(logo);
+  }
+  return {};
+}
+
+Text ReportPictures::HousePhotoPath(TextView documentNumber) {
+  return Text(u"\\HousePhoto").append(documentNumber).append(u".jpg");
+}
+
+void ReportPictures::NoteMissing(const TagPicture& picture) {
+  if (!m_Included || ClassifyTag(picture.tag) == kError) return;
+  if (picture.path.empty() || picture.path == kError) {
+    Note(device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.", picture.tag,
+                        m_Card.Folder()));
+  } else {
+    NoteUnreadable(picture.path);
+  }
+}
+
+void ReportPictures::NoteUnreadable(TextView path) {
+  Note(device::Format(u"The picture %s cannot be read, so the report goes without it or holds only a part of it.",
+                      path));
+}
+
+bool ReportPictures::Exists(TextView path) const {
+  return m_Included && m_Machine.files.Exists(m_Machine.paths.ResolvePicture(path));
+}
+
+void ReportPictures::Note(Text note) {
+  if (std::find(m_Notes.begin(), m_Notes.end(), note) == m_Notes.end()) m_Notes.push_back(std::move(note));
+}
+
+}  // namespace inspector::reports

@@ -1,0 +1,49 @@
+// The pictures of one report: which tags of a text name which files, and what could not be had.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "device/Machine.h"
+#include "reports/CardPictures.h"
+
+namespace inspector::reports {
+
+struct TagPicture {
+  Text tag;
+  Text path;  // empty for a tag of no known kind, "ERROR" for a number that the card does not have
+  int scaling = 100;
+};
+
+// Made for one report, so that a number means the same picture from its first page to its last.
+class ReportPictures {
+public:
+  ReportPictures(const device::Machine& machine, Text cardFolder, bool included);
+
+  // One picture for each distinct tag of the text, in their order. A tag of no known kind is told in a box.
+  std::vector<TagPicture> OfText(TextView text);
+  // Null where pictures are left out, for an empty or an "ERROR" path, and for what cannot be read.
+  std::unique_ptr<device::InputFile> Open(TextView path);
+  // The first of the company's logos that can be read; empty when there is none.
+  Text FindLogo();
+  static Text HousePhotoPath(TextView documentNumber);
+
+  // A tag whose picture is not in the report.
+  void NoteMissing(const TagPicture& picture);
+  // A picture that is there but cannot be read, or not to its end.
+  void NoteUnreadable(TextView path);
+  bool Exists(TextView path) const;
+  // What the reader of the finished report should be told, each once.
+  const std::vector<Text>& Notes() const { return m_Notes; }
+
+private:
+  TagPicture Resolve(Text tag);
+  void Note(Text note);
+
+  const device::Machine m_Machine;
+  CardPictures m_Card;
+  bool m_Included;
+  std::vector<Text> m_Notes;
+};
+
+}  // namespace inspector::reports
