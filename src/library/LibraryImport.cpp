@@ -1,5 +1,7 @@
 #include <map>
+#include <optional>
 #include <system_error>
+#include <vector>
 
 #include "data/RowDump.h"
 #include "data/Upgrade.h"

@@ -1,0 +1,110 @@
+// A tablet with two fresh databases, and its library as rows that a test can compare.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "data/FreshDatabase.h"
+#include "data/RowDump.h"
+#include "data/StartUp.h"
+#include "library/Library.h"
+#include "support/TestSupport.h"
+
+namespace inspector::tests {
+
+using device::Text;
+using device::TextView;
+
+// One row, by the names of its columns.
+struct NamedRow {
+  const data::TableLayout* table = nullptr;
+  data::RawRow values;
+
+  const data::RawValue& operator[](TextView column) const {
+    std::size_t at = 0;
+    while (table->columns[at].name != column) ++at;
+    return values[at];
+  }
+  std::int32_t Number(TextView column) const { return std::get<std::int32_t>((*this)[column]); }
+  const Text& String(TextView column) const { return std::get<Text>((*this)[column]); }
+  bool IsSet(TextView column) const { return Number(column) != 0; }
+};
+
+using Library = std::map<Text, std::vector<data::RawRow>>;
+
+class LibraryDevice {
+public:
+  LibraryDevice() {
+    const auto documents = m_Folder / "My Documents";
+    EXPECT_EQ(
+        data::CreateFreshDatabase(documents / "Template_Data.cdb", data::DatabaseKind::Template, m_Faults),
+        u"");
+    EXPECT_EQ(data::CreateFreshDatabase(documents / "Inspection_Data.cdb", data::DatabaseKind::Inspection,
+                                        m_Faults),
+              u"");
+    m_Prompts.Queue(u"Update Required", device::Answer::Ok);
+    m_Workspace = data::StartData(m_Machine).workspace;
+    if (!m_Workspace) ADD_FAILURE() << "The databases do not start.";
+    m_Prompts.Forget();
+  }
+
+  data::Workspace& GetWorkspace() { return *m_Workspace; }
+  data::Connection& Connection() { return m_Workspace->TemplateConnection(); }
+  const TemporaryFolder& Folder() const { return m_Folder; }
+  FaultyFiles& Files() { return m_Files; }
+  int FaultCount() const { return m_Faults.Count(); }
+
+  Text Import(const std::filesystem::path& folder) {
+    return library::ImportLibrary(*m_Workspace, folder, &m_Copy);
+  }
+  Text Export(const std::filesystem::path& folder) { return library::ExportLibrary(*m_Workspace, folder); }
+  // Puts `content` into a folder of its own and imports it.
+  Text ImportText(std::string_view content) {
+    m_Folder.Put("edited/library.toml", content);
+    return Import(m_Folder / "edited");
+  }
+  // The copy that the last import kept; empty when it kept none.
+  const std::filesystem::path& Copy() const { return m_Copy; }
+
+  void Run(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
+
+  std::vector<NamedRow> Rows(TextView table) {
+    const data::TableLayout* const layout = data::FindLayout(table);
+    std::vector<data::RawRow> rows;
+    EXPECT_TRUE(data::ReadRawRows(Connection(), *layout, rows));
+    std::vector<NamedRow> named;
+    for (data::RawRow& row : rows) named.push_back({layout, std::move(row)});
+    return named;
+  }
+  // Every table of the Template database.
+  Library Everything() {
+    Library all;
+    for (const data::TableLayout& layout : data::AllLayouts()) {
+      if (layout.database != data::DatabaseKind::Template) continue;
+      EXPECT_TRUE(data::ReadRawRows(Connection(), layout, all[Text(layout.name)]));
+    }
+    return all;
+  }
+
+private:
+  TemporaryFolder m_Folder;
+  ScriptedPrompts m_Prompts;
+  FixedClock m_Clock;
+  FaultyFiles m_Files;
+  device::DevicePaths m_Paths{m_Folder.Path()};
+  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
+  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
+  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
+  std::unique_ptr<data::Workspace> m_Workspace;
+  std::filesystem::path m_Copy;
+};
+
+inline std::filesystem::path StarterLibrary() {
+  return INSPECTOR_SOURCE_DIR "/assets/library";
+}
+
+}  // namespace inspector::tests
