@@ -43,6 +43,23 @@ TEST(ImportTest, GivesKeysLeftOutTheirNeutralValueAndLinksTheirText) {
   EXPECT_EQ(device.GetWorkspace().Options().m_ColumnWidth[0], 2);
 }
 
+TEST(ImportTest, ReadsWhatPlainEditorsWrite) {
+  LibraryDevice device;
+  ASSERT_EQ(device.ImportText(
+                "\xEF\xBB\xBF# Words\r\n[[Pickers]]\r\nPickerName = \"\xC3\x89tat\"\r\n\r\nPickers2 = 1\r\n"),
+            u"library.toml, line 5: [[Pickers]] has no key Pickers2. Nothing was changed.");
+  ASSERT_EQ(device.ImportText("\xEF\xBB\xBF[[Pickers]]\r\nPickerName = \"\xC3\x89tat\"\r\n"), u"");
+  EXPECT_EQ(device.Rows(u"Pickers").at(0).String(u"PickerName"), u"\u00c9tat");
+}
+
+TEST(ImportTest, ReadsTheExampleOfTheGuide) {
+  const std::string guide = ContentOf(INSPECTOR_SOURCE_DIR "/docs/library-format.md");
+  const std::size_t begin = guide.find("```toml\n") + 8;
+  LibraryDevice device;
+  ASSERT_EQ(device.ImportText(guide.substr(begin, guide.find("```\n", begin) - begin)), u"");
+  EXPECT_EQ(device.Rows(u"MaterialComment").size(), 1u);
+}
+
 TEST(ImportTest, ReplacesTheLibraryButNotWhatBelongsToTheDevice) {
   LibraryDevice device;
   device.Run(
