@@ -13,7 +13,8 @@ namespace inspector::reports {
 using device::Text;
 using device::TextView;
 
-// The names that picture numbers count, in ascending code units: those of `entries` that hold ".JPG" or ".jpg"
+// The names that picture numbers count, in ascending code units: those of `entries` that hold ".JPG" or
+// ".jpg"
 // (".Jpg" is none). The last entry counts twice, and only 101 are looked at. Both are kept on purpose: the
 // numbers that stand in stored comments were given this way.
 std::vector<Text> NumberCardPictures(const std::vector<Text>& entries);

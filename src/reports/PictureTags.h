@@ -1,8 +1,9 @@
 // The tags "***...***" inside comments: where a photograph belongs to the words around it.
 //
-// A tag runs from three asterisks to the next three. "***Path=\Storage Card\a.jpg;Scaling=50***" names a file,
-// "***Picture-12;Scaling=100***" the twelfth picture of the card. Nothing else is markup, and there is no way to
-// write three asterisks as plain text but leaving them unclosed. All words are matched with their case.
+// A tag runs from three asterisks to the next three. "***Path=\Storage Card\a.jpg;Scaling=50***" names a
+// file,
+// "***Picture-12;Scaling=100***" the twelfth picture of the card. Nothing else is markup, and there is no way
+// to write three asterisks as plain text but leaving them unclosed. All words are matched with their case.
 #pragma once
 
 #include <vector>
@@ -16,7 +17,8 @@ using device::TextView;
 
 inline constexpr TextView kKnownPicture = u"Known Picture";
 inline constexpr TextView kGenericPicture = u"Generic Picture";
-inline constexpr TextView kError = u"ERROR";  // a tag of neither kind, and the path of a picture that is not there
+inline constexpr TextView kError =
+    u"ERROR";  // a tag of neither kind, and the path of a picture that is not there
 
 // The first tag with its asterisks; empty when there is none.
 Text FindFirstTag(TextView text);

@@ -64,16 +64,16 @@ Text ReportPictures::HousePhotoPath(TextView documentNumber) {
 void ReportPictures::NoteMissing(const TagPicture& picture) {
   if (!m_Included || ClassifyTag(picture.tag) == kError) return;
   if (picture.path.empty() || picture.path == kError) {
-    Note(device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.", picture.tag,
-                        m_Card.Folder()));
+    Note(device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.",
+                        picture.tag, m_Card.Folder()));
   } else {
     NoteUnreadable(picture.path);
   }
 }
 
 void ReportPictures::NoteUnreadable(TextView path) {
-  Note(device::Format(u"The picture %s cannot be read, so the report goes without it or holds only a part of it.",
-                      path));
+  Note(device::Format(
+      u"The picture %s cannot be read, so the report goes without it or holds only a part of it.", path));
 }
 
 bool ReportPictures::Exists(TextView path) const {

@@ -1,0 +1,146 @@
+#include "reports/ReportContent.h"
+
+#include <algorithm>
+
+#include "data/CategoryTable.h"
+#include "data/InspectionTable.h"
+#include "data/StartUp.h"
+#include "data/StepTable.h"
+#include "device/Format.h"
+#include "device/OwnerRecord.h"
+#include "editing/Materials.h"
+#include "editing/RatingFlags.h"
+
+namespace inspector::reports {
+namespace {
+
+device::OwnerRecord ReadOwner(const device::Machine& machine) {
+  const auto block = machine.registry.ReadBinary(Text(data::kOwnerKey), u"Owner");
+  if (block) return device::OwnerRecord::Decode(*block);
+  if (!machine.registry.LastError().empty()) machine.faults.Report(machine.registry.LastError());
+  return {};
+}
+
+std::array<Text, 3> CompanyLines(const device::OwnerRecord& owner) {
+  std::array<Text, 3> lines = {owner.company, {}, {}};
+  for (const Text& part : device::SplitAddress(owner.address)) {
+    if (part.empty()) continue;
+    if (lines[1].empty()) {
+      lines[1] = part;
+    } else {
+      lines[2] += (lines[2].empty() ? u"" : u", ") + part;
+    }
+  }
+  return lines;
+}
+
+ReportLabels LabelsOf(const data::OptionsTable& options) {
+  const auto& own = options.m_HeaderLabel;
+  if (own[0].empty()) return {};
+  return {own[0], own[1], own[2], own[3], own[4], own[5], own[6], own[7]};
+}
+
+ReportHeader HeaderOf(const data::InspectionTable& inspection) {
+  ReportHeader header;
+  header.documentNumber = inspection.m_InspectionNum;
+  header.date = device::FormatDate(inspection.m_InspectionDate);
+  header.dwellingAddress = {inspection.m_DwellingAddress, inspection.m_CityStateZip};
+  header.clientName = inspection.m_ClientName;
+  header.clientAddress = {inspection.m_ClientAddress, inspection.m_ClientCityStateZip};
+  header.clientAgent = inspection.m_ClientAgent;
+  header.realEstateCompany = inspection.m_RealEstateCompany;
+  return header;
+}
+
+class Collector {
+public:
+  Collector(data::Workspace& workspace, const std::vector<Text>& deselected)
+      : m_Databases(workspace.GetDatabases()), m_Flags(workspace), m_Deselected(deselected) {}
+
+  // False when something could not be read.
+  bool ReadCategories(std::int32_t inspectionID, std::vector<ReportCategory>& categories) {
+    data::CategoryTable table(m_Databases);
+    table.OpenSQL(device::Format(
+        u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+        inspectionID));
+    if (table.Failed()) return false;
+    for (int n = 0; n < table.RecordCount(); ++n) {
+      if (!table.GetRecord(n)) return false;
+      ReportCategory& category = categories.emplace_back();
+      category.number = table.m_CategoryNumber;
+      category.title = table.m_CategoryTitle;
+      category.isSkipped = table.m_NotPresentFlag != 0 || IsDeselected(category.title);
+      if (!category.isSkipped && !ReadSteps(table.m_CategoryID, category.steps)) return false;
+    }
+    return true;
+  }
+
+private:
+  bool IsDeselected(const Text& title) const {
+    return std::find(m_Deselected.begin(), m_Deselected.end(), title) != m_Deselected.end();
+  }
+
+  bool ReadSteps(std::int32_t categoryID, std::vector<ReportStep>& steps) {
+    constexpr TextView kQuery =
+        u"SELECT %s.* FROM %s INNER JOIN Category ON %s.CategoryID = Category.CategoryID WHERE "
+        u"((((%s.Comments)>\" \") OR ((%s.Materials)>\" \") OR ((%s.InspectResult)>\" \") )AND "
+        u"((Category.CategoryID)=%d)) ORDER BY StepNumber;";
+    const Text& name = m_Steps.TableName();
+    m_Steps.OpenSQL(device::Format(kQuery, name, name, name, name, name, name, categoryID));
+    if (m_Steps.Failed()) return false;
+    steps.reserve(static_cast<std::size_t>(m_Steps.RecordCount()));
+    for (int n = 0; n < m_Steps.RecordCount(); ++n) {
+      if (!m_Steps.GetRecord(n)) return false;
+      steps.push_back(CurrentStep());
+    }
+    return true;
+  }
+
+  ReportStep CurrentStep() {
+    ReportStep step;
+    step.number = m_Steps.m_StepNumber;
+    step.title = m_Steps.m_StepTitle;
+    step.ratingType = m_Steps.m_RatingType;
+    step.rating = m_Steps.m_InspectResult;
+    step.materials = editing::MaterialsForDisplay(m_Steps.m_Materials);
+    step.comments = m_Steps.m_Comments;
+    step.majorSystem = m_Steps.m_MajorSystem;
+    step.isBold = m_Flags.IsBold(step.ratingType, step.rating);
+    step.isRed = m_Flags.IsRed(step.ratingType, step.rating);
+    step.isSummary = m_Flags.IsSummary(step.ratingType, step.rating);
+    return step;
+  }
+
+  data::Databases& m_Databases;
+  editing::RatingFlags m_Flags;
+  const std::vector<Text>& m_Deselected;
+  data::StepTable m_Steps{m_Databases};
+};
+
+}  // namespace
+
+CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionID,
+                            const std::vector<Text>& deselected, ReportContent& content) {
+  const data::OptionsTable& options = workspace.Options();
+  const data::ReadScope reading(workspace.InspectionConnection());
+  data::InspectionTable inspection(workspace.GetDatabases());
+  inspection.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  if (inspection.Failed()) return CollectResult::Failed;
+  if (inspection.RecordCount() == 0) return CollectResult::NoSuchInspection;
+  if (!inspection.GetRecord(0)) return CollectResult::Failed;
+
+  const device::OwnerRecord owner = ReadOwner(workspace.GetMachine());
+  content.header = HeaderOf(inspection);
+  content.header.inspector = options.m_InspectorEntry.empty() ? owner.name : options.m_InspectorEntry;
+  content.labels = LabelsOf(options);
+  content.companyLines = CompanyLines(owner);
+  content.finePrint = options.m_FinePrint;
+  content.definitionOfTerms = options.m_DefinitionOfTerms;
+  content.generalInformation = inspection.m_GeneralInformation;
+  content.footer = options.m_FooterText;
+  Collector collector(workspace, deselected);
+  return collector.ReadCategories(inspectionID, content.categories) ? CollectResult::Done
+                                                                    : CollectResult::Failed;
+}
+
+}  // namespace inspector::reports

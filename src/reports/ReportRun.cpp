@@ -1,0 +1,74 @@
+#include "reports/ReportRun.h"
+
+#include "device/Format.h"
+
+namespace inspector::reports {
+namespace {
+
+constexpr std::size_t kMostNameBytes = 200;  // of the 255 that hosts allow; the staging file needs some too
+
+bool IsForbidden(char16_t unit) {
+  constexpr TextView kForbidden = u"\\/:*?\"<>|";
+  return unit < u' ' || (unit >= 0x7F && unit <= 0x9F) || kForbidden.find(unit) != TextView::npos;
+}
+
+bool IsFirstOfPair(char16_t unit) {
+  return (unit & 0xFC00) == 0xD800;
+}
+
+Text DescribeFailure(const std::filesystem::path& file, const std::string& error) {
+  return device::Format(
+      u"The report %s could not be written%s%s. Free some space on the disk or choose another folder, and "
+      u"make it "
+      u"again. Nothing was left half-written.",
+      device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error));
+}
+
+}  // namespace
+
+ReportProgress::ReportProgress(device::Prompts& prompts, const Text& title, int parts)
+    : m_Window(prompts.OpenProgress(title, true)) {
+  if (m_Window != nullptr) m_Window->SetRange(0, parts);
+}
+
+bool ReportProgress::PartDone() {
+  if (m_Window != nullptr) m_Window->Step();
+  return !IsCancelled();
+}
+
+bool ReportProgress::IsCancelled() {
+  m_Cancelled = m_Cancelled || (m_Window != nullptr && m_Window->Cancelled());
+  return m_Cancelled;
+}
+
+Text ReportFileName(TextView prefix, TextView base, TextView suffix) {
+  Text name(base);
+  for (char16_t& unit : name) {
+    if (IsForbidden(unit)) unit = u'_';
+  }
+  while (device::ToUtf8(name).size() > kMostNameBytes) {
+    name.pop_back();
+    if (!name.empty() && IsFirstOfPair(name.back())) name.pop_back();
+  }
+  for (std::size_t at = name.size(); at > 0 && (name[at - 1] == u'.' || name[at - 1] == u' '); --at) {
+    name[at - 1] = u'_';
+  }
+  return Text(prefix).append(name).append(suffix);
+}
+
+ReportOutcome RunReport(const device::Machine& machine, const std::optional<std::filesystem::path>& target,
+                        const device::SaveQuestion& question, int parts, const WriteReport& write) {
+  const auto chosen = target ? target : machine.prompts.AskSavePath(question);
+  if (!chosen) return {ReportResult::Cancelled, {}, {}};
+  const auto output = machine.files.Create(*chosen);
+  {
+    ReportProgress progress(machine.prompts, u"Exporting RTF...", parts);
+    write(*output, progress);
+    if (progress.IsCancelled()) return {ReportResult::Cancelled, {}, {}};
+  }
+  if (output->Commit()) return {ReportResult::Written, *chosen, {}};
+  device::ShowError(machine.prompts, DescribeFailure(*chosen, output->Error()));
+  return {};
+}
+
+}  // namespace inspector::reports
