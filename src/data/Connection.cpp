@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "data/DatabaseFile.h"
 #include "device/Format.h"
 
@@ -9,6 +11,9 @@ namespace inspector::data {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
+// Statements differ in little but their values, which are bound. More shapes than this come only from values
+// that stand without quotes.
+constexpr std::size_t kMostShapes = 300;
 
 }  // namespace
 
@@ -26,6 +31,7 @@ Text Connection::Open() {
     // A double-quoted value that reached SQLite untranslated must fail, not quietly become a text.
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_exec(m_Database, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
     code = sqlite3_exec(m_Database, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
     if (code == SQLITE_OK && sqlite3_db_readonly(m_Database, "main") == 1) code = SQLITE_READONLY;
   }
@@ -36,7 +42,14 @@ Text Connection::Open() {
 }
 
 bool Connection::PrepareForWriting() {
-  return ExecuteNative("PRAGMA journal_mode = WAL") && ExecuteNative("PRAGMA synchronous = FULL");
+  if (!m_Database) return false;
+  const int code = sqlite3_exec(m_Database, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+  // While another program is reading, the journal stays as it is, which only costs time.
+  if (code != SQLITE_OK && code != SQLITE_BUSY && code != SQLITE_LOCKED) {
+    ReportFailure();
+    return false;
+  }
+  return true;
 }
 
 void Connection::Close() {
@@ -46,6 +59,7 @@ void Connection::Close() {
   m_Database = nullptr;
   m_Depth = 0;
   m_Reading = 0;
+  m_Doomed = false;
 }
 
 void Connection::ForgetStatements() {
@@ -55,15 +69,18 @@ void Connection::ForgetStatements() {
   m_Shapes.clear();
   m_Native.clear();
   m_Columns.clear();
-  m_KnownMissing.clear();
 }
 
-Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView sql, Result& result) {
+Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView sql, Result& result, Text& table) {
   if (const auto known = m_Shapes.find(tokens.shape); known != m_Shapes.end()) return &known->second;
+  if (m_Shapes.size() >= kMostShapes) ForgetStatements();
   Prepared prepared;
+  m_CatalogFailed = false;
   prepared.translation = TranslateSql(tokens, sql, *this);
   if (prepared.translation.outcome == SqlTranslation::Outcome::TableMissing) {
-    result = Result::TableMissing;
+    // A file that cannot be read has not lost its tables.
+    result = m_CatalogFailed ? Result::Failed : Result::TableMissing;
+    table = prepared.translation.table;
     return nullptr;
   }
   if (prepared.translation.outcome == SqlTranslation::Outcome::NotUnderstood) {
@@ -102,6 +119,7 @@ bool Connection::Bind(sqlite3_stmt* statement, const SqlTranslation& translation
 
 Connection::Result Connection::Query(TextView sql, std::vector<std::int64_t>& keys, Text& table) {
   keys.clear();
+  table.clear();
   if (!m_Database) return Result::Failed;
   const std::optional<SqlTokens> tokens = Tokenise(sql);
   if (!tokens) {
@@ -109,25 +127,52 @@ Connection::Result Connection::Query(TextView sql, std::vector<std::int64_t>& ke
                         device::FromUtf8(m_File.string()), sql));
     return Result::Failed;
   }
+  bool stale = false;
+  const Result result = Attempt(*tokens, sql, keys, table, stale);
+  if (!stale) return result;
+  // Another program has changed the tables since the statement was translated.
+  ForgetStatements();
+  return Attempt(*tokens, sql, keys, table, stale);
+}
+
+Connection::Result Connection::Attempt(const SqlTokens& tokens, TextView sql, std::vector<std::int64_t>& keys,
+                                       Text& table, bool& stale) {
+  const bool isFirst = !stale;
+  stale = false;
   Result result = Result::Done;
-  Prepared* prepared = PrepareShape(*tokens, sql, result);
+  const std::size_t shapes = m_Shapes.size();
+  Prepared* prepared = PrepareShape(tokens, sql, result, table);
   if (!prepared) return result;
+  const bool isKept = m_Shapes.size() == shapes;
   sqlite3_stmt* const statement = prepared->statement;
   table = prepared->translation.table;
-  if (!Bind(statement, prepared->translation, *tokens)) {
+  const bool isDefinition = table.empty();
+  if (prepared->translation.outcome == SqlTranslation::Outcome::Change && !MayWrite()) {
+    if (isDefinition) ForgetStatements();
+    return Result::Failed;
+  }
+  if (!Bind(statement, prepared->translation, tokens)) {
     ReportFailure();
     return Result::Failed;
   }
   int code = SQLITE_ROW;
   while ((code = sqlite3_step(statement)) == SQLITE_ROW) keys.push_back(sqlite3_column_int64(statement, 0));
   if (code != SQLITE_DONE) {
-    ReportFailure();
     keys.clear();
     result = Result::Failed;
+    stale = code == SQLITE_ERROR && isKept && isFirst;
+    if (!stale) ReportFailure();
   }
   sqlite3_reset(statement);
-  if (result == Result::Done && prepared->translation.table.empty()) ForgetStatements();  // a definition
+  if (isDefinition) ForgetStatements();  // also when it failed: another may differ only in its numbers
   return result;
+}
+
+bool Connection::MayWrite() {
+  if (m_Depth > 0) return !m_Doomed;
+  // Outside a transaction each change stands alone; in a read transaction it would wait for the loop's end.
+  while (m_Reading > 0) EndReading();
+  return true;
 }
 
 Connection::Result Connection::Execute(TextView sql) {
@@ -137,7 +182,7 @@ Connection::Result Connection::Execute(TextView sql) {
 }
 
 bool Connection::ExecuteNative(const std::string& sql) {
-  if (!m_Database) return false;
+  if (!m_Database || (m_Depth > 0 && m_Doomed)) return false;
   if (sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) return true;
   ReportFailure();
   return false;
@@ -146,9 +191,11 @@ bool Connection::ExecuteNative(const std::string& sql) {
 const std::vector<StoredColumn>* Connection::ColumnsOf(TextView table) {
   const Text name(table);
   if (const auto known = m_Columns.find(name); known != m_Columns.end()) return &known->second;
-  if (m_KnownMissing.contains(name)) return nullptr;
   sqlite3_stmt* const statement = Prepare("SELECT name, type FROM pragma_table_info(?) ORDER BY cid");
-  if (!statement) return nullptr;
+  if (!statement) {
+    m_CatalogFailed = true;
+    return nullptr;
+  }
   const std::string bytes = device::ToUtf8(name);
   sqlite3_bind_text(statement, 1, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
   std::vector<StoredColumn> columns;
@@ -160,13 +207,10 @@ const std::vector<StoredColumn>* Connection::ColumnsOf(TextView table) {
     };
     columns.push_back({device::FromUtf8(text(0)), StoredTypeOf(text(1))});
   }
-  if (code != SQLITE_DONE) ReportFailure();
+  m_CatalogFailed = code != SQLITE_DONE;
+  if (m_CatalogFailed) ReportFailure();
   sqlite3_reset(statement);
-  if (code != SQLITE_DONE) return nullptr;
-  if (columns.empty()) {
-    m_KnownMissing.emplace(name, true);
-    return nullptr;
-  }
+  if (m_CatalogFailed || columns.empty()) return nullptr;
   return &m_Columns.emplace(name, std::move(columns)).first->second;
 }
 
@@ -183,11 +227,26 @@ sqlite3_stmt* Connection::Prepare(const std::string& sql) {
 }
 
 bool Connection::Run(sqlite3_stmt* statement) {
+  if (!MayWrite()) {
+    sqlite3_clear_bindings(statement);
+    return false;
+  }
   const bool done = sqlite3_step(statement) == SQLITE_DONE;
   if (!done) ReportFailure();
   sqlite3_reset(statement);
   sqlite3_clear_bindings(statement);
   return done;
+}
+
+std::int64_t Connection::ReadFile(std::int64_t offset, char* buffer, int size) {
+  sqlite3_file* file = nullptr;
+  sqlite3_int64 end = 0;
+  if (!m_Database || sqlite3_file_control(m_Database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+      !file->pMethods || file->pMethods->xFileSize(file, &end) != SQLITE_OK)
+    return -1;
+  const std::int64_t count = std::clamp<std::int64_t>(end - offset, 0, size);
+  if (count > 0 && file->pMethods->xRead(file, buffer, static_cast<int>(count), offset) != SQLITE_OK) return -1;
+  return count;
 }
 
 std::int64_t Connection::LastRowId() const { return sqlite3_last_insert_rowid(m_Database); }
@@ -234,6 +293,11 @@ bool Connection::Begin() {
   return true;
 }
 
+void Connection::BeginRefused() {
+  ++m_Depth;
+  m_Doomed = true;
+}
+
 bool Connection::Commit() {
   if (m_Depth > 1) {
     --m_Depth;
@@ -254,7 +318,7 @@ void Connection::Rollback() {
     return;
   }
   // SQLite may have rolled back on its own (a full disk); a second time is no failure.
-  if (!sqlite3_get_autocommit(m_Database)) sqlite3_exec(m_Database, "ROLLBACK", nullptr, nullptr, nullptr);
+  if (m_Database && !sqlite3_get_autocommit(m_Database)) sqlite3_exec(m_Database, "ROLLBACK", nullptr, nullptr, nullptr);
   LeaveTransaction();
 }
 

@@ -36,7 +36,7 @@ class Connection : private SqlCatalog {
   const std::filesystem::path& File() const { return m_File; }
 
   enum class Result { Done, TableMissing, Failed };
-  // A query: the row ids of what it finds, and the table they belong to.
+  // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name.
   Result Query(TextView sql, std::vector<std::int64_t>& keys, Text& table);
   // DELETE, CREATE TABLE, ALTER TABLE; a query is run and its rows are dropped.
   Result Execute(TextView sql);
@@ -45,12 +45,13 @@ class Connection : private SqlCatalog {
   // A statement in SQLite's own words, for indexes and pragmas.
   bool ExecuteNative(const std::string& sql);
 
-  // Null when there is no such table. Valid until the next definition.
+  // Null when there is no such table, or when that cannot be told (which has been reported). Valid until the
+  // next definition.
   const std::vector<StoredColumn>* ColumnsOf(TextView table) override;
 
   // A prepared statement in SQLite's own words, kept for the next call. Null on failure.
   sqlite3_stmt* Prepare(const std::string& sql);
-  // Runs a prepared statement that returns no row, and resets it.
+  // Runs a prepared statement that changes rows and returns none, and resets it.
   bool Run(sqlite3_stmt* statement);
   // Reports the connection's last failure. A failure, of reading too, dooms the transaction it is part of.
   void ReportFailure();
@@ -58,8 +59,16 @@ class Connection : private SqlCatalog {
   // Changes when prepared statements are dropped; whoever keeps one compares it.
   int Generation() const { return m_Generation; }
 
-  // Transactions nest: only the outermost begins, and commits when none inside it failed.
+  // Up to `size` bytes of the file itself, -1 on an error. Opening the file a second time would not do: closing
+  // it again would drop the locks by which other programs see that this one has it open.
+  std::int64_t ReadFile(std::int64_t offset, char* buffer, int size);
+
+  // Transactions nest: only the outermost begins, and commits when none inside it failed. After a failure
+  // nothing more is written until the outermost ends: SQLite may have rolled back already, and a later
+  // change would stand alone.
   bool Begin();
+  // In place of a Begin that failed, so that nothing is written until Rollback.
+  void BeginRefused();
   bool Commit();  // false: nothing of the transaction is in the file
   void Rollback();
   bool IsInTransaction() const { return m_Depth > 0; }
@@ -77,7 +86,9 @@ class Connection : private SqlCatalog {
     sqlite3_stmt* statement = nullptr;
   };
 
-  Prepared* PrepareShape(const SqlTokens& tokens, TextView sql, Result& result);
+  Result Attempt(const SqlTokens& tokens, TextView sql, std::vector<std::int64_t>& keys, Text& table, bool& stale);
+  Prepared* PrepareShape(const SqlTokens& tokens, TextView sql, Result& result, Text& table);
+  bool MayWrite();
   bool Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens);
   void ForgetStatements();
   void LeaveTransaction();
@@ -90,33 +101,37 @@ class Connection : private SqlCatalog {
   std::unordered_map<std::string, Prepared> m_Shapes;
   std::unordered_map<std::string, sqlite3_stmt*> m_Native;
   std::unordered_map<Text, std::vector<StoredColumn>> m_Columns;
-  std::unordered_map<Text, bool> m_KnownMissing;
   int m_Generation = 1;
   int m_Depth = 0;
   int m_Reading = 0;
   bool m_Doomed = false;
+  bool m_CatalogFailed = false;  // ColumnsOf could not tell
 };
 
-// One user action. Rolls back unless committed.
+// One user action. Rolls back unless committed. One that could not begin keeps everything inside it from being
+// written, so that an action never happens by halves.
 class Transaction {
  public:
-  explicit Transaction(Connection& connection) : m_Connection(connection), m_Open(connection.Begin()) {}
+  explicit Transaction(Connection& connection) : m_Connection(connection), m_Open(connection.Begin()) {
+    if (!m_Open) m_Connection.BeginRefused();
+  }
   ~Transaction() {
-    if (m_Open) m_Connection.Rollback();
+    if (!m_Ended) m_Connection.Rollback();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
-  bool IsOpen() const { return m_Open; }
+  bool IsOpen() const { return m_Open && !m_Ended; }
   bool Commit() {
-    if (!m_Open) return false;
-    m_Open = false;
+    if (!m_Open || m_Ended) return false;
+    m_Ended = true;
     return m_Connection.Commit();
   }
 
  private:
   Connection& m_Connection;
   bool m_Open;
+  bool m_Ended = false;
 };
 
 // A loop over rows reads inside one of these.

@@ -1,14 +1,17 @@
 #include "data/DatabaseFile.h"
 
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <vector>
 
 #include "device/Format.h"
 
@@ -31,10 +34,36 @@ std::uint32_t BigEndian(const unsigned char* bytes, int count) {
   return value;
 }
 
+bool HasJournal(const std::filesystem::path& file) {
+  for (const char* const ending : {"-wal", "-journal"}) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file.string() + ending, error);
+    if (!error && size > 0) return true;
+  }
+  return false;
+}
+
+// Reads through SQLite: were the file opened and closed here, the system would drop the locks that other
+// connections of this process hold on it, and a program beside it could take the write-ahead journal away.
+// Returns SQLite's code; SQLITE_IOERR_SHORT_READ when the file is shorter.
+int ReadHeader(const std::filesystem::path& file, unsigned char* header) {
+  sqlite3_initialize();
+  sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
+  if (!system) return SQLITE_NOMEM;
+  // SQLite keeps the name as long as the file is open and looks for parameters behind its end.
+  std::string name = file.string();
+  name.append(4, '\0');
+  std::vector<std::max_align_t> room(static_cast<std::size_t>(system->szOsFile) / sizeof(std::max_align_t) + 1);
+  auto* const handle = reinterpret_cast<sqlite3_file*>(room.data());
+  int code = system->xOpen(system, name.c_str(), handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
+  if (code == SQLITE_OK) code = handle->pMethods->xRead(handle, header, kHeaderSize, 0);
+  if (handle->pMethods) handle->pMethods->xClose(handle);
+  return code;
+}
+
 bool IsCutShort(const std::filesystem::path& file, const unsigned char* header, std::uint64_t size) {
-  // A write-ahead journal may hold pages that the file itself has not got yet.
-  std::error_code ignored;
-  if (std::filesystem::exists(file.string() + "-wal", ignored)) return false;
+  // A journal that a killed program left may hold pages that the file itself has not got yet.
+  if (HasJournal(file)) return false;
   // The page count is only good when the last writer also noted that it wrote it (offsets 24 and 92).
   if (BigEndian(header + 24, 4) != BigEndian(header + 92, 4)) return false;
   std::uint64_t pageSize = BigEndian(header + 16, 2);
@@ -66,14 +95,18 @@ Text ExamineDatabaseFile(const std::filesystem::path& file) {
   if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0 || access(file.c_str(), W_OK) != 0)
     return ReadOnlyFileMessage(file);
 
-  const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0)
-    return Format(u"The database %s cannot be read: %s.", name, FromUtf8(std::strerror(errno)));
+  if (status.st_size == 0) {
+    if (HasJournal(file)) return {};
+    return Format(u"The database %s is empty: it holds no table. It was left as it is. Put your last good copy in its "
+                  u"place, or remove it and create the databases with \"init\".", name);
+  }
   std::array<unsigned char, kHeaderSize> header{};
-  const ssize_t count = pread(descriptor, header.data(), header.size(), 0);
-  close(descriptor);
-  if (count == 0) return {};  // an empty file is a database without tables
-  if (count < static_cast<ssize_t>(kHeaderSize) || std::memcmp(header.data(), kHeaderName, sizeof kHeaderName) != 0)
+  const int code = ReadHeader(file, header.data());
+  if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
+    return Format(u"The database %s cannot be read: %s. Check the disk, and that you have the right to read it.", name,
+                  FromUtf8(sqlite3_errstr(code)));
+  }
+  if (code != SQLITE_OK || std::memcmp(header.data(), kHeaderName, sizeof kHeaderName) != 0)
     return DamagedFileMessage(file);
   if (header[18] > kNewestFileFormat || header[19] > kNewestFileFormat ||
       BigEndian(header.data() + 44, 4) > kNewestSchemaFormat) {
@@ -92,7 +125,10 @@ DatabaseLock::~DatabaseLock() {
 }
 
 Text DatabaseLock::Acquire(const std::filesystem::path& database) {
-  const std::string path = database.string() + ".lock";
+  // However the database is called, there is one lock for it.
+  std::error_code ignored;
+  const std::filesystem::path target = std::filesystem::canonical(database, ignored);
+  const std::string path = (ignored ? database : target).string() + ".lock";
   m_Descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
   if (m_Descriptor < 0) {
     return Format(u"The folder of the database %s cannot be written to: %s. Give yourself the right to write there, "

@@ -11,7 +11,7 @@ namespace inspector::data {
 using device::Text;
 
 // Reads the file's header and changes nothing. Returns why the file cannot be used, in words for a person:
-// missing, no file, read-only, no database, written by a newer version of SQLite, cut short. An empty text
+// missing, no file, read-only, empty, no database, written by a newer version of SQLite, cut short. An empty text
 // means that it may be opened.
 Text ExamineDatabaseFile(const std::filesystem::path& file);
 

@@ -4,6 +4,10 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
 #include "device/Format.h"
 
 namespace inspector::data {
@@ -74,9 +78,20 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
     Transaction transaction(connection);
     for (const TableLayout& layout : AllLayouts())
       if (layout.database == kind && !connection.ExecuteNative(CreateStatement(layout))) return fail(u"see above");
-    if (!CreateIndexes(connection, kind) || !transaction.Commit()) return fail(u"see above");
+    // A file that the program made is of today's structure from its first moment on.
+    const bool versioned = kind == DatabaseKind::Inspection ||
+                           connection.ExecuteNative("INSERT INTO Options (DataVersion) VALUES ('5.0')");
+    if (!versioned || !CreateIndexes(connection, kind) || !transaction.Commit()) return fail(u"see above");
   }
-  if (!SyncPath(building) || link(building.c_str(), file.c_str()) != 0) return fail(FromUtf8("it exists already"));
+  if (!SyncPath(building)) return fail(FromUtf8(std::strerror(errno)));
+  // Unlike a rename, a link never replaces a file; memory cards have no links.
+  if (link(building.c_str(), file.c_str()) != 0) {
+    const int reason = errno;
+    const bool hasNoLinks = reason == EPERM || reason == ENOTSUP || reason == ENOSYS || reason == EMLINK;
+    if (!hasNoLinks) return fail(FromUtf8(std::strerror(reason)));
+    if (renameat2(AT_FDCWD, building.c_str(), AT_FDCWD, file.c_str(), RENAME_NOREPLACE) != 0)
+      return fail(FromUtf8(std::strerror(errno)));
+  }
   std::filesystem::remove(building, error);
   SyncPath(file.parent_path());
   return {};

@@ -27,8 +27,8 @@ std::vector<BoundMember> OptionsTable::Members(OptionsTable& row) {
 }
 
 void OptionsTable::Load() {
-  Open();
-  if (!GetRecord(0)) PrepareNew();
+  const bool opened = Open() && !Failed();
+  if (!GetRecord(0) && opened && !Failed()) PrepareNew();
   Repair();
   if (std::all_of(m_ColumnWidth.begin(), m_ColumnWidth.end(), [](double width) { return width == 0; }))
     RepairColumnWidths();
@@ -40,6 +40,13 @@ bool OptionsTable::Repair() {
   if (badSize) m_ReportFontSize = 12;
   if (badSpacing) m_StepSpacing = 2;
   return badSize || badSpacing;
+}
+
+bool OptionsTable::Write() {
+  const int rows = RecordCount();
+  if (!TableRecordset::Write()) return false;
+  // The members hold what has just been written, so reading the new row changes none of them.
+  return RecordCount() == rows || GetRecord(rows);
 }
 
 void OptionsTable::RepairColumnWidths() {

@@ -13,8 +13,11 @@ class OptionsTable : public TableRecordset {
   explicit OptionsTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"Options"), OptionsTable::Members(*this)) {}
 
-  // Reads the row and repairs what is out of range, in memory only. Without a row the next Write adds one.
+  // Reads the row and repairs what is out of range, in memory only. Without a row the next Write adds one; when
+  // the row cannot be read, Write does nothing.
   void Load();
+  // There is only one row: after it was added, a second Write updates it.
+  bool Write();
   // An unknown font size becomes 12, an unknown spacing 2. True when something was.
   bool Repair();
 

@@ -240,6 +240,11 @@ TextView RealTableName(TextView table) {
   return device::EqualIgnoringCase(table, u"MERGE_InspectionCategory") ? TextView(u"MERGE_Category") : table;
 }
 
+bool IsStagingTable(TextView table) {
+  constexpr TextView kPrefix = u"MERGE_";
+  return device::EqualIgnoringCase(table.substr(0, kPrefix.size()), kPrefix) && FindLayout(table);
+}
+
 const TableLayout* FindLayout(TextView table) {
   const TextView name = RealTableName(table);
   for (const TableLayout& layout : kLayouts)

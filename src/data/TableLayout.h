@@ -46,5 +46,7 @@ std::span<const TableLayout> AllLayouts();
 // MERGE_InspectionCategory is MERGE_Category.
 const TableLayout* FindLayout(TextView table);
 TextView RealTableName(TextView table);
+// MERGE_Inspection, MERGE_Category and MERGE_Step, which receive an imported inspection.
+bool IsStagingTable(TextView table);
 
 }  // namespace inspector::data

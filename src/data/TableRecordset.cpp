@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "data/FreshDatabase.h"
 #include "device/Format.h"
 
 namespace inspector::data {
@@ -53,7 +54,10 @@ TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, 
 
 TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, TextView tableName,
                                std::span<const BoundMember> members)
-    : m_TableName(RealTableName(tableName)), m_Databases(databases), m_Connection(databases.Get(layout.database)) {
+    : m_TableName(RealTableName(tableName)),
+      m_RowsTable(m_TableName),
+      m_Databases(databases),
+      m_Connection(databases.Get(layout.database)) {
   const std::size_t count = std::min(layout.columns.size(), members.size());
   m_Columns.reserve(count);
   for (std::size_t ordinal = 0; ordinal < count; ++ordinal) {
@@ -71,15 +75,25 @@ bool TableRecordset::Open() {
 
 bool TableRecordset::OpenSQL(TextView sql) {
   Text table;
-  const Connection::Result result = m_Connection.Query(sql, m_Keys, table);
-  m_Failed = result == Connection::Result::Failed;
-  m_EditMode = EditMode::None;
+  Connection::Result result = m_Connection.Query(sql, m_Keys, table);
+  if (result == Connection::Result::TableMissing && IsStagingTable(table) && CreateIfMissing(m_Connection, table))
+    result = m_Connection.Query(sql, m_Keys, table);
+  m_Failed = result != Connection::Result::Done;
+  if (m_EditMode == EditMode::Update) m_EditMode = EditMode::None;
+  if (!m_Failed) WorkOn(table.empty() ? TextView(m_TableName) : TextView(table));
   return result != Connection::Result::TableMissing;
+}
+
+void TableRecordset::WorkOn(TextView table) {
+  if (device::EqualIgnoringCase(m_RowsTable, table)) return;
+  m_RowsTable = Text(table);
+  m_Select = m_Insert = m_Update = nullptr;
 }
 
 bool TableRecordset::GetRecord(int n) {
   m_EditMode = EditMode::None;
   if (n >= 0 && n < RecordCount()) {
+    m_Failed = false;
     m_CurrentKey = m_Keys[static_cast<std::size_t>(n)];
     sqlite3_stmt* const select = Statement(m_Select, m_SelectGeneration, &TableRecordset::SelectSql);
     if (select) {
@@ -90,9 +104,12 @@ bool TableRecordset::GetRecord(int n) {
         m_EditMode = EditMode::Update;
       } else if (code != SQLITE_DONE) {
         m_Connection.ReportFailure();
+        m_Failed = true;
       }
       sqlite3_reset(select);
       if (m_EditMode == EditMode::Update) return true;
+    } else {
+      m_Failed = true;
     }
   }
   ResetMembers({}, true);
@@ -170,6 +187,7 @@ bool TableRecordset::Write() {
 }
 
 bool TableRecordset::Insert() {
+  if (IsStagingTable(m_RowsTable) && !CreateIfMissing(m_Connection, m_RowsTable)) return false;
   sqlite3_stmt* const insert = Statement(m_Insert, m_InsertGeneration, &TableRecordset::InsertSql);
   if (!insert) return false;
   BindRow(insert);
@@ -230,7 +248,7 @@ void TableRecordset::BindRow(sqlite3_stmt* statement) {
 bool TableRecordset::DeleteCurrent() {
   if (m_EditMode == EditMode::None) return false;
   sqlite3_stmt* const remove =
-      m_Connection.Prepare("DELETE FROM " + QuotedName(m_TableName) + " WHERE _rowid_ = ?1");
+      m_Connection.Prepare("DELETE FROM " + QuotedName(m_RowsTable) + " WHERE _rowid_ = ?1");
   if (!remove) return false;
   sqlite3_bind_int64(remove, 1, m_CurrentKey);
   if (!m_Connection.Run(remove)) return false;
@@ -248,31 +266,32 @@ sqlite3_stmt* TableRecordset::Statement(sqlite3_stmt*& cached, int& generation, 
 }
 
 std::size_t TableRecordset::StoredCount() {
-  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_RowsTable);
   return std::min(stored ? stored->size() : 0, m_Columns.size());
 }
 
 std::string TableRecordset::SelectSql() {
-  return "SELECT * FROM " + QuotedName(m_TableName) + " WHERE _rowid_ = ?1";
+  return "SELECT * FROM " + QuotedName(m_RowsTable) + " WHERE _rowid_ = ?1";
 }
 
 std::string TableRecordset::InsertSql() {
-  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_RowsTable);
   std::string names;
   std::string places;
   for (std::size_t i = 0; stored && i < StoredCount(); ++i) {
     names += (i ? ", " : "") + QuotedName((*stored)[i].name);
     places += i ? ", ?" : "?";
   }
-  return "INSERT INTO " + QuotedName(m_TableName) + " (" + names + ") VALUES (" + places + ")";
+  if (names.empty()) return "INSERT INTO " + QuotedName(m_RowsTable) + " DEFAULT VALUES";  // fails with the reason
+  return "INSERT INTO " + QuotedName(m_RowsTable) + " (" + names + ") VALUES (" + places + ")";
 }
 
 std::string TableRecordset::UpdateSql() {
-  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_TableName);
+  const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_RowsTable);
   std::string places;
   for (std::size_t i = 0; stored && i < StoredCount(); ++i)
     places += (i ? ", " : "") + QuotedName((*stored)[i].name) + " = ?";
-  return "UPDATE " + QuotedName(m_TableName) + " SET " + places + " WHERE _rowid_ = ?";
+  return "UPDATE " + QuotedName(m_RowsTable) + " SET " + places + " WHERE _rowid_ = ?";
 }
 
 int TableRecordset::FindRowOf(const TableRecordset& other, int n) const {

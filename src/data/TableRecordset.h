@@ -14,8 +14,8 @@ namespace inspector::data {
 // Keeps only the row keys of the open query and fetches one row at a time into the bound members. Not to be
 // used from another thread than its databases.
 //
-// Failures: a query that fails reads as empty (Failed tells), and every failure has been reported by the
-// connection. A NULL reads as the neutral value of its type; a NULL date as the zero date.
+// Failures: a query that fails reads as empty (Failed tells), and every failure but a missing table has been
+// reported by the connection. A NULL reads as the neutral value of its type; a NULL date as the zero date.
 class TableRecordset {
  public:
   virtual ~TableRecordset() = default;
@@ -27,11 +27,12 @@ class TableRecordset {
 
   // The text of the next Open; empty means the whole table.
   void SetSQL(Text sql) { m_SQL = std::move(sql); }
-  // False only when the table is missing.
+  // False only when the table is missing. A missing staging table is created instead.
   bool Open();
   // Runs any statement. A query's rows become the open ones; anything else leaves none.
   bool OpenSQL(TextView sql);
-  // The last Open or OpenSQL failed, for another reason than a missing table.
+  // The last Open, OpenSQL or GetRecord could not do its work, a missing table included: that there are no
+  // rows is then not known.
   bool Failed() const { return m_Failed; }
 
   int RecordCount() const { return static_cast<int>(m_Keys.size()); }
@@ -41,7 +42,7 @@ class TableRecordset {
   // Neutral values, dates now; the next Write adds a row. Binary members stay as they are.
   void PrepareNew();
   // Adds or updates; a second Write without GetRecord or PrepareNew repeats the same kind. A row that was
-  // added becomes the last of the open ones.
+  // added becomes the last of the open ones. Both work on the table that the open rows belong to.
   bool Write();
   // Deletes the row last read or written, and takes it out of the open ones.
   bool DeleteCurrent();
@@ -74,6 +75,7 @@ class TableRecordset {
   void ReadRow(sqlite3_stmt* statement);
   void ResetMembers(const device::CalendarTime& date, bool withBinary);
   sqlite3_stmt* Statement(sqlite3_stmt*& cached, int& generation, std::string (TableRecordset::*build)());
+  void WorkOn(TextView table);
   std::string SelectSql();
   std::string InsertSql();
   std::string UpdateSql();
@@ -84,6 +86,7 @@ class TableRecordset {
   Text m_SQL;
   std::vector<ColumnDef> m_Columns;
   Text m_TableName;
+  Text m_RowsTable;  // whose rows are open; m_TableName but for a statement about another table
   Databases& m_Databases;
   Connection& m_Connection;
   EditMode m_EditMode = EditMode::None;

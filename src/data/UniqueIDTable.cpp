@@ -10,6 +10,9 @@ namespace {
 constexpr std::int32_t kFirstInspectionKey = 1000;
 constexpr std::int32_t kFirstTemplateKey = 25000;
 
+// After the highest key comes the lowest.
+std::int32_t Following(std::int32_t key) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) + 1); }
+
 const TableLayout& LayoutOf(DatabaseKind kind) {
   const auto layouts = AllLayouts();
   return *std::find_if(layouts.begin(), layouts.end(), [kind](const TableLayout& layout) {
@@ -23,16 +26,20 @@ UniqueIDTable::UniqueIDTable(Databases& databases, DatabaseKind kind)
     : TableRecordset(databases, LayoutOf(kind), UniqueIDTable::Members(*this)), m_Kind(kind) {}
 
 std::int32_t UniqueIDTable::NextID(TextView sequenceName) {
-  OpenSQL(device::Format(u"SELECT * FROM UniqueID WHERE TableName = \"%s\"", sequenceName));
-  const bool found = RecordCount() > 0 && GetRecord(0);
+  const bool isThere = OpenSQL(device::Format(u"SELECT * FROM UniqueID WHERE TableName = \"%s\"", sequenceName));
+  const bool found = GetRecord(0);
+  if (isThere && Failed()) {
+    // A second row for the sequence would hand out every key again, for good.
+    return m_NextID = m_Kind == DatabaseKind::Inspection ? kFirstInspectionKey : kFirstTemplateKey;
+  }
   if (!found) {
     PrepareNew();
     m_SequenceName = Text(sequenceName);
   }
   if (m_Kind == DatabaseKind::Inspection) {
-    m_NextID = found ? m_NextID + 1 : kFirstInspectionKey;
+    m_NextID = found ? Following(m_NextID) : kFirstInspectionKey;
   } else {
-    m_NextID = found && m_NextID >= 0 ? m_NextID + 1 : kFirstTemplateKey;
+    m_NextID = found && m_NextID >= 0 ? Following(m_NextID) : kFirstTemplateKey;
   }
   Write();
   return m_NextID;

@@ -11,7 +11,7 @@ class UniqueIDTable : public TableRecordset {
 
   // Takes the next key and stores it. Inspection database: 1000 for a new sequence, then counting up.
   // Template database: counting up from any stored value of 0 or more, 25000 for a new or negative one.
-  // A write that fails has been reported; the same key may then be handed out again.
+  // A failure has been reported; the same key may then be handed out again.
   std::int32_t NextID(TextView sequenceName);
 
   // In the Inspection database the new table takes over every counter of the Template database.

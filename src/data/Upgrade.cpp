@@ -89,23 +89,33 @@ Text ReadDataVersion(Databases& databases) {
 
 Text KeepCopy(Connection& connection, device::Files& files, std::filesystem::path* copy) {
   const std::filesystem::path& file = connection.File();
+  const std::filesystem::path journal = file.string() + "-wal";
+  std::error_code noJournal;
   connection.ExecuteNative("PRAGMA wal_checkpoint(TRUNCATE)");
   Transaction quiet(connection);  // nobody writes while the bytes are copied
+  const auto waiting = std::filesystem::file_size(journal, noJournal);
+  const bool isWhole = noJournal || waiting == 0;
   std::filesystem::path target = file.string() + ".before-5.0";
   for (int number = 2; files.Exists(target); ++number)
     target = file.string() + ".before-5.0-" + std::to_string(number);
   const Text name = device::FromUtf8(target.string());
-  const auto source = files.OpenForReading(file);
-  if (!quiet.IsOpen() || !source)
-    return Format(u"The database %s cannot be copied before it is updated. It was left as it is.",
-                  device::FromUtf8(file.string()));
+  if (!quiet.IsOpen() || !isWhole)
+    return Format(u"The database %s cannot be copied before it is updated, because another program is using it. It was "
+                  u"left as it is. Close that program, then start again.", device::FromUtf8(file.string()));
   const auto output = files.Create(target);
   std::vector<char> block(1 << 16);
   std::int64_t count = 0;
   bool written = true;
-  while (written && (count = source->Read(block.data(), block.size())) > 0)
+  for (std::int64_t at = 0; written; at += count) {
+    count = connection.ReadFile(at, block.data(), static_cast<int>(block.size()));
+    if (count <= 0) break;
     written = output->Write(std::string_view(block.data(), static_cast<std::size_t>(count)));
-  if (count < 0 || !written || !output->Commit()) {
+  }
+  if (count < 0) {
+    return Format(u"The database %s cannot be read to the end. It was left as it is. Check the disk, or put your last "
+                  u"good copy in its place.", device::FromUtf8(file.string()));
+  }
+  if (!written || !output->Commit()) {
     return Format(u"No copy of the database could be kept as %s: %s. The database was left as it is. Free some space "
                   u"or choose another folder, then start again.", name, device::FromUtf8(output->Error()));
   }
