@@ -125,6 +125,9 @@ class Emitter {
       case Kind::Comparison:
         EmitComparison(condition);
         break;
+      case Kind::Nothing:
+        m_Problem = u"a condition is missing";
+        break;
       default:
         m_Result.sql += '(';
         EmitOperand(condition);
@@ -153,15 +156,16 @@ class Emitter {
       return;
     }
     if (IsText(left) && right.kind == Kind::Value && !std::holds_alternative<std::string>(m_Values[right.value])) {
-      // As a number, but a text without any digit is no number: an empty one does not equal 0.
+      // As a number, which an empty text is not, nor is "2 b".
       const std::string column = ResolveOrFail(left).sql;
-      m_Result.sql += "(" + column + " GLOB '*[0-9]*' AND CAST(" + column + " AS NUMERIC) " + symbol + " ";
+      m_Result.sql += "(" + column + " GLOB '*[0-9]*' AND " + column + " NOT GLOB '*[^-+.0-9 ]*' AND CAST(" + column +
+                      " AS NUMERIC) " + symbol + " ";
       EmitOperand(right);
       m_Result.sql += ')';
       return;
     }
-    if (IsText(left) && right.kind == Kind::Column && !Resolve(right)) {
-      // A text that stands without quotes and names nothing is a value.
+    if (IsText(left) && right.kind == Kind::Column && right.table.empty()) {
+      // A single word is a value that stands without quotes: statements name the table of a second column.
       m_Result.sql += "(ifnull(" + ResolveOrFail(left).sql + ", '') " + symbol + " '";
       for (const char byte : ToUtf8(right.name)) m_Result.sql += byte == '\'' ? "''" : std::string(1, byte);
       m_Result.sql += "')";

@@ -7,10 +7,8 @@ namespace {
 
 bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n'; }
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-bool IsWordUnit(char16_t unit) {
-  return IsDigit(unit) || (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_' ||
-         unit >= 0x80;
-}
+// No statement calculates, so everything else may stand in a value that somebody left without quotes.
+bool IsWordUnit(char16_t unit) { return !IsBlank(unit) && TextView(u"()=<>,;.*\"'").find(unit) == TextView::npos; }
 
 std::optional<SqlValue> ParseNumber(TextView text) {
   std::string ascii;
@@ -42,7 +40,7 @@ class Tokeniser {
       const char16_t unit = m_Statement[m_At];
       if (unit == u'"' || unit == u'\'') {
         if (!TakeQuoted(unit)) return std::nullopt;
-      } else if (IsDigit(unit) || (unit == u'-' && NegativeNumberFollows())) {
+      } else if (IsDigit(unit) || (unit == u'-' && m_At + 1 < m_Statement.size() && IsDigit(m_Statement[m_At + 1]))) {
         TakeNumber();
       } else if (IsWordUnit(unit)) {
         std::size_t end = m_At;
@@ -89,14 +87,6 @@ class Tokeniser {
     return false;
   }
 
-  // A minus is the sign of a number after a comparison, an opening bracket or a comma.
-  bool NegativeNumberFollows() const {
-    if (m_At + 1 >= m_Statement.size() || !IsDigit(m_Statement[m_At + 1])) return false;
-    if (m_Result.tokens.empty()) return true;
-    const SqlToken& before = m_Result.tokens.back();
-    return before.kind == SqlToken::Kind::Symbol && before.text != u")";
-  }
-
   void TakeNumber() {
     std::size_t end = m_At + 1;
     while (end < m_Statement.size() && (IsWordUnit(m_Statement[end]) || m_Statement[end] == u'.')) ++end;
@@ -104,7 +94,7 @@ class Tokeniser {
       m_At = end;
       AddValue(std::move(*number), "?n ");
     } else {
-      Add(SqlToken::Kind::Word, end - m_At);  // 4a: a text that somebody left without quotes
+      Add(SqlToken::Kind::Word, end - m_At);  // 4a, 10-B, 3.1.2
     }
   }
 
