@@ -1,6 +1,7 @@
 // The part of every table class that makes its own table and brings an older one up to date.
 #include <algorithm>
 
+#include "data/StoredTypes.h"
 #include "data/TableRecordset.h"
 #include "device/Format.h"
 
@@ -25,18 +26,6 @@ struct SqlColumn {
 SqlColumn NamedOrGenerated(const ColumnDef& column, int position) {
   if (!column.sqlName.empty() || !column.sqlType.empty()) return {column.sqlName, column.sqlType};
   return {GeneratedName(column.type, position), Text(GeneratedSqlType(column.type))};
-}
-
-bool Accepts(ValueType type, StoredType stored) {
-  switch (type) {
-    case ValueType::Integer: return stored == StoredType::Integer;
-    case ValueType::Double: return stored == StoredType::Double;
-    case ValueType::Date: return stored == StoredType::Date;
-    case ValueType::String: return stored == StoredType::String || stored == StoredType::LongString;
-    case ValueType::YesNo: return stored == StoredType::Boolean;
-    case ValueType::Binary: return stored == StoredType::LongBinary;
-  }
-  return false;
 }
 
 bool IsKnown(ValueType type) { return !GeneratedSqlType(type).empty(); }

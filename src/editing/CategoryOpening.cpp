@@ -17,8 +17,10 @@ using device::Text;
 using device::TextView;
 
 constexpr TextView kStepTemplates =
-    u"SELECT StepTemplate.* FROM CategoryTemplate INNER JOIN (StepTemplate INNER JOIN CategoryStep ON StepTemplate.ID "
-    u"= CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE (((CategoryTemplate.ID)=%d));";
+    u"SELECT StepTemplate.* FROM CategoryTemplate INNER JOIN (StepTemplate INNER JOIN CategoryStep ON "
+    u"StepTemplate.ID "
+    u"= CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE "
+    u"(((CategoryTemplate.ID)=%d));";
 
 // A step's help counts as there when it is longer than this.
 constexpr std::size_t kShortestInfo = 2;
@@ -30,7 +32,8 @@ Text RatingTypeName(data::RatingTypeTable& types, std::int32_t ratingTypeID) {
 
 }  // namespace
 
-std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID) {
+std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID,
+                               std::int32_t categoryID) {
   data::StepTemplateTable templates(databases);
   templates.OpenSQL(Format(kStepTemplates, categoryTemplateID));
   data::RatingTypeTable ratingTypes(databases);
@@ -53,7 +56,8 @@ std::optional<int> CreateSteps(data::Databases& databases, std::int32_t category
   return templates.RecordCount();
 }
 
-std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID) {
+std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID,
+                                std::int32_t categoryID) {
   data::FieldTemplateTable templates(databases);
   const Text& table = templates.TableName();
   templates.OpenSQL(Format(u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.Sequence", table, table,
@@ -84,7 +88,8 @@ bool OpenCategory(data::Databases& databases, const data::CategoryTable& categor
   };
   data::StepTable steps(databases);
   data::FieldTable fields(databases);
-  const std::optional<bool> first = isForm ? isEmpty(fields, u"SequenceNumber") : isEmpty(steps, u"StepNumber");
+  const std::optional<bool> first =
+      isForm ? isEmpty(fields, u"SequenceNumber") : isEmpty(steps, u"StepNumber");
   if (!first) return false;
   if (!*first) return true;
 
@@ -94,7 +99,8 @@ bool OpenCategory(data::Databases& databases, const data::CategoryTable& categor
       isForm ? CreateFields(databases, category.m_CategoryTemplateID, category.m_CategoryID)
              : CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID);
   if (!created) return false;
-  if (!isForm && *created == 0 && !category.m_CompleteFlag && !RecomputeComplete(databases, category.m_CategoryID))
+  if (!isForm && *created == 0 && !category.m_CompleteFlag &&
+      !RecomputeComplete(databases, category.m_CategoryID))
     return false;
   return transaction.Commit();
 }

@@ -12,10 +12,12 @@ inline constexpr std::int32_t kFormCategory = 1;  // Category.Type of a form; an
 
 // Adds a step for every step template of the category template, in their order. The number of steps; nothing
 // when a read or write failed.
-std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID);
+std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID,
+                               std::int32_t categoryID);
 
 // Adds a field for every field template of the category template. The number of fields.
-std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID, std::int32_t categoryID);
+std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID,
+                                std::int32_t categoryID);
 
 // Creates steps or fields when the category has none. One transaction; false when it failed. A step category
 // whose template has no steps becomes complete.

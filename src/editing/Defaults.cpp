@@ -20,7 +20,8 @@ using device::TextView;
 constexpr TextView kDefaultMaterial =
     u"SELECT * FROM MaterialTemplate WHERE (StepID = %d) AND (DefaultMaterial = TRUE);";
 constexpr TextView kCommentsOfMaterial =
-    u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON Comments.ID = "
+    u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON Comments.ID "
+    u"= "
     u"MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
     u"(((MaterialTemplate.ID)=%d));";
 constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
@@ -41,7 +42,7 @@ bool TakeDefaultMaterial(data::Databases& databases, data::StepTable& step) {
 
 // Looks every type up once: most steps of a visit share a handful of types.
 class DefaultChoices {
- public:
+public:
   explicit DefaultChoices(data::Databases& databases) : m_Databases(databases) {}
 
   const std::optional<Text>& Of(const Text& ratingType) {
@@ -50,7 +51,7 @@ class DefaultChoices {
     return m_Known.emplace(ratingType, DefaultChoice(m_Databases, ratingType)).first->second;
   }
 
- private:
+private:
   data::Databases& m_Databases;
   std::map<Text, std::optional<Text>> m_Known;
 };
@@ -93,7 +94,8 @@ bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID
   if (!transaction.IsOpen()) return false;
   data::CategoryTable categories(databases);
   categories.OpenSQL(
-      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle", inspectionID));
+      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+             inspectionID));
   if (categories.Failed()) return false;
   DefaultChoices choices(databases);
   for (int n = 0; n < categories.RecordCount(); ++n) {

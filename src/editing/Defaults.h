@@ -7,16 +7,16 @@ namespace inspector::editing {
 
 enum class DefaultsResult { Done, Refused, Failed };
 
-// For every category of the current inspection whose template is not excluded: creates missing steps, then gives
-// every step without a result its default material and rating. Asks first and says "Done!" at the end. One
-// transaction.
+// For every category of the current inspection whose template is not excluded: creates missing steps, then
+// gives every step without a result its default material and rating. Asks first and says "Done!" at the end.
+// One transaction.
 DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document);
 
 // The same without question and message.
 bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID);
 
-// For the steps of one category. Here the default material does not depend on the result, and a result that is
-// no choice of its type is replaced.
+// For the steps of one category. Here the default material does not depend on the result, and a result that
+// is no choice of its type is replaced.
 bool ApplyStepDefaults(data::Databases& databases, std::int32_t categoryID);
 
 }  // namespace inspector::editing

@@ -21,7 +21,9 @@ void RestoreFreeEntry(MaterialBox& box, TextView stored) {
 
 }  // namespace
 
-bool MaterialBox::IsFree() const { return caption.starts_with(kFree) || caption.starts_with(kFreeLowerCase); }
+bool MaterialBox::IsFree() const {
+  return caption.starts_with(kFree) || caption.starts_with(kFreeLowerCase);
+}
 
 Text MaterialsForDisplay(TextView stored) {
   if (stored.ends_with(u';')) stored.remove_suffix(1);
@@ -35,16 +37,18 @@ Text MaterialsForDisplay(TextView stored) {
 
 MaterialBoxes::MaterialBoxes(data::Databases& databases, std::int32_t stepTemplateID, TextView stored) {
   data::MaterialTemplateTable materials(databases);
-  materials.OpenSQL(
-      device::Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder", stepTemplateID));
+  materials.OpenSQL(device::Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder",
+                                   stepTemplateID));
   for (int n = 0; n < materials.RecordCount(); ++n) {
     if (!materials.GetRecord(n)) continue;
     MaterialBox box;
     box.materialID = materials.m_ID;
     box.caption = materials.m_Material;
     box.hasComments = materials.m_CommentsExist != 0;
-    if (box.caption == kFree || box.caption == kFreeLowerCase) RestoreFreeEntry(box, stored);
-    else box.ticked = device::Contains(stored, box.caption + u";");
+    if (box.caption == kFree || box.caption == kFreeLowerCase)
+      RestoreFreeEntry(box, stored);
+    else
+      box.ticked = device::Contains(stored, box.caption + u";");
     m_Boxes.push_back(std::move(box));
   }
 }

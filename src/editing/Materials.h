@@ -28,7 +28,7 @@ struct MaterialBox {
 
 // The boxes of one step, one per material of its template, in their order.
 class MaterialBoxes {
- public:
+public:
   MaterialBoxes(data::Databases& databases, std::int32_t stepTemplateID, TextView stored);
 
   const std::vector<MaterialBox>& Boxes() const { return m_Boxes; }
@@ -37,7 +37,7 @@ class MaterialBoxes {
   void TickFree(std::size_t box, TextView words);
   Text Stored() const;
 
- private:
+private:
   std::vector<MaterialBox> m_Boxes;
 };
 

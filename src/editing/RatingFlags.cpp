@@ -8,7 +8,8 @@
 namespace inspector::editing {
 
 bool RatingFlags::IsBold(TextView ratingType, TextView choice) {
-  return IsIn(m_Bold, u"SELECT * FROM RatingChoices WHERE RatingChoices.BoldFlag = TRUE;", ratingType, choice);
+  return IsIn(m_Bold, u"SELECT * FROM RatingChoices WHERE RatingChoices.BoldFlag = TRUE;", ratingType,
+              choice);
 }
 
 bool RatingFlags::IsRed(TextView ratingType, TextView choice) {
@@ -16,7 +17,8 @@ bool RatingFlags::IsRed(TextView ratingType, TextView choice) {
 }
 
 bool RatingFlags::IsSummary(TextView ratingType, TextView choice) {
-  return IsIn(m_Summary, u"SELECT * FROM RatingChoices WHERE RatingChoices.SummaryFlag = TRUE;", ratingType, choice);
+  return IsIn(m_Summary, u"SELECT * FROM RatingChoices WHERE RatingChoices.SummaryFlag = TRUE;", ratingType,
+              choice);
 }
 
 bool RatingFlags::IsIn(std::optional<Pairs>& pairs, TextView query, TextView ratingType, TextView choice) {

@@ -15,14 +15,14 @@ using device::TextView;
 // Three lists of (rating type, choice) pairs, each loaded from the choices on first use. Make a new one when
 // the choices may have changed.
 class RatingFlags {
- public:
+public:
   explicit RatingFlags(data::Workspace& workspace) : m_Workspace(workspace) {}
 
   bool IsBold(TextView ratingType, TextView choice);
   bool IsRed(TextView ratingType, TextView choice);
   bool IsSummary(TextView ratingType, TextView choice);
 
- private:
+private:
   using Pairs = std::set<std::pair<Text, Text>>;
 
   bool IsIn(std::optional<Pairs>& pairs, TextView query, TextView ratingType, TextView choice);

@@ -9,13 +9,16 @@ namespace {
 using device::Format;
 
 constexpr TextView kChoices =
-    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
+    u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType)=\"%s\"))";
 constexpr TextView kNamedChoice =
-    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
+    u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = \"%s\"));";
 constexpr TextView kDefaultChoice =
-    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
+    u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.DefaultFlag) = TRUE));";
 
 }  // namespace

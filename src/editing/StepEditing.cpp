@@ -12,7 +12,9 @@ namespace {
 
 constexpr TextView kFreeMarker = u"Other:";
 
-bool IsBlank(TextView text) { return text.find_first_not_of(u' ') == TextView::npos; }
+bool IsBlank(TextView text) {
+  return text.find_first_not_of(u' ') == TextView::npos;
+}
 
 }  // namespace
 

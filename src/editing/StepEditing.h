@@ -13,7 +13,7 @@ using device::TextView;
 
 // Each call is one transaction: the step, then the complete flag of its category.
 class StepEditing {
- public:
+public:
   explicit StepEditing(data::Workspace& workspace) : m_Workspace(workspace) {}
 
   enum class Result { Done, NoSuchStep, NotOffered, Failed };
@@ -33,7 +33,7 @@ class StepEditing {
   // Between two comments: a blank line or two blanks, by the option.
   Text CommentSeparator();
 
- private:
+private:
   bool Find(data::StepTable& step, std::int32_t stepID);
   Result WriteStep(data::StepTable& step, data::Transaction& transaction);
 

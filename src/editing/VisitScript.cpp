@@ -55,8 +55,10 @@ struct VisitScript::Content {
   toml::table table;
   std::filesystem::path folder;
 
-  bool PlayField(data::Databases& databases, std::int32_t categoryID, const toml::table& field, Text& problem) const;
-  bool PlayStep(data::Workspace& workspace, std::int32_t categoryID, const toml::table& step, Text& problem) const;
+  bool PlayField(data::Databases& databases, std::int32_t categoryID, const toml::table& field,
+                 Text& problem) const;
+  bool PlayStep(data::Workspace& workspace, std::int32_t categoryID, const toml::table& step,
+                Text& problem) const;
   bool PlayCategory(inspection::CInspectorDoc& document, const toml::table& category, Text& problem) const;
   bool PlayHeader(inspection::CInspectorDoc& document, Text& problem) const;
 };
@@ -109,8 +111,8 @@ bool VisitScript::CopyFiles(const device::Machine& machine, Text& problem) const
 
 bool VisitScript::SetUpDevice(data::Workspace& workspace, Text& problem) const {
   if (const toml::table* owner = m_Content->table["owner"].as_table()) {
-    const device::OwnerRecord record{TextOf(*owner, "name"), TextOf(*owner, "company"), TextOf(*owner, "address"),
-                                     TextOf(*owner, "phone")};
+    const device::OwnerRecord record{TextOf(*owner, "name"), TextOf(*owner, "company"),
+                                     TextOf(*owner, "address"), TextOf(*owner, "phone")};
     device::Registry& registry = workspace.GetMachine().registry;
     if (!registry.WriteBinary(Text(data::kOwnerKey), u"Owner", record.Encode())) {
       problem = registry.LastError();
@@ -123,8 +125,10 @@ bool VisitScript::SetUpDevice(data::Workspace& workspace, Text& problem) const {
   for (const auto& [key, node] : *options) {
     const Text name = FromUtf8(key.str());
     Text value = FromUtf8(node.value_or(std::string()));
-    if (const auto flag = node.value_exact<bool>()) value = *flag ? u"TRUE" : u"FALSE";
-    else if (const auto number = node.value_exact<std::int64_t>()) value = device::Decimal(static_cast<int>(*number));
+    if (const auto flag = node.value_exact<bool>())
+      value = *flag ? u"TRUE" : u"FALSE";
+    else if (const auto number = node.value_exact<std::int64_t>())
+      value = device::Decimal(static_cast<int>(*number));
     if (data::SetOption(row, name, value) != data::OptionSet::Done) {
       problem = Format(u"The visit sets an option that cannot be set: %s", name);
       return false;
@@ -146,11 +150,12 @@ bool VisitScript::Content::PlayHeader(inspection::CInspectorDoc& document, Text&
   return true;
 }
 
-bool VisitScript::Content::PlayField(data::Databases& databases, std::int32_t categoryID, const toml::table& entry,
-                                     Text& problem) const {
+bool VisitScript::Content::PlayField(data::Databases& databases, std::int32_t categoryID,
+                                     const toml::table& entry, Text& problem) const {
   const Text label = TextOf(entry, "label");
   data::FieldTable field(databases);
-  field.OpenSQL(Format(u"SELECT * FROM Field WHERE (CategoryID = %d) AND (FieldLabel = \"%s\")", categoryID, label));
+  field.OpenSQL(
+      Format(u"SELECT * FROM Field WHERE (CategoryID = %d) AND (FieldLabel = \"%s\")", categoryID, label));
   if (field.RecordCount() == 0 || !field.GetRecord(0)) {
     problem = Format(u"The visit fills in a field that the form does not have: %s", label);
     return false;
@@ -159,11 +164,12 @@ bool VisitScript::Content::PlayField(data::Databases& databases, std::int32_t ca
   return field.Write();
 }
 
-bool VisitScript::Content::PlayStep(data::Workspace& workspace, std::int32_t categoryID, const toml::table& entry,
-                                    Text& problem) const {
+bool VisitScript::Content::PlayStep(data::Workspace& workspace, std::int32_t categoryID,
+                                    const toml::table& entry, Text& problem) const {
   const Text number = TextOf(entry, "number");
   data::StepTable step(workspace.GetDatabases());
-  step.OpenSQL(Format(u"SELECT * FROM Step WHERE (CategoryID = %d) AND (StepNumber = \"%s\")", categoryID, number));
+  step.OpenSQL(
+      Format(u"SELECT * FROM Step WHERE (CategoryID = %d) AND (StepNumber = \"%s\")", categoryID, number));
   if (step.RecordCount() == 0 || !step.GetRecord(0)) {
     problem = Format(u"The visit has a step that the category does not have: %s", number);
     return false;
@@ -175,10 +181,12 @@ bool VisitScript::Content::PlayStep(data::Workspace& workspace, std::int32_t cat
   };
   if (const auto rating = entry["rating"].value<std::string_view>())
     if (!done(editing.Rate(step.m_StepID, FromUtf8(*rating)), FromUtf8(*rating))) return false;
-  return ForEachText(entry, "materials",
-                     [&](const Text& text) { return done(editing.AddMaterial(step.m_StepID, text), text); }) &&
-         ForEachText(entry, "comments",
-                     [&](const Text& text) { return done(editing.AppendComment(step.m_StepID, text), text); });
+  return ForEachText(
+             entry, "materials",
+             [&](const Text& text) { return done(editing.AddMaterial(step.m_StepID, text), text); }) &&
+         ForEachText(entry, "comments", [&](const Text& text) {
+           return done(editing.AppendComment(step.m_StepID, text), text);
+         });
 }
 
 bool VisitScript::Content::PlayCategory(inspection::CInspectorDoc& document, const toml::table& entry,
@@ -195,8 +203,9 @@ bool VisitScript::Content::PlayCategory(inspection::CInspectorDoc& document, con
   }
   const std::int32_t categoryID = category.m_CategoryID;
   if (!OpenCategory(databases, category)) return false;
-  if (!ForEachTable(entry, "field",
-                    [&](const toml::table& each) { return PlayField(databases, categoryID, each, problem); }) ||
+  if (!ForEachTable(
+          entry, "field",
+          [&](const toml::table& each) { return PlayField(databases, categoryID, each, problem); }) ||
       !ForEachTable(entry, "step",
                     [&](const toml::table& each) { return PlayStep(workspace, categoryID, each, problem); }))
     return false;
@@ -230,7 +239,8 @@ std::optional<std::int32_t> VisitScript::Play(inspection::CInspectorDoc& documen
       return m_Content->PlayCategory(document, category, problem);
     });
     // Defaults come last: they leave every step alone that has been rated by then.
-    return visited && (!m_Content->table["defaults"].value_or(false) || ApplyDefaultsSilently(databases, key));
+    return visited &&
+           (!m_Content->table["defaults"].value_or(false) || ApplyDefaultsSilently(databases, key));
   };
   const bool played = play() && transaction.Commit();
   document.LoadCategories();

@@ -15,11 +15,12 @@ using device::TextView;
 // header, owner, options and files; then, per category, fields or steps with rating, materials and comments.
 // docs/sample-visit.md shows the format.
 class VisitScript {
- public:
+public:
   ~VisitScript();
 
   // Null when the file cannot be read or understood; `problem` then says why.
-  static std::unique_ptr<VisitScript> Read(device::Files& files, const std::filesystem::path& file, Text& problem);
+  static std::unique_ptr<VisitScript> Read(device::Files& files, const std::filesystem::path& file,
+                                           Text& problem);
 
   Text DocumentNumber() const;
 
@@ -29,12 +30,12 @@ class VisitScript {
   // Owner record and options, for a device that is being set up.
   bool SetUpDevice(data::Workspace& workspace, Text& problem) const;
 
-  // Plays the visit as one transaction: into the current inspection when that is the only one and still untouched,
-  // else into a new one. Nothing when something could not be written, or the visit asks for what the library does
-  // not offer; `problem` names it.
+  // Plays the visit as one transaction: into the current inspection when that is the only one and still
+  // untouched, else into a new one. Nothing when something could not be written, or the visit asks for what
+  // the library does not offer; `problem` names it.
   std::optional<std::int32_t> Play(inspection::CInspectorDoc& document, Text& problem) const;
 
- private:
+private:
   struct Content;
   explicit VisitScript(std::unique_ptr<Content> content);
 

@@ -14,15 +14,18 @@ namespace {
 using device::Format;
 
 constexpr TextView kCommentsOfType =
-    u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON Comments.ID = "
+    u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON "
+    u"Comments.ID = "
     u"InspectionTypeComment.CommentID) ON InspectionType.ID = InspectionTypeComment.InspectionTypeID WHERE "
     u"(((InspectionType.id)=%d));";
 constexpr TextView kCommentsOfCategory =
-    u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON Comments.ID = "
+    u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON Comments.ID "
+    u"= "
     u"CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
     u"(((CategoryTemplate.ID)=%d));";
 constexpr TextView kTemplatesOfType =
-    u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN InspectionTypeCategory ON "
+    u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN "
+    u"InspectionTypeCategory ON "
     u"CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON InspectionType.ID = "
     u"InspectionTypeCategory.InspectionTypeID WHERE (((InspectionType.InspectionType)=\"%s\"));";
 

@@ -17,8 +17,8 @@ struct DocTypeState {
   Text generalInformation;
 };
 
-// Deletes every category and step of the inspection, makes one category per category template of the type, and
-// appends the type's default comments. A name that no type has leaves the type's key alone and makes no
+// Deletes every category and step of the inspection, makes one category per category template of the type,
+// and appends the type's default comments. A name that no type has leaves the type's key alone and makes no
 // category. The inspection's row is not touched. Runs inside the caller's transaction; false when a read or
 // write failed.
 bool ApplyDocType(data::Databases& databases, DocTypeState& state, TextView newType);

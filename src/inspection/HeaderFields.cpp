@@ -26,7 +26,9 @@ constexpr HeaderField kFields[] = {
 
 }  // namespace
 
-std::span<const HeaderField> HeaderFields() { return kFields; }
+std::span<const HeaderField> HeaderFields() {
+  return kFields;
+}
 
 const HeaderField* FindHeaderField(TextView name) {
   for (const HeaderField& field : kFields)
@@ -66,10 +68,11 @@ DocTypeChoice ConfirmDocTypeChange(CInspectorDoc& document, TextView newType) {
   const Text& current = document.Inspection().m_DocType;
   if (current == newType) return DocTypeChoice::Same;
   if (current.empty()) return DocTypeChoice::Change;
-  const bool confirmed = device::ConfirmDataAlert(
-      document.GetWorkspace().GetPrompts(),
-      u"Warning! Changing the Doc Type will remove all categories and steps for this inspection  Tap OK to continue "
-      u"changing the Doc Type. \r\r Do you wish to proceed?");
+  const bool confirmed =
+      device::ConfirmDataAlert(document.GetWorkspace().GetPrompts(),
+                               u"Warning! Changing the Doc Type will remove all categories and steps for "
+                               u"this inspection  Tap OK to continue "
+                               u"changing the Doc Type. \r\r Do you wish to proceed?");
   return confirmed ? DocTypeChoice::Change : DocTypeChoice::Refused;
 }
 

@@ -30,8 +30,8 @@ bool InspectionOverview::OnDelete(int selected, int selectedCount) {
 std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
   if (selected < 0) return std::nullopt;
   data::Workspace& workspace = m_Document.GetWorkspace();
-  const std::optional<Text> number =
-      workspace.GetPrompts().AskText({u"Enter the Doc # of the new Inspection:", u"Duplicate Inspection", {}});
+  const std::optional<Text> number = workspace.GetPrompts().AskText(
+      {u"Enter the Doc # of the new Inspection:", u"Duplicate Inspection", {}});
   if (!number || !m_Document.SetCurrentInspection(selected)) return std::nullopt;
 
   data::Databases& databases = workspace.GetDatabases();
@@ -44,7 +44,8 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
   copy.m_InspectionID = data::NextInspectionID(databases, u"Inspection");
   copy.m_InspectionNum = device::StripLeadingControls(*number);
   if (!copy.Write() ||
-      !DuplicateInspectionRows(databases, source.m_InspectionID, copy.m_InspectionID, workspace.GetPrompts()) ||
+      !DuplicateInspectionRows(databases, source.m_InspectionID, copy.m_InspectionID,
+                               workspace.GetPrompts()) ||
       !transaction.Commit())
     return std::nullopt;
   m_Document.Reopen();

@@ -9,7 +9,7 @@
 namespace inspector::inspection {
 
 class InspectionOverview {
- public:
+public:
   explicit InspectionOverview(CInspectorDoc& document) : m_Document(document) {}
 
   struct Row {
@@ -24,7 +24,7 @@ class InspectionOverview {
   // Asks for the new document number and copies the inspection with all that belongs to it.
   std::optional<std::int32_t> OnDuplicate(int selected);
 
- private:
+private:
   CInspectorDoc& m_Document;
 };
 

@@ -16,9 +16,11 @@ using device::Format;
 constexpr TextView kCategoriesInOrder =
     u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle";
 constexpr TextView kStepsOfInspection =
-    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) INNER "
+    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) "
+    u"INNER "
     u"JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d));";
-constexpr TextView kFieldsOfCategory = u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.SequenceNumber";
+constexpr TextView kFieldsOfCategory =
+    u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.SequenceNumber";
 constexpr TextView kDeleteOfCategory = u"DELETE FROM %s WHERE CategoryID = %d";
 
 struct KeyPair {
@@ -28,8 +30,8 @@ struct KeyPair {
 
 bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& keys, const KeyPair& category) {
   data::FieldTable fields(databases);
-  fields.OpenSQL(Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), category.source,
-                        fields.TableName()));
+  fields.OpenSQL(
+      Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), category.source, fields.TableName()));
   const int count = fields.RecordCount();
   for (int n = 0; n < count; ++n) {
     if (!fields.GetRecord(n)) return false;
@@ -45,7 +47,8 @@ bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& keys, cons
 
 }  // namespace
 
-bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID, device::ProgressWindow* progress) {
+bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
+                          device::ProgressWindow* progress) {
   data::CategoryTable categories(databases);
   categories.OpenSQL(Format(kCategoriesInOrder, inspectionID));
   if (categories.Failed()) return false;
@@ -58,8 +61,8 @@ bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
   }
   for (int i = 0; i < count; ++i) {
     if (!categories.GetRecord(i)) return false;
-    for (data::TableRecordset* table : {static_cast<data::TableRecordset*>(&steps),
-                                        static_cast<data::TableRecordset*>(&fields)}) {
+    for (data::TableRecordset* table :
+         {static_cast<data::TableRecordset*>(&steps), static_cast<data::TableRecordset*>(&fields)}) {
       table->OpenSQL(Format(kDeleteOfCategory, table->TableName(), categories.m_CategoryID));
       if (table->Failed()) return false;
     }

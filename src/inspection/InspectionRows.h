@@ -11,7 +11,8 @@ using device::TextView;
 
 // Deletes steps, then categories. With `progress`, moves its bar from 0 to the number of categories + 1. Runs
 // inside the caller's transaction; false when something could not be read or deleted.
-bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID, device::ProgressWindow* progress);
+bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
+                          device::ProgressWindow* progress);
 
 // Copies the categories, fields and steps of one inspection to another one that has none.
 bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,

@@ -30,8 +30,10 @@ CInspectorDoc::CInspectorDoc(data::Workspace& workspace)
       m_Categories(workspace.GetDatabases()),
       m_Steps(workspace.GetDatabases()) {
   m_IsOpen = m_Inspection.Open() && !m_Inspection.Failed();
-  if (m_IsOpen && m_Inspection.RecordCount() == 0) m_IsOpen = WriteNewInspection({}, {}) && Reopen();
-  else if (m_IsOpen) SetCurrentInspection(0);
+  if (m_IsOpen && m_Inspection.RecordCount() == 0)
+    m_IsOpen = WriteNewInspection({}, {}) && Reopen();
+  else if (m_IsOpen)
+    SetCurrentInspection(0);
 }
 
 CInspectorDoc::~CInspectorDoc() {
@@ -46,13 +48,15 @@ bool CInspectorDoc::Reopen() {
 
 bool CInspectorDoc::SetCurrentInspection(int row) {
   m_CurrentCategory = 0;
+  m_CurrentRow = row;
   if (!m_Inspection.GetRecord(row)) return false;
   LoadCategories();
   return true;
 }
 
 bool CInspectorDoc::SelectInspection(std::int32_t inspectionID) {
-  // The index finds the row; among rows of one key the first counts, as if they were read one after the other.
+  // The index finds the row; among rows of one key the first counts, as if they were read one after the
+  // other.
   data::InspectionTable found(m_Workspace.GetDatabases());
   found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
   const int row = m_Inspection.FindRowOf(found, 0);
@@ -60,8 +64,9 @@ bool CInspectorDoc::SelectInspection(std::int32_t inspectionID) {
 }
 
 void CInspectorDoc::LoadCategories() {
-  m_Categories.OpenSQL(Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
-                              m_Inspection.m_InspectionID));
+  m_Categories.OpenSQL(
+      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+             m_Inspection.m_InspectionID));
 }
 
 bool CInspectorDoc::SetCurrentCategory(int row) {
@@ -163,11 +168,12 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
     device::Alert(prompts, u"Only one inspection can be deleted at a time.");
     return false;
   }
-  const Text question =
-      Format(u"Are you sure you want to delete this inspection?\n\nClient Name: %s\nDwelling Address: %s\nCity State "
-             u"Zip: %s\nDoc #: %s",
-             m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
-             m_Inspection.m_InspectionNum);
+  const Text question = Format(
+      u"Are you sure you want to delete this inspection?\n\nClient Name: %s\nDwelling Address: %s\nCity "
+      u"State "
+      u"Zip: %s\nDoc #: %s",
+      m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
+      m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;
   data::Transaction transaction(m_Workspace.InspectionConnection());
   const bool deleted = transaction.IsOpen() && DeleteInspectionData(true) && m_Inspection.DeleteCurrent() &&

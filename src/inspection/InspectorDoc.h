@@ -1,4 +1,5 @@
-// The document: the current inspection, its categories and steps, and the worker that applies an inspection type.
+// The document: the current inspection, its categories and steps, and the worker that applies an inspection
+// type.
 #pragma once
 
 #include <atomic>
@@ -17,7 +18,7 @@ namespace inspector::inspection {
 
 // Lives on the thread of the screens. Opening it on a database without inspections adds an empty one.
 class CInspectorDoc {
- public:
+public:
   explicit CInspectorDoc(data::Workspace& workspace);
   ~CInspectorDoc();  // waits for the worker
   CInspectorDoc(const CInspectorDoc&) = delete;
@@ -36,6 +37,8 @@ class CInspectorDoc {
   bool SetCurrentInspection(int row);
   // The first row with this key, by looking from row 0 on.
   bool SelectInspection(std::int32_t inspectionID);
+  // The row of the current inspection.
+  int CurrentRow() const { return m_CurrentRow; }
   void LoadCategories();
   int CurrentCategory() const { return m_CurrentCategory; }
   // Reads row n of the categories. "No Category records in current selection." when there is none.
@@ -43,19 +46,19 @@ class CInspectorDoc {
 
   // Asks, then creates an empty inspection and makes it current.
   std::optional<std::int32_t> NewInspection();
-  // The same without asking. `fill` may set columns before the row is written; with `type`, the type is applied
-  // in the same transaction.
+  // The same without asking. `fill` may set columns before the row is written; with `type`, the type is
+  // applied in the same transaction.
   using FillInspection = std::function<void(data::InspectionTable&)>;
   std::optional<std::int32_t> CreateInspection(const FillInspection& fill = {}, TextView type = {});
 
-  // Whether the worker also writes the inspection's row, in its transaction. Otherwise the changed columns stay
-  // in Inspection() until the header is saved.
+  // Whether the worker also writes the inspection's row, in its transaction. Otherwise the changed columns
+  // stay in Inspection() until the header is saved.
   enum class HeaderSave { ByWorker, ByCaller };
   // Starts the worker. One at a time: a second change waits for the first.
   void ChangeDocType(TextView newType, HeaderSave save);
   bool IsChangingDocType() const { return m_WorkerRuns; }
-  // Waits for the worker and takes over what it changed. False when nothing was changed because a read or write
-  // failed; that has been reported.
+  // Waits for the worker and takes over what it changed. False when nothing was changed because a read or
+  // write failed; that has been reported.
   bool FinishDocTypeChange();
 
   // Deletes the current inspection's categories and steps; the row stays.
@@ -66,7 +69,7 @@ class CInspectorDoc {
   // Asks, deletes every inspection, and leaves one fresh empty one.
   bool DeleteAllInspections();
 
- private:
+private:
   bool WriteNewInspection(const FillInspection& fill, TextView type);
   void RunWorker(Text newType, HeaderSave save, DocTypeState state);
 
@@ -74,6 +77,7 @@ class CInspectorDoc {
   data::InspectionTable m_Inspection;
   data::CategoryTable m_Categories;
   data::StepTable m_Steps;
+  int m_CurrentRow = 0;
   int m_CurrentCategory = 0;
   bool m_IsOpen = false;
 

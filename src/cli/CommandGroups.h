@@ -1,0 +1,28 @@
+// The groups of commands, one file each. A new group is one file and one line in Commands.cpp.
+#pragma once
+
+#include <vector>
+
+#include "cli/Command.h"
+
+namespace inspector::cli {
+
+std::vector<Command> SetUpCommands();       // init, check
+std::vector<Command> InspectionCommands();  // types, list, new, set, fields, apply-type, defaults, delete
+std::vector<Command> StepCommands();        // categories, steps, rate, comment, material
+std::vector<Command> ReportCommands();      // report
+std::vector<Command> SettingCommands();     // options, owner
+std::vector<Command> LibraryCommands();     // library
+std::vector<Command> PageCommands();        // man, completion
+
+// "--json", shared by the commands that list.
+CommandOption JsonOption();
+
+// "NAME=VALUE" cut at the first "="; without one the value is missing.
+struct Assignment {
+  device::Text name;
+  std::optional<device::Text> value;
+};
+Assignment ParseAssignment(const std::string& typed);
+
+}  // namespace inspector::cli

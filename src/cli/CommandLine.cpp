@@ -1,0 +1,130 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
+#include <deque>
+
+#include "cli/Command.h"
+
+namespace inspector::cli {
+namespace {
+
+std::filesystem::path DefaultHome() {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return std::string(value ? value : "");
+  };
+  if (const std::string home = variable("INSPECTOR_HOME"); !home.empty()) return home;
+  if (const std::string data = variable("XDG_DATA_HOME"); !data.empty())
+    return std::filesystem::path(data) / "inspector";
+  return std::filesystem::path(variable("HOME")) / ".local/share/inspector";
+}
+
+// Where CLI11 puts what it parsed for one command.
+struct Slot {
+  const Command* command = nullptr;
+  CLI::App* app = nullptr;
+  std::deque<std::string> single;
+  std::vector<std::string> repeated;
+  std::deque<std::pair<const CommandOption*, std::string>> values;
+  std::deque<std::pair<const CommandOption*, bool>> flags;
+};
+
+void Describe(CLI::App& parent, const Command& command, Slot& slot) {
+  slot.command = &command;
+  slot.app = parent.add_subcommand(command.name, command.summary);
+  slot.app->fallthrough();
+  slot.app->footer(command.details);
+  for (const Argument& argument : command.arguments) {
+    if (argument.repeated) {
+      slot.app->add_option(argument.name, slot.repeated, argument.help);
+      continue;
+    }
+    CLI::Option* option =
+        slot.app->add_option(argument.name, slot.single.emplace_back(), argument.help)->required();
+    if (argument.kind == Argument::Kind::Number) option->check(CLI::TypeValidator<std::int32_t>("NUMBER"));
+  }
+  for (const CommandOption& option : command.options) {
+    if (option.value.empty()) {
+      slot.app->add_flag(option.name, slot.flags.emplace_back(&option, false).second, option.help);
+    } else {
+      CLI::Option* added =
+          slot.app->add_option(option.name, slot.values.emplace_back(&option, "").second, option.help);
+      added->type_name(option.value)->required(option.required);
+    }
+  }
+}
+
+// A text may begin with a hyphen ("- loose", "-5 C") and be no option. Such words are shielded from the
+// parser by a character that nobody types, and freed from it afterwards. "--unknown" stays an error.
+constexpr char kShield = '\x01';
+
+void ShieldTexts(std::vector<std::string>& words) {
+  std::vector<std::string> known = {"--home", "--yes", "--help", "-h", "--version"};
+  for (const Command& command : AllCommands())
+    for (const CommandOption& option : command.options) known.push_back(option.name);
+  for (std::string& word : words) {
+    if (!word.starts_with('-')) continue;
+    const bool isKnown = std::find(known.begin(), known.end(), word.substr(0, word.find('='))) != known.end();
+    const bool isMistyped = word.starts_with("--") && word.find(' ') == std::string::npos && word.size() > 2;
+    if (!isKnown && !isMistyped) word.insert(word.begin(), kShield);
+  }
+}
+
+void Unshield(std::string& word) {
+  if (word.starts_with(kShield)) word.erase(0, 1);
+}
+
+Input Collect(const Slot& slot) {
+  Input input;
+  input.arguments.assign(slot.single.begin(), slot.single.end());
+  input.repeated = slot.repeated;
+  for (std::string& word : input.arguments) Unshield(word);
+  for (std::string& word : input.repeated) Unshield(word);
+  for (const auto& [option, value] : slot.values)
+    if (slot.app->count(option->name) > 0) input.options[option->name] = value;
+  for (const auto& [option, given] : slot.flags)
+    if (given) input.options[option->name] = "";
+  return input;
+}
+
+}  // namespace
+
+int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostream& err) {
+  CLI::App app("Records a home inspection and writes its report.", "inspector-cli");
+  app.require_subcommand(1);
+  app.set_version_flag("--version", INSPECTOR_VERSION);
+  SessionSettings settings;
+  std::string home;
+  app.add_option("--home", home, "device root (default: $INSPECTOR_HOME, else the XDG data folder)")
+      ->type_name("DIR");
+  app.add_flag("--yes", settings.yes, "answer every question with Yes");
+  std::deque<Slot> slots;
+  for (const Command& command : AllCommands()) Describe(app, command, slots.emplace_back());
+
+  try {
+    ShieldTexts(words);
+    std::reverse(words.begin(), words.end());
+    app.parse(std::move(words));
+  } catch (const CLI::ParseError& error) {
+    const int code = app.exit(error, out, err);
+    return static_cast<int>(code == 0 ? ExitCode::Done : ExitCode::Usage);
+  }
+
+  settings.home = home.empty() ? DefaultHome() : std::filesystem::path(home);
+  for (const Slot& slot : slots) {
+    if (!slot.app->parsed()) continue;
+    Session session(std::move(settings), out, err);
+    if (slot.command->needsDocument && !session.OpenDocument()) return static_cast<int>(ExitCode::Failed);
+    ExitCode code = slot.command->run(session, Collect(slot));
+    out.flush();
+    if (!out) session.Fail(u"The output could not be written.");
+    // A fault that the fixed behaviour passed over still ends the run with a failure.
+    if (code == ExitCode::Done && (!out || session.GetMachine().faults.Count() > 0)) code = ExitCode::Failed;
+    return static_cast<int>(code);
+  }
+  return static_cast<int>(ExitCode::Usage);
+}
+
+}  // namespace inspector::cli

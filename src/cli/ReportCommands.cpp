@@ -1,0 +1,47 @@
+#include "cli/CommandGroups.h"
+#include "device/Format.h"
+#include "reports/InspectionReport.h"
+#include "reports/ReportLayout.h"
+
+namespace inspector::cli {
+namespace {
+
+using device::Text;
+
+ExitCode RunReport(Session& session, const Input& input) {
+  if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
+  reports::ReportRequest request;
+  request.inspectionID = input.Number(0);
+  request.layout = device::FromUtf8(input.options.at("--layout"));
+  if (!reports::FindLayout(request.layout)) {
+    session.Fail(device::Format(u"There is no layout %s.", request.layout));
+    return ExitCode::Usage;
+  }
+  if (input.Has("--out"))
+    request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
+  const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
+  for (const Text& note : outcome.notes) session.Note(note);
+  if (outcome.result != reports::ReportResult::Written) return ExitCode::Failed;
+  session.Out() << outcome.file.string() << "\n";
+  return ExitCode::Done;
+}
+
+}  // namespace
+
+std::vector<Command> ReportCommands() {
+  return {
+      {"report",
+       "write the inspection report and print where it is",
+       {{"ID", "the inspection's key", Argument::Kind::Number, false}},
+       {{"--layout", "NAME",
+         "\"4 Column\", \"3 Column\", \"2 Column\", \"2 Column French\", \"Full Narrative\" or \"1 Column\"",
+         true},
+        {"--out", "FILE", "where to write; replaces without asking", false}},
+       "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
+       "begins with a "
+       "backslash lies on the device.",
+       RunReport},
+  };
+}
+
+}  // namespace inspector::cli

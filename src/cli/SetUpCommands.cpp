@@ -1,0 +1,113 @@
+#include <cstdlib>
+
+#include "cli/CommandGroups.h"
+#include "data/FreshDatabase.h"
+#include "data/StructureReport.h"
+#include "device/Format.h"
+#include "editing/VisitScript.h"
+#include "library/Library.h"
+
+namespace inspector::cli {
+namespace {
+
+using device::Format;
+using device::FromUtf8;
+using device::Text;
+
+constexpr device::TextView kSampleValue = u"SampleVisit";
+
+std::filesystem::path AssetsFolder() {
+  const char* chosen = std::getenv("INSPECTOR_ASSETS");
+  return chosen && *chosen ? chosen : INSPECTOR_ASSETS;
+}
+
+// True when the file is there afterwards.
+bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKind kind) {
+  device::Machine& machine = session.GetMachine();
+  const std::filesystem::path file = machine.paths.ResolveTyped(devicePath);
+  if (machine.files.Exists(file)) return true;
+  if (const Text problem = data::CreateFreshDatabase(file, kind, machine.faults); !problem.empty())
+    return session.Fail(problem);
+  session.Out() << "Created " << file.string() << "\n";
+  return true;
+}
+
+bool AddStarterLibrary(Session& session) {
+  const std::filesystem::path folder = AssetsFolder() / "library";
+  if (const Text problem = library::ImportLibrary(session.Workspace(), folder); !problem.empty())
+    return session.Fail(problem);
+  session.Out() << "Added the starter library\n";
+  return true;
+}
+
+bool AddSampleVisit(Session& session) {
+  device::Machine& machine = session.GetMachine();
+  if (machine.registry.Read(Text(data::kStartUpKey), Text(kSampleValue))) {
+    session.Out() << "The sample visit was added before\n";
+    return true;
+  }
+  Text problem;
+  const auto script =
+      editing::VisitScript::Read(machine.files, AssetsFolder() / "sample" / "visit.toml", problem);
+  if (!script) return session.Fail(problem);
+
+  data::InspectionTable found(session.Workspace().GetDatabases());
+  found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionNum = \"%s\"", script->DocumentNumber()));
+  if (found.RecordCount() == 0) {
+    const bool isNewDevice = session.Document().Inspection().RecordCount() == 1;
+    if (!script->CopyFiles(machine, problem) ||
+        (isNewDevice && !script->SetUpDevice(session.Workspace(), problem)))
+      return session.Fail(problem);
+    const std::optional<std::int32_t> key = script->Play(session.Document(), problem);
+    if (!key) return session.Fail(problem.empty() ? Text(u"The sample visit could not be added.") : problem);
+    session.Out() << "Added the sample visit, inspection " << *key << "\n";
+  }
+  if (!machine.registry.Write(Text(data::kStartUpKey), Text(kSampleValue), script->DocumentNumber()))
+    return session.Fail(machine.registry.LastError());
+  return true;
+}
+
+ExitCode RunInit(Session& session, const Input& input) {
+  const std::optional<device::DatabasePaths> paths = data::ReadDatabasePaths(session.GetMachine());
+  if (!paths || !CreateIfMissing(session, paths->templatePath, data::DatabaseKind::Template) ||
+      !CreateIfMissing(session, paths->inspectionPath, data::DatabaseKind::Inspection) ||
+      !session.OpenDocument())
+    return ExitCode::Failed;
+  // Also after a first init that was killed between making the file and filling it.
+  if (data::IsEmptyLibrary(session.Workspace().TemplateConnection()) && !AddStarterLibrary(session))
+    return ExitCode::Failed;
+  if (input.Has("--sample") && !AddSampleVisit(session)) return ExitCode::Failed;
+  return ExitCode::Done;
+}
+
+ExitCode RunCheck(Session& session, const Input&) {
+  bool sound = true;
+  for (const data::DatabaseKind kind : {data::DatabaseKind::Template, data::DatabaseKind::Inspection}) {
+    data::Connection& connection = session.Workspace().GetDatabases().Get(kind);
+    std::vector<Text> findings = data::FindStructureFaults(connection, kind);
+    connection.CheckIntegrity(findings);
+    session.Out() << connection.File().string() << ": " << (findings.empty() ? "sound" : "faulty") << "\n";
+    for (const Text& finding : findings) session.Out() << "  " << device::ToUtf8(finding) << "\n";
+    sound = sound && findings.empty();
+  }
+  return sound ? ExitCode::Done : ExitCode::Failed;
+}
+
+}  // namespace
+
+std::vector<Command> SetUpCommands() {
+  return {
+      {"init",
+       "create what is missing: databases and starter library",
+       {},
+       {{"--sample", "", "add the sample visit, once", false}},
+       "Never overwrites anything. The databases lie where the registry says, by default in \"My Documents\" "
+       "under "
+       "the device root.",
+       RunInit,
+       false},
+      {"check", "check structure and integrity of both databases", {}, {}, "", RunCheck},
+  };
+}
+
+}  // namespace inspector::cli

@@ -1,0 +1,39 @@
+#include "data/StructureReport.h"
+
+#include "data/StoredTypes.h"
+#include "device/Format.h"
+
+namespace inspector::data {
+
+std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind) {
+  std::vector<Text> faults;
+  for (const TableLayout& layout : AllLayouts()) {
+    if (layout.database != kind) continue;
+    const std::vector<StoredColumn>* stored = connection.ColumnsOf(layout.name);
+    if (!stored) {
+      const bool isMadeOnUse = layout.name.starts_with(u"MERGE_") || layout.name == u"InspectionCategory" ||
+                               layout.name == u"VoidComments";
+      if (!isMadeOnUse) faults.push_back(device::Format(u"missing table: %s", layout.name));
+      continue;
+    }
+    for (std::size_t i = 0; i < layout.columns.size(); ++i) {
+      if (i >= stored->size()) faults.push_back(device::Format(u"missing column in table: %s column: %d", layout.name, i));
+      else if (!Accepts(layout.columns[i].type, (*stored)[i].type))
+        faults.push_back(device::Format(u"column type mismatch in table: %s column: %d", layout.name, i));
+    }
+  }
+  return faults;
+}
+
+bool IsEmptyLibrary(Connection& connection) {
+  std::vector<std::int64_t> keys;
+  Text table;
+  for (const TableLayout& layout : AllLayouts()) {
+    if (layout.database != DatabaseKind::Template || layout.name == u"UniqueID" || layout.name == u"Options") continue;
+    const auto result = connection.Query(device::Format(u"SELECT * FROM %s", layout.name), keys, table);
+    if (result == Connection::Result::Failed || !keys.empty()) return false;
+  }
+  return true;
+}
+
+}  // namespace inspector::data

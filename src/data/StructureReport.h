@@ -1,0 +1,18 @@
+// What is wrong with a database's structure, without altering it.
+#pragma once
+
+#include <vector>
+
+#include "data/Connection.h"
+#include "data/TableLayout.h"
+
+namespace inspector::data {
+
+// Missing tables and columns, and columns of another type than declared; one line each, for a person. Staging
+// tables are made when they are first used and may be missing.
+std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind);
+
+// No row in any table that a library fills, nor any option.
+bool IsEmptyLibrary(Connection& connection);
+
+}  // namespace inspector::data
