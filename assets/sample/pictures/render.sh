@@ -40,7 +40,7 @@ scene_of() {
 # Renders one scene, then gives it what a small camera adds: a little softness,
 # darker corners and grain. The seed keeps the grain the same every time.
 photograph() {
-    name=$1 width=$2 height=$3
+    name=$1 width=$2 height=$3 # and dots per inch, 96 unless given
     scene=$(scene_of "$name")
     width=$((width * scale / 100)) height=$((height * scale / 100))
     # A lens blur smooths the edges by itself; anti-aliasing on top costs minutes.
@@ -53,7 +53,7 @@ photograph() {
     "$convert" "$scratch/$name.png" -depth 8 \
         \( -size "${width}x$height" 'radial-gradient:white-gray74' \) -compose multiply -composite \
         -blur 0x0.5 -seed 7 -attenuate 0.12 +noise Gaussian \
-        -strip -sampling-factor 4:2:0 -quality 83 "$output/$name.jpg"
+        -strip -sampling-factor 4:2:0 -units PixelsPerInch -density "${4:-96}" -quality 83 "$output/$name.jpg"
     echo "$name.jpg  $scene  $(($(wc -c < "$output/$name.jpg") / 1024)) KiB"
 }
 
@@ -79,7 +79,7 @@ fi
 for picture in "$@"; do
     case $picture in
         logo) logo ;;
-        house) photograph house 1024 768 ;;
+        house) photograph house 1024 768 200 ;; # dots per inch: as wide as the page allows
         *) photograph "$picture" 1280 960 ;;
     esac
 done
