@@ -77,7 +77,10 @@ class Connection : private SqlCatalog {
   void BeginReading();
   void EndReading();
 
-  // True when both ends of `PRAGMA integrity_check` say "ok"; else what it found is added to `findings`.
+  // Looks for damage in the whole file when that takes no longer than a glance. Why the file cannot be used, or an
+  // empty text.
+  Text FindDamage();
+  // True when `PRAGMA integrity_check` says "ok"; else what it found is added to `findings`.
   bool CheckIntegrity(std::vector<Text>& findings);
 
  private:

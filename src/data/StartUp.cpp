@@ -52,9 +52,19 @@ StartUp StartData(const Machine& machine) {
     if (!WritePaths(machine, kStartUpKey, *paths)) machine.faults.Report(machine.registry.LastError());
   }
 
+  std::error_code ignored;
+  if (std::filesystem::equivalent(machine.paths.ResolveTyped(paths->templatePath),
+                                  machine.paths.ResolveTyped(paths->inspectionPath), ignored)) {
+    return Refuse(machine, device::Format(u"Both paths lead to the database %s. Templates and inspections are two files: "
+                                          u"correct one of the paths in %s.", paths->templatePath,
+                                          device::FromUtf8(machine.registry.Path().string())));
+  }
   auto workspace = std::make_unique<Workspace>(machine, *paths);
   if (const Text problem = workspace->LockFiles(); !problem.empty()) return Refuse(machine, problem);
-  if (const Text problem = workspace->GetDatabases().Open(); !problem.empty()) return Refuse(machine, problem);
+  Databases& databases = workspace->GetDatabases();
+  if (const Text problem = databases.Open(); !problem.empty()) return Refuse(machine, problem);
+  for (Connection* connection : {&databases.Template(), &databases.Inspection()})
+    if (const Text problem = connection->FindDamage(); !problem.empty()) return Refuse(machine, problem);
 
   UpgradeResult result = UpgradeStructure(*workspace);
   if (result == UpgradeResult::Sound) result = CheckOptionsStructure(*workspace);

@@ -1,0 +1,246 @@
+// From registry and files to two open databases, or to a clear refusal.
+#include "data/StartUp.h"
+
+#include <sys/stat.h>
+
+#include "StoreTest.h"
+#include "data/FreshDatabase.h"
+#include "data/InspectionTypeTable.h"
+
+namespace inspector::tests {
+namespace {
+
+using data::kDefaultInspectionPath;
+using data::kDefaultTemplatePath;
+using data::kOptionsKey;
+using data::kStartUpKey;
+using data::OptionsSaved;
+using data::StartUpResult;
+using device::DatabasePaths;
+
+class StartUpTest : public StoreTest {
+ protected:
+  Text Registered(TextView key, const char16_t* value) { return m_Registry.Read(Text(key), value).value_or(u"none"); }
+  Text LastMessage() { return m_Prompts.Messages().empty() ? Text() : m_Prompts.Messages().back().text; }
+};
+
+TEST_F(StartUpTest, WithoutRegistryValuesTheDefaultsAreUsedAndWritten) {
+  CreateFresh();
+  const data::StartUp start = Start();
+  ASSERT_EQ(start.result, StartUpResult::Ready);
+  EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);
+  EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), kDefaultInspectionPath);
+  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), u"none");
+  EXPECT_EQ(start.workspace->PathsInUse().templatePath, kDefaultTemplatePath);
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+  EXPECT_EQ(Shell(InspectionFile()).Ask("PRAGMA journal_mode"), "wal");
+}
+
+TEST_F(StartUpTest, AMissingFileIsAskedForUntilBothAreThere) {
+  CreateFresh();
+  const auto moved = m_Folder / "elsewhere" / "Mine.cdb";
+  std::filesystem::create_directories(moved.parent_path());
+  std::filesystem::rename(InspectionFile(), moved);
+  const Text typed = device::FromUtf8(moved.string());
+  m_Prompts.QueueDatabasePaths(DatabasePaths{Text(kDefaultTemplatePath), u"\\elsewhere\\missing.cdb"});
+  m_Prompts.QueueDatabasePaths(DatabasePaths{u"\\my documents\\template_data.cdb", typed});
+  {
+    const data::StartUp start = Start();
+    ASSERT_EQ(start.result, StartUpResult::Ready);
+    EXPECT_EQ(start.workspace->PathsInUse().inspectionPath, typed);
+  }
+  ASSERT_EQ(m_Prompts.DatabaseQuestions().size(), 2u);
+  EXPECT_EQ(m_Prompts.DatabaseQuestions()[0].inspectionPath, kDefaultInspectionPath);
+  EXPECT_EQ(m_Prompts.DatabaseQuestions()[1].inspectionPath, u"\\elsewhere\\missing.cdb");
+  EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), typed);
+  EXPECT_EQ(Start().result, StartUpResult::Ready);  // without asking again
+
+  std::filesystem::remove(moved);
+  m_Prompts.QueueDatabasePaths(std::nullopt);
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), typed);
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+}
+
+TEST_F(StartUpTest, ARegistryThatCannotBeReadEndsTheStart) {
+  CreateFresh();
+  m_Folder.Put("registry.toml", "no [ toml");
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"registry.toml"));
+  EXPECT_EQ(ContentOf(m_Folder / "registry.toml"), "no [ toml");
+}
+
+TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
+  CreateFresh();
+  std::filesystem::create_symlink(TemplateFile(), m_Folder / "other.cdb");
+  data::StartUp first = Start();
+  ASSERT_EQ(first.result, StartUpResult::Ready);
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"Another Inspector is working with the database"));
+  m_Registry.Write(Text(kStartUpKey), u"TemplatePath", u"\\other.cdb");  // the same file under another name
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  first.workspace.reset();
+  EXPECT_EQ(Start().result, StartUpResult::Ready);
+
+  m_Registry.Write(Text(kStartUpKey), u"InspectionPath", u"\\My Documents\\Template_Data.cdb");
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"Both paths lead to the database"));
+}
+
+TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
+  CreateFresh();
+  const std::string good = [&] {
+    Shell other(InspectionFile());
+    other.Run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) "
+              "INSERT INTO Step (StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
+    return ContentOf(InspectionFile());
+  }();
+  const auto with = [&](std::size_t at, const std::string& bytes) { return std::string(good).replace(at, bytes.size(), bytes); };
+  const struct {
+    const char* what;
+    std::string content;
+    Text message;
+  } kCases[] = {
+      {"a document", "Dear client, enclosed you find our report on your house. " + std::string(200, '.'),
+       u"is damaged or is no database"},
+      {"a few bytes", "SQLite format 3", u"is damaged or is no database"},
+      {"nothing", "", u"is empty"},
+      {"a newer format", with(18, "\x03\x03"), u"written in a newer file format"},
+      {"a newer schema", with(47, "\x05"), u"written in a newer file format"},
+      {"cut short", good.substr(0, good.size() / 2), u"has been cut short"},
+      {"a damaged header", with(16, "\x01"), u"is damaged or is no database"},
+      {"a damaged list of tables", with(100, std::string(300, 'x')), u"is damaged or is no database"},
+      {"damaged rows", with(good.size() / 2, std::string(20'000, 'x')), u"is damaged or is no database"},
+  };
+  for (const auto& each : kCases) {
+    SCOPED_TRACE(each.what);
+    m_Folder.Put("My Documents/Inspection_Data.cdb", each.content);
+    m_Prompts.Forget();
+    EXPECT_EQ(Start().result, StartUpResult::Refused);
+    ASSERT_EQ(m_Prompts.Messages().size(), 1u);
+    EXPECT_EQ(m_Prompts.Messages()[0].title, u"Error");
+    EXPECT_TRUE(device::Contains(LastMessage(), each.message)) << device::ToUtf8(LastMessage());
+    EXPECT_TRUE(device::Contains(LastMessage(), u"Inspection_Data.cdb"));
+    EXPECT_TRUE(ContentOf(InspectionFile()) == each.content);
+    for (const char* const beside : {"-wal", "-shm", "-journal"})
+      EXPECT_FALSE(std::filesystem::exists(InspectionFile().string() + beside)) << beside;
+  }
+
+  m_Folder.Put("My Documents/Inspection_Data.cdb", good);
+  chmod(InspectionFile().c_str(), 0444);
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"is read-only"));
+  chmod(InspectionFile().c_str(), 0644);
+  {
+    Shell other(InspectionFile());
+    other.Run("BEGIN EXCLUSIVE");
+    EXPECT_EQ(Start().result, StartUpResult::Refused);
+    EXPECT_TRUE(device::Contains(LastMessage(), u"Another program has locked the database"));
+  }
+  std::filesystem::remove(InspectionFile());
+  std::filesystem::create_directory(InspectionFile());
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
+}
+
+TEST_F(StartUpTest, AProgramThatReadsBesideDoesNotKeepItFromStarting) {
+  CreateFresh();
+  Shell other(InspectionFile());
+  other.Run("BEGIN; SELECT count(*) FROM Step");
+  const data::StartUp start = Start();
+  ASSERT_EQ(start.result, StartUpResult::Ready);
+  other.Run("COMMIT");
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+}
+
+TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
+  CreateFresh();
+  // The state after a kill: pages 1 and up already written, the file not yet grown, the journal beside it.
+  const std::string before = ContentOf(InspectionFile());
+  Shell other(InspectionFile());
+  other.Run("PRAGMA cache_size = 1; PRAGMA journal_mode = delete; BEGIN");
+  for (int i = 0; i < 40; ++i) other.Run("INSERT INTO Step (StepID, Comments) VALUES (1, hex(randomblob(4000)))");
+  const auto copy = m_Folder / "copy.cdb";
+  std::filesystem::copy_file(InspectionFile(), copy);
+  std::filesystem::copy_file(InspectionFile().string() + "-journal", copy.string() + "-journal");
+  other.Run("ROLLBACK");
+  EXPECT_EQ(data::ExamineDatabaseFile(copy), u"");
+  data::Connection connection(copy, m_Faults);
+  EXPECT_EQ(connection.Open(), u"");
+  connection.Close();
+  EXPECT_EQ(Shell(copy).Ask("SELECT count(*) FROM Step; PRAGMA integrity_check"), "0\nok");
+  EXPECT_EQ(ContentOf(copy).size(), before.size());
+}
+
+TEST_F(StartUpTest, AFreshDatabaseNeverReplacesAFile) {
+  const auto file = m_Folder.Put("My Documents/Template_Data.cdb", "mine");
+  EXPECT_TRUE(device::Contains(data::CreateFreshDatabase(file, data::DatabaseKind::Template, m_Faults), u"File exists"));
+  EXPECT_EQ(ContentOf(file), "mine");
+  m_Folder.Put("plain", "");
+  EXPECT_NE(data::CreateFreshDatabase(m_Folder / "plain" / "T.cdb", data::DatabaseKind::Template, m_Faults), u"");
+  EXPECT_EQ(m_Files.ListEntries(m_Folder / "My Documents"), std::vector<Text>{u"Template_Data.cdb"});
+}
+
+TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
+  const struct {
+    const char* stored;  // ReportFontSize, StepSpacing, ColumnWidth1 to 5
+    const char* layout;
+    int fontSize;
+    int spacing;
+    std::array<double, 5> widths;
+  } kCases[] = {
+      {"14, 0, 0, 0, 0, 0, 0", "4 cOLUMN", 12, 2, {0.6, 1.28, 1.12, 1.0, 1.75}},
+      {"10, 1, NULL, NULL, 0, 0, 0", "3 Column", 10, 1, {0.73, 1.23, 4.19, 0, 0}},
+      {"12, 2, 0, 0, 0, 0, 0.5", "4 Column", 12, 2, {0, 0, 0, 0, 0.5}},
+      {"NULL, 3, 0, 0, 0, 0, 0", nullptr, 12, 2, {0.73, 1.23, 4.19, 0, 0}},
+  };
+  CreateFresh();
+  Shell other(TemplateFile());
+  for (const auto& each : kCases) {
+    SCOPED_TRACE(each.stored);
+    other.Run("DELETE FROM Options; DELETE FROM InspectionType");
+    other.Run("INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, ColumnWidth3, "
+              "ColumnWidth4, ColumnWidth5) VALUES ('5.0', " + std::string(each.stored) + ")");
+    if (each.layout) other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");
+    const std::string stored = other.Ask("SELECT * FROM Options");
+    const data::StartUp start = Start();
+    ASSERT_EQ(start.result, StartUpResult::Ready);
+    const data::OptionsTable& options = start.workspace->Options();
+    EXPECT_EQ(options.m_ReportFontSize, each.fontSize);
+    EXPECT_EQ(options.m_StepSpacing, each.spacing);
+    EXPECT_EQ(options.m_ColumnWidth, each.widths);
+    EXPECT_EQ(other.Ask("SELECT * FROM Options"), stored);
+  }
+}
+
+TEST_F(StartUpTest, SavedOptionsQuitWhenAPathChangedEvenInCaseOnly) {
+  CreateFresh();
+  const data::StartUp start = Start();
+  ASSERT_EQ(start.result, StartUpResult::Ready);
+  data::Workspace& workspace = *start.workspace;
+  Shell other(TemplateFile());
+  other.Run("DELETE FROM Options");
+  workspace.ForgetOptions();
+  workspace.Options().m_FooterText = u"first";
+  EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Done);
+  workspace.Options().m_FooterText = u"second";
+  EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Done);
+  EXPECT_EQ(other.Ask("SELECT FooterText FROM Options"), "second");  // one row, however often it is saved
+  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), kDefaultTemplatePath);
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+
+  const DatabasePaths changed{u"\\my documents\\Template_Data.cdb", Text(kDefaultInspectionPath)};
+  EXPECT_EQ(SaveOptions(workspace, changed), OptionsSaved::MustQuit);
+  EXPECT_EQ(LastMessage(), u"The path(s) for the data files have been changed and you are required to quit before "
+                           u"proceeding.\n\nInspector will now quit.");
+  EXPECT_EQ(m_Prompts.Messages().back().icon, device::Icon::Exclamation);
+  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);
+  EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);  // start-up has a key of its own
+
+  other.Run("BEGIN IMMEDIATE");
+  EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Failed);
+  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);
+}
+
+}  // namespace
+}  // namespace inspector::tests

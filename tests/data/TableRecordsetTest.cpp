@@ -1,0 +1,196 @@
+// Rows by position, columns by ordinal, and what a write does.
+#include "data/TableRecordset.h"
+
+#include "StoreTest.h"
+#include "data/CategoryTable.h"
+#include "data/InspectionTable.h"
+#include "data/OptionsTable.h"
+#include "data/StepTable.h"
+#include "device/Format.h"
+
+namespace inspector::tests {
+namespace {
+
+using data::CategoryTable;
+using data::InspectionTable;
+using data::OptionsTable;
+using data::StepTable;
+
+class TableRecordsetTest : public StoreTest {
+ protected:
+  void SetUp() override {
+    CreateFresh();
+    OpenBoth();
+  }
+};
+
+TEST_F(TableRecordsetTest, EveryColumnOfEveryTableComesBackAtItsOrdinal) {
+  for (const data::TableLayout& layout : data::AllLayouts()) {
+    SCOPED_TRACE(device::ToUtf8(layout.name));
+    const auto fill = [&](TableRecordset& table, bool check) {
+      for (const data::ColumnDef& column : table.Columns()) {
+        SCOPED_TRACE(column.ordinal);
+        const int n = column.ordinal + 1;
+        const auto apply = [&](auto& member, const auto& value) {
+          if (check) EXPECT_TRUE(member == value);
+          else member = value;
+        };
+        switch (column.type) {
+          case data::ValueType::Integer: apply(*std::get<std::int32_t*>(column.member), -100 * n); break;
+          case data::ValueType::YesNo: apply(*std::get<std::int32_t*>(column.member), -1); break;
+          case data::ValueType::Double: apply(*std::get<double*>(column.member), n + 0.125); break;
+          case data::ValueType::String: apply(*std::get<Text*>(column.member), u"\u00e9 \"'" + device::Decimal(n)); break;
+          case data::ValueType::Binary: apply(*std::get<data::ByteArray*>(column.member), data::ByteArray{0, 255, 7}); break;
+          case data::ValueType::Date:
+            apply(*std::get<device::CalendarTime*>(column.member), device::MakeCalendarTime(1999, 12, 31, 23, 59, 58));
+        }
+      }
+    };
+    const auto written = Table(layout.name, layout.database);
+    EXPECT_EQ(written->Columns().size(), layout.columns.size());
+    EXPECT_TRUE(written->Open());
+    const int last = written->RecordCount();
+    written->PrepareNew();
+    fill(*written, false);
+    EXPECT_TRUE(written->Write());
+    const auto read = Table(layout.name, layout.database);
+    EXPECT_TRUE(read->Open() && read->GetRecord(last));
+    fill(*read, true);
+  }
+}
+
+TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
+  Shell other(InspectionFile());
+  other.Run("INSERT INTO Inspection (InspectionID) VALUES (NULL)");
+  InspectionTable inspection(Data());
+  inspection.m_InspectionDate = m_Clock.Now();
+  inspection.m_ClientName = u"left over";
+  ASSERT_TRUE(inspection.Open() && inspection.GetRecord(0));
+  EXPECT_EQ(inspection.m_InspectionID, 0);
+  EXPECT_EQ(inspection.m_ClientName, u"");
+  EXPECT_TRUE(inspection.m_InspectionDate.IsZero());
+  EXPECT_TRUE(inspection.Write());
+  EXPECT_EQ(other.Ask("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
+            "0|''|0|NULL");
+
+  OptionsTable options(Data());
+  options.m_ReportIcon = {1, 2, 3};
+  ASSERT_TRUE(options.Open() && options.GetRecord(0));
+  EXPECT_EQ(options.m_ReportIcon, data::ByteArray(1, 0));
+  EXPECT_EQ(options.m_ColumnWidth[0], 0);
+}
+
+TEST_F(TableRecordsetTest, AWriteAddsAfterPrepareNewAndUpdatesAfterGetRecord) {
+  Shell other(InspectionFile());
+  StepTable step(Data());
+  EXPECT_FALSE(step.Write());  // nothing was read or prepared
+  EXPECT_TRUE(step.Open());
+  EXPECT_EQ(step.RecordCount(), 0);
+  EXPECT_FALSE(step.GetRecord(0));
+
+  step.PrepareNew();
+  step.m_StepID = 1;
+  EXPECT_TRUE(step.Write());
+  step.m_StepID = 2;
+  EXPECT_TRUE(step.Write());  // repeats the insert
+  EXPECT_EQ(step.RecordCount(), 2);
+  EXPECT_TRUE(step.GetRecord(1));
+  step.m_Comments = u"a";
+  EXPECT_TRUE(step.Write());
+  step.m_Comments = u"b";
+  EXPECT_TRUE(step.Write());  // repeats the update
+  EXPECT_EQ(other.Ask("SELECT StepID, Comments FROM Step"), "1|\n2|b");
+
+  step.PrepareNew();
+  step.m_StepID = 3;
+  EXPECT_TRUE(step.OpenSQL(u"SELECT * FROM Step WHERE StepID = 1"));
+  EXPECT_TRUE(step.Write());  // opening does not change what was prepared
+  EXPECT_EQ(step.RecordCount(), 2);
+  EXPECT_TRUE(step.GetRecord(0));
+  EXPECT_TRUE(step.DeleteCurrent());
+  EXPECT_FALSE(step.DeleteCurrent());
+  EXPECT_EQ(step.RecordCount(), 1);
+  EXPECT_TRUE(step.GetRecord(0));
+  EXPECT_EQ(step.m_StepID, 3);
+  EXPECT_FALSE(step.GetRecord(1));
+  EXPECT_EQ(step.m_StepID, 0);
+  EXPECT_FALSE(step.Write());
+  EXPECT_EQ(other.Ask("SELECT StepID FROM Step"), "2\n3");
+}
+
+TEST_F(TableRecordsetTest, PrepareNewKeepsBinaryAndDatesTheRowNow) {
+  OptionsTable options(Data());
+  options.m_ReportIcon = {1, 2};
+  options.m_FooterText = u"x";
+  options.m_ColumnWidth[4] = 3;
+  options.PrepareNew();
+  EXPECT_EQ(options.m_ReportIcon, (data::ByteArray{1, 2}));
+  EXPECT_EQ(options.m_FooterText, u"");
+  EXPECT_EQ(options.m_ColumnWidth[4], 0);
+  InspectionTable inspection(Data());
+  inspection.PrepareNew();
+  EXPECT_EQ(inspection.m_InspectionDate, m_Clock.Now());
+}
+
+TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
+  Shell(InspectionFile()).Run(
+      "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
+      "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), "
+      "(3, 'yesterday', NULL, 0, x'C3A9')");
+  InspectionTable row(Data());
+  ASSERT_TRUE(row.Open());
+  ASSERT_TRUE(row.GetRecord(0));
+  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
+  EXPECT_EQ(row.m_Reserve8, -1);
+  EXPECT_EQ(row.m_Reserve9, -1);
+  EXPECT_EQ(row.m_ClientName, u"A\uFFFDB");
+  ASSERT_TRUE(row.GetRecord(1));
+  EXPECT_EQ(row.m_InspectionDate, device::FromVariantTime(46173.5));
+  EXPECT_EQ(row.m_Reserve8, -1);
+  EXPECT_EQ(row.m_Reserve9, 0);
+  EXPECT_EQ(row.m_ClientName, u"12");
+  ASSERT_TRUE(row.GetRecord(2));
+  EXPECT_TRUE(row.m_InspectionDate.IsZero());
+  EXPECT_EQ(row.m_ClientName, u"\u00e9");
+}
+
+TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
+  Shell(InspectionFile()).Run("DROP TABLE Field; DROP TABLE MERGE_Step; DROP TABLE MERGE_Category");
+  const auto field = Table(u"Field");
+  EXPECT_FALSE(field->Open());
+  EXPECT_TRUE(field->Failed());
+  EXPECT_EQ(field->RecordCount(), 0);
+  EXPECT_EQ(m_Faults.Count(), 0);  // the caller is told, and decides
+  StepTable step(Data());
+  EXPECT_TRUE(step.Open());
+  EXPECT_FALSE(step.Failed());
+  // A joined table that is missing counts as well.
+  EXPECT_FALSE(step.OpenSQL(u"SELECT Step.* FROM Step INNER JOIN Field ON Field.ID = Step.StepID"));
+
+  // Staging tables come into being when they are first used, whichever way.
+  StepTable staged(Data(), u"MERGE_Step");
+  staged.PrepareNew();
+  EXPECT_TRUE(staged.Write());
+  CategoryTable category(Data(), u"MERGE_InspectionCategory");
+  EXPECT_TRUE(category.OpenSQL(u"DELETE FROM MERGE_InspectionCategory WHERE InspectionID = 1"));
+  EXPECT_FALSE(category.Failed());
+  EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT count(*) FROM MERGE_Step UNION ALL SELECT count(*) FROM MERGE_Category"),
+            "1\n0");
+}
+
+TEST_F(TableRecordsetTest, RowsOfAnotherTableAreReadAndWrittenThere) {
+  Shell(InspectionFile()).Run(
+      "INSERT INTO Category (CategoryID) VALUES (1); INSERT INTO MERGE_Category (CategoryID) VALUES (9)");
+  CategoryTable category(Data());
+  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category WHERE CategoryID = 9") && category.GetRecord(0));
+  EXPECT_EQ(category.m_CategoryID, 9);
+  category.m_CategoryTitle = u"Roof";
+  EXPECT_TRUE(category.Write());
+  ASSERT_TRUE(category.Open() && category.GetRecord(0));
+  EXPECT_EQ(category.m_CategoryID, 1);
+  EXPECT_EQ(category.m_CategoryTitle, u"");
+  EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT CategoryTitle FROM MERGE_Category"), "Roof");
+}
+
+}  // namespace
+}  // namespace inspector::tests
