@@ -37,6 +37,10 @@ ReportOutcome WriteInspectionReport(data::Workspace& workspace, const ReportRequ
   ReportContent content;
   switch (CollectReport(workspace, request.inspectionID, request.deselected, content)) {
     case CollectResult::Failed:
+      device::ShowError(prompts,
+                        device::Format(u"The inspection %d could not be read whole, so no report was made. "
+                                       u"Check its database and try again.",
+                                       request.inspectionID));
       return {};
     case CollectResult::NoSuchInspection:
       device::ShowError(prompts,

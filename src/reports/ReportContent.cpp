@@ -86,8 +86,9 @@ private:
         u"((((%s.Comments)>\" \") OR ((%s.Materials)>\" \") OR ((%s.InspectResult)>\" \") )AND "
         u"((Category.CategoryID)=%d)) ORDER BY StepNumber;";
     const Text& name = m_Steps.TableName();
-    m_Steps.OpenSQL(device::Format(kQuery, name, name, name, name, name, name, categoryID));
-    if (m_Steps.Failed()) return false;
+    const bool isThere =
+        m_Steps.OpenSQL(device::Format(kQuery, name, name, name, name, name, name, categoryID));
+    if (!isThere || m_Steps.Failed()) return false;
     steps.reserve(static_cast<std::size_t>(m_Steps.RecordCount()));
     for (int n = 0; n < m_Steps.RecordCount(); ++n) {
       if (!m_Steps.GetRecord(n)) return false;
@@ -124,8 +125,9 @@ CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionI
   const data::OptionsTable& options = workspace.Options();
   const data::ReadScope reading(workspace.InspectionConnection());
   data::InspectionTable inspection(workspace.GetDatabases());
-  inspection.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
-  if (inspection.Failed()) return CollectResult::Failed;
+  const bool isThere =
+      inspection.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  if (!isThere || inspection.Failed()) return CollectResult::Failed;
   if (inspection.RecordCount() == 0) return CollectResult::NoSuchInspection;
   if (!inspection.GetRecord(0)) return CollectResult::Failed;
 

@@ -72,8 +72,7 @@ struct ReportContent {
 enum class CollectResult { Done, NoSuchInspection, Failed };
 
 // Reads the inspection in one read transaction. A category whose title is among `deselected` is skipped.
-// Failed: a database could not be read, which has been reported; a report of what there is would pass over
-// findings.
+// Failed: a database could not be read; a report of what there is would pass over findings.
 CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionID,
                             const std::vector<Text>& deselected, ReportContent& content);
 

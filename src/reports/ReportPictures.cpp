@@ -72,8 +72,12 @@ void ReportPictures::NoteMissing(const TagPicture& picture) {
 }
 
 void ReportPictures::NoteUnreadable(TextView path) {
-  Note(device::Format(
-      u"The picture %s cannot be read, so the report goes without it or holds only a part of it.", path));
+  Note(device::Format(u"The picture %s cannot be read, so the report goes without it.", path));
+}
+
+void ReportPictures::NoteCutShort(TextView path) {
+  Note(device::Format(u"The picture %s could not be read to its end, so the report holds only a part of it.",
+                      path));
 }
 
 bool ReportPictures::Exists(TextView path) const {

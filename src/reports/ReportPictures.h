@@ -30,8 +30,9 @@ public:
 
   // A tag whose picture is not in the report.
   void NoteMissing(const TagPicture& picture);
-  // A picture that is there but cannot be read, or not to its end.
   void NoteUnreadable(TextView path);
+  // A picture that broke off in the middle of a block that had begun.
+  void NoteCutShort(TextView path);
   bool Exists(TextView path) const;
   // What the reader of the finished report should be told, each once.
   const std::vector<Text>& Notes() const { return m_Notes; }

@@ -197,7 +197,7 @@ bool RtfWriter::WritePictureGroup(TextView path, int percent, std::string_view b
   Write(before);
   Write("{\\*\\shppict {\\pict\\picscalex" + scale + "\\picscaley" + scale +
         "\\piccropl0\\piccropr0\\piccropt0\\piccropb0\\jpegblip ");
-  if (!WriteHexDigits(*file, count)) m_Pictures.NoteUnreadable(path);
+  if (!WriteHexDigits(*file, count)) m_Pictures.NoteCutShort(path);
   Write("}}");
   Write(after);
   return true;

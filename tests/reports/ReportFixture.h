@@ -12,7 +12,20 @@
 
 namespace inspector::tests {
 
-// Empty databases with an options row; a test adds what it needs.
+// Keeps what is written.
+class MemoryOutput : public device::OutputFile {
+public:
+  bool Write(std::string_view bytes) override {
+    content += bytes;
+    return true;
+  }
+  bool Commit() override { return true; }
+  std::string Error() const override { return {}; }
+
+  std::string content;
+};
+
+// Empty databases; a test adds what it needs.
 class ReportDevice {
 public:
   ReportDevice();
