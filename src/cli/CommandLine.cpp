@@ -1,5 +1,8 @@
 #include "cli/CommandLine.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
@@ -16,9 +19,12 @@ std::filesystem::path DefaultHome() {
     return std::string(value ? value : "");
   };
   if (const std::string home = variable("INSPECTOR_HOME"); !home.empty()) return home;
-  if (const std::string data = variable("XDG_DATA_HOME"); !data.empty())
-    return std::filesystem::path(data) / "inspector";
-  return std::filesystem::path(variable("HOME")) / ".local/share/inspector";
+  if (const std::filesystem::path data = variable("XDG_DATA_HOME"); data.is_absolute())
+    return data / "inspector";
+  std::string home = variable("HOME");
+  // Without a home the databases would end up in whatever folder the command is typed.
+  if (const passwd* const user = home.empty() ? getpwuid(getuid()) : nullptr) home = user->pw_dir;
+  return std::filesystem::path(home.empty() ? "/" : home) / ".local/share/inspector";
 }
 
 // Where CLI11 puts what it parsed for one command.
@@ -109,6 +115,7 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
     app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
     const int code = app.exit(error, out, err);
+    if (!out.flush()) return static_cast<int>(ExitCode::Failed);
     return static_cast<int>(code == 0 ? ExitCode::Done : ExitCode::Usage);
   }
 

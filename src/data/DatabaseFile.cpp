@@ -51,7 +51,9 @@ int ReadHeader(const std::filesystem::path& file, unsigned char* header) {
   sqlite3_vfs* const system = sqlite3_vfs_find(nullptr);
   if (!system) return SQLITE_NOMEM;
   // SQLite keeps the name as long as the file is open and looks for parameters behind its end.
-  std::string name = file.string();
+  // It follows no link here, since it resolves them itself before.
+  std::error_code ignored;
+  std::string name = std::filesystem::canonical(file, ignored).string();
   name.append(4, '\0');
   std::vector<std::max_align_t> room(static_cast<std::size_t>(system->szOsFile) / sizeof(std::max_align_t) + 1);
   auto* const handle = reinterpret_cast<sqlite3_file*>(room.data());
