@@ -88,8 +88,11 @@ Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView
     return nullptr;
   }
   if (prepared.translation.outcome == SqlTranslation::Outcome::NotUnderstood) {
-    Fail(device::Format(u"A statement for the database %s was not understood (%s): %s",
-                        device::FromUtf8(m_File.string()), prepared.translation.table, sql));
+    const Text& what = prepared.translation.table;
+    const Text problem = device::Format(u"A statement for the database %s was not understood (%s): %s",
+                                        device::FromUtf8(m_File.string()), what, sql);
+    if (what.empty()) FailMalformed(sql, problem);
+    else Fail(problem);
     result = Result::Failed;
     return nullptr;
   }
@@ -127,8 +130,8 @@ Connection::Result Connection::Query(TextView sql, std::vector<std::int64_t>& ke
   if (!m_Database) return Result::Failed;
   const std::optional<SqlTokens> tokens = Tokenise(sql);
   if (!tokens) {
-    Fail(device::Format(u"A statement for the database %s has an open quote: %s",
-                        device::FromUtf8(m_File.string()), sql));
+    FailMalformed(sql, device::Format(u"A statement for the database %s has an open quote: %s",
+                                      device::FromUtf8(m_File.string()), sql));
     return Result::Failed;
   }
   bool stale = false;
@@ -260,6 +263,12 @@ void Connection::ReportFailure() { Fail(DescribeFailure(sqlite3_errcode(m_Databa
 void Connection::Fail(const Text& problem) {
   m_Doomed = m_Depth > 0;
   m_Faults.Report(problem);
+}
+
+void Connection::FailMalformed(TextView sql, const Text& problem) {
+  constexpr TextView kQuery = u"SELECT ";
+  if (device::EqualIgnoringCase(sql.substr(0, kQuery.size()), kQuery)) m_Faults.Report(problem);
+  else Fail(problem);
 }
 
 Text Connection::DescribeFailure(int code, const char* detail) const {

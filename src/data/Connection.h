@@ -36,7 +36,8 @@ class Connection : private SqlCatalog {
   const std::filesystem::path& File() const { return m_File; }
 
   enum class Result { Done, TableMissing, Failed };
-  // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name.
+  // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name. One that a
+  // value has made unreadable fails, but dooms no transaction: the database is sound, and nothing was asked of it.
   Result Query(TextView sql, std::vector<std::int64_t>& keys, Text& table);
   // DELETE, CREATE TABLE, ALTER TABLE; a query is run and its rows are dropped.
   Result Execute(TextView sql);
@@ -96,6 +97,7 @@ class Connection : private SqlCatalog {
   void ForgetStatements();
   void LeaveTransaction();
   void Fail(const Text& problem);
+  void FailMalformed(TextView sql, const Text& problem);
   Text DescribeFailure(int code, const char* detail) const;
 
   std::filesystem::path m_File;

@@ -57,7 +57,14 @@ TEST_F(ConnectionTest, ATransactionIsWholeOrNothing) {
     EXPECT_FALSE(failing.Commit());
   }
   EXPECT_EQ(Steps(), "1");
-  EXPECT_TRUE(AddStep(6));
+  {
+    Transaction transaction(Inspection());
+    StepTable steps(Data());
+    EXPECT_TRUE(steps.OpenSQL(u"SELECT * FROM Inspection WHERE InspectionNum = 'O'Hara'"));  // finds nothing
+    EXPECT_TRUE(steps.Failed());
+    EXPECT_TRUE(AddStep(6));
+    EXPECT_TRUE(transaction.Commit());
+  }
   EXPECT_EQ(Steps(), "1\n6");
 }
 

@@ -80,7 +80,7 @@ TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
   m_Registry.Write(Text(kStartUpKey), u"TemplatePath", u"\\other.cdb");  // the same file under another name
   EXPECT_EQ(Start().result, StartUpResult::Refused);
   first.workspace.reset();
-  EXPECT_EQ(Start().result, StartUpResult::Ready);
+  EXPECT_EQ(Start().result, StartUpResult::Ready);  // through the link
 
   m_Registry.Write(Text(kStartUpKey), u"InspectionPath", u"\\My Documents\\Template_Data.cdb");
   EXPECT_EQ(Start().result, StartUpResult::Refused);
