@@ -69,11 +69,16 @@ const std::vector<MakeTable>& TablesInOrder() {
   return kTables;
 }
 
+constexpr char kBeforeUpgrade[] = ".before-5.0";
+
 constexpr TextView kQuestion =
-    u"Warning! The Structure you are using needs to be updated in order to work with this version of Inspector.  Tap "
+    u"Warning! The Structure you are using needs to be updated in order to work with this version of "
+    u"Inspector.  Tap "
     u"OK to automatically update your data files. \r\r Do you wish to proceed?";
 
-bool IsCurrent(TextView version) { return device::EqualIgnoringCase(version, kDataVersion); }
+bool IsCurrent(TextView version) {
+  return device::EqualIgnoringCase(version, kDataVersion);
+}
 
 UpgradeResult Say(Workspace& workspace, const Text& problem) {
   device::ShowError(workspace.GetPrompts(), problem);
@@ -87,7 +92,8 @@ Text ReadDataVersion(Databases& databases) {
   return options.Open() && options.GetRecord(0) ? options.m_DataVersion : Text();
 }
 
-Text KeepCopy(Connection& connection, device::Files& files, std::filesystem::path* copy) {
+Text KeepCopy(Connection& connection, device::Files& files, const std::string& suffix,
+              std::filesystem::path* copy) {
   const std::filesystem::path& file = connection.File();
   const std::filesystem::path journal = file.string() + "-wal";
   std::error_code noJournal;
@@ -95,13 +101,15 @@ Text KeepCopy(Connection& connection, device::Files& files, std::filesystem::pat
   Transaction quiet(connection);  // nobody writes while the bytes are copied
   const auto waiting = std::filesystem::file_size(journal, noJournal);
   const bool isWhole = noJournal || waiting == 0;
-  std::filesystem::path target = file.string() + ".before-5.0";
+  std::filesystem::path target = file.string() + suffix;
   for (int number = 2; files.Exists(target); ++number)
-    target = file.string() + ".before-5.0-" + std::to_string(number);
+    target = file.string() + suffix + "-" + std::to_string(number);
   const Text name = device::FromUtf8(target.string());
   if (!quiet.IsOpen() || !isWhole)
-    return Format(u"The database %s cannot be copied before it is updated, because another program is using it. It was "
-                  u"left as it is. Close that program, then start again.", device::FromUtf8(file.string()));
+    return Format(
+        u"The database %s cannot be copied before it is changed, because another program is using it. It was "
+        u"left as it is. Close that program, then try again.",
+        device::FromUtf8(file.string()));
   const auto output = files.Create(target);
   std::vector<char> block(1 << 16);
   std::int64_t count = 0;
@@ -112,12 +120,16 @@ Text KeepCopy(Connection& connection, device::Files& files, std::filesystem::pat
     written = output->Write(std::string_view(block.data(), static_cast<std::size_t>(count)));
   }
   if (count < 0) {
-    return Format(u"The database %s cannot be read to the end. It was left as it is. Check the disk, or put your last "
-                  u"good copy in its place.", device::FromUtf8(file.string()));
+    return Format(
+        u"The database %s cannot be read to the end. It was left as it is. Check the disk, or put your last "
+        u"good copy in its place.",
+        device::FromUtf8(file.string()));
   }
   if (!written || !output->Commit()) {
-    return Format(u"No copy of the database could be kept as %s: %s. The database was left as it is. Free some space "
-                  u"or choose another folder, then start again.", name, device::FromUtf8(output->Error()));
+    return Format(
+        u"No copy of the database could be kept as %s: %s. The database was left as it is. Free some space "
+        u"or choose another folder, then try again.",
+        name, device::FromUtf8(output->Error()));
   }
   if (copy) *copy = target;
   return {};
@@ -133,18 +145,21 @@ UpgradeResult UpgradeStructure(Workspace& workspace) {
   if (!device::ConfirmUpdate(machine.prompts, Text(kQuestion))) return UpgradeResult::Refused;
 
   for (Connection* connection : {&databases.Template(), &databases.Inspection()})
-    if (const Text problem = KeepCopy(*connection, machine.files); !problem.empty()) return Say(workspace, problem);
+    if (const Text problem = KeepCopy(*connection, machine.files, kBeforeUpgrade); !problem.empty())
+      return Say(workspace, problem);
 
   const auto progress = machine.prompts.OpenProgress(u"Updating Structure...", false);
   progress->SetRange(0, static_cast<int>(TablesInOrder().size()));
   for (const MakeTable& make : TablesInOrder()) {
     const auto table = make(databases);
     progress->SetStatus(Format(u"Checking %s...", table->TableName()));
-    if (table->CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal) return UpgradeResult::Fatal;
+    if (table->CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal)
+      return UpgradeResult::Fatal;
     progress->Step();
   }
   OptionsTable options(databases);
-  if (options.CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal) return UpgradeResult::Fatal;
+  if (options.CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal)
+    return UpgradeResult::Fatal;
   if (!CreateIndexes(databases.Template(), DatabaseKind::Template) ||
       !CreateIndexes(databases.Inspection(), DatabaseKind::Inspection))
     return UpgradeResult::Failed;
@@ -159,11 +174,11 @@ UpgradeResult CheckOptionsStructure(Workspace& workspace) {
   OptionsTable options(databases);
   const std::vector<StoredColumn>* stored = databases.Template().ColumnsOf(options.TableName());
   if (!stored || stored->size() < options.Columns().size()) {
-    if (const Text problem = KeepCopy(databases.Template(), workspace.GetMachine().files); !problem.empty())
+    if (const Text problem = KeepCopy(databases.Template(), workspace.GetMachine().files, kBeforeUpgrade);
+        !problem.empty())
       return Say(workspace, problem);
   }
-  const bool sound =
-      options.CheckStructure(workspace.GetPrompts()) == TableRecordset::StructureResult::Sound;
+  const bool sound = options.CheckStructure(workspace.GetPrompts()) == TableRecordset::StructureResult::Sound;
   return sound ? UpgradeResult::Sound : UpgradeResult::Fatal;
 }
 

@@ -118,7 +118,8 @@ Text ImportLibrary(data::Workspace& workspace, const std::filesystem::path& fold
 
   std::filesystem::path kept;
   if (HasLibrary(stored)) {
-    if (Text problem = data::KeepCopy(connection, workspace.GetMachine().files, &kept); !problem.empty())
+    if (Text problem = data::KeepCopy(connection, workspace.GetMachine().files, ".before-import", &kept);
+        !problem.empty())
       return problem;
   }
   if (!Store(connection, content)) {
