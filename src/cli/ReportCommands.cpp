@@ -21,6 +21,7 @@ ExitCode RunReport(Session& session, const Input& input) {
     request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
+  if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");
   if (outcome.result != reports::ReportResult::Written) return ExitCode::Failed;
   session.Out() << outcome.file.string() << "\n";
   return ExitCode::Done;
