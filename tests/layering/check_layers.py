@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Compares every #include under src/, and the DEPENDS lists of src/CMakeLists.txt, with the arrows that
+"""Compares every #include under src/, and the DEPENDS lists of src/**/CMakeLists.txt, with the arrows that
 docs/architecture.md draws.
 
     check_layers.py SOURCE_ROOT
@@ -111,7 +111,8 @@ def folder_of_target(target):
 
 
 def target_faults(root, arrows):
-    text = re.sub(r"#.*", "", (root / "src/CMakeLists.txt").read_text(encoding="utf-8"))
+    lists = sorted((root / "src").rglob("CMakeLists.txt"))
+    text = re.sub(r"#.*", "", "\n".join(path.read_text(encoding="utf-8") for path in lists))
     declared = set()
     for command, arguments in re.findall(r"(inspector_folder|target_link_libraries)\s*\(([^)]*)\)", text):
         target, *libraries = arguments.split()
