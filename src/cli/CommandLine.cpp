@@ -62,34 +62,47 @@ void Describe(CLI::App& parent, const Command& command, Slot& slot) {
   }
 }
 
-// A text may begin with a hyphen ("- loose", "-5 C") and be no option. Such words are shielded from the
-// parser by a character that nobody types, and freed from it afterwards. "--unknown" stays an error.
+// A text may begin with a hyphen ("- loose", "-5 C") and be no option, or be the name of a command ("new").
+// Such words are shielded from the parser by a character that nobody types, and freed from it afterwards.
+// "--unknown" stays an error; after "--" everything is text.
 constexpr char kShield = '\x01';
 
 void ShieldTexts(std::vector<std::string>& words) {
   std::vector<std::string> known = {"--home", "--yes", "--help", "-h", "--version"};
-  for (const Command& command : AllCommands())
+  std::vector<std::string> names;
+  for (const Command& command : AllCommands()) {
+    names.push_back(command.name);
     for (const CommandOption& option : command.options) known.push_back(option.name);
-  for (std::string& word : words) {
+  }
+  bool hasCommand = false;
+  bool isHome = false;
+  const auto end = std::find(words.begin(), words.end(), "--");
+  std::for_each(end, words.end(), [](std::string& word) { word.insert(word.begin(), kShield); });
+  for (auto it = words.begin(); it != end; ++it) {
+    std::string& word = *it;
+    const bool isCommand = !isHome && std::find(names.begin(), names.end(), word) != names.end();
+    isHome = word == "--home";
+    if (isCommand && hasCommand) word.insert(word.begin(), kShield);
+    hasCommand = hasCommand || isCommand;
     if (!word.starts_with('-')) continue;
     const bool isKnown = std::find(known.begin(), known.end(), word.substr(0, word.find('='))) != known.end();
     const bool isMistyped = word.starts_with("--") && word.find(' ') == std::string::npos && word.size() > 2;
     if (!isKnown && !isMistyped) word.insert(word.begin(), kShield);
   }
+  if (end != words.end()) words.erase(end);
 }
 
-void Unshield(std::string& word) {
+std::string Unshielded(std::string word) {
   if (word.starts_with(kShield)) word.erase(0, 1);
+  return word;
 }
 
 Input Collect(const Slot& slot) {
   Input input;
-  input.arguments.assign(slot.single.begin(), slot.single.end());
-  input.repeated = slot.repeated;
-  for (std::string& word : input.arguments) Unshield(word);
-  for (std::string& word : input.repeated) Unshield(word);
+  for (const std::string& word : slot.single) input.arguments.push_back(Unshielded(word));
+  for (const std::string& word : slot.repeated) input.repeated.push_back(Unshielded(word));
   for (const auto& [option, value] : slot.values)
-    if (slot.app->count(option->name) > 0) input.options[option->name] = value;
+    if (slot.app->count(option->name) > 0) input.options[option->name] = Unshielded(value);
   for (const auto& [option, given] : slot.flags)
     if (given) input.options[option->name] = "";
   return input;
@@ -119,7 +132,7 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
     return static_cast<int>(code == 0 ? ExitCode::Done : ExitCode::Usage);
   }
 
-  settings.home = home.empty() ? DefaultHome() : std::filesystem::path(home);
+  settings.home = home.empty() ? DefaultHome() : std::filesystem::path(Unshielded(home));
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;
     Session session(std::move(settings), out, err);

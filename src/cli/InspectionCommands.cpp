@@ -96,7 +96,11 @@ ExitCode RunNew(Session& session, const Input& input) {
 
 ExitCode RunSet(Session& session, const Input& input) {
   const auto values = ParseHeader(session, input.repeated);
-  if (!values || values->empty()) return ExitCode::Usage;
+  if (!values) return ExitCode::Usage;
+  if (values->empty()) {
+    session.Fail(u"There is nothing to set. Name a field as FIELD=VALUE; \"fields\" lists them.");
+    return ExitCode::Usage;
+  }
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   data::Transaction transaction(session.Workspace().InspectionConnection());
   SetHeader(session.Document().Inspection(), *values);

@@ -54,9 +54,7 @@ bool AddSampleVisit(Session& session) {
   data::InspectionTable found(session.Workspace().GetDatabases());
   found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionNum = \"%s\"", script->DocumentNumber()));
   if (found.RecordCount() == 0) {
-    const bool isNewDevice = session.Document().Inspection().RecordCount() == 1;
-    if (!script->CopyFiles(machine, problem) ||
-        (isNewDevice && !script->SetUpDevice(session.Workspace(), problem)))
+    if (!script->CopyFiles(machine, problem) || !script->SetUpDevice(session.Document(), problem))
       return session.Fail(problem);
     const std::optional<std::int32_t> key = script->Play(session.Document(), problem);
     if (!key) return session.Fail(problem.empty() ? Text(u"The sample visit could not be added.") : problem);

@@ -25,9 +25,11 @@ constexpr TextView kStepTemplates =
 // A step's help counts as there when it is longer than this.
 constexpr std::size_t kShortestInfo = 2;
 
-Text RatingTypeName(data::RatingTypeTable& types, std::int32_t ratingTypeID) {
+// Empty for an id that no type has; nothing when that cannot be told, as the step would stay unrateable.
+std::optional<Text> RatingTypeName(data::RatingTypeTable& types, std::int32_t ratingTypeID) {
   types.OpenSQL(Format(u"SELECT * FROM RatingType WHERE RatingType.ID = %d", ratingTypeID));
-  return types.RecordCount() > 0 && types.GetRecord(0) ? types.m_RatingType : Text();
+  if (types.RecordCount() > 0 && types.GetRecord(0)) return types.m_RatingType;
+  return types.Failed() ? std::nullopt : std::optional(Text());
 }
 
 }  // namespace
@@ -41,6 +43,8 @@ std::optional<int> CreateSteps(data::Databases& databases, std::int32_t category
   data::StepTable step(databases);
   for (int n = 0; n < templates.RecordCount(); ++n) {
     if (!templates.GetRecord(n)) return std::nullopt;
+    const std::optional<Text> ratingType = RatingTypeName(ratingTypes, templates.m_RatingTypeID);
+    if (!ratingType) return std::nullopt;
     step.PrepareNew();
     step.m_StepID = keys.NextID(u"Step");
     step.m_StepTitle = templates.m_Title;
@@ -48,7 +52,7 @@ std::optional<int> CreateSteps(data::Databases& databases, std::int32_t category
     step.m_MajorSystem = templates.m_Keyword.empty() ? Text(u"Other") : templates.m_Keyword;
     step.m_StepTemplateID = templates.m_ID;
     step.m_CategoryID = categoryID;
-    step.m_RatingType = RatingTypeName(ratingTypes, templates.m_RatingTypeID);
+    step.m_RatingType = *ratingType;
     step.m_StepInfoExists = templates.m_StepInfo.size() > kShortestInfo ? -1 : 0;
     if (!step.Write()) return std::nullopt;
   }
@@ -99,8 +103,8 @@ bool OpenCategory(data::Databases& databases, const data::CategoryTable& categor
       isForm ? CreateFields(databases, category.m_CategoryTemplateID, category.m_CategoryID)
              : CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID);
   if (!created) return false;
-  if (!isForm && *created == 0 && !category.m_CompleteFlag &&
-      !RecomputeComplete(databases, category.m_CategoryID))
+  const bool isComplete = category.m_CompleteFlag != 0;
+  if (!isForm && isComplete != (*created == 0) && !RecomputeComplete(databases, category.m_CategoryID))
     return false;
   return transaction.Commit();
 }

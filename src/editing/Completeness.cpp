@@ -21,7 +21,8 @@ bool RecomputeComplete(data::Databases& databases, std::int32_t categoryID) {
   if (!complete) return false;
   data::CategoryTable category(databases);
   category.OpenSQL(device::Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
-  if (category.RecordCount() == 0 || !category.GetRecord(0)) return false;
+  if (category.RecordCount() == 0) return !category.Failed();
+  if (!category.GetRecord(0)) return false;
   category.m_CompleteFlag = *complete ? -1 : 0;
   return category.Write();
 }

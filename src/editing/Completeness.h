@@ -14,7 +14,8 @@ using device::Text;
 // could not be read: a question without an answer never completes a category.
 std::optional<bool> IsComplete(data::Databases& databases, std::int32_t categoryID);
 
-// Sets the complete flag of the category and writes its row. False when that failed.
+// Sets the complete flag of the category and writes its row. False when that failed. A step may have lost its
+// category to another program; its finding is kept all the same.
 bool RecomputeComplete(data::Databases& databases, std::int32_t categoryID);
 
 // "Not Present", "Complete" or "Incomplete".

@@ -26,18 +26,22 @@ constexpr TextView kCommentsOfMaterial =
     u"(((MaterialTemplate.ID)=%d));";
 constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
 
-// Gives a step without materials its default material and that material's first comment. True when it did.
-bool TakeDefaultMaterial(data::Databases& databases, data::StepTable& step) {
+enum class Taken { Yes, No, Failed };
+
+// Gives a step without materials its default material and that material's first comment.
+Taken TakeDefaultMaterial(data::Databases& databases, data::StepTable& step) {
   data::MaterialTemplateTable material(databases);
   material.OpenSQL(Format(kDefaultMaterial, step.m_StepTemplateID));
-  if (material.RecordCount() == 0 || !material.GetRecord(0)) return false;
+  if (material.RecordCount() == 0 || !material.GetRecord(0))
+    return material.Failed() ? Taken::Failed : Taken::No;
   step.m_Materials = material.m_Material + u";";
   if (material.m_CommentsExist) {
     data::CommentsTable comments(databases);
     comments.OpenSQL(Format(kCommentsOfMaterial, material.m_ID));
     if (comments.RecordCount() > 0 && comments.GetRecord(0)) step.m_Comments += comments.m_Comments;
+    if (comments.Failed()) return Taken::Failed;
   }
-  return true;
+  return Taken::Yes;
 }
 
 // Looks every type up once: most steps of a visit share a handful of types.
@@ -45,25 +49,32 @@ class DefaultChoices {
 public:
   explicit DefaultChoices(data::Databases& databases) : m_Databases(databases) {}
 
-  const std::optional<Text>& Of(const Text& ratingType) {
+  // Empty for a type that has none.
+  const Text& Of(const Text& ratingType) {
     const auto known = m_Known.find(ratingType);
     if (known != m_Known.end()) return known->second;
-    return m_Known.emplace(ratingType, DefaultChoice(m_Databases, ratingType)).first->second;
+    const std::optional<Text> choice = DefaultChoice(m_Databases, ratingType, &m_Failed);
+    return m_Known.emplace(ratingType, choice.value_or(Text())).first->second;
   }
+  // A default could not be read.
+  bool Failed() const { return m_Failed; }
 
 private:
   data::Databases& m_Databases;
-  std::map<Text, std::optional<Text>> m_Known;
+  std::map<Text, Text> m_Known;
+  bool m_Failed = false;
 };
 
 bool OpenSteps(data::StepTable& steps, std::int32_t categoryID) {
   return steps.OpenSQL(Format(kStepsInOrder, steps.TableName(), categoryID)) && !steps.Failed();
 }
 
-bool IsExcluded(data::Databases& databases, std::int32_t categoryTemplateID) {
+// Nothing when that cannot be told: an excluded category must not get defaults by accident.
+std::optional<bool> IsExcluded(data::Databases& databases, std::int32_t categoryTemplateID) {
   data::CategoryTemplateTable category(databases);
   category.OpenSQL(Format(u"SELECT * FROM CategoryTemplate WHERE ID = %d", categoryTemplateID));
-  return category.RecordCount() > 0 && category.GetRecord(0) && category.m_ExcludeFromApplyDefault;
+  if (category.RecordCount() > 0 && category.GetRecord(0)) return category.m_ExcludeFromApplyDefault != 0;
+  return category.Failed() ? std::nullopt : std::optional(false);
 }
 
 bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::CategoryTable& category) {
@@ -76,9 +87,9 @@ bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (!steps.GetRecord(n)) return false;
     if (!steps.m_InspectResult.empty()) continue;
-    if (steps.m_Materials.empty()) TakeDefaultMaterial(databases, steps);
-    if (!steps.m_RatingType.empty()) steps.m_InspectResult = choices.Of(steps.m_RatingType).value_or(Text());
-    if (!steps.Write()) return false;
+    if (steps.m_Materials.empty() && TakeDefaultMaterial(databases, steps) == Taken::Failed) return false;
+    if (!steps.m_RatingType.empty()) steps.m_InspectResult = choices.Of(steps.m_RatingType);
+    if (choices.Failed() || !steps.Write()) return false;
   }
   const std::optional<bool> complete = IsComplete(databases, category.m_CategoryID);
   if (!complete) return false;
@@ -100,8 +111,9 @@ bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID
   DefaultChoices choices(databases);
   for (int n = 0; n < categories.RecordCount(); ++n) {
     if (!categories.GetRecord(n)) return false;
-    if (IsExcluded(databases, categories.m_CategoryTemplateID)) continue;
-    if (!ApplyToCategory(databases, choices, categories)) return false;
+    const std::optional<bool> excluded = IsExcluded(databases, categories.m_CategoryTemplateID);
+    if (!excluded) return false;
+    if (!*excluded && !ApplyToCategory(databases, choices, categories)) return false;
   }
   return transaction.Commit();
 }
@@ -126,10 +138,13 @@ bool ApplyStepDefaults(data::Databases& databases, std::int32_t categoryID) {
   DefaultChoices defaults(databases);
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (!steps.GetRecord(n)) return false;
-    if (steps.m_Materials.empty() && TakeDefaultMaterial(databases, steps) && !steps.Write()) return false;
-    if (FindChoice(databases, steps.m_RatingType, steps.m_InspectResult)) continue;
-    steps.m_InspectResult = defaults.Of(steps.m_RatingType).value_or(Text());
-    if (!steps.Write()) return false;
+    const Taken material = steps.m_Materials.empty() ? TakeDefaultMaterial(databases, steps) : Taken::No;
+    if (material == Taken::Failed || (material == Taken::Yes && !steps.Write())) return false;
+    bool failed = false;
+    if (FindChoice(databases, steps.m_RatingType, steps.m_InspectResult, &failed)) continue;
+    steps.m_InspectResult = defaults.Of(steps.m_RatingType);
+    // A rating that merely could not be looked up must not be replaced.
+    if (failed || defaults.Failed() || !steps.Write()) return false;
   }
   return RecomputeComplete(databases, categoryID) && transaction.Commit();
 }

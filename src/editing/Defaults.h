@@ -1,4 +1,5 @@
-// The templates' default materials and ratings, brought to steps.
+// The templates' default materials and ratings, brought to steps. What cannot be read from the templates
+// makes the whole action fail.
 #pragma once
 
 #include "inspection/InspectorDoc.h"

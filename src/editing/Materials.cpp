@@ -39,8 +39,12 @@ MaterialBoxes::MaterialBoxes(data::Databases& databases, std::int32_t stepTempla
   data::MaterialTemplateTable materials(databases);
   materials.OpenSQL(device::Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder",
                                    stepTemplateID));
+  m_Failed = materials.Failed();
   for (int n = 0; n < materials.RecordCount(); ++n) {
-    if (!materials.GetRecord(n)) continue;
+    if (!materials.GetRecord(n)) {
+      m_Failed = true;
+      continue;
+    }
     MaterialBox box;
     box.materialID = materials.m_ID;
     box.caption = materials.m_Material;

@@ -31,6 +31,8 @@ class MaterialBoxes {
 public:
   MaterialBoxes(data::Databases& databases, std::int32_t stepTemplateID, TextView stored);
 
+  // Not all boxes could be read. Stored() would then lose what the missing ones held.
+  bool Failed() const { return m_Failed; }
   const std::vector<MaterialBox>& Boxes() const { return m_Boxes; }
   void Tick(std::size_t box, bool ticked) { m_Boxes[box].ticked = ticked; }
   // The free box takes the words and is ticked.
@@ -39,6 +41,7 @@ public:
 
 private:
   std::vector<MaterialBox> m_Boxes;
+  bool m_Failed = false;
 };
 
 }  // namespace inspector::editing

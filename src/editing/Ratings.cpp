@@ -21,6 +21,14 @@ constexpr TextView kDefaultChoice =
     u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.DefaultFlag) = TRUE));";
 
+// The first row of a query about choices.
+bool ReadFirst(data::RatingChoicesTable& choices, const Text& query, bool* failed) {
+  choices.OpenSQL(query);
+  const bool found = choices.RecordCount() > 0 && choices.GetRecord(0);
+  if (failed && choices.Failed()) *failed = true;
+  return found;
+}
+
 }  // namespace
 
 std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType) {
@@ -32,17 +40,16 @@ std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingT
   return found;
 }
 
-std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice) {
+std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,
+                                       bool* failed) {
   data::RatingChoicesTable choices(databases);
-  choices.OpenSQL(Format(kNamedChoice, ratingType, choice));
-  if (choices.RecordCount() == 0 || !choices.GetRecord(0)) return std::nullopt;
+  if (!ReadFirst(choices, Format(kNamedChoice, ratingType, choice), failed)) return std::nullopt;
   return RatingChoice{choices.m_ChoiceName, choices.m_CommentPromptFlag != 0};
 }
 
-std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType) {
+std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType, bool* failed) {
   data::RatingChoicesTable choices(databases);
-  choices.OpenSQL(Format(kDefaultChoice, ratingType));
-  if (choices.RecordCount() == 0 || !choices.GetRecord(0)) return std::nullopt;
+  if (!ReadFirst(choices, Format(kDefaultChoice, ratingType), failed)) return std::nullopt;
   return choices.m_ChoiceName;
 }
 

@@ -19,8 +19,10 @@ struct RatingChoice {
 
 // The choices of a type, by its name, in their stored order.
 std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType);
-std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice);
+// `failed`, where it is given, becomes true when the choices could not be read: nothing is known then.
+std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,
+                                       bool* failed = nullptr);
 // The first default choice of the type; nothing when it has none.
-std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType);
+std::optional<Text> DefaultChoice(data::Databases& databases, TextView ratingType, bool* failed = nullptr);
 
 }  // namespace inspector::editing

@@ -35,8 +35,9 @@ StepEditing::Result StepEditing::Rate(std::int32_t stepID, TextView rating, bool
   data::StepTable step(databases);
   if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
   if (!rating.empty()) {
-    const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating);
-    if (!choice) return Result::NotOffered;
+    bool failed = false;
+    const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating, &failed);
+    if (!choice) return failed ? Result::Failed : Result::NotOffered;
     if (promptsForComment) *promptsForComment = choice->promptsForComment;
   }
   step.m_InspectResult = Text(rating);
@@ -69,6 +70,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
   if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
 
   MaterialBoxes boxes(databases, step.m_StepTemplateID, step.m_Materials);
+  if (boxes.Failed()) return Result::Failed;
   const auto find = [&](auto&& matches) -> std::optional<std::size_t> {
     const auto found = std::find_if(boxes.Boxes().begin(), boxes.Boxes().end(), matches);
     if (found == boxes.Boxes().end()) return std::nullopt;

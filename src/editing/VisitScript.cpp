@@ -61,6 +61,7 @@ struct VisitScript::Content {
                 Text& problem) const;
   bool PlayCategory(inspection::CInspectorDoc& document, const toml::table& category, Text& problem) const;
   bool PlayHeader(inspection::CInspectorDoc& document, Text& problem) const;
+  std::optional<std::int32_t> Play(inspection::CInspectorDoc& document, Text& problem) const;
 };
 
 VisitScript::VisitScript(std::unique_ptr<Content> content) : m_Content(std::move(content)) {}
@@ -109,8 +110,11 @@ bool VisitScript::CopyFiles(const device::Machine& machine, Text& problem) const
   });
 }
 
-bool VisitScript::SetUpDevice(data::Workspace& workspace, Text& problem) const {
-  if (const toml::table* owner = m_Content->table["owner"].as_table()) {
+bool VisitScript::SetUpDevice(inspection::CInspectorDoc& document, Text& problem) const {
+  if (document.Inspection().RecordCount() != 1 || !IsUntouched(document.Inspection())) return true;
+  data::Workspace& workspace = document.GetWorkspace();
+  const toml::table* owner = m_Content->table["owner"].as_table();
+  if (owner && !workspace.GetMachine().registry.ReadBinary(Text(data::kOwnerKey), u"Owner")) {
     const device::OwnerRecord record{TextOf(*owner, "name"), TextOf(*owner, "company"),
                                      TextOf(*owner, "address"), TextOf(*owner, "phone")};
     device::Registry& registry = workspace.GetMachine().registry;
@@ -120,8 +124,8 @@ bool VisitScript::SetUpDevice(data::Workspace& workspace, Text& problem) const {
     }
   }
   const toml::table* options = m_Content->table["options"].as_table();
-  if (!options) return true;
   data::OptionsTable& row = workspace.Options();
+  if (!options || !row.m_InspectorEntry.empty()) return true;
   for (const auto& [key, node] : *options) {
     const Text name = FromUtf8(key.str());
     Text value = FromUtf8(node.value_or(std::string()));
@@ -217,8 +221,15 @@ bool VisitScript::Content::PlayCategory(inspection::CInspectorDoc& document, con
 }
 
 std::optional<std::int32_t> VisitScript::Play(inspection::CInspectorDoc& document, Text& problem) const {
-  data::Workspace& workspace = document.GetWorkspace();
-  data::Databases& databases = workspace.GetDatabases();
+  const std::optional<std::int32_t> key = m_Content->Play(document, problem);
+  // After the rollback: the document may hold an inspection that is not there.
+  if (!key) document.Reopen();
+  return key;
+}
+
+std::optional<std::int32_t> VisitScript::Content::Play(inspection::CInspectorDoc& document,
+                                                       Text& problem) const {
+  data::Databases& databases = document.GetWorkspace().GetDatabases();
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return std::nullopt;
 
@@ -228,19 +239,18 @@ std::optional<std::int32_t> VisitScript::Play(inspection::CInspectorDoc& documen
   const std::int32_t key = row.m_InspectionID;
 
   const auto play = [&] {
-    if (!m_Content->PlayHeader(document, problem)) return false;
+    if (!PlayHeader(document, problem)) return false;
     inspection::DocTypeState state{key, row.m_InspectionTypeID, row.m_DocType, row.m_GeneralInformation};
-    if (!inspection::ApplyDocType(databases, state, TextOf(m_Content->table, "type"))) return false;
+    if (!inspection::ApplyDocType(databases, state, TextOf(table, "type"))) return false;
     row.m_InspectionTypeID = state.inspectionTypeID;
     row.m_DocType = state.docType;
     row.m_GeneralInformation = state.generalInformation;
     if (!row.Write()) return false;
-    const bool visited = ForEachTable(m_Content->table, "category", [&](const toml::table& category) {
-      return m_Content->PlayCategory(document, category, problem);
+    const bool visited = ForEachTable(table, "category", [&](const toml::table& category) {
+      return PlayCategory(document, category, problem);
     });
     // Defaults come last: they leave every step alone that has been rated by then.
-    return visited &&
-           (!m_Content->table["defaults"].value_or(false) || ApplyDefaultsSilently(databases, key));
+    return visited && (!table["defaults"].value_or(false) || ApplyDefaultsSilently(databases, key));
   };
   const bool played = play() && transaction.Commit();
   document.LoadCategories();

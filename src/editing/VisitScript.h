@@ -27,8 +27,9 @@ public:
   // Copies the files to the device, those that are there already stay. Paths are relative to the script.
   bool CopyFiles(const device::Machine& machine, Text& problem) const;
 
-  // Owner record and options, for a device that is being set up.
-  bool SetUpDevice(data::Workspace& workspace, Text& problem) const;
+  // Owner record and options, for a device that nobody has worked with: its only inspection is untouched. An
+  // owner or an inspector's entry that is there already stays, and the other options with it.
+  bool SetUpDevice(inspection::CInspectorDoc& document, Text& problem) const;
 
   // Plays the visit as one transaction: into the current inspection when that is the only one and still
   // untouched, else into a new one. Nothing when something could not be written, or the visit asks for what

@@ -32,8 +32,10 @@ constexpr TextView kTemplatesOfType =
 bool AppendDefaultComments(data::Databases& databases, Text& text, TextView query, std::int32_t owner) {
   data::CommentsTable comments(databases);
   comments.OpenSQL(Format(query, owner));
-  for (int n = 0; n < comments.RecordCount(); ++n)
-    if (comments.GetRecord(n)) AppendDefaultComment(text, comments.m_Comments);
+  for (int n = 0; n < comments.RecordCount(); ++n) {
+    if (!comments.GetRecord(n)) return false;
+    AppendDefaultComment(text, comments.m_Comments);
+  }
   return !comments.Failed();
 }
 
@@ -80,8 +82,10 @@ bool ApplyDocType(data::Databases& databases, DocTypeState& state, TextView newT
   const data::ReadScope reading(databases.Template());
   data::InspectionTypeTable types(databases);
   types.Open();
-  for (int n = 0; n < types.RecordCount(); ++n)
-    if (types.GetRecord(n) && types.m_InspectionType == newType) state.inspectionTypeID = types.m_ID;
+  for (int n = 0; n < types.RecordCount(); ++n) {
+    if (!types.GetRecord(n)) return false;
+    if (types.m_InspectionType == newType) state.inspectionTypeID = types.m_ID;
+  }
 
   if (types.Failed() ||
       !AppendDefaultComments(databases, state.generalInformation, kCommentsOfType, state.inspectionTypeID) ||

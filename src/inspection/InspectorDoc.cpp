@@ -49,9 +49,9 @@ bool CInspectorDoc::Reopen() {
 bool CInspectorDoc::SetCurrentInspection(int row) {
   m_CurrentCategory = 0;
   m_CurrentRow = row;
-  if (!m_Inspection.GetRecord(row)) return false;
-  LoadCategories();
-  return true;
+  const bool found = m_Inspection.GetRecord(row);
+  LoadCategories();  // of no inspection: those of a deleted one must not stay
+  return found;
 }
 
 bool CInspectorDoc::SelectInspection(std::int32_t inspectionID) {
@@ -80,6 +80,9 @@ bool CInspectorDoc::SetCurrentCategory(int row) {
 
 bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type) {
   data::Databases& databases = m_Workspace.GetDatabases();
+  // Before the transaction: a worker that holds the mutex waits for the database.
+  std::unique_lock lock(m_ChangeDocTypeMutex, std::defer_lock);
+  if (!type.empty()) lock.lock();
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return false;
   const std::int32_t key = data::NextInspectionID(databases, u"Inspection");
@@ -89,7 +92,6 @@ bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type
   m_Inspection.m_InspectionTypeID = kNoType;
   if (fill) fill(m_Inspection);
   if (!type.empty()) {
-    const std::lock_guard lock(m_ChangeDocTypeMutex);
     DocTypeState state{key, kNoType, {}, m_Inspection.m_GeneralInformation};
     if (!ApplyDocType(databases, state, type)) return false;
     m_Inspection.m_InspectionTypeID = state.inspectionTypeID;
@@ -175,9 +177,7 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
       m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
       m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;
-  data::Transaction transaction(m_Workspace.InspectionConnection());
-  const bool deleted = transaction.IsOpen() && DeleteInspectionData(true) && m_Inspection.DeleteCurrent() &&
-                       transaction.Commit();
+  const bool deleted = DeleteCurrentWhole();
   Reopen();
   return deleted;
 }
@@ -185,14 +185,25 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
 bool CInspectorDoc::DeleteAllInspections() {
   device::Prompts& prompts = m_Workspace.GetPrompts();
   if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
-  data::Transaction transaction(m_Workspace.InspectionConnection());
-  bool deleted = transaction.IsOpen();
-  for (int row = m_Inspection.RecordCount() - 1; deleted && row >= 0; --row)
-    deleted = SetCurrentInspection(row) && DeleteInspectionData(true) && m_Inspection.DeleteCurrent();
-  deleted = deleted && WriteNewInspection({}, {}) && transaction.Commit();
+  const bool deleted = ReplaceAllByOne();
   if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
   Reopen();
   return deleted;
+}
+
+// Each in a function of its own: what failed must be rolled back before the table is read again.
+bool CInspectorDoc::DeleteCurrentWhole() {
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  return transaction.IsOpen() && DeleteInspectionData(true) && m_Inspection.DeleteCurrent() &&
+         transaction.Commit();
+}
+
+bool CInspectorDoc::ReplaceAllByOne() {
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  if (!transaction.IsOpen()) return false;
+  for (int row = m_Inspection.RecordCount() - 1; row >= 0; --row)
+    if (!SetCurrentInspection(row) || !DeleteCurrentWhole()) return false;
+  return WriteNewInspection({}, {}) && transaction.Commit();
 }
 
 }  // namespace inspector::inspection

@@ -70,6 +70,8 @@ public:
   bool DeleteAllInspections();
 
 private:
+  bool DeleteCurrentWhole();
+  bool ReplaceAllByOne();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
   void RunWorker(Text newType, HeaderSave save, DocTypeState state);
 
