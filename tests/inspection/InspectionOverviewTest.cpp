@@ -1,0 +1,141 @@
+#include "inspection/InspectionOverview.h"
+
+#include <gmock/gmock.h>
+
+#include "data/FieldTable.h"
+#include "device/Format.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::inspection {
+namespace {
+
+using device::Answer;
+using device::Format;
+using ::testing::ElementsAre;
+
+constexpr auto kFirstQuestion = u"Are you sure you want to delete this Inspection?";
+constexpr auto kNumberQuestion = u"Enter the Doc # of the new Inspection:";
+
+class InspectionOverviewTest : public tests::VisitTest {
+protected:
+  InspectionOverview m_Overview{Document()};
+};
+
+TEST_F(InspectionOverviewTest, ListsTheInspectionsInTheirOrder) {
+  Document().CreateInspection([](data::InspectionTable& row) {
+    row.m_ClientName = u"Halvorsen";
+    row.m_DwellingAddress = u"418 Juniper Lane";
+    row.m_CityStateZip = u"Alder Creek";
+    row.m_InspectionNum = u"7";
+  });
+  const auto rows = m_Overview.Refill();
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].inspectionID, 1000);
+  EXPECT_THAT(rows[0].columns, ElementsAre(u"", u"", u"", u""));
+  EXPECT_EQ(rows[1].inspectionID, 1001);
+  EXPECT_THAT(rows[1].columns, ElementsAre(u"Halvorsen", u"418 Juniper Lane", u"Alder Creek", u"7"));
+}
+
+TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
+  m_Device.Visit(u"House");
+  const Text counts = m_Device.RowCounts();
+  EXPECT_FALSE(m_Overview.OnDelete(-1, 0)) << "without a selection nothing is asked";
+
+  Prompts().Queue(kFirstQuestion, Answer::No);
+  EXPECT_FALSE(m_Overview.OnDelete(1, 1));
+  Prompts().Queue(kFirstQuestion, Answer::Yes);
+  EXPECT_FALSE(m_Overview.OnDelete(1, 2));
+  Prompts().Queue(kFirstQuestion, Answer::Yes);
+  Prompts().Queue(u"Warning", Answer::No);
+  EXPECT_FALSE(m_Overview.OnDelete(1, 1));
+  EXPECT_EQ(m_Device.RowCounts(), counts);
+
+  Prompts().Forget();
+  Prompts().Queue(kFirstQuestion, Answer::Yes);
+  Prompts().Queue(u"Warning", Answer::Yes);
+  EXPECT_TRUE(m_Overview.OnDelete(1, 1));
+  ASSERT_EQ(Prompts().Messages().size(), 2U);
+  EXPECT_EQ(Prompts().Messages()[0].title, u"Caution");
+  EXPECT_EQ(Prompts().Messages()[1].title, u"Warning");
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+}
+
+TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
+  const auto key = m_Device.Visit(u"House");
+  data::InspectionTable& inspection = Document().Inspection();
+  inspection.m_ClientName = u"Halvorsen";
+  inspection.m_InspectionNum = u"7";
+  inspection.m_PrivateNotes = u"Gate code";
+  inspection.m_Reserve9 = -1;
+  inspection.m_InspectionDate = device::MakeCalendarTime(2020, 2, 29, 8, 30);
+  ASSERT_TRUE(inspection.Write());
+  m_Device.OpenCategory(u"Roof");
+  m_Device.OpenCategory(u"Cellar");
+  const auto form = m_Device.OpenCategory(u"Checklist");
+  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) {
+    step.m_InspectResult = u"Poor";
+    step.m_Comments = u"Loose.";
+    step.m_SummaryComment = u"Fix it.";
+    step.m_BitmapPath = u"\\a.jpg";
+    step.m_PictureBefore = -1;
+  });
+  data::FieldTable field(Data());
+  field.OpenSQL(Format(u"SELECT * FROM Field WHERE CategoryID = %d", form));
+  ASSERT_TRUE(field.GetRecord(0));
+  field.m_AssignedValue = u"done";
+  ASSERT_TRUE(field.Write());
+  ASSERT_TRUE(Document().SetCurrentCategory(0));
+  Document().Categories().m_NotPresentFlag = -1;
+  ASSERT_TRUE(Document().Categories().Write());
+  m_Device.Visit(u"Condo");
+
+  Prompts().QueueText(kNumberQuestion, std::nullopt);
+  EXPECT_EQ(m_Overview.OnDuplicate(1), std::nullopt);
+  EXPECT_EQ(m_Overview.OnDuplicate(-1), std::nullopt);
+  Prompts().QueueText(kNumberQuestion, u"\r\n8");
+  EXPECT_EQ(m_Overview.OnDuplicate(1), 1003);
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 4, Category 11, Step 8, Field 4");
+  EXPECT_EQ(m_Device.Outline(1003), m_Device.Outline(key));
+  EXPECT_EQ(Document().CurrentRow(), 0);
+
+  ASSERT_TRUE(Document().SelectInspection(1003));
+  EXPECT_EQ(inspection.m_ClientName, u"Halvorsen");
+  EXPECT_EQ(inspection.m_PrivateNotes, u"Gate code");
+  EXPECT_EQ(inspection.m_Reserve9, -1);
+  EXPECT_EQ(inspection.m_DocType, u"House");
+  EXPECT_EQ(inspection.m_InspectionDate, device::MakeCalendarTime(2020, 2, 29, 8, 30));
+  EXPECT_EQ(inspection.m_InspectionNum, u"8") << "typed by a person: what stands before the text is cut";
+  data::StepTable copy(Data());
+  copy.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", m_Device.StepKey(u"20.1")));
+  ASSERT_TRUE(copy.GetRecord(0));
+  EXPECT_EQ(copy.m_StepID, 1004) << "four steps were there";
+  EXPECT_EQ(copy.m_SummaryComment, u"Fix it.");
+  EXPECT_EQ(copy.m_BitmapPath, u"\\a.jpg");
+  EXPECT_NE(copy.m_PictureBefore, 0);
+
+  ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
+  const auto& window = *Prompts().ProgressWindows()[0];
+  EXPECT_EQ(window.title, u"Duplicating Inspection...");
+  EXPECT_THAT(window.statuses, ElementsAre(u"Duplicating Categories...", u"Duplicating Steps..."));
+  EXPECT_EQ(std::tuple(window.low, window.high, window.position), std::tuple(0, 9, 8));
+}
+
+TEST_F(InspectionOverviewTest, DuplicateOfAnEmptyInspectionIsOneRow) {
+  Prompts().QueueText(kNumberQuestion, u"");
+  EXPECT_EQ(m_Overview.OnDuplicate(0), 1001);
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 0, Step 0, Field 0");
+}
+
+TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
+  m_Device.Visit(u"House");
+  m_Device.OpenCategory(u"Roof");
+  const Text counts = m_Device.RowCounts();
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  Prompts().QueueText(kNumberQuestion, u"8");
+  EXPECT_EQ(m_Overview.OnDuplicate(1), std::nullopt);
+  EXPECT_EQ(m_Device.RowCounts(), counts);
+}
+
+}  // namespace
+}  // namespace inspector::inspection

@@ -1,0 +1,307 @@
+#include "inspection/InspectorDoc.h"
+
+#include <gmock/gmock.h>
+
+#include "device/Format.h"
+#include "inspection/DocTypeChange.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::inspection {
+namespace {
+
+using device::Answer;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr auto kByWorker = CInspectorDoc::HeaderSave::ByWorker;
+constexpr auto kByCaller = CInspectorDoc::HeaderSave::ByCaller;
+
+class InspectorDocTest : public tests::VisitTest {
+protected:
+  // The inspection as it is in the file, whatever the document holds.
+  Text StoredHeader(std::int32_t key) {
+    data::InspectionTable row(Data());
+    row.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", key));
+    EXPECT_TRUE(row.GetRecord(0));
+    return device::Format(u"%s|%d|%s", row.m_DocType, row.m_InspectionTypeID, row.m_GeneralInformation);
+  }
+  Text HeldHeader() {
+    const data::InspectionTable& row = Document().Inspection();
+    return device::Format(u"%s|%d|%s", row.m_DocType, row.m_InspectionTypeID, row.m_GeneralInformation);
+  }
+};
+
+TEST_F(InspectorDocTest, EmptyDatabaseGetsOneEmptyInspectionWithoutAType) {
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1000);
+  EXPECT_EQ(HeldHeader(), u"|-1|");
+  m_Device.Open();
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+}
+
+TEST_F(InspectorDocTest, NewInspectionAsksAndBecomesCurrent) {
+  m_Device.Visit(u"House");
+  Document().SetCurrentCategory(3);
+  Prompts().Queue(u"Are you sure you want to create a new inspection?", Answer::No);
+  EXPECT_EQ(Document().NewInspection(), std::nullopt);
+  Prompts().Queue(u"Are you sure you want to create a new inspection?", Answer::Yes);
+  EXPECT_EQ(Document().NewInspection(), 1002);
+
+  ASSERT_EQ(Prompts().Messages().size(), 2U);
+  EXPECT_EQ(Prompts().Messages()[1].title, u"Warning");
+  EXPECT_EQ(Prompts().Messages()[1].buttons, device::Buttons::YesNo);
+  EXPECT_EQ(Prompts().Messages()[1].icon, device::Icon::Exclamation);
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1002);
+  EXPECT_EQ(Document().CurrentRow(), 2);
+  EXPECT_EQ(Document().Categories().RecordCount(), 0);
+  EXPECT_EQ(Document().CurrentCategory(), 0);
+  EXPECT_EQ(HeldHeader(), u"|-1|");
+}
+
+TEST_F(InspectorDocTest, MovingOnResetsTheCategoryAndAMissingOneIsSaid) {
+  m_Device.Visit(u"House");
+  EXPECT_TRUE(Document().SetCurrentCategory(2));
+  EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Safety") << "ordered by number as text: 15, 20, 30";
+  EXPECT_TRUE(Document().SetCurrentInspection(1));
+  EXPECT_EQ(Document().CurrentCategory(), 0);
+  EXPECT_FALSE(Document().SetCurrentCategory(5));
+  EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: No Category records in current selection."));
+  EXPECT_FALSE(Document().SelectInspection(4711));
+}
+
+TEST_F(InspectorDocTest, SelectsTheFirstOfSeveralRowsWithOneKey) {
+  const auto key = m_Device.Visit(u"House");
+  data::InspectionTable twin(Data());
+  twin.PrepareNew();
+  twin.m_InspectionID = key;
+  twin.m_ClientName = u"Twin";
+  ASSERT_TRUE(twin.Write());
+  Document().Reopen();
+  EXPECT_TRUE(Document().SelectInspection(key));
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"");
+}
+
+// The type's comments start with the general information that is there already.
+TEST_F(InspectorDocTest, WorkerMakesTheCategoriesOfTheType) {
+  Document().CreateInspection([](data::InspectionTable& row) { row.m_GeneralInformation = u"Rainy day."; });
+  Document().ChangeDocType(u"House", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_FALSE(Document().IsChangingDocType());
+
+  const Text header = u"House|1|Rainy day.  Seen from the ground.  Built in 1968.";
+  EXPECT_EQ(HeldHeader(), header);
+  EXPECT_EQ(StoredHeader(1001), header) << "the type must not be lost with the battery";
+  EXPECT_THAT(m_Device.Outline(1001),
+              ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
+                          u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
+
+  data::CategoryTable& categories = Document().Categories();
+  ASSERT_EQ(categories.RecordCount(), 5) << "the document shows the new categories";
+  ASSERT_TRUE(categories.GetRecord(1));
+  EXPECT_EQ(categories.m_CategoryID, 1000) << "keys go in the order of the type, Roof first";
+  EXPECT_EQ(categories.m_CommentText, u"Walked on.");
+  EXPECT_EQ(categories.m_CategoryTemplateID, 1);
+  ASSERT_TRUE(categories.GetRecord(4));
+  EXPECT_EQ(categories.m_Type, 1);
+}
+
+TEST_F(InspectorDocTest, ReplacingATypeDeletesWhatWasFound) {
+  const auto other = m_Device.Visit(u"House");
+  m_Device.OpenCategory(u"Roof");
+  const auto key = m_Device.Visit(u"House");
+  m_Device.OpenCategory(u"Roof");
+  m_Device.OpenCategory(u"Checklist");
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 10, Step 6, Field 2");
+  Document().ChangeDocType(u"Condo", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
+  EXPECT_EQ(m_Device.Outline(other).size(), 8U) << "the other inspection stays as it was";
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 6, Step 3, Field 0");
+  EXPECT_THAT(Prompts().ProgressWindows(), IsEmpty()) << "deleting shows no progress here";
+}
+
+TEST_F(InspectorDocTest, HeaderOfTheCallerIsHeldUntilItIsSaved) {
+  const auto key = m_Device.Visit(u"");
+  Document().ChangeDocType(u"Condo", kByCaller);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(HeldHeader(), u"Condo|2|");
+  EXPECT_EQ(StoredHeader(key), u"|-1|");
+  EXPECT_TRUE(Document().Inspection().Write());
+  EXPECT_EQ(StoredHeader(key), u"Condo|2|");
+}
+
+TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
+  const auto key = m_Device.Visit(u"Condo");
+  Document().ChangeDocType(u"Castle", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(StoredHeader(key), u"Castle|2|");
+  EXPECT_THAT(m_Device.Outline(key), IsEmpty());
+}
+
+TEST_F(InspectorDocTest, LastOfSeveralTypesWithOneNameGivesTheKey) {
+  m_Device.Library().AddType(u"House");
+  m_Device.Library().AddType(u"Barn \"old\"");
+  const auto key = m_Device.Visit(u"");
+  Document().ChangeDocType(u"House", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(StoredHeader(key), u"House|3|") << "the comments are those of type 3, which has none";
+  EXPECT_EQ(m_Device.Outline(key).size(), 5U) << "the categories are looked up by name";
+  Document().ChangeDocType(u"Barn \"old\"", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(StoredHeader(key), u"Barn \"old\"|4|");
+}
+
+// A step that cannot be written, a comment that cannot be read: nothing of the change may stay.
+TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
+  const auto key = m_Device.Visit(u"Condo");
+  m_Device.OpenCategory(u"Kitchen");
+  const auto before = m_Device.Outline(key);
+  for (const auto& [kind, breaks, repairs] :
+       {std::tuple{data::DatabaseKind::Inspection,
+                   "CREATE TRIGGER Full BEFORE INSERT ON Category WHEN new.CategoryTitle = 'Safety' BEGIN "
+                   "SELECT RAISE(FAIL, 'no room'); END",
+                   "DROP TRIGGER Full"},
+        std::tuple{data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
+                   "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
+    m_Device.Run(kind, breaks);
+    Document().ChangeDocType(u"House", kByWorker);
+    EXPECT_FALSE(Document().FinishDocTypeChange()) << breaks;
+    EXPECT_EQ(m_Device.Outline(key), before) << breaks;
+    EXPECT_EQ(HeldHeader(), u"Condo|2|") << breaks;
+    EXPECT_EQ(StoredHeader(key), u"Condo|2|") << breaks;
+    m_Device.Run(kind, repairs);
+  }
+  ASSERT_EQ(Prompts().Messages().size(), 1U) << "the worker's fault is shown, by this thread";
+  EXPECT_TRUE(Prompts().Messages()[0].text.ends_with(u"no room"));
+
+  Document().ChangeDocType(u"House", kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(StoredHeader(key), u"House|1|Seen from the ground.  Built in 1968.");
+}
+
+TEST_F(InspectorDocTest, SecondChangeWaitsForTheFirst) {
+  const auto key = m_Device.Visit(u"");
+  for (const TextView type : {u"House", u"Condo", u"House", u"Condo"})
+    Document().ChangeDocType(type, kByWorker);
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
+  EXPECT_EQ(StoredHeader(key),
+            u"Condo|2|Seen from the ground.  Built in 1968.  Seen from the ground.  Built in 1968.");
+}
+
+TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
+  const auto key = m_Device.Visit(u"");
+  for (int round = 0; round < 10; ++round) {
+    Document().ChangeDocType(round % 2 ? u"Condo" : u"House", kByWorker);
+    const auto other = Document().CreateInspection({}, u"Condo");
+    EXPECT_TRUE(other.has_value());
+    EXPECT_EQ(m_Device.Outline(other.value_or(0)).size(), 1U);
+    EXPECT_TRUE(Document().FinishDocTypeChange());
+    EXPECT_EQ(Document().Inspection().m_DocType, u"Condo") << "the result belongs to the other inspection";
+    EXPECT_TRUE(Document().SelectInspection(key));
+    EXPECT_EQ(m_Device.Outline(key).size(), round % 2 ? 1U : 5U);
+  }
+}
+
+TEST_F(InspectorDocTest, DestructorWaitsForTheWorker) {
+  const auto key = m_Device.Visit(u"");
+  Document().ChangeDocType(u"House", kByWorker);
+  m_Device.Open();
+  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
+}
+
+TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
+  Document().CreateInspection(
+      [](data::InspectionTable& row) {
+        row.m_ClientName = u"Halvorsen";
+        row.m_DwellingAddress = u"418 Juniper Lane";
+        row.m_CityStateZip = u"Alder Creek";
+        row.m_InspectionNum = u"7";
+      },
+      u"House");
+  m_Device.OpenCategory(u"Roof");
+  m_Device.OpenCategory(u"Checklist");
+  const Text counts = m_Device.RowCounts();
+  EXPECT_FALSE(Document().DeleteSelectedInspection(2));
+  const Text question =
+      u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling "
+      u"Address: 418 Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
+  Prompts().Queue(question, Answer::No);
+  EXPECT_FALSE(Document().DeleteSelectedInspection(1));
+  EXPECT_EQ(m_Device.RowCounts(), counts);
+
+  Prompts().Queue(question, Answer::Yes);
+  EXPECT_TRUE(Document().DeleteSelectedInspection(1));
+  EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: Only one inspection can be deleted at a time.",
+                                                  u"Warning: " + question, u"Warning: " + question));
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
+  const auto& window = *Prompts().ProgressWindows()[0];
+  EXPECT_EQ(window.title, u"Deleting Inspection...");
+  EXPECT_THAT(window.statuses, ElementsAre(u"Deleting Steps...", u"Deleting Categories..."));
+  EXPECT_EQ(std::tuple(window.low, window.high, window.position), std::tuple(0, 6, 5));
+  EXPECT_FALSE(window.open);
+}
+
+TEST_F(InspectorDocTest, DeletingTheLastInspectionLeavesNothingOfIt) {
+  m_Device.Visit(u"House");
+  Prompts().Queue(u"Warning", Answer::Yes);
+  ASSERT_TRUE(Document().SetCurrentInspection(0) && Document().DeleteSelectedInspection(1));
+  Prompts().Queue(u"Warning", Answer::Yes);
+  ASSERT_TRUE(Document().DeleteSelectedInspection(1));
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 0, Category 0, Step 0, Field 0");
+  EXPECT_EQ(Document().Categories().RecordCount(), 0) << "no categories of an inspection that is gone";
+}
+
+TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspection) {
+  for (const TextView type : {u"House", u"Condo"}) m_Device.Visit(Text(type));
+  Prompts().Queue(u"Would you like to delete all inspections.", Answer::No);
+  EXPECT_FALSE(Document().DeleteAllInspections());
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 6, Step 0, Field 0");
+  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  EXPECT_TRUE(Document().DeleteAllInspections());
+  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Done deleting all inspections.");
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1003) << "keys are never used again";
+  EXPECT_EQ(HeldHeader(), u"|-1|");
+  EXPECT_EQ(Document().CurrentRow(), 0);
+}
+
+TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
+  m_Device.Visit(u"House");
+  const Text counts = m_Device.RowCounts();
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT "
+               "RAISE(FAIL, 'kept'); END");
+  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  EXPECT_FALSE(Document().DeleteAllInspections());
+  EXPECT_EQ(m_Device.RowCounts(), counts);
+  EXPECT_EQ(Document().Categories().RecordCount(), 0) << "row 0 is current again, which has no type";
+  EXPECT_TRUE(Document().SelectInspection(1001));
+}
+
+TEST(DefaultCommentTest, AddsTheSentenceBehindTheBracket) {
+  struct Case {
+    Text before;
+    Text comment;
+    Text after;
+  };
+  for (const auto& [before, comment, after] : std::vector<Case>{
+           {u"", u"[*Label]One.", u"One."},
+           {u"One.", u"[*Label]Two.", u"One.  Two."},
+           {u"One", u"[*Label]Two.", u"OneTwo."},
+           {u"One.", u"[Label]Two.", u"One."},
+           {u"One.", u"Two [*Label].", u"One."},
+           {u"One.", u" [*Label]Two.", u"One."},
+           {u"One.", u"[*Label]", u"One.  "},
+           {u"", u"[*Label] with ] in it", u" with ] in it"},
+           {u"", u"[*]", u""},
+       }) {
+    Text text = before;
+    AppendDefaultComment(text, comment);
+    EXPECT_EQ(text, after) << device::ToUtf8(comment);
+  }
+}
+
+}  // namespace
+}  // namespace inspector::inspection
