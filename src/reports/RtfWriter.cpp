@@ -13,7 +13,8 @@ namespace {
 
 constexpr double kTwipsPerInch = 1440;
 constexpr int kCellGap = 108;  // twips by which a row begins to the left of the margin
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize =
+    1024 * 1024;  // the larger the writes, the less the host has to do for each byte
 constexpr int kFullSize = 100;
 
 struct Colour {
@@ -28,16 +29,19 @@ constexpr Colour kColours[] = {
     {128, 0, 0},   {128, 128, 0},   {128, 128, 128}, {192, 192, 192},
 };
 
-// Both digits of every byte, side by side.
-constexpr auto kHexDigits = [] {
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::array<char, 512> digits{};
-  for (std::size_t byte = 0; byte < 256; ++byte) {
-    digits[2 * byte] = kDigits[byte / 16];
-    digits[2 * byte + 1] = kDigits[byte % 16];
+char HexDigit(unsigned nibble) {
+  return static_cast<char>(nibble + (nibble > 9 ? 'a' - 10 : '0'));
+}
+
+// Two small letters or digits for each byte. Reckoned, because compilers make many at once of that, and none
+// of a table.
+void EncodeHex(const char* __restrict bytes, std::size_t size, char* __restrict digits) {
+  for (std::size_t i = 0; i < size; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    digits[2 * i] = HexDigit(byte >> 4);
+    digits[2 * i + 1] = HexDigit(byte & 15);
   }
-  return digits;
-}();
+}
 
 // Toward zero; what is no number, or out of range, comes from a damaged row.
 std::int32_t WholeTwips(double twips) {
@@ -210,10 +214,7 @@ bool RtfWriter::WriteHexDigits(device::InputFile& file, std::int64_t count) {
   bool hasLast = false;
   while (count > 0 && !m_Failed) {
     const auto size = static_cast<std::size_t>(count);
-    for (std::size_t i = 0; i < size; ++i) {
-      std::memcpy(&m_Digits[2 * i],
-                  &kHexDigits[2 * static_cast<std::size_t>(static_cast<unsigned char>(m_Block[i]))], 2);
-    }
+    EncodeHex(m_Block.data(), size, m_Digits.data());
     Write({m_Digits.data(), 2 * size});
     std::memcpy(last.data(), &m_Digits[2 * size - 2], 2);
     hasLast = true;
