@@ -11,11 +11,18 @@ namespace inspector::data {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
+constexpr std::uintmax_t kJournalIndexBytes = 32u << 10;
 // Statements differ in little but their values, which are bound. More shapes than this come only from values
 // that stand without quotes.
 constexpr std::size_t kMostShapes = 300;
 // 16 MiB, some twenty milliseconds: more than a year of one inspector's visits.
 constexpr std::uintmax_t kMostBytesToLookThrough = 16u << 20;
+
+bool IsFull(const std::filesystem::path& file) {
+  std::error_code error;
+  const auto space = std::filesystem::space(file.parent_path(), error);
+  return !error && space.available < kJournalIndexBytes;
+}
 
 }  // namespace
 
@@ -277,6 +284,13 @@ Text Connection::DescribeFailure(int code, const char* detail) const {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
       return DamagedFileMessage(m_File);
+    case SQLITE_IOERR:
+      // A disk with no room for the journal's index reports no more than an error.
+      if (!IsFull(m_File)) {
+        return device::Format(u"The disk that holds the database %s reported an error. Nothing was changed. Check the "
+                              u"disk and try again.", file);
+      }
+      [[fallthrough]];
     case SQLITE_FULL:
       return device::Format(u"The disk that holds the database %s is full. Nothing was changed. Free some space "
                             u"and do it again.", file);
@@ -288,9 +302,6 @@ Text Connection::DescribeFailure(int code, const char* detail) const {
     case SQLITE_CANTOPEN:
       return device::Format(u"The database %s, or the journal beside it, cannot be opened. Check that its folder is "
                             u"there and may be written to.", file);
-    case SQLITE_IOERR:
-      return device::Format(u"The disk that holds the database %s reported an error. Nothing was changed. Check the "
-                            u"disk and try again.", file);
     default:
       return device::Format(u"The database %s reported: %s", file, device::FromUtf8(detail));
   }

@@ -84,13 +84,10 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
     if (!versioned || !CreateIndexes(connection, kind) || !transaction.Commit()) return fail(u"see above");
   }
   if (!SyncPath(building)) return fail(FromUtf8(std::strerror(errno)));
-  // Unlike a rename, a link never replaces a file; memory cards have no links.
-  if (link(building.c_str(), file.c_str()) != 0) {
-    const int reason = errno;
-    const bool hasNoLinks = reason == EPERM || reason == ENOTSUP || reason == ENOSYS || reason == EMLINK;
-    if (!hasNoLinks) return fail(FromUtf8(std::strerror(reason)));
-    if (renameat2(AT_FDCWD, building.c_str(), AT_FDCWD, file.c_str(), RENAME_NOREPLACE) != 0)
-      return fail(FromUtf8(std::strerror(errno)));
+  // A file that has come there meanwhile stays. Where such a rename is unknown, a link does not replace it either.
+  if (renameat2(AT_FDCWD, building.c_str(), AT_FDCWD, file.c_str(), RENAME_NOREPLACE) != 0) {
+    const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
+    if (!isUnknown || link(building.c_str(), file.c_str()) != 0) return fail(FromUtf8(std::strerror(errno)));
   }
   std::filesystem::remove(building, error);
   SyncPath(file.parent_path());

@@ -1,5 +1,6 @@
 #include "data/StartUp.h"
 
+#include "data/StructureReport.h"
 #include "data/Upgrade.h"
 #include "device/Format.h"
 
@@ -24,6 +25,17 @@ bool WritePaths(const Machine& machine, TextView key, const DatabasePaths& paths
 bool BothExist(const Machine& machine, const DatabasePaths& paths) {
   return machine.files.Exists(machine.paths.ResolveTyped(paths.templatePath)) &&
          machine.files.Exists(machine.paths.ResolveTyped(paths.inspectionPath));
+}
+
+// A table that is missing reads as empty, and a missing column is not stored: that must not go unnoticed.
+void ReportMissing(const Machine& machine, Connection& connection, DatabaseKind kind) {
+  const std::vector<Text> findings = FindMissingStructure(connection, kind);
+  if (findings.empty()) return;
+  Text list;
+  for (const Text& finding : findings) list += (list.empty() ? u"" : u"; ") + finding;
+  machine.faults.Report(device::Format(u"The database %s is not whole (%s). What belongs there is neither shown nor "
+                                       u"stored. Put your last good copy in its place.",
+                                       device::FromUtf8(connection.File().string()), list));
 }
 
 StartUp Refuse(const Machine& machine, const Text& problem) {
@@ -70,6 +82,8 @@ StartUp StartData(const Machine& machine) {
   if (result == UpgradeResult::Sound) result = CheckOptionsStructure(*workspace);
   if (result == UpgradeResult::Fatal) return {StartUpResult::Terminated, nullptr};
   if (result != UpgradeResult::Sound) return {};
+  for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
+    ReportMissing(machine, databases.Get(kind), kind);
   if (!workspace->TemplateConnection().PrepareForWriting() || !workspace->InspectionConnection().PrepareForWriting())
     return {};
   workspace->Options();

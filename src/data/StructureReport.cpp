@@ -1,11 +1,13 @@
 #include "data/StructureReport.h"
 
+#include <algorithm>
+
 #include "data/StoredTypes.h"
 #include "device/Format.h"
 
 namespace inspector::data {
 
-std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind) {
+std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind) {
   std::vector<Text> faults;
   for (const TableLayout& layout : AllLayouts()) {
     if (layout.database != kind) continue;
@@ -16,11 +18,19 @@ std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind)
       if (!isMadeOnUse) faults.push_back(device::Format(u"missing table: %s", layout.name));
       continue;
     }
-    for (std::size_t i = 0; i < layout.columns.size(); ++i) {
-      if (i >= stored->size()) faults.push_back(device::Format(u"missing column in table: %s column: %d", layout.name, i));
-      else if (!Accepts(layout.columns[i].type, (*stored)[i].type))
+    for (std::size_t i = stored->size(); i < layout.columns.size(); ++i)
+      faults.push_back(device::Format(u"missing column in table: %s column: %d", layout.name, i));
+  }
+  return faults;
+}
+
+std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind) {
+  std::vector<Text> faults = FindMissingStructure(connection, kind);
+  for (const TableLayout& layout : AllLayouts()) {
+    const std::vector<StoredColumn>* stored = layout.database == kind ? connection.ColumnsOf(layout.name) : nullptr;
+    for (std::size_t i = 0; stored && i < std::min(stored->size(), layout.columns.size()); ++i)
+      if (!Accepts(layout.columns[i].type, (*stored)[i].type))
         faults.push_back(device::Format(u"column type mismatch in table: %s column: %d", layout.name, i));
-    }
   }
   return faults;
 }

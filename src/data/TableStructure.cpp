@@ -1,5 +1,6 @@
 // The part of every table class that makes its own table and brings an older one up to date.
 #include <algorithm>
+#include <optional>
 
 #include "data/StoredTypes.h"
 #include "data/TableRecordset.h"
@@ -53,8 +54,13 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
                         u"terminated.", m_TableName) + Text(kBackUpAndSupport));
   };
 
-  Transaction transaction(m_Connection);
-  if (!transaction.IsOpen()) return failedStatement();
+  // A table that is whole is only looked at, which a program that writes beside does not hinder.
+  const std::vector<StoredColumn>* const whole = m_Connection.ColumnsOf(m_TableName);
+  std::optional<Transaction> transaction;
+  if (!whole || whole->size() < m_Columns.size()) {
+    transaction.emplace(m_Connection);
+    if (!transaction->IsOpen()) return failedStatement();
+  }
   m_SQL.clear();
   if (!Open()) {
     int position = 0;
@@ -102,7 +108,7 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
     if (!OpenSQL(Format(u"ALTER TABLE %s ADD %s %s", m_TableName, sql.name, sql.type)) || Failed())
       return failedStatement();
   }
-  return transaction.Commit() ? StructureResult::Sound : failedStatement();
+  return !transaction || transaction->Commit() ? StructureResult::Sound : failedStatement();
 }
 
 }  // namespace inspector::data

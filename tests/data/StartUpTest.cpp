@@ -143,6 +143,32 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
 }
 
+TEST_F(StartUpTest, ADatabaseMayLieBehindALink) {
+  CreateFresh();
+  std::filesystem::rename(InspectionFile(), m_Folder / "card.cdb");
+  std::filesystem::create_symlink("../card.cdb", InspectionFile());
+  EXPECT_EQ(Start().result, StartUpResult::Ready);
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+}
+
+TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
+  CreateFresh();
+  Shell(InspectionFile()).Run("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
+  EXPECT_EQ(Start().result, StartUpResult::Ready);
+  ASSERT_EQ(m_Prompts.Messages().size(), 1u);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"(missing column in table: Step column: 16; missing table: Field)"))
+      << device::ToUtf8(LastMessage());
+  EXPECT_EQ(m_Faults.Count(), 1);
+}
+
+TEST_F(StartUpTest, AProgramThatWritesBesideDoesNotKeepItFromStarting) {
+  CreateFresh();
+  Shell other(TemplateFile());
+  other.Run("PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; UPDATE Options SET StepSpacing = 1");
+  EXPECT_EQ(Start().result, StartUpResult::Ready);
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+}
+
 TEST_F(StartUpTest, AProgramThatReadsBesideDoesNotKeepItFromStarting) {
   CreateFresh();
   Shell other(InspectionFile());
