@@ -9,6 +9,11 @@ using device::Text;
 
 ExitCode RunLibrary(Session& session, const Input& input) {
   const Text action = input.Argument(0);
+  // An unset variable of a script must not fill the folder that the script runs in.
+  if (input.Argument(1).empty()) {
+    session.Fail(u"The folder has no name.");
+    return ExitCode::Usage;
+  }
   const std::filesystem::path folder = session.GetMachine().paths.ResolveTyped(input.Argument(1));
   Text problem;
   if (action == u"export") {

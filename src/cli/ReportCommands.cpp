@@ -17,8 +17,13 @@ ExitCode RunReport(Session& session, const Input& input) {
     session.Fail(device::Format(u"There is no layout %s.", request.layout));
     return ExitCode::Usage;
   }
-  if (input.Has("--out"))
+  if (input.Has("--out")) {
+    if (input.options.at("--out").empty()) {
+      session.Fail(u"The file after --out has no name.");
+      return ExitCode::Usage;
+    }
     request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
+  }
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
   if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");

@@ -53,6 +53,7 @@ std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
 Text ReportPictures::FindLogo() {
   for (const TextView logo : kLogos) {
     if (Open(logo) != nullptr) return Text(logo);
+    if (m_Included && m_Machine.files.Exists(m_Machine.paths.ResolvePicture(logo))) NoteUnreadable(logo);
   }
   return {};
 }
