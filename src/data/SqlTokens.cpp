@@ -80,7 +80,7 @@ class Tokeniser {
         ++at;
       } else {
         m_At = at + 1;
-        AddValue(device::ToUtf8(content), content.empty() ? "?e " : "?s ");
+        AddValue(device::ToUtf8(content), content.empty() ? "\"e " : "\"s ");
         return true;
       }
     }
@@ -92,7 +92,7 @@ class Tokeniser {
     while (end < m_Statement.size() && (IsWordUnit(m_Statement[end]) || m_Statement[end] == u'.')) ++end;
     if (auto number = ParseNumber(m_Statement.substr(m_At, end - m_At))) {
       m_At = end;
-      AddValue(std::move(*number), "?n ");
+      AddValue(std::move(*number), "\"n ");
     } else {
       Add(SqlToken::Kind::Word, end - m_At);  // 4a, 10-B, 3.1.2
     }

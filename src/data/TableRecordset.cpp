@@ -19,7 +19,8 @@ CalendarTime ReadDate(sqlite3_stmt* statement, int column) {
     case SQLITE_TEXT: {
       const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
       const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-      return device::FromIso(std::string_view(text, size)).value_or(CalendarTime{});
+      const std::string_view whole(text, size);
+      return device::FromIso(whole.substr(0, whole.find('.', 19))).value_or(CalendarTime{});  // no fractions
     }
     case SQLITE_INTEGER:
     case SQLITE_FLOAT:  // a file that was made before dates became text
@@ -133,6 +134,10 @@ void TableRecordset::ReadRow(sqlite3_stmt* statement) {
         break;
       case ValueType::Date:
         *std::get<CalendarTime*>(column.member) = isThere ? ReadDate(statement, at) : CalendarTime{};
+        m_UnreadDate.clear();
+        if (isThere && std::get<CalendarTime*>(column.member)->IsZero() &&
+            sqlite3_column_type(statement, at) == SQLITE_TEXT)
+          m_UnreadDate = reinterpret_cast<const char*>(sqlite3_column_text(statement, at));
         break;
       case ValueType::String:
         if (isThere) ReadText(statement, at, *std::get<Text*>(column.member));
@@ -223,8 +228,8 @@ void TableRecordset::BindRow(sqlite3_stmt* statement) {
         break;
       case ValueType::Date: {
         const CalendarTime& date = *std::get<CalendarTime*>(column.member);
-        bytes = device::ToIso(date);
-        if (date.IsZero()) sqlite3_bind_null(statement, place);
+        bytes = date.IsZero() && m_EditMode == EditMode::Update ? m_UnreadDate : device::ToIso(date);
+        if (bytes.empty()) sqlite3_bind_null(statement, place);
         else sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
         break;
       }

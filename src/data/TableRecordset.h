@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "data/ColumnDef.h"
@@ -93,6 +94,7 @@ class TableRecordset {
   bool m_Failed = false;
   std::vector<std::int64_t> m_Keys;
   std::int64_t m_CurrentKey = 0;
+  std::string m_UnreadDate;  // of the row read: another program's writing of a date, to be left as it is
   sqlite3_stmt* m_Select = nullptr;
   sqlite3_stmt* m_Insert = nullptr;
   sqlite3_stmt* m_Update = nullptr;

@@ -134,6 +134,9 @@ TEST_P(SqlDialectTest, VisitsAreFoundInTheirOrder) {
       {u"Category", u"SELECT * FROM Category WHERE CategoryNumber = 0", {}},
       {u"Category", Format(kByNumber, u"Category", 1, u"02"), {11}},
       {u"Category", Format(kByNumber, u"Category", 1, u"4-B"), {16}},
+      // A word that looks like the mark of a value must not be taken for one.
+      {u"Category", Format(kByNumber, u"Category", 1, u"\"10\""), {12, 13}},
+      {u"Category", Format(kByNumber, u"Category", 1, u"?s"), {}},
       {u"Category", Format(kByNumber, u"Category", 2, u"Type"), {17}},
       {u"Category", Format(kByNumber, u"Category", 2, u""), {14}},
       {u"Category", Format(kByTemplate, u"Category", 1, 10), {12, 13}},

@@ -136,7 +136,7 @@ TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
   Shell(InspectionFile()).Run(
       "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
       "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), "
-      "(3, 'yesterday', NULL, 0, x'C3A9')");
+      "(3, 'yesterday', NULL, 0, x'C3A9'), (4, '2026-05-31 14:05:09.500', 0, 0, '')");
   InspectionTable row(Data());
   ASSERT_TRUE(row.Open());
   ASSERT_TRUE(row.GetRecord(0));
@@ -152,6 +152,17 @@ TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
   ASSERT_TRUE(row.GetRecord(2));
   EXPECT_TRUE(row.m_InspectionDate.IsZero());
   EXPECT_EQ(row.m_ClientName, u"\u00e9");
+  const auto storedDate = [&] {
+    return Shell(InspectionFile()).Ask("SELECT InspectionDate FROM Inspection WHERE InspectionID = 3");
+  };
+  // What could not be read is still there after something else was changed, and gives way to a date.
+  ASSERT_TRUE(row.Write());
+  EXPECT_EQ(storedDate(), "yesterday");
+  row.m_InspectionDate = device::MakeCalendarTime(2026, 6, 1);
+  ASSERT_TRUE(row.Write());
+  EXPECT_EQ(storedDate(), "2026-06-01T00:00:00");
+  ASSERT_TRUE(row.GetRecord(3));
+  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5, 9));
 }
 
 TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
