@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <deque>
 
@@ -25,6 +26,25 @@ std::filesystem::path DefaultHome() {
   // Without a home the databases would end up in whatever folder the command is typed.
   if (const passwd* const user = home.empty() ? getpwuid(getuid()) : nullptr) home = user->pw_dir;
   return std::filesystem::path(home.empty() ? "/" : home) / ".local/share/inspector";
+}
+
+// A text may begin with a hyphen ("- loose", "-5 C") and be no option, or be the name of a command ("new").
+// Such words are shielded from the parser by a character that nobody types, and freed from it afterwards.
+// "--unknown" stays an error; after "--" everything is text.
+constexpr char kShield = '\x01';
+
+std::string Unshielded(std::string word) {
+  if (word.starts_with(kShield)) word.erase(0, 1);
+  return word;
+}
+
+// Every character must belong to the number: " 7" or "0x7" read as 0 would be another inspection's key.
+std::string WhyNoNumber(const std::string& typed) {
+  const std::string word = Unshielded(typed);
+  std::int32_t number = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  const bool isNumber = error == std::errc() && end == word.data() + word.size();
+  return isNumber ? "" : word + " is no number";
 }
 
 // Where CLI11 puts what it parsed for one command.
@@ -49,7 +69,7 @@ void Describe(CLI::App& parent, const Command& command, Slot& slot) {
     }
     CLI::Option* option =
         slot.app->add_option(argument.name, slot.single.emplace_back(), argument.help)->required();
-    if (argument.kind == Argument::Kind::Number) option->check(CLI::TypeValidator<std::int32_t>("NUMBER"));
+    if (argument.kind == Argument::Kind::Number) option->check(WhyNoNumber, "NUMBER");
   }
   for (const CommandOption& option : command.options) {
     if (option.value.empty()) {
@@ -61,11 +81,6 @@ void Describe(CLI::App& parent, const Command& command, Slot& slot) {
     }
   }
 }
-
-// A text may begin with a hyphen ("- loose", "-5 C") and be no option, or be the name of a command ("new").
-// Such words are shielded from the parser by a character that nobody types, and freed from it afterwards.
-// "--unknown" stays an error; after "--" everything is text.
-constexpr char kShield = '\x01';
 
 void ShieldTexts(std::vector<std::string>& words) {
   std::vector<std::string> known = {"--home", "--yes", "--help", "-h", "--version"};
@@ -90,11 +105,6 @@ void ShieldTexts(std::vector<std::string>& words) {
     if (!isKnown && !isMistyped) word.insert(word.begin(), kShield);
   }
   if (end != words.end()) words.erase(end);
-}
-
-std::string Unshielded(std::string word) {
-  if (word.starts_with(kShield)) word.erase(0, 1);
-  return word;
 }
 
 Input Collect(const Slot& slot) {

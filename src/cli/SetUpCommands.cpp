@@ -2,6 +2,7 @@
 
 #include "cli/CommandGroups.h"
 #include "data/FreshDatabase.h"
+#include "data/RowDump.h"
 #include "data/StructureReport.h"
 #include "device/Format.h"
 #include "editing/VisitScript.h"
@@ -32,10 +33,27 @@ bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKin
   return true;
 }
 
+// Of a row that nobody has touched only the version is stored.
+bool AreSet(const std::vector<data::RawRow>& options, const data::TableLayout& layout) {
+  for (const data::RawRow& row : options)
+    for (std::size_t at = 0; at < row.size(); ++at)
+      if (layout.columns[at].name != u"DataVersion" && !std::holds_alternative<std::monostate>(row[at]))
+        return true;
+  return false;
+}
+
 bool AddStarterLibrary(Session& session) {
   const std::filesystem::path folder = AssetsFolder() / "library";
+  data::Connection& connection = session.Workspace().TemplateConnection();
+  const data::TableLayout& layout = *data::FindLayout(u"Options");
+  data::Transaction transaction(connection);
+  std::vector<data::RawRow> options;
+  if (!transaction.IsOpen() || !data::ReadRawRows(connection, layout, options)) return false;
   if (const Text problem = library::ImportLibrary(session.Workspace(), folder); !problem.empty())
     return session.Fail(problem);
+  // The library brings options along; they are no replacement for an inspector's own.
+  if (AreSet(options, layout) && !data::ReplaceRawRows(connection, layout, options)) return false;
+  if (!transaction.Commit()) return false;
   session.Out() << "Added the starter library\n";
   return true;
 }

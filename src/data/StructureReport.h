@@ -15,7 +15,7 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
 // The same, and columns of another type than declared.
 std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind);
 
-// No row in any table that a library fills, nor any option.
+// No row in any table that a library fills. Options and key counters are not looked at.
 bool IsEmptyLibrary(Connection& connection);
 
 }  // namespace inspector::data
