@@ -1,0 +1,130 @@
+#include "CommandLineFixture.h"
+#include "cli/Command.h"
+
+namespace inspector::cli {
+namespace {
+
+using ::testing::HasSubstr;
+
+class WordsTest : public tests::CommandLineTest {};
+
+TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
+  for (const std::vector<std::string>& words : {std::vector<std::string>{},
+                                                {"walk"},
+                                                {"list", "extra"},
+                                                {"list", "--walk"},
+                                                {"--walk", "list"},
+                                                {"delete"},
+                                                {"delete", "one"},
+                                                {"--home"},
+                                                {"options", "Walk=1"},
+                                                {"owner", "colour=red"},
+                                                {"library", "burn", "/"}}) {
+    const tests::CliRun run = Cli(words);
+    EXPECT_EQ(run.exit, 2) << ::testing::PrintToString(words);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err, "");
+  }
+}
+
+TEST_F(WordsTest, HelpIsEverywhere) {
+  const tests::CliRun help = tests::RunWords({"--help"});
+  EXPECT_EQ(help.exit, 0);
+  for (const Command& command : AllCommands()) {
+    EXPECT_THAT(help.out, HasSubstr(command.name));
+    const tests::CliRun own = tests::RunWords({command.name, "--help"});
+    EXPECT_EQ(own.exit, 0) << command.name;
+    EXPECT_THAT(own.out, HasSubstr(command.summary));
+    for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
+    for (const CommandOption& option : command.options) EXPECT_THAT(own.out, HasSubstr(option.name));
+  }
+  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
+}
+
+TEST_F(WordsTest, PagesHoldEveryCommand) {
+  const std::string man = tests::RunWords({"man"}).out;
+  const std::string completion = tests::RunWords({"completion"}).out;
+  EXPECT_THAT(man, ::testing::StartsWith(".TH INSPECTOR\\-CLI 1\n"));
+  for (const Command& command : AllCommands()) {
+    std::string name = command.name;
+    EXPECT_THAT(completion, HasSubstr("    " + name + ") COMPREPLY=")) << name;
+    if (const auto hyphen = name.find('-'); hyphen != std::string::npos) name.insert(hyphen, "\\");
+    EXPECT_THAT(man, HasSubstr("\n.B " + name)) << name;
+    for (const CommandOption& option : command.options) {
+      EXPECT_THAT(completion, HasSubstr(" " + option.name));
+      EXPECT_THAT(man, HasSubstr("\\-\\-" + option.name.substr(2)));
+    }
+  }
+}
+
+TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {
+  const std::string home = m_Device.Root();
+  const std::string listed = Out({"list"});
+  EXPECT_EQ(tests::RunWords({"list", "--home", home}).out, listed);
+  EXPECT_EQ(tests::RunWords({"--home=" + home, "list"}).out, listed);
+  // A folder may be called like a command.
+  const std::filesystem::path moved = m_Device.Root() / "new";
+  std::filesystem::create_directories(moved);
+  std::filesystem::copy(m_Device.Root() / "My Documents", moved / "My Documents",
+                        std::filesystem::copy_options::recursive);
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(m_Device.Root());
+  EXPECT_EQ(tests::RunWords({"--home", "new", "list"}).out, listed);
+  std::filesystem::current_path(before);
+
+  setenv("INSPECTOR_HOME", home.c_str(), 1);
+  EXPECT_EQ(tests::RunWords({"list"}).out, listed);
+  unsetenv("INSPECTOR_HOME");
+  setenv("XDG_DATA_HOME", (m_Device.Root() / "xdg").c_str(), 1);
+  std::filesystem::create_directories(m_Device.Root() / "xdg");
+  std::filesystem::create_directory_symlink(home, m_Device.Root() / "xdg/inspector");
+  EXPECT_EQ(tests::RunWords({"list"}).out, listed);
+  unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(WordsTest, SecondInspectorIsRefused) {
+  m_Device.Open();
+  const tests::CliRun run = Cli({"list"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_THAT(run.err, HasSubstr("Another Inspector"));
+}
+
+TEST_F(WordsTest, FaultThatWasPassedOverEndsWithOne) {
+  m_Device.Open();
+  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE InspectionType");
+  m_Device.Run(data::DatabaseKind::Template, "CREATE VIEW InspectionType AS SELECT * FROM Gone");
+  m_Device.Close();
+  const tests::CliRun run = Cli({"types"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.out, "ID  NAME  LAYOUT\n");
+  EXPECT_THAT(run.err, HasSubstr("Template_Data.cdb"));
+}
+
+TEST_F(WordsTest, NothingFailsWithoutAWord) {
+  Out({"new", "--type", "House"});
+  Out({"steps", "1000"});
+  m_Device.Open();
+  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE RatingChoices");
+  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE CategoryStep");
+  m_Device.Close();
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"rate", "1000", "Good"}, {"steps", "1001"}, {"defaults", "1001", "--yes"}}) {
+    const tests::CliRun run = Cli(words);
+    EXPECT_EQ(run.exit, 1);
+    EXPECT_THAT(run.err, HasSubstr("RatingChoices"));
+  }
+}
+
+TEST_F(WordsTest, CheckLooksAtBothDatabases) {
+  const std::string sound = Out({"check"});
+  EXPECT_THAT(sound, HasSubstr("Template_Data.cdb: sound\n"));
+  EXPECT_THAT(sound, HasSubstr("Inspection_Data.cdb: sound\n"));
+  std::filesystem::resize_file(m_Device.Root() / "My Documents/Inspection_Data.cdb", 8192);
+  const tests::CliRun cut = Cli({"check"});
+  EXPECT_EQ(cut.exit, 1);
+  EXPECT_THAT(cut.err, HasSubstr("Inspection_Data.cdb is damaged"));
+}
+
+}  // namespace
+}  // namespace inspector::cli

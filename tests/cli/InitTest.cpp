@@ -1,0 +1,158 @@
+// "init" on a device that has nothing, with the starter library and the sample visit as they are shipped.
+#include <nlohmann/json.hpp>
+
+#include "CommandLineFixture.h"
+
+namespace inspector::cli {
+namespace {
+
+using nlohmann::json;
+using ::testing::HasSubstr;
+
+class InitTest : public ::testing::Test {
+protected:
+  static void SetUpTestSuite() { tests::LeaveTheTerminal(); }
+
+  tests::CliRun Cli(std::vector<std::string> words) {
+    words.insert(words.begin(), {"--home", Home()});
+    return tests::RunWords(std::move(words));
+  }
+  json Json(std::vector<std::string> words) {
+    words.push_back("--json");
+    const tests::CliRun run = Cli(std::move(words));
+    EXPECT_EQ(run.exit, 0) << run.err;
+    return json::parse(run.out);
+  }
+  std::filesystem::path Home() const { return m_Folder / "device"; }
+  // Every file of the device but the locks, which say nothing, with its content.
+  std::map<std::string, std::string> Files() const {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(Home()))
+      if (entry.is_regular_file() && entry.path().extension() != ".lock")
+        files[entry.path().string()] = tests::ContentOf(entry.path());
+    return files;
+  }
+
+  tests::TemporaryFolder m_Folder;
+};
+
+TEST_F(InitTest, WithoutDatabasesEveryCommandSaysHowToGetThem) {
+  const tests::CliRun run = Cli({"list"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_THAT(run.err, HasSubstr("\"inspector-cli init\" creates"));
+}
+
+TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
+  const tests::CliRun first = Cli({"init"});
+  EXPECT_EQ(first.exit, 0) << first.err;
+  EXPECT_EQ(first.err, "");
+  EXPECT_THAT(first.out, HasSubstr("Added the starter library\n"));
+  EXPECT_EQ(Json({"list"}).size(), 1U);
+  EXPECT_EQ(Json({"list"})[0]["id"], 1000);
+  EXPECT_EQ(Cli({"new"}).out, "1001\n");
+  EXPECT_EQ(Json({"types"}).size(), 4U);
+  EXPECT_EQ(Cli({"options", "ReportFontName=Times New Roman"}).exit, 0);
+
+  const auto before = Files();
+  const tests::CliRun second = Cli({"init"});
+  EXPECT_EQ(second.exit, 0);
+  EXPECT_EQ(second.out, "");
+  EXPECT_EQ(Files(), before) << "not a byte is touched";
+
+  // One of the two files lost: only that one comes anew, and the library stays as the office has it.
+  std::filesystem::remove(Home() / "My Documents/Inspection_Data.cdb");
+  const tests::CliRun third = Cli({"init"});
+  EXPECT_EQ(third.exit, 0) << third.err;
+  EXPECT_THAT(third.out, HasSubstr("Inspection_Data.cdb"));
+  EXPECT_EQ(third.out.find("library"), std::string::npos);
+  EXPECT_EQ(Cli({"options", "ReportFontName"}).out, "ReportFontName=Times New Roman\n");
+}
+
+TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
+  const tests::CliRun run = Cli({"init", "--sample"});
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_THAT(run.out, HasSubstr("inspection 1000\n"));
+  const json inspections = Json({"list"});
+  ASSERT_EQ(inspections.size(), 1U) << "the first, empty inspection was taken";
+  EXPECT_NE(inspections[0]["client"], "");
+
+  int rated = 0;
+  int comments = 0;
+  int others = 0;
+  int tags = 0;
+  for (const json& category : Json({"categories", "1000"})) {
+    EXPECT_NE(category["status"], "Incomplete") << category["title"];
+    int ratedHere = 0;
+    const json steps = Json({"steps", std::to_string(category["id"].get<int>())});
+    for (const json& step : steps) {
+      ratedHere += step["rating"] != "" ? 1 : 0;
+      comments += step["comments"] != "" ? 1 : 0;
+      const std::string materials = step["materials"];
+      others += materials.find("Other:") != std::string::npos ? 1 : 0;
+      const std::string text = step["comments"];
+      tags += text.find("***") != std::string::npos ? 1 : 0;
+      EXPECT_EQ(text.find('^'), std::string::npos) << "a gap that nobody filled: " << text;
+    }
+    if (category["status"] != "Not Present") {
+      EXPECT_EQ(ratedHere, static_cast<int>(steps.size())) << category["title"];
+    }
+    rated += ratedHere;
+  }
+  EXPECT_GE(rated, 100);
+  EXPECT_GE(comments, 60);
+  EXPECT_GE(others, 1);
+  EXPECT_GE(tags, 8);
+  EXPECT_NE(Cli({"owner", "name"}).out, "name=\n");
+
+  int photographs = 0;
+  for (const auto& [name, content] : Files()) {
+    if (!name.ends_with(".jpg") || name.find("Storage Card") == std::string::npos) continue;
+    // A JPEG's frame header (FF C0 to FF C2): height and width, two bytes each, behind length and precision.
+    for (std::size_t at = 2; at + 9 < content.size();) {
+      const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(content[at + offset]); };
+      ASSERT_EQ(byte(0), 0xFF) << name;
+      if (byte(1) >= 0xC0 && byte(1) <= 0xC2) {
+        EXPECT_GE(byte(5) << 8 | byte(6), 768) << name;
+        EXPECT_GE(byte(7) << 8 | byte(8), 1024) << name;
+        ++photographs;
+        break;
+      }
+      at += 2 + static_cast<std::size_t>(byte(2) << 8 | byte(3));
+    }
+  }
+  EXPECT_GE(photographs, 12);
+
+  EXPECT_EQ(Cli({"--yes", "delete", "1000"}).exit, 0);
+  const tests::CliRun again = Cli({"init", "--sample"});
+  EXPECT_EQ(again.exit, 0);
+  EXPECT_THAT(again.out, HasSubstr("was added before"));
+  EXPECT_EQ(Json({"list"})[0]["client"], "") << "deleted stays deleted";
+}
+
+// Somebody who works with the device wants to see the sample: it comes as one more inspection.
+TEST_F(InitTest, SampleVisitLeavesTheWorkOfOthersAlone) {
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  ASSERT_EQ(Cli({"set", "1000", "client=A real client"}).exit, 0);
+  ASSERT_EQ(Cli({"owner", "name=A real inspector"}).exit, 0);
+  ASSERT_EQ(Cli({"options", "InspectorEntry=A real inspector; 7"}).exit, 0);
+  const tests::CliRun run = Cli({"init", "--sample"});
+  EXPECT_THAT(run.out, HasSubstr("inspection 1001\n")) << run.err;
+  EXPECT_EQ(Json({"list"})[0]["client"], "A real client");
+  EXPECT_EQ(Json({"list"})[0]["type"], "");
+  EXPECT_EQ(Cli({"owner", "name"}).out, "name=A real inspector\n");
+  EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=A real inspector; 7\n");
+}
+
+TEST_F(InitTest, LibraryGoesOutAndComesBackTheSame) {
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  const std::string out = m_Folder / "out";
+  EXPECT_EQ(Cli({"library", "export", out}).exit, 0);
+  EXPECT_EQ(Cli({"library", "import", out}).exit, 0);
+  EXPECT_EQ(Json({"types"}).size(), 4U);
+  EXPECT_EQ(Cli({"library", "import", m_Folder / "none"}).exit, 1);
+  EXPECT_EQ(Json({"types"}).size(), 4U);
+}
+
+}  // namespace
+}  // namespace inspector::cli

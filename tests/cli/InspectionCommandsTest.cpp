@@ -1,0 +1,204 @@
+#include "CommandLineFixture.h"
+
+namespace inspector::cli {
+namespace {
+
+using device::Text;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+class InspectionCommandsTest : public tests::CommandLineTest {};
+
+TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
+  EXPECT_EQ(Out({"types", "--json"}), R"([
+  {
+    "id": 1,
+    "name": "House",
+    "layout": "4 Column"
+  },
+  {
+    "id": 2,
+    "name": "Condo",
+    "layout": "3 Column"
+  }
+]
+)");
+  EXPECT_EQ(Out({"types"}),
+            "ID  NAME   LAYOUT\n"
+            "1   House  4 Column\n"
+            "2   Condo  3 Column\n");
+  EXPECT_EQ(Out({"list", "--json"}), R"([
+  {
+    "id": 1000,
+    "number": "",
+    "client": "",
+    "address": "",
+    "type": ""
+  }
+]
+)");
+  Out({"set", "1000", "number=7", "client=Élise \"Bo\"\\\nNoor", "address=418 Juniper Lane"});
+  EXPECT_EQ(Out({"list", "--json"}), R"([
+  {
+    "id": 1000,
+    "number": "7",
+    "client": "Élise \"Bo\"\\\nNoor",
+    "address": "418 Juniper Lane",
+    "type": ""
+  }
+]
+)");
+  EXPECT_EQ(Out({"list"}),
+            "ID    NUMBER  CLIENT            ADDRESS           TYPE\n"
+            "1000  7       Élise \"Bo\"\\ Noor  418 Juniper Lane\n");
+  EXPECT_EQ(Out({"categories", "1000", "--json"}), "[]\n");
+}
+
+TEST_F(InspectionCommandsTest, NewPrintsNothingButTheKey) {
+  EXPECT_EQ(Out({"new"}), "1001\n");
+  EXPECT_EQ(Out({"new", "number=2", "--type", "House", "client=a=b", "general=-", "notes="}), "1002\n");
+  EXPECT_THAT(Outline(1002),
+              ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
+                          u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
+  m_Device.Open();
+  ASSERT_TRUE(m_Device.Document().SelectInspection(1002));
+  const data::InspectionTable& row = m_Device.Document().Inspection();
+  EXPECT_EQ(row.m_ClientName, u"a=b");
+  EXPECT_EQ(row.m_InspectionNum, u"2");
+  EXPECT_EQ(row.m_DocType, u"House");
+  EXPECT_EQ(row.m_GeneralInformation, u"-Seen from the ground.  Built in 1968.");
+  m_Device.Close();
+
+  struct Refused {
+    std::vector<std::string> words;
+    int exit;
+    const char* says;
+  };
+  for (const auto& [words, exit, says] : std::vector<Refused>{
+           {{"new", "--type", "Castle"}, 1, "no inspection type Castle"},
+           {{"new", "--type", ""}, 1, "no inspection type"},
+           {{"new", "colour=red"}, 2, "\"fields\" lists"},
+           {{"new", "client"}, 2, "\"fields\" lists"},
+           {{"new", "date=2026-02-30"}, 2, "2026-05-31 14:05"},
+       }) {
+    const tests::CliRun run = Cli(words);
+    EXPECT_EQ(run.exit, exit) << says;
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr(says));
+  }
+  EXPECT_EQ(RowCounts(), u"Inspection 3, Category 5, Step 0, Field 0");
+}
+
+TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
+  const std::vector<std::string> names = {
+      "number", "client",       "phone",   "address", "citystatezip", "clientaddress", "clientcitystatezip",
+      "agent",  "listingagent", "company", "general", "notes"};
+  std::vector<std::string> words = {"set", "1000", "date=2026-05-31 14:05"};
+  for (const std::string& name : names) words.push_back(name + "=the " + name);
+  Out(words);
+  const std::string fields = Out({"fields"});
+  for (const std::string& name : names) EXPECT_THAT(fields, HasSubstr(name + " "));
+  EXPECT_THAT(fields, HasSubstr("date "));
+  EXPECT_EQ(Cli({"set", "1000", "client=New", "colour=red"}).exit, 2);
+  EXPECT_EQ(Cli({"set", "1000", "client=New", "date=soon"}).exit, 2);
+  const tests::CliRun nothing = Cli({"set", "1000"});
+  EXPECT_EQ(nothing.exit, 2);
+  EXPECT_NE(nothing.err, "");
+  EXPECT_EQ(Cli({"set", "4711", "client=New"}).exit, 1);
+
+  m_Device.Open();
+  const data::InspectionTable& row = m_Device.Document().Inspection();
+  const Text joined = row.m_InspectionNum + u"," + row.m_ClientName + u"," + row.m_ClientPhone + u"," +
+                      row.m_DwellingAddress + u"," + row.m_CityStateZip + u"," + row.m_ClientAddress + u"," +
+                      row.m_ClientCityStateZip + u"," + row.m_ClientAgent + u"," + row.m_ListingAgent + u"," +
+                      row.m_RealEstateCompany + u"," + row.m_GeneralInformation + u"," + row.m_PrivateNotes;
+  std::string expected;
+  for (const std::string& name : names) expected += (expected.empty() ? "the " : ",the ") + name;
+  EXPECT_EQ(device::ToUtf8(joined), expected);
+  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
+  m_Device.Close();
+
+  Out({"set", "1000", "date=", "client=", "phone=-5"});
+  m_Device.Open();
+  EXPECT_TRUE(m_Device.Document().Inspection().m_InspectionDate.IsZero());
+  EXPECT_EQ(m_Device.Document().Inspection().m_ClientName, u"");
+  EXPECT_EQ(m_Device.Document().Inspection().m_ClientPhone, u"-5");
+  m_Device.Close();
+}
+
+TEST_F(InspectionCommandsTest, FirstTypeIsTakenWithoutAQuestionTheNextOneAsks) {
+  Out({"apply-type", "1000", "House"});
+  m_Device.Open();
+  m_Device.Document().SelectInspection(1000);
+  m_Device.OpenCategory(u"Roof");
+  m_Device.Close();
+  const std::vector<Text> before = Outline(1000);
+
+  Out({"apply-type", "1000", "House"});
+  EXPECT_EQ(Outline(1000), before) << "the same type keeps every step";
+  EXPECT_EQ(Cli({"apply-type", "1000", "Castle", "--yes"}).exit, 1);
+  EXPECT_EQ(Cli({"apply-type", "4711", "Condo", "--yes"}).exit, 1);
+  const tests::CliRun refused = Cli({"apply-type", "1000", "Condo"});
+  EXPECT_EQ(refused.exit, 1);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_THAT(refused.err, ::testing::StartsWith("Data Alert: Warning! Changing the Doc Type"));
+  EXPECT_THAT(refused.err, HasSubstr("--yes"));
+  EXPECT_EQ(Outline(1000), before);
+
+  EXPECT_EQ(Cli({"--yes", "apply-type", "1000", "Condo"}).exit, 0);
+  EXPECT_THAT(Outline(1000), ElementsAre(u"70 Kitchen (Incomplete)"));
+  EXPECT_EQ(Cli({"apply-type", "1000", "House", "--yes"}).exit, 0);
+  EXPECT_EQ(Outline(1000).size(), 5U);
+  EXPECT_THAT(Out({"list"}), HasSubstr("House"));
+}
+
+TEST_F(InspectionCommandsTest, DefaultsAndDeleteAskAndTakeYesForAnAnswer) {
+  Out({"new", "--type", "House"});
+  const std::vector<Text> before = Outline(1001);
+  for (const std::string command : {"defaults", "delete"}) {
+    const tests::CliRun run = Cli({command, "1001"});
+    EXPECT_EQ(run.exit, 1);
+    EXPECT_THAT(run.err, ::testing::StartsWith("Caution: "));
+    EXPECT_EQ(Cli({command, "4711", "--yes"}).exit, 1);
+  }
+  EXPECT_EQ(Outline(1001), before);
+  const tests::CliRun defaults = Cli({"defaults", "1001", "--yes"});
+  EXPECT_EQ(defaults.exit, 0);
+  EXPECT_THAT(defaults.err, HasSubstr("Alert: Done!"));
+  EXPECT_THAT(Outline(1001), ::testing::Contains(u"  20.2|Gutters|Good|Copper;|"));
+  const tests::CliRun deleted = Cli({"--yes", "delete", "1001"});
+  EXPECT_EQ(deleted.exit, 0);
+  EXPECT_THAT(deleted.err, HasSubstr("Warning: Are you sure you want to delete this inspection?"));
+  EXPECT_EQ(RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+}
+
+TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) {
+  Out({"new", "--type", "House", "number=7/8"});
+  Cli({"--yes", "defaults", "1001"});
+  const std::filesystem::path target = m_Device.Root() / "My Documents/Inspection_7_8.rtf";
+  EXPECT_EQ(Out({"report", "1001", "--layout", "4 Column"}), target.string() + "\n");
+  const std::string content = tests::ContentOf(target);
+  EXPECT_THAT(content, ::testing::StartsWith("{\\rtf1"));
+  const tests::CliRun again = Cli({"report", "1001", "--layout", "3 Column"});
+  EXPECT_EQ(again.exit, 1);
+  EXPECT_EQ(again.out, "");
+  EXPECT_THAT(again.err, HasSubstr("already exists"));
+  EXPECT_EQ(tests::ContentOf(target), content);
+  EXPECT_EQ(Cli({"report", "1001", "--layout", "3 Column", "--yes"}).exit, 0);
+  EXPECT_NE(tests::ContentOf(target), content);
+
+  const std::string other = m_Device.Root() / "other.rtf";
+  for (const std::string layout :
+       {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
+    EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
+  EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
+  EXPECT_EQ(Cli({"report", "1001"}).exit, 2);
+  EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
+  const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
+  EXPECT_EQ(nowhere.exit, 1);
+  EXPECT_EQ(nowhere.out, "");
+  EXPECT_NE(nowhere.err, "");
+}
+
+}  // namespace
+}  // namespace inspector::cli

@@ -1,0 +1,69 @@
+#include "CommandLineFixture.h"
+#include "data/OptionFields.h"
+
+namespace inspector::cli {
+namespace {
+
+using device::Text;
+using ::testing::HasSubstr;
+
+class SettingCommandsTest : public tests::CommandLineTest {};
+
+// What is shown can be typed again.
+TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {
+  const std::vector<std::string> settings = {"StepSpacing=1",
+                                             "ReportFontName=Arial",
+                                             "ReportFontSize=10",
+                                             "HideRatings=TRUE",
+                                             "ColumnWidth2=1.25",
+                                             "NextPictNumber=15",
+                                             "InspectorEntry=Marguerite Osgood; No. = 4417",
+                                             "FinePrint=one\r\ntwo",
+                                             "FooterText=",
+                                             "DefaultPath=\\My Documents\\"};
+  std::vector<std::string> words = {"options"};
+  words.insert(words.end(), settings.begin(), settings.end());
+  EXPECT_EQ(Out(words), "");
+  const std::string all = Out({"options"});
+  for (const std::string& setting : settings) {
+    EXPECT_EQ(Out({"options", setting.substr(0, setting.find('='))}), setting + "\n");
+    EXPECT_THAT(all, HasSubstr(setting + "\n"));
+  }
+  for (const Text& name : data::OptionNames()) EXPECT_THAT(all, HasSubstr(device::ToUtf8(name) + "="));
+  EXPECT_EQ(Out({"options", "stepspacing=2", "hideratings=no", "StepSpacing", "HideRatings"}),
+            "StepSpacing=2\nHideRatings=FALSE\n");
+}
+
+TEST_F(SettingCommandsTest, WrongOptionsChangeNothing) {
+  for (const std::string wrong :
+       {"Walk=1", "StepSpacing=many", "HideRatings=perhaps", "ColumnWidth1=-1", "Walk"}) {
+    const tests::CliRun run = Cli({"options", "ReportFontName=Wrong", wrong});
+    EXPECT_EQ(run.exit, 2) << wrong;
+    EXPECT_NE(run.err, "");
+  }
+  EXPECT_EQ(Out({"options", "ReportFontName"}).find("Wrong"), std::string::npos);
+  const tests::CliRun repaired = Cli({"options", "StepSpacing=7"});
+  EXPECT_EQ(repaired.exit, 0);
+  EXPECT_THAT(repaired.err, HasSubstr("it was set to 2"));
+  EXPECT_EQ(Out({"options", "StepSpacing"}), "StepSpacing=2\n");
+}
+
+TEST_F(SettingCommandsTest, PasswordIsNotShownAmongAll) {
+  Out({"options", "Pswrd=secret"});
+  EXPECT_THAT(Out({"options"}), HasSubstr("Pswrd=(set)\n"));
+}
+
+TEST_F(SettingCommandsTest, OwnerIsReadBackAsItWasSet) {
+  EXPECT_EQ(Out({"owner"}), "name=\ncompany=\naddress=\nphone=\n");
+  Out({"owner", "name=Zoë = Osgood", "company=Northgate", "address=27 Mill Race Road\nSuite 3", "phone=1;2"});
+  EXPECT_EQ(Out({"owner"}),
+            "name=Zoë = Osgood\ncompany=Northgate\naddress=27 Mill Race Road\r\nSuite 3\nphone=1;2\n");
+  Out({"owner", "address=27 Mill Race Road\r\nSuite 4", "company="});
+  EXPECT_EQ(Out({"owner", "ADDRESS", "company"}), "address=27 Mill Race Road\r\nSuite 4\ncompany=\n");
+  EXPECT_EQ(Cli({"owner", "name=" + std::string(36, 'x')}).exit, 1);
+  EXPECT_EQ(Cli({"owner", "company=New", "colour=red"}).exit, 2);
+  EXPECT_EQ(Out({"owner", "name", "company"}), "name=Zoë = Osgood\ncompany=\n");
+}
+
+}  // namespace
+}  // namespace inspector::cli
