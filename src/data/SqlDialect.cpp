@@ -191,7 +191,9 @@ class Emitter {
     switch (operand.kind) {
       case Kind::Column: {
         const ResolvedColumn column = ResolveOrFail(operand);
-        m_Result.sql += nullIsEmpty && column.isText ? "ifnull(" + column.sql + ", '')" : column.sql;
+        // The result of a function compares binary whatever its column was declared to do.
+        if (nullIsEmpty && column.isText) m_Result.sql += "ifnull(" + column.sql + ", '')";
+        else m_Result.sql += column.sql + (column.isText ? " COLLATE BINARY" : "");
         break;
       }
       case Kind::Value:

@@ -6,6 +6,7 @@
 #include "data/InspectionTable.h"
 #include "data/OptionsTable.h"
 #include "data/StepTable.h"
+#include "data/UniqueIDTable.h"
 #include "device/Format.h"
 
 namespace inspector::tests {
@@ -15,6 +16,7 @@ using data::CategoryTable;
 using data::InspectionTable;
 using data::OptionsTable;
 using data::StepTable;
+using data::UniqueIDTable;
 
 class TableRecordsetTest : public StoreTest {
  protected:
@@ -163,6 +165,14 @@ TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
   EXPECT_EQ(storedDate(), "2026-06-01T00:00:00");
   ASSERT_TRUE(row.GetRecord(3));
   EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5, 9));
+}
+
+TEST_F(TableRecordsetTest, AColumnDeclaredToIgnoreCaseComparesBinary) {
+  Shell(TemplateFile()).Run(
+      "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID integer); "
+      "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
+  EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"Comments"), 30001);
+  EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"COMMENTS"), 25000);
 }
 
 TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
