@@ -50,9 +50,6 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix) {
     name.pop_back();
     if (!name.empty() && IsFirstOfPair(name.back())) name.pop_back();
   }
-  for (std::size_t at = name.size(); at > 0 && (name[at - 1] == u'.' || name[at - 1] == u' '); --at) {
-    name[at - 1] = u'_';
-  }
   return Text(prefix).append(name).append(suffix);
 }
 

@@ -40,8 +40,8 @@ private:
   bool m_Cancelled = false;
 };
 
-// "\ / : * ? " < > |", control characters, blanks and full stops at the end become "_"; what is too long for
-// a file's name is cut. `suffix` is the extension with its stop.
+// "\ / : * ? " < > |" and control characters become "_"; what is too long for a file's name is cut. A full
+// stop or blank at the end of `base` stays: `suffix`, the extension with its stop, follows it.
 Text ReportFileName(TextView prefix, TextView base, TextView suffix);
 
 // A report that failed is told to the person here, with the file's name and what to do. It leaves no file,

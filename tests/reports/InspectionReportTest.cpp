@@ -93,7 +93,7 @@ TEST_F(InspectionReportTest, TheNameIsSuggestedAndThePersonMayLeave) {
   EXPECT_EQ(WriteInspectionReport(device.GetWorkspace(), request).result, ReportResult::Cancelled);
   ASSERT_EQ(device.prompts.SaveQuestions().size(), 1U);
   const device::SaveQuestion& question = device.prompts.SaveQuestions().front();
-  EXPECT_EQ(question.suggestedName, u"Inspection_H_104_ a_.rtf");
+  EXPECT_EQ(question.suggestedName, u"Inspection_H_104_ a..rtf");
   EXPECT_EQ(question.folder, u"\\My Documents\\");
   EXPECT_EQ(question.filter, u"Rich Text Format (*.rtf)|*.rtf|");
   EXPECT_EQ(question.defaultExtension, u"rtf");
@@ -172,7 +172,7 @@ TEST(ReportFileNameTest, HoldsWhatAFileNameCanHold) {
   EXPECT_EQ(nameOf(u"H-104"), u"Inspection_H-104.rtf");
   EXPECT_EQ(nameOf(u""), u"Inspection_.rtf");
   EXPECT_EQ(nameOf(u"a/b\\c:d*e?f\"g<h>i|j\tk\u007fl\u0085m"), u"Inspection_a_b_c_d_e_f_g_h_i_j_k_l_m.rtf");
-  EXPECT_EQ(nameOf(u"../.. . "), u"Inspection_..______.rtf");
+  EXPECT_EQ(nameOf(u"../.. . "), u"Inspection_.._.. . .rtf");
   EXPECT_EQ(nameOf(u"\u00c9t\u00e9 2026"), u"Inspection_\u00c9t\u00e9 2026.rtf");
   EXPECT_EQ(nameOf(Text(300, u'x')), u"Inspection_" + Text(200, u'x') + u".rtf");
   EXPECT_EQ(nameOf(Text(66, u'\u4e00') + u"ab\U0001F3E0"), u"Inspection_" + Text(66, u'\u4e00') + u"ab.rtf");
