@@ -1,0 +1,60 @@
+// A tablet whose program is killed again and again, and what must be true of it afterwards.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "kill/KilledProcess.h"
+
+namespace inspector::tests {
+
+class Tablet {
+public:
+  // Creates databases and sample visit in `home` with the given command-line program.
+  Tablet(std::string program, std::filesystem::path home, unsigned seed);
+
+  // Runs a command to its end; a failure ends the test.
+  std::string Run(const std::vector<std::string>& command);
+  Ending RunAndKill(const std::vector<std::string>& command, Duration after);
+
+  // Asks the Inspection database as another program would: fields joined with '|', each row ended by '\n'.
+  // The database is closed again, as the next command must find it.
+  std::string Ask(const std::string& sql);
+  std::string AskTemplates(const std::string& sql);
+  // Both databases whole, no step without its category, no key twice.
+  void CheckDatabases();
+
+  // Everything of an inspection but its keys: header, categories, steps.
+  std::string Content(const std::string& inspectionID);
+  // The same with the keys of categories and steps.
+  std::string Rows(const std::string& inspectionID);
+
+  // A violation: says what, where the tablet is kept, and ends the program with 1.
+  [[noreturn]] void Fail(const std::string& what);
+  void Expect(bool holds, const std::string& what) {
+    if (!holds) Fail(what);
+  }
+
+  const std::filesystem::path& Home() const { return m_Home; }
+  std::size_t Random(std::size_t below) {
+    return std::uniform_int_distribution<std::size_t>(0, below - 1)(m_Random);
+  }
+  double Fraction() { return std::uniform_real_distribution<double>(0, 1)(m_Random); }
+
+private:
+  std::vector<std::string> Words(const std::vector<std::string>& command) const;
+  std::string AskFile(const std::filesystem::path& file, const std::string& sql);
+  std::filesystem::path File(const std::string& name) const { return m_Home / "My Documents" / name; }
+
+  std::string m_Program;
+  std::filesystem::path m_Home;
+  unsigned m_Seed;
+  std::mt19937 m_Random;
+  std::string m_Last;  // the last command, for Fail
+};
+
+}  // namespace inspector::tests
