@@ -1,5 +1,7 @@
 #include "inspection/InspectorDoc.h"
 
+#include <utility>
+
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
 #include "device/Threads.h"
@@ -145,14 +147,16 @@ void CInspectorDoc::RunWorker(Text newType, HeaderSave save, DocTypeState state)
 bool CInspectorDoc::FinishDocTypeChange() {
   if (m_Worker.joinable()) m_Worker.join();
   m_Workspace.GetMachine().faults.ShowPending();
-  if (m_WorkerResult && m_WorkerResult->inspectionID == m_Inspection.m_InspectionID) {
-    m_Inspection.m_InspectionTypeID = m_WorkerResult->inspectionTypeID;
-    m_Inspection.m_DocType = m_WorkerResult->docType;
-    m_Inspection.m_GeneralInformation = m_WorkerResult->generalInformation;
+  // Taken once: asking again must not undo what was entered since.
+  const std::optional<DocTypeState> result = std::exchange(m_WorkerResult, std::nullopt);
+  if (result && result->inspectionID == m_Inspection.m_InspectionID) {
+    m_Inspection.m_InspectionTypeID = result->inspectionTypeID;
+    m_Inspection.m_DocType = result->docType;
+    m_Inspection.m_GeneralInformation = result->generalInformation;
   }
   LoadCategories();
   m_CurrentCategory = 0;
-  return m_WorkerResult.has_value();
+  return result.has_value();
 }
 
 bool CInspectorDoc::DeleteInspectionData(bool showProgress) {

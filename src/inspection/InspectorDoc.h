@@ -58,7 +58,7 @@ public:
   void ChangeDocType(TextView newType, HeaderSave save);
   bool IsChangingDocType() const { return m_WorkerRuns; }
   // Waits for the worker and takes over what it changed. False when nothing was changed because a read or
-  // write failed; that has been reported.
+  // write failed, which has been reported, or when there was no change to finish.
   bool FinishDocTypeChange();
 
   // Deletes the current inspection's categories and steps; the row stays.

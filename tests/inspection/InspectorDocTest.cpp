@@ -128,6 +128,10 @@ TEST_F(InspectorDocTest, HeaderOfTheCallerIsHeldUntilItIsSaved) {
   EXPECT_EQ(StoredHeader(key), u"|-1|");
   EXPECT_TRUE(Document().Inspection().Write());
   EXPECT_EQ(StoredHeader(key), u"Condo|2|");
+
+  Document().Inspection().m_GeneralInformation = u"Typed since.";
+  EXPECT_FALSE(Document().FinishDocTypeChange()) << "nothing is taken over twice";
+  EXPECT_EQ(HeldHeader(), u"Condo|2|Typed since.");
 }
 
 TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
