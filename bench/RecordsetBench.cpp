@@ -1,5 +1,5 @@
-// What a recordset costs over the engine below it: every row of a table with 100,000 steps, fetched one by one
-// by its position (the keyset's filling included), against one plain scan of the same columns.
+// What a recordset costs over the engine below it: every row of a table with 100,000 steps, fetched one by
+// one by its position (the keyset's filling included), against one plain scan of the same columns.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
@@ -28,19 +28,23 @@ constexpr double kAllowedRatio = 2.5;
 
 // Nobody answers here: a message is a failed run.
 class NoPrompts : public device::Prompts {
- public:
+public:
   device::Answer Show(const device::Message& message) override {
     std::fprintf(stderr, "%s\n", device::ToUtf8(message.text).c_str());
     std::exit(1);
   }
   std::optional<Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
-  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override { return std::nullopt; }
-  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override { return std::nullopt; }
+  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
+    return std::nullopt;
+  }
+  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
+    return std::nullopt;
+  }
   std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override { return nullptr; }
 };
 
 class Store {
- public:
+public:
   Store() {
     std::string pattern = std::filesystem::temp_directory_path() / "inspector-bench-XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr) std::exit(1);
@@ -63,7 +67,7 @@ class Store {
   data::Databases& Databases() { return *m_Databases; }
   const std::filesystem::path& File() const { return m_File; }
 
- private:
+private:
   static void Expect(const Text& problem) {
     if (problem.empty()) return;
     std::fprintf(stderr, "%s\n", device::ToUtf8(problem).c_str());
@@ -86,7 +90,8 @@ class Store {
         step.m_InspectResult = u"Repair";
         step.m_Materials = u"Asphalt shingle;Metal;Other:copper valley;";
         step.m_Comments =
-            u"The step flashing at the chimney has come loose on the north side.  Water can enter behind it; have a "
+            u"The step flashing at the chimney has come loose on the north side.  Water can enter behind it; "
+            u"have a "
             u"roofer refasten and seal it before the next heavy rain.";
       }
       step.Write();
@@ -126,7 +131,8 @@ void PlainScan(benchmark::State& state) {
   const std::string file = TheStore().File();
   sqlite3* database = nullptr;
   sqlite3_stmt* scan = nullptr;
-  if (sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) != SQLITE_OK ||
+  if (sqlite3_open_v2(file.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) !=
+          SQLITE_OK ||
       sqlite3_prepare_v2(database, "SELECT * FROM Step", -1, &scan, nullptr) != SQLITE_OK)
     std::exit(1);
   for (auto _ : state) {
@@ -150,7 +156,7 @@ BENCHMARK(EveryRowByPosition)->Unit(benchmark::kMillisecond)->Repetitions(5);
 
 // Keeps the best repetition of each benchmark: what disturbs a run only ever makes it slower.
 class BestOf : public benchmark::ConsoleReporter {
- public:
+public:
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
@@ -162,7 +168,7 @@ class BestOf : public benchmark::ConsoleReporter {
   }
   double Ratio() const { return m_Scan > 0 ? m_Recordset / m_Scan : 0; }
 
- private:
+private:
   double m_Scan = 0;
   double m_Recordset = 0;
 };

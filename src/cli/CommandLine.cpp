@@ -142,6 +142,10 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
     return static_cast<int>(code == 0 ? ExitCode::Done : ExitCode::Usage);
   }
 
+  if (app.count("--home") > 0 && home.empty()) {
+    err << "inspector-cli: --home needs a folder\n";
+    return static_cast<int>(ExitCode::Usage);
+  }
   settings.home = home.empty() ? DefaultHome() : std::filesystem::path(Unshielded(home));
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;

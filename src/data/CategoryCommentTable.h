@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class CategoryCommentTable : public TableRecordset {
- public:
+public:
   explicit CategoryCommentTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"CategoryComment"), CategoryCommentTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class CategoryCommentTable : public TableRecordset {
   std::int32_t m_CommentID = 0;
   Text m_LinkKey;
 
- private:
+private:
   static std::vector<BoundMember> Members(CategoryCommentTable& row) {
     return {&row.m_CategoryID, &row.m_CommentID, &row.m_LinkKey};
   }

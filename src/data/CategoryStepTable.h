@@ -6,14 +6,14 @@
 namespace inspector::data {
 
 class CategoryStepTable : public TableRecordset {
- public:
+public:
   explicit CategoryStepTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"CategoryStep"), CategoryStepTable::Members(*this)) {}
 
   std::int32_t m_CategoryID = 0;
   std::int32_t m_StepID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(CategoryStepTable& row) {
     return {&row.m_CategoryID, &row.m_StepID};
   }

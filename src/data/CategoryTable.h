@@ -7,7 +7,7 @@ namespace inspector::data {
 
 // InspectionCategory and MERGE_Category have the same columns.
 class CategoryTable : public TableRecordset {
- public:
+public:
   explicit CategoryTable(Databases& databases, TextView tableName = u"Category")
       : TableRecordset(databases, *FindLayout(tableName), tableName, CategoryTable::Members(*this)) {}
 
@@ -22,10 +22,10 @@ class CategoryTable : public TableRecordset {
   std::int32_t m_CategoryTemplateID = 0;
   std::int32_t m_Type = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(CategoryTable& row) {
-    return {&row.m_CategoryID, &row.m_CategoryTitle, &row.m_CategoryNumber, &row.m_Remarks,
-            &row.m_CommentText, &row.m_CompleteFlag, &row.m_NotPresentFlag, &row.m_InspectionID,
+    return {&row.m_CategoryID,         &row.m_CategoryTitle, &row.m_CategoryNumber, &row.m_Remarks,
+            &row.m_CommentText,        &row.m_CompleteFlag,  &row.m_NotPresentFlag, &row.m_InspectionID,
             &row.m_CategoryTemplateID, &row.m_Type};
   }
 };

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class CategoryTemplateTable : public TableRecordset {
- public:
+public:
   explicit CategoryTemplateTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"CategoryTemplate"), CategoryTemplateTable::Members(*this)) {}
 
@@ -18,10 +18,10 @@ class CategoryTemplateTable : public TableRecordset {
   std::int32_t m_FormType = 0;
   std::int32_t m_ExcludeFromApplyDefault = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(CategoryTemplateTable& row) {
-    return {&row.m_ID, &row.m_Title, &row.m_CategoryNumber, &row.m_Description, &row.m_DefComments,
-            &row.m_FormType, &row.m_ExcludeFromApplyDefault};
+    return {&row.m_ID,          &row.m_Title,    &row.m_CategoryNumber,         &row.m_Description,
+            &row.m_DefComments, &row.m_FormType, &row.m_ExcludeFromApplyDefault};
   }
 };
 

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class CommentsTable : public TableRecordset {
- public:
+public:
   explicit CommentsTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"Comments"), CommentsTable::Members(*this)) {}
 
@@ -18,10 +18,10 @@ class CommentsTable : public TableRecordset {
   Text m_PicturePath;
   std::int32_t m_VoidFlag = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(CommentsTable& row) {
-    return {&row.m_ID, &row.m_OwnerID, &row.m_Comments, &row.m_Rating, &row.m_GroupName,
-            &row.m_PicturePath, &row.m_VoidFlag};
+    return {&row.m_ID,        &row.m_OwnerID,     &row.m_Comments, &row.m_Rating,
+            &row.m_GroupName, &row.m_PicturePath, &row.m_VoidFlag};
   }
 };
 

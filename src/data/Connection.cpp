@@ -29,11 +29,14 @@ bool IsFull(const std::filesystem::path& file) {
 Connection::Connection(std::filesystem::path file, device::FaultLog& faults)
     : m_File(std::move(file)), m_Faults(faults) {}
 
-Connection::~Connection() { Close(); }
+Connection::~Connection() {
+  Close();
+}
 
 Text Connection::Open() {
   if (const Text problem = ExamineDatabaseFile(m_File); !problem.empty()) return problem;
-  int code = sqlite3_open_v2(m_File.c_str(), &m_Database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  int code =
+      sqlite3_open_v2(m_File.c_str(), &m_Database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code == SQLITE_OK) {
     sqlite3_extended_result_codes(m_Database, 0);
     sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
@@ -52,7 +55,8 @@ Text Connection::Open() {
 
 bool Connection::PrepareForWriting() {
   if (!m_Database) return false;
-  // While another program is reading, the journal stays as it is, which only costs time: no need to wait for it.
+  // While another program is reading, the journal stays as it is, which only costs time: no need to wait for
+  // it.
   sqlite3_busy_timeout(m_Database, 0);
   const int code = sqlite3_exec(m_Database, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
   sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
@@ -82,7 +86,8 @@ void Connection::ForgetStatements() {
   m_Columns.clear();
 }
 
-Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView sql, Result& result, Text& table) {
+Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView sql, Result& result,
+                                               Text& table) {
   if (const auto known = m_Shapes.find(tokens.shape); known != m_Shapes.end()) return &known->second;
   if (m_Shapes.size() >= kMostShapes) ForgetStatements();
   Prepared prepared;
@@ -98,8 +103,10 @@ Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView
     const Text& what = prepared.translation.table;
     const Text problem = device::Format(u"A statement for the database %s was not understood (%s): %s",
                                         device::FromUtf8(m_File.string()), what, sql);
-    if (what.empty()) FailMalformed(sql, problem);
-    else Fail(problem);
+    if (what.empty())
+      FailMalformed(sql, problem);
+    else
+      Fail(problem);
     result = Result::Failed;
     return nullptr;
   }
@@ -124,7 +131,8 @@ bool Connection::Bind(sqlite3_stmt* statement, const SqlTranslation& translation
       code = sqlite3_bind_double(statement, place, *real);
     } else {
       const auto& text = std::get<std::string>(value);
-      code = sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+      code =
+          sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
     if (code != SQLITE_OK) return false;
   }
@@ -232,7 +240,8 @@ sqlite3_stmt* Connection::Prepare(const std::string& sql) {
   if (!m_Database) return nullptr;
   if (const auto known = m_Native.find(sql); known != m_Native.end()) return known->second;
   sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v3(m_Database, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) != SQLITE_OK) {
+  if (sqlite3_prepare_v3(m_Database, sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) !=
+      SQLITE_OK) {
     ReportFailure();
     return nullptr;
   }
@@ -252,20 +261,37 @@ bool Connection::Run(sqlite3_stmt* statement) {
   return done;
 }
 
+int Connection::ChangedRows() const {
+  return sqlite3_changes(m_Database);
+}
+
+void Connection::ReportVanishedRow(TextView table) {
+  Fail(device::Format(
+      u"A row of the table %s in the database %s was deleted by another program while it was being "
+      u"worked on. What was entered in it could not be stored.",
+      table, device::FromUtf8(m_File.string())));
+}
+
 std::int64_t Connection::ReadFile(std::int64_t offset, char* buffer, int size) {
   sqlite3_file* file = nullptr;
   sqlite3_int64 end = 0;
-  if (!m_Database || sqlite3_file_control(m_Database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
+  if (!m_Database ||
+      sqlite3_file_control(m_Database, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
       !file->pMethods || file->pMethods->xFileSize(file, &end) != SQLITE_OK)
     return -1;
   const std::int64_t count = std::clamp<std::int64_t>(end - offset, 0, size);
-  if (count > 0 && file->pMethods->xRead(file, buffer, static_cast<int>(count), offset) != SQLITE_OK) return -1;
+  if (count > 0 && file->pMethods->xRead(file, buffer, static_cast<int>(count), offset) != SQLITE_OK)
+    return -1;
   return count;
 }
 
-std::int64_t Connection::LastRowId() const { return sqlite3_last_insert_rowid(m_Database); }
+std::int64_t Connection::LastRowId() const {
+  return sqlite3_last_insert_rowid(m_Database);
+}
 
-void Connection::ReportFailure() { Fail(DescribeFailure(sqlite3_errcode(m_Database), sqlite3_errmsg(m_Database))); }
+void Connection::ReportFailure() {
+  Fail(DescribeFailure(sqlite3_errcode(m_Database), sqlite3_errmsg(m_Database)));
+}
 
 void Connection::Fail(const Text& problem) {
   m_Doomed = m_Depth > 0;
@@ -274,8 +300,10 @@ void Connection::Fail(const Text& problem) {
 
 void Connection::FailMalformed(TextView sql, const Text& problem) {
   constexpr TextView kQuery = u"SELECT ";
-  if (device::EqualIgnoringCase(sql.substr(0, kQuery.size()), kQuery)) m_Faults.Report(problem);
-  else Fail(problem);
+  if (device::EqualIgnoringCase(sql.substr(0, kQuery.size()), kQuery))
+    m_Faults.Report(problem);
+  else
+    Fail(problem);
 }
 
 Text Connection::DescribeFailure(int code, const char* detail) const {
@@ -287,21 +315,28 @@ Text Connection::DescribeFailure(int code, const char* detail) const {
     case SQLITE_IOERR:
       // A disk with no room for the journal's index reports no more than an error.
       if (!IsFull(m_File)) {
-        return device::Format(u"The disk that holds the database %s reported an error. Nothing was changed. Check the "
-                              u"disk and try again.", file);
+        return device::Format(
+            u"The disk that holds the database %s reported an error. Nothing was changed. Check the "
+            u"disk and try again.",
+            file);
       }
       [[fallthrough]];
     case SQLITE_FULL:
-      return device::Format(u"The disk that holds the database %s is full. Nothing was changed. Free some space "
-                            u"and do it again.", file);
+      return device::Format(
+          u"The disk that holds the database %s is full. Nothing was changed. Free some space "
+          u"and do it again.",
+          file);
     case SQLITE_READONLY:
       return ReadOnlyFileMessage(m_File);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-      return device::Format(u"Another program has locked the database %s. Close it there and try again.", file);
+      return device::Format(u"Another program has locked the database %s. Close it there and try again.",
+                            file);
     case SQLITE_CANTOPEN:
-      return device::Format(u"The database %s, or the journal beside it, cannot be opened. Check that its folder is "
-                            u"there and may be written to.", file);
+      return device::Format(
+          u"The database %s, or the journal beside it, cannot be opened. Check that its folder is "
+          u"there and may be written to.",
+          file);
     default:
       return device::Format(u"The database %s reported: %s", file, device::FromUtf8(detail));
   }
@@ -342,7 +377,8 @@ void Connection::Rollback() {
     return;
   }
   // SQLite may have rolled back on its own (a full disk); a second time is no failure.
-  if (m_Database && !sqlite3_get_autocommit(m_Database)) sqlite3_exec(m_Database, "ROLLBACK", nullptr, nullptr, nullptr);
+  if (m_Database && !sqlite3_get_autocommit(m_Database))
+    sqlite3_exec(m_Database, "ROLLBACK", nullptr, nullptr, nullptr);
   LeaveTransaction();
 }
 

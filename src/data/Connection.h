@@ -20,7 +20,7 @@ namespace inspector::data {
 // Belongs to one thread. Every failure is reported to the fault log with the file's name and what to do, and
 // is also the return value. Queries go through the dialect; the values in them are bound.
 class Connection : private SqlCatalog {
- public:
+public:
   Connection(std::filesystem::path file, device::FaultLog& faults);
   ~Connection() override;
   Connection(const Connection&) = delete;
@@ -36,8 +36,9 @@ class Connection : private SqlCatalog {
   const std::filesystem::path& File() const { return m_File; }
 
   enum class Result { Done, TableMissing, Failed };
-  // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name. One that a
-  // value has made unreadable fails, but dooms no transaction: the database is sound, and nothing was asked of it.
+  // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name. One
+  // that a value has made unreadable fails, but dooms no transaction: the database is sound, and nothing was
+  // asked of it.
   Result Query(TextView sql, std::vector<std::int64_t>& keys, Text& table);
   // DELETE, CREATE TABLE, ALTER TABLE; a query is run and its rows are dropped.
   Result Execute(TextView sql);
@@ -54,14 +55,17 @@ class Connection : private SqlCatalog {
   sqlite3_stmt* Prepare(const std::string& sql);
   // Runs a prepared statement that changes rows and returns none, and resets it.
   bool Run(sqlite3_stmt* statement);
+  // How many rows the last change touched. None by an update means that another program deleted the row.
+  int ChangedRows() const;
+  void ReportVanishedRow(TextView table);
   // Reports the connection's last failure. A failure, of reading too, dooms the transaction it is part of.
   void ReportFailure();
   std::int64_t LastRowId() const;
   // Changes when prepared statements are dropped; whoever keeps one compares it.
   int Generation() const { return m_Generation; }
 
-  // Up to `size` bytes of the file itself, -1 on an error. Opening the file a second time would not do: closing
-  // it again would drop the locks by which other programs see that this one has it open.
+  // Up to `size` bytes of the file itself, -1 on an error. Opening the file a second time would not do:
+  // closing it again would drop the locks by which other programs see that this one has it open.
   std::int64_t ReadFile(std::int64_t offset, char* buffer, int size);
 
   // Transactions nest: only the outermost begins, and commits when none inside it failed. After a failure
@@ -78,19 +82,20 @@ class Connection : private SqlCatalog {
   void BeginReading();
   void EndReading();
 
-  // Looks for damage in the whole file when that takes no longer than a glance. Why the file cannot be used, or an
-  // empty text.
+  // Looks for damage in the whole file when that takes no longer than a glance. Why the file cannot be used,
+  // or an empty text.
   Text FindDamage();
   // True when `PRAGMA integrity_check` says "ok"; else what it found is added to `findings`.
   bool CheckIntegrity(std::vector<Text>& findings);
 
- private:
+private:
   struct Prepared {
     SqlTranslation translation;
     sqlite3_stmt* statement = nullptr;
   };
 
-  Result Attempt(const SqlTokens& tokens, TextView sql, std::vector<std::int64_t>& keys, Text& table, bool& stale);
+  Result Attempt(const SqlTokens& tokens, TextView sql, std::vector<std::int64_t>& keys, Text& table,
+                 bool& stale);
   Prepared* PrepareShape(const SqlTokens& tokens, TextView sql, Result& result, Text& table);
   bool MayWrite();
   bool Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens);
@@ -113,10 +118,10 @@ class Connection : private SqlCatalog {
   bool m_CatalogFailed = false;  // ColumnsOf could not tell
 };
 
-// One user action. Rolls back unless committed. One that could not begin keeps everything inside it from being
-// written, so that an action never happens by halves.
+// One user action. Rolls back unless committed. One that could not begin keeps everything inside it from
+// being written, so that an action never happens by halves.
 class Transaction {
- public:
+public:
   explicit Transaction(Connection& connection) : m_Connection(connection), m_Open(connection.Begin()) {
     if (!m_Open) m_Connection.BeginRefused();
   }
@@ -133,7 +138,7 @@ class Transaction {
     return m_Connection.Commit();
   }
 
- private:
+private:
   Connection& m_Connection;
   bool m_Open;
   bool m_Ended = false;
@@ -141,13 +146,13 @@ class Transaction {
 
 // A loop over rows reads inside one of these.
 class ReadScope {
- public:
+public:
   explicit ReadScope(Connection& connection) : m_Connection(connection) { m_Connection.BeginReading(); }
   ~ReadScope() { m_Connection.EndReading(); }
   ReadScope(const ReadScope&) = delete;
   ReadScope& operator=(const ReadScope&) = delete;
 
- private:
+private:
   Connection& m_Connection;
 };
 

@@ -55,7 +55,8 @@ int ReadHeader(const std::filesystem::path& file, unsigned char* header) {
   std::error_code ignored;
   std::string name = std::filesystem::canonical(file, ignored).string();
   name.append(4, '\0');
-  std::vector<std::max_align_t> room(static_cast<std::size_t>(system->szOsFile) / sizeof(std::max_align_t) + 1);
+  std::vector<std::max_align_t> room(static_cast<std::size_t>(system->szOsFile) / sizeof(std::max_align_t) +
+                                     1);
   auto* const handle = reinterpret_cast<sqlite3_file*>(room.data());
   int code = system->xOpen(system, name.c_str(), handle, SQLITE_OPEN_READONLY | SQLITE_OPEN_MAIN_DB, nullptr);
   if (code == SQLITE_OK) code = handle->pMethods->xRead(handle, header, kHeaderSize, 0);
@@ -76,21 +77,26 @@ bool IsCutShort(const std::filesystem::path& file, const unsigned char* header, 
 }  // namespace
 
 Text DamagedFileMessage(const std::filesystem::path& file) {
-  return Format(u"The database %s is damaged or is no database. It was left as it is. Copy it to a safe place, put "
-                u"your last good copy in its place and start again.", FromUtf8(file.string()));
+  return Format(
+      u"The database %s is damaged or is no database. It was left as it is. Copy it to a safe place, put "
+      u"your last good copy in its place and start again.",
+      FromUtf8(file.string()));
 }
 
 Text ReadOnlyFileMessage(const std::filesystem::path& file) {
-  return Format(u"The database %s is read-only. It was left as it is. Give yourself the right to write to the file "
-                u"and its folder, then start again.", FromUtf8(file.string()));
+  return Format(
+      u"The database %s is read-only. It was left as it is. Give yourself the right to write to the file "
+      u"and its folder, then start again.",
+      FromUtf8(file.string()));
 }
 
 Text ExamineDatabaseFile(const std::filesystem::path& file) {
   const Text name = FromUtf8(file.string());
   struct stat status {};
   if (stat(file.c_str(), &status) != 0) {
-    return Format(u"The database %s cannot be found: %s. Check the path, or create the databases with \"init\".", name,
-                  FromUtf8(std::strerror(errno)));
+    return Format(
+        u"The database %s cannot be found: %s. Check the path, or create the databases with \"init\".", name,
+        FromUtf8(std::strerror(errno)));
   }
   if (!S_ISREG(status.st_mode)) return Format(u"%s is not a file. Name the database file itself.", name);
   // Write permission for nobody is somebody's decision, even where the system would let this user through.
@@ -99,25 +105,32 @@ Text ExamineDatabaseFile(const std::filesystem::path& file) {
 
   if (status.st_size == 0) {
     if (HasJournal(file)) return {};
-    return Format(u"The database %s is empty: it holds no table. It was left as it is. Put your last good copy in its "
-                  u"place, or remove it and create the databases with \"init\".", name);
+    return Format(
+        u"The database %s is empty: it holds no table. It was left as it is. Put your last good copy in its "
+        u"place, or remove it and create the databases with \"init\".",
+        name);
   }
   std::array<unsigned char, kHeaderSize> header{};
   const int code = ReadHeader(file, header.data());
   if (code != SQLITE_OK && code != SQLITE_IOERR_SHORT_READ) {
-    return Format(u"The database %s cannot be read: %s. Check the disk, and that you have the right to read it.", name,
-                  FromUtf8(sqlite3_errstr(code)));
+    return Format(
+        u"The database %s cannot be read: %s. Check the disk, and that you have the right to read it.", name,
+        FromUtf8(sqlite3_errstr(code)));
   }
   if (code != SQLITE_OK || std::memcmp(header.data(), kHeaderName, sizeof kHeaderName) != 0)
     return DamagedFileMessage(file);
   if (header[18] > kNewestFileFormat || header[19] > kNewestFileFormat ||
       BigEndian(header.data() + 44, 4) > kNewestSchemaFormat) {
-    return Format(u"The database %s was written in a newer file format than this program knows. It was left as it is. "
-                  u"Update this program, or copy the data into a new file with the program that wrote it.", name);
+    return Format(
+        u"The database %s was written in a newer file format than this program knows. It was left as it is. "
+        u"Update this program, or copy the data into a new file with the program that wrote it.",
+        name);
   }
   if (IsCutShort(file, header.data(), static_cast<std::uint64_t>(status.st_size))) {
-    return Format(u"The database %s is damaged: it has been cut short. It was left as it is. Copy it again from where "
-                  u"it came from, or put your last good copy in its place.", name);
+    return Format(
+        u"The database %s is damaged: it has been cut short. It was left as it is. Copy it again from where "
+        u"it came from, or put your last good copy in its place.",
+        name);
   }
   return {};
 }
@@ -133,8 +146,10 @@ Text DatabaseLock::Acquire(const std::filesystem::path& database) {
   const std::string path = (ignored ? database : target).string() + ".lock";
   m_Descriptor = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
   if (m_Descriptor < 0) {
-    return Format(u"The folder of the database %s cannot be written to: %s. Give yourself the right to write there, "
-                  u"then start again.", FromUtf8(database.string()), FromUtf8(std::strerror(errno)));
+    return Format(
+        u"The folder of the database %s cannot be written to: %s. Give yourself the right to write there, "
+        u"then start again.",
+        FromUtf8(database.string()), FromUtf8(std::strerror(errno)));
   }
   if (flock(m_Descriptor, LOCK_EX | LOCK_NB) == 0) return {};
   close(m_Descriptor);

@@ -9,10 +9,12 @@ namespace inspector::data {
 
 // One object per thread: the worker that applies an inspection type opens a pair of its own.
 class Databases {
- public:
-  Databases(std::filesystem::path templateFile, std::filesystem::path inspectionFile, device::FaultLog& faults,
-            device::Clock& clock)
-      : m_Template(std::move(templateFile), faults), m_Inspection(std::move(inspectionFile), faults), m_Clock(clock),
+public:
+  Databases(std::filesystem::path templateFile, std::filesystem::path inspectionFile,
+            device::FaultLog& faults, device::Clock& clock)
+      : m_Template(std::move(templateFile), faults),
+        m_Inspection(std::move(inspectionFile), faults),
+        m_Clock(clock),
         m_Faults(faults) {}
 
   // The Template database first, the Inspection database only when that succeeded. Returns why not, or an
@@ -28,7 +30,7 @@ class Databases {
   device::Clock& GetClock() { return m_Clock; }
   device::FaultLog& Faults() { return m_Faults; }
 
- private:
+private:
   Connection m_Template;
   Connection m_Inspection;
   device::Clock& m_Clock;

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class ExpandedTextTable : public TableRecordset {
- public:
+public:
   explicit ExpandedTextTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"ExpandedText"), ExpandedTextTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class ExpandedTextTable : public TableRecordset {
   Text m_Expanded;
   std::int32_t m_ID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(ExpandedTextTable& row) {
     return {&row.m_ShortCut, &row.m_Expanded, &row.m_ID};
   }

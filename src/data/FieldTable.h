@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class FieldTable : public TableRecordset {
- public:
+public:
   explicit FieldTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"Field"), FieldTable::Members(*this)) {}
 
@@ -17,9 +17,9 @@ class FieldTable : public TableRecordset {
   std::int32_t m_FieldType = 0;
   Text m_FieldLabel;
 
- private:
+private:
   static std::vector<BoundMember> Members(FieldTable& row) {
-    return {&row.m_ID, &row.m_CategoryID, &row.m_AssignedValue, &row.m_SequenceNumber,
+    return {&row.m_ID,        &row.m_CategoryID, &row.m_AssignedValue, &row.m_SequenceNumber,
             &row.m_FieldType, &row.m_FieldLabel};
   }
 };

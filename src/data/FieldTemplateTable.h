@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class FieldTemplateTable : public TableRecordset {
- public:
+public:
   explicit FieldTemplateTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"FieldTemplate"), FieldTemplateTable::Members(*this)) {}
 
@@ -16,7 +16,7 @@ class FieldTemplateTable : public TableRecordset {
   std::int32_t m_Sequence = 0;
   std::int32_t m_CategoryID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(FieldTemplateTable& row) {
     return {&row.m_ID, &row.m_Label, &row.m_Type, &row.m_Sequence, &row.m_CategoryID};
   }

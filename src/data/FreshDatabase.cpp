@@ -36,8 +36,8 @@ bool CreateTableIndexes(Connection& connection, const TableLayout& layout) {
     while (layout.columns[ordinal].name != column) ++ordinal;
     if (ordinal >= stored->size()) continue;
     const std::string name = ToUtf8(layout.name) + "_by_" + ToUtf8(column);
-    if (!connection.ExecuteNative("CREATE INDEX IF NOT EXISTS " + name + " ON " + QuotedName(layout.name) + " (" +
-                                  QuotedName((*stored)[ordinal].name) + ")"))
+    if (!connection.ExecuteNative("CREATE INDEX IF NOT EXISTS " + name + " ON " + QuotedName(layout.name) +
+                                  " (" + QuotedName((*stored)[ordinal].name) + ")"))
       return false;
   }
   return true;
@@ -62,13 +62,17 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
   std::filesystem::remove(building.string() + "-journal", error);
   const auto fail = [&](TextView why) {
     std::filesystem::remove(building, error);
-    return Format(u"The database %s cannot be created: %s. Check that the folder may be written to and that the disk "
-                  u"has room.", name, why);
+    return Format(
+        u"The database %s cannot be created: %s. Check that the folder may be written to and that the disk "
+        u"has room.",
+        name, why);
   };
 
   sqlite3* database = nullptr;
-  const int code = sqlite3_open_v2(building.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-  const bool touched = code == SQLITE_OK && sqlite3_exec(database, "VACUUM", nullptr, nullptr, nullptr) == SQLITE_OK;
+  const int code =
+      sqlite3_open_v2(building.c_str(), &database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+  const bool touched =
+      code == SQLITE_OK && sqlite3_exec(database, "VACUUM", nullptr, nullptr, nullptr) == SQLITE_OK;
   const Text why = FromUtf8(database ? sqlite3_errmsg(database) : "out of memory");
   sqlite3_close(database);
   if (!touched) return fail(why);
@@ -77,14 +81,16 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
     if (const Text problem = connection.Open(); !problem.empty()) return fail(problem);
     Transaction transaction(connection);
     for (const TableLayout& layout : AllLayouts())
-      if (layout.database == kind && !connection.ExecuteNative(CreateStatement(layout))) return fail(u"see above");
+      if (layout.database == kind && !connection.ExecuteNative(CreateStatement(layout)))
+        return fail(u"see above");
     // A file that the program made is of today's structure from its first moment on.
     const bool versioned = kind == DatabaseKind::Inspection ||
                            connection.ExecuteNative("INSERT INTO Options (DataVersion) VALUES ('5.0')");
     if (!versioned || !CreateIndexes(connection, kind) || !transaction.Commit()) return fail(u"see above");
   }
   if (!SyncPath(building)) return fail(FromUtf8(std::strerror(errno)));
-  // A file that has come there meanwhile stays. Where such a rename is unknown, a link does not replace it either.
+  // A file that has come there meanwhile stays. Where such a rename is unknown, a link does not replace it
+  // either.
   if (renameat2(AT_FDCWD, building.c_str(), AT_FDCWD, file.c_str(), RENAME_NOREPLACE) != 0) {
     const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == ENOTSUP;
     if (!isUnknown || link(building.c_str(), file.c_str()) != 0) return fail(FromUtf8(std::strerror(errno)));

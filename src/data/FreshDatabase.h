@@ -14,8 +14,8 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
 // Non-unique indexes on the columns that statements look rows up by; those that are there stay.
 bool CreateIndexes(Connection& connection, DatabaseKind kind);
 
-// Creates one of the program's tables under full names, with its indexes; nothing when it is there. Recordsets
-// do it for a staging table when it is first used.
+// Creates one of the program's tables under full names, with its indexes; nothing when it is there.
+// Recordsets do it for a staging table when it is first used.
 bool CreateIfMissing(Connection& connection, TextView table);
 
 }  // namespace inspector::data

@@ -7,7 +7,7 @@ namespace inspector::data {
 
 // MERGE_Inspection has the same columns but the last.
 class InspectionTable : public TableRecordset {
- public:
+public:
   explicit InspectionTable(Databases& databases, TextView tableName = u"Inspection")
       : TableRecordset(databases, *FindLayout(tableName), tableName, InspectionTable::Members(*this)) {}
 
@@ -31,13 +31,13 @@ class InspectionTable : public TableRecordset {
   Text m_RealEstateCompany;
   Text m_PrivateNotes;
 
- private:
+private:
   static std::vector<BoundMember> Members(InspectionTable& row) {
-    return {&row.m_InspectionID, &row.m_DwellingAddress, &row.m_ClientName, &row.m_ClientAddress,
-            &row.m_ClientCityStateZip, &row.m_GeneralInformation, &row.m_InspectionDate,
-            &row.m_DocType, &row.m_Reserve8, &row.m_Reserve9, &row.m_Reserve10, &row.m_InspectionNum,
-            &row.m_ClientPhone, &row.m_CityStateZip, &row.m_ClientAgent, &row.m_ListingAgent,
-            &row.m_InspectionTypeID, &row.m_RealEstateCompany, &row.m_PrivateNotes};
+    return {&row.m_InspectionID,       &row.m_DwellingAddress,    &row.m_ClientName,     &row.m_ClientAddress,
+            &row.m_ClientCityStateZip, &row.m_GeneralInformation, &row.m_InspectionDate, &row.m_DocType,
+            &row.m_Reserve8,           &row.m_Reserve9,           &row.m_Reserve10,      &row.m_InspectionNum,
+            &row.m_ClientPhone,        &row.m_CityStateZip,       &row.m_ClientAgent,    &row.m_ListingAgent,
+            &row.m_InspectionTypeID,   &row.m_RealEstateCompany,  &row.m_PrivateNotes};
   }
 };
 

@@ -6,14 +6,15 @@
 namespace inspector::data {
 
 class InspectionTypeCategoryTable : public TableRecordset {
- public:
+public:
   explicit InspectionTypeCategoryTable(Databases& databases)
-      : TableRecordset(databases, *FindLayout(u"InspectionTypeCategory"), InspectionTypeCategoryTable::Members(*this)) {}
+      : TableRecordset(databases, *FindLayout(u"InspectionTypeCategory"),
+                       InspectionTypeCategoryTable::Members(*this)) {}
 
   std::int32_t m_InspectionTypeID = 0;
   std::int32_t m_CategoryID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(InspectionTypeCategoryTable& row) {
     return {&row.m_InspectionTypeID, &row.m_CategoryID};
   }

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class InspectionTypeTable : public TableRecordset {
- public:
+public:
   explicit InspectionTypeTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"InspectionType"), InspectionTypeTable::Members(*this)) {}
 
@@ -19,10 +19,10 @@ class InspectionTypeTable : public TableRecordset {
   std::int32_t m_Reserve6 = 0;
   std::int32_t m_Reserve7 = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(InspectionTypeTable& row) {
-    return {&row.m_ID, &row.m_InspectionType, &row.m_Description, &row.m_Reserve3, &row.m_Reserve4,
-            &row.m_Layout, &row.m_Reserve6, &row.m_Reserve7};
+    return {&row.m_ID,       &row.m_InspectionType, &row.m_Description, &row.m_Reserve3,
+            &row.m_Reserve4, &row.m_Layout,         &row.m_Reserve6,    &row.m_Reserve7};
   }
 };
 

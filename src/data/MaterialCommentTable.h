@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class MaterialCommentTable : public TableRecordset {
- public:
+public:
   explicit MaterialCommentTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"MaterialComment"), MaterialCommentTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class MaterialCommentTable : public TableRecordset {
   std::int32_t m_CommentID = 0;
   Text m_LinkKey;
 
- private:
+private:
   static std::vector<BoundMember> Members(MaterialCommentTable& row) {
     return {&row.m_MaterialID, &row.m_CommentID, &row.m_LinkKey};
   }

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class MaterialTemplateTable : public TableRecordset {
- public:
+public:
   explicit MaterialTemplateTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"MaterialTemplate"), MaterialTemplateTable::Members(*this)) {}
 
@@ -18,10 +18,15 @@ class MaterialTemplateTable : public TableRecordset {
   std::int32_t m_DefaultMaterial = 0;
   Text m_PicturePath;
 
- private:
+private:
   static std::vector<BoundMember> Members(MaterialTemplateTable& row) {
-    return {&row.m_ID, &row.m_StepID, &row.m_Material, &row.m_MaterialOrder, &row.m_CommentsExist,
-            &row.m_DefaultMaterial, &row.m_PicturePath};
+    return {&row.m_ID,
+            &row.m_StepID,
+            &row.m_Material,
+            &row.m_MaterialOrder,
+            &row.m_CommentsExist,
+            &row.m_DefaultMaterial,
+            &row.m_PicturePath};
   }
 };
 

@@ -9,12 +9,12 @@ namespace inspector::data {
 
 // Widths are inches, the font size is points (10 or 12), StepSpacing is 1 or 2.
 class OptionsTable : public TableRecordset {
- public:
+public:
   explicit OptionsTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"Options"), OptionsTable::Members(*this)) {}
 
-  // Reads the row and repairs what is out of range, in memory only. Without a row the next Write adds one; when
-  // the row cannot be read, Write does nothing.
+  // Reads the row and repairs what is out of range, in memory only. Without a row the next Write adds one;
+  // when the row cannot be read, Write does nothing.
   void Load();
   // There is only one row: after it was added, a second Write updates it.
   bool Write();
@@ -54,7 +54,7 @@ class OptionsTable : public TableRecordset {
   Text m_ReportFontName;
   Text m_DefaultPictCardPath;
 
- private:
+private:
   static std::vector<BoundMember> Members(OptionsTable& row);
   void RepairColumnWidths();
 };

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class PickersTable : public TableRecordset {
- public:
+public:
   explicit PickersTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"Pickers"), PickersTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class PickersTable : public TableRecordset {
   Text m_PickerChoice;
   std::int32_t m_ID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(PickersTable& row) {
     return {&row.m_PickerName, &row.m_PickerChoice, &row.m_ID};
   }

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class RatingChoicesTable : public TableRecordset {
- public:
+public:
   explicit RatingChoicesTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"RatingChoices"), RatingChoicesTable::Members(*this)) {}
 
@@ -20,10 +20,11 @@ class RatingChoicesTable : public TableRecordset {
   std::int32_t m_ReserveFlag = 0;
   std::int32_t m_RedFlag = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(RatingChoicesTable& row) {
-    return {&row.m_ID, &row.m_RatingTypeID, &row.m_ChoiceName, &row.m_DefaultFlag, &row.m_BoldFlag,
-            &row.m_CommentPromptFlag, &row.m_SummaryFlag, &row.m_ReserveFlag, &row.m_RedFlag};
+    return {&row.m_ID,          &row.m_RatingTypeID, &row.m_ChoiceName,
+            &row.m_DefaultFlag, &row.m_BoldFlag,     &row.m_CommentPromptFlag,
+            &row.m_SummaryFlag, &row.m_ReserveFlag,  &row.m_RedFlag};
   }
 };
 

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class RatingTypeTable : public TableRecordset {
- public:
+public:
   explicit RatingTypeTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"RatingType"), RatingTypeTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class RatingTypeTable : public TableRecordset {
   Text m_RatingType;
   Text m_Description;
 
- private:
+private:
   static std::vector<BoundMember> Members(RatingTypeTable& row) {
     return {&row.m_ID, &row.m_RatingType, &row.m_Description};
   }

@@ -19,7 +19,7 @@ struct ResolvedColumn {
 
 // Writes one parsed statement in SQLite's words.
 class Emitter {
- public:
+public:
   Emitter(SqlCatalog& catalog, const SqlStatement& statement, const std::vector<SqlValue>& values)
       : m_Catalog(catalog), m_Statement(statement), m_Values(values) {}
 
@@ -46,7 +46,7 @@ class Emitter {
     return m_Result;
   }
 
- private:
+private:
   SqlTranslation Missing(TextView table) {
     m_Result.outcome = SqlTranslation::Outcome::TableMissing;
     m_Result.table = Text(RealTableName(table));
@@ -64,9 +64,9 @@ class Emitter {
     if (found == stored->end()) {
       const TableLayout* layout = FindLayout(real);
       if (!layout) return std::nullopt;
-      const auto named = std::find_if(layout->columns.begin(), layout->columns.end(), [&](const ColumnLayout& each) {
-        return EqualIgnoringCase(each.name, column);
-      });
+      const auto named =
+          std::find_if(layout->columns.begin(), layout->columns.end(),
+                       [&](const ColumnLayout& each) { return EqualIgnoringCase(each.name, column); });
       const auto ordinal = static_cast<std::size_t>(named - layout->columns.begin());
       if (named == layout->columns.end() || ordinal >= stored->size()) return std::nullopt;
       found = stored->begin() + static_cast<std::ptrdiff_t>(ordinal);
@@ -77,9 +77,9 @@ class Emitter {
 
   std::optional<ResolvedColumn> Resolve(const SqlExpression& column) const {
     if (!column.table.empty()) {
-      const bool isThere = std::any_of(m_Statement.tables.begin(), m_Statement.tables.end(), [&](TextView each) {
-        return EqualIgnoringCase(RealTableName(each), RealTableName(column.table));
-      });
+      const bool isThere = std::any_of(
+          m_Statement.tables.begin(), m_Statement.tables.end(),
+          [&](TextView each) { return EqualIgnoringCase(RealTableName(each), RealTableName(column.table)); });
       return isThere ? Find(column.table, column.name) : std::nullopt;
     }
     if (auto found = Find(m_Statement.selected, column.name)) return found;
@@ -155,11 +155,12 @@ class Emitter {
       m_Result.sql += holds ? " IS TRUE)" : " IS NOT TRUE)";
       return;
     }
-    if (IsText(left) && right.kind == Kind::Value && !std::holds_alternative<std::string>(m_Values[right.value])) {
+    if (IsText(left) && right.kind == Kind::Value &&
+        !std::holds_alternative<std::string>(m_Values[right.value])) {
       // As a number, which an empty text is not, nor is "2 b".
       const std::string column = ResolveOrFail(left).sql;
-      m_Result.sql += "(" + column + " GLOB '*[0-9]*' AND " + column + " NOT GLOB '*[^-+.0-9 ]*' AND CAST(" + column +
-                      " AS NUMERIC) " + symbol + " ";
+      m_Result.sql += "(" + column + " GLOB '*[0-9]*' AND " + column + " NOT GLOB '*[^-+.0-9 ]*' AND CAST(" +
+                      column + " AS NUMERIC) " + symbol + " ";
       EmitOperand(right);
       m_Result.sql += ')';
       return;
@@ -192,8 +193,10 @@ class Emitter {
       case Kind::Column: {
         const ResolvedColumn column = ResolveOrFail(operand);
         // The result of a function compares binary whatever its column was declared to do.
-        if (nullIsEmpty && column.isText) m_Result.sql += "ifnull(" + column.sql + ", '')";
-        else m_Result.sql += column.sql + (column.isText ? " COLLATE BINARY" : "");
+        if (nullIsEmpty && column.isText)
+          m_Result.sql += "ifnull(" + column.sql + ", '')";
+        else
+          m_Result.sql += column.sql + (column.isText ? " COLLATE BINARY" : "");
         break;
       }
       case Kind::Value:
@@ -241,8 +244,10 @@ StoredType StoredTypeOf(std::string_view declaredType) {
   std::string type;
   for (const char byte : declaredType) {
     if (byte == '(') break;
-    if (byte >= 'A' && byte <= 'Z') type += static_cast<char>(byte - 'A' + 'a');
-    else if (byte != ' ' && byte != '\t') type += byte;
+    if (byte >= 'A' && byte <= 'Z')
+      type += static_cast<char>(byte - 'A' + 'a');
+    else if (byte != ' ' && byte != '\t')
+      type += byte;
   }
   const auto is = [&type](std::initializer_list<std::string_view> names) {
     return std::find(names.begin(), names.end(), type) != names.end();

@@ -20,7 +20,16 @@ namespace inspector::data {
 
 // What a stored column holds, after its declared type (compared without case). The numbers are the field
 // type codes that the structure check speaks of.
-enum class StoredType { Integer = 3, Double = 5, Date = 7, Boolean = 11, String = 202, LongString = 203, LongBinary = 205, Unknown = 0 };
+enum class StoredType {
+  Integer = 3,
+  Double = 5,
+  Date = 7,
+  Boolean = 11,
+  String = 202,
+  LongString = 203,
+  LongBinary = 205,
+  Unknown = 0
+};
 
 StoredType StoredTypeOf(std::string_view declaredType);
 
@@ -31,7 +40,7 @@ struct StoredColumn {
 
 // What the database really holds.
 class SqlCatalog {
- public:
+public:
   virtual ~SqlCatalog() = default;
   // Null when the database has no such table.
   virtual const std::vector<StoredColumn>* ColumnsOf(TextView table) = 0;
@@ -40,9 +49,9 @@ class SqlCatalog {
 struct SqlTranslation {
   enum class Outcome { Query, Change, TableMissing, NotUnderstood };
   Outcome outcome = Outcome::NotUnderstood;
-  std::string sql;                // UTF-8; a query selects the row ids of `table`
-  Text table;                     // whose rows a query finds; the missing table; what was not understood
-  std::vector<std::size_t> binds; // parameter i takes the value binds[i] of the tokens
+  std::string sql;                 // UTF-8; a query selects the row ids of `table`
+  Text table;                      // whose rows a query finds; the missing table; what was not understood
+  std::vector<std::size_t> binds;  // parameter i takes the value binds[i] of the tokens
 };
 
 // SELECT of one table's columns with inner joins, DELETE, and (untouched) CREATE TABLE and ALTER TABLE.

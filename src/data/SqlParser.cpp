@@ -10,7 +10,7 @@ using Kind = SqlExpression::Kind;
 constexpr int kDeepest = 100;
 
 class Parser {
- public:
+public:
   explicit Parser(const SqlTokens& tokens) : m_Tokens(tokens.tokens) {}
 
   std::optional<SqlStatement> Run() {
@@ -38,7 +38,7 @@ class Parser {
     return std::move(m_Statement);
   }
 
- private:
+private:
   const SqlToken& Current() const { return m_Tokens[m_At]; }
   void Advance() {
     if (Current().kind != SqlToken::Kind::End) ++m_At;
@@ -121,8 +121,10 @@ class Parser {
     if (!TakeWord(u"NOT")) return ParseComparison(depth);
     SqlExpression negated;
     negated.kind = Kind::Not;
-    if (depth > kDeepest) m_Failed = true;
-    else negated.operands.push_back(ParseNot(depth + 1));
+    if (depth > kDeepest)
+      m_Failed = true;
+    else
+      negated.operands.push_back(ParseNot(depth + 1));
     return negated;
   }
 
@@ -178,7 +180,9 @@ class Parser {
 
 }  // namespace
 
-std::optional<SqlStatement> ParseSql(const SqlTokens& tokens) { return Parser(tokens).Run(); }
+std::optional<SqlStatement> ParseSql(const SqlTokens& tokens) {
+  return Parser(tokens).Run();
+}
 
 bool IsDefinition(const SqlTokens& tokens) {
   if (tokens.tokens.size() < 3) return false;

@@ -5,10 +5,16 @@
 namespace inspector::data {
 namespace {
 
-bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n'; }
-bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+bool IsBlank(char16_t unit) {
+  return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n';
+}
+bool IsDigit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
 // No statement calculates, so everything else may stand in a value that somebody left without quotes.
-bool IsWordUnit(char16_t unit) { return !IsBlank(unit) && TextView(u"()=<>,;.*\"'").find(unit) == TextView::npos; }
+bool IsWordUnit(char16_t unit) {
+  return !IsBlank(unit) && TextView(u"()=<>,;.*\"'").find(unit) == TextView::npos;
+}
 
 std::optional<SqlValue> ParseNumber(TextView text) {
   std::string ascii;
@@ -18,16 +24,18 @@ std::optional<SqlValue> ParseNumber(TextView text) {
   }
   const char* const end = ascii.data() + ascii.size();
   std::int64_t whole = 0;
-  if (const auto parsed = std::from_chars(ascii.data(), end, whole); parsed.ec == std::errc() && parsed.ptr == end)
+  if (const auto parsed = std::from_chars(ascii.data(), end, whole);
+      parsed.ec == std::errc() && parsed.ptr == end)
     return whole;
   double real = 0;
-  if (const auto parsed = std::from_chars(ascii.data(), end, real); parsed.ec == std::errc() && parsed.ptr == end)
+  if (const auto parsed = std::from_chars(ascii.data(), end, real);
+      parsed.ec == std::errc() && parsed.ptr == end)
     return real;
   return std::nullopt;
 }
 
 class Tokeniser {
- public:
+public:
   explicit Tokeniser(TextView statement) : m_Statement(statement) {
     m_Result.tokens.reserve(64);
     m_Result.shape.reserve(statement.size());
@@ -40,7 +48,8 @@ class Tokeniser {
       const char16_t unit = m_Statement[m_At];
       if (unit == u'"' || unit == u'\'') {
         if (!TakeQuoted(unit)) return std::nullopt;
-      } else if (IsDigit(unit) || (unit == u'-' && m_At + 1 < m_Statement.size() && IsDigit(m_Statement[m_At + 1]))) {
+      } else if (IsDigit(unit) ||
+                 (unit == u'-' && m_At + 1 < m_Statement.size() && IsDigit(m_Statement[m_At + 1]))) {
         TakeNumber();
       } else if (IsWordUnit(unit)) {
         std::size_t end = m_At;
@@ -55,7 +64,7 @@ class Tokeniser {
     return std::move(m_Result);
   }
 
- private:
+private:
   void Add(SqlToken::Kind kind, std::size_t length) {
     const TextView text = m_Statement.substr(m_At, length);
     m_Result.tokens.push_back({kind, text, 0});
@@ -105,6 +114,8 @@ class Tokeniser {
 
 }  // namespace
 
-std::optional<SqlTokens> Tokenise(TextView statement) { return Tokeniser(statement).Run(); }
+std::optional<SqlTokens> Tokenise(TextView statement) {
+  return Tokeniser(statement).Run();
+}
 
 }  // namespace inspector::data

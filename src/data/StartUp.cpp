@@ -33,9 +33,10 @@ void ReportMissing(const Machine& machine, Connection& connection, DatabaseKind 
   if (findings.empty()) return;
   Text list;
   for (const Text& finding : findings) list += (list.empty() ? u"" : u"; ") + finding;
-  machine.faults.Report(device::Format(u"The database %s is not whole (%s). What belongs there is neither shown nor "
-                                       u"stored. Put your last good copy in its place.",
-                                       device::FromUtf8(connection.File().string()), list));
+  machine.faults.Report(
+      device::Format(u"The database %s is not whole (%s). What belongs there is neither shown nor "
+                     u"stored. Put your last good copy in its place.",
+                     device::FromUtf8(connection.File().string()), list));
 }
 
 StartUp Refuse(const Machine& machine, const Text& problem) {
@@ -67,9 +68,11 @@ StartUp StartData(const Machine& machine) {
   std::error_code ignored;
   if (std::filesystem::equivalent(machine.paths.ResolveTyped(paths->templatePath),
                                   machine.paths.ResolveTyped(paths->inspectionPath), ignored)) {
-    return Refuse(machine, device::Format(u"Both paths lead to the database %s. Templates and inspections are two files: "
-                                          u"correct one of the paths in %s.", paths->templatePath,
-                                          device::FromUtf8(machine.registry.Path().string())));
+    return Refuse(
+        machine,
+        device::Format(u"Both paths lead to the database %s. Templates and inspections are two files: "
+                       u"correct one of the paths in %s.",
+                       paths->templatePath, device::FromUtf8(machine.registry.Path().string())));
   }
   auto workspace = std::make_unique<Workspace>(machine, *paths);
   if (const Text problem = workspace->LockFiles(); !problem.empty()) return Refuse(machine, problem);
@@ -84,7 +87,8 @@ StartUp StartData(const Machine& machine) {
   if (result != UpgradeResult::Sound) return {};
   for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
     ReportMissing(machine, databases.Get(kind), kind);
-  if (!workspace->TemplateConnection().PrepareForWriting() || !workspace->InspectionConnection().PrepareForWriting())
+  if (!workspace->TemplateConnection().PrepareForWriting() ||
+      !workspace->InspectionConnection().PrepareForWriting())
     return {};
   workspace->Options();
   return {StartUpResult::Ready, std::move(workspace)};
@@ -100,9 +104,10 @@ OptionsSaved SaveOptions(Workspace& workspace, const DatabasePaths& paths) {
   const DatabasePaths& inUse = workspace.PathsInUse();
   if (paths.templatePath == inUse.templatePath && paths.inspectionPath == inUse.inspectionPath)
     return OptionsSaved::Done;
-  machine.prompts.Show({u"The path(s) for the data files have been changed and you are required to quit before "
-                        u"proceeding.\n\nInspector will now quit.",
-                        u"Inspector", device::Buttons::Ok, device::Icon::Exclamation});
+  machine.prompts.Show(
+      {u"The path(s) for the data files have been changed and you are required to quit before "
+       u"proceeding.\n\nInspector will now quit.",
+       u"Inspector", device::Buttons::Ok, device::Icon::Exclamation});
   return OptionsSaved::MustQuit;
 }
 

@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class StepCommentTable : public TableRecordset {
- public:
+public:
   explicit StepCommentTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"StepComment"), StepCommentTable::Members(*this)) {}
 
@@ -14,7 +14,7 @@ class StepCommentTable : public TableRecordset {
   std::int32_t m_CommentID = 0;
   Text m_LinkKey;
 
- private:
+private:
   static std::vector<BoundMember> Members(StepCommentTable& row) {
     return {&row.m_StepID, &row.m_CommentID, &row.m_LinkKey};
   }

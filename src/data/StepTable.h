@@ -7,7 +7,7 @@ namespace inspector::data {
 
 // MERGE_Step has the same columns.
 class StepTable : public TableRecordset {
- public:
+public:
   explicit StepTable(Databases& databases, TextView tableName = u"Step")
       : TableRecordset(databases, *FindLayout(tableName), tableName, StepTable::Members(*this)) {}
 
@@ -29,12 +29,12 @@ class StepTable : public TableRecordset {
   Text m_BitmapPath;
   std::int32_t m_PictureBefore = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(StepTable& row) {
-    return {&row.m_StepID, &row.m_StepNumber, &row.m_StepTitle, &row.m_CategoryID,
-            &row.m_InspectResult, &row.m_Comments, &row.m_Materials, &row.m_RatingType,
-            &row.m_Reserve8, &row.m_MaterialNote, &row.m_StepTemplateID, &row.m_Reserve11,
-            &row.m_MajorSystem, &row.m_StepInfoExists, &row.m_SummaryComment, &row.m_BitmapPath,
+    return {&row.m_StepID,        &row.m_StepNumber,     &row.m_StepTitle,      &row.m_CategoryID,
+            &row.m_InspectResult, &row.m_Comments,       &row.m_Materials,      &row.m_RatingType,
+            &row.m_Reserve8,      &row.m_MaterialNote,   &row.m_StepTemplateID, &row.m_Reserve11,
+            &row.m_MajorSystem,   &row.m_StepInfoExists, &row.m_SummaryComment, &row.m_BitmapPath,
             &row.m_PictureBefore};
   }
 };

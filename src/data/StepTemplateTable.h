@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class StepTemplateTable : public TableRecordset {
- public:
+public:
   explicit StepTemplateTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"StepTemplate"), StepTemplateTable::Members(*this)) {}
 
@@ -17,10 +17,9 @@ class StepTemplateTable : public TableRecordset {
   Text m_StepInfo;
   Text m_Keyword;
 
- private:
+private:
   static std::vector<BoundMember> Members(StepTemplateTable& row) {
-    return {&row.m_ID, &row.m_Title, &row.m_StepNumber, &row.m_RatingTypeID, &row.m_StepInfo,
-            &row.m_Keyword};
+    return {&row.m_ID, &row.m_Title, &row.m_StepNumber, &row.m_RatingTypeID, &row.m_StepInfo, &row.m_Keyword};
   }
 };
 

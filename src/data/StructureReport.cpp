@@ -27,7 +27,8 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
 std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind) {
   std::vector<Text> faults = FindMissingStructure(connection, kind);
   for (const TableLayout& layout : AllLayouts()) {
-    const std::vector<StoredColumn>* stored = layout.database == kind ? connection.ColumnsOf(layout.name) : nullptr;
+    const std::vector<StoredColumn>* stored =
+        layout.database == kind ? connection.ColumnsOf(layout.name) : nullptr;
     for (std::size_t i = 0; stored && i < std::min(stored->size(), layout.columns.size()); ++i)
       if (!Accepts(layout.columns[i].type, (*stored)[i].type))
         faults.push_back(device::Format(u"column type mismatch in table: %s column: %d", layout.name, i));
@@ -39,7 +40,8 @@ bool IsEmptyLibrary(Connection& connection) {
   std::vector<std::int64_t> keys;
   Text table;
   for (const TableLayout& layout : AllLayouts()) {
-    if (layout.database != DatabaseKind::Template || layout.name == u"UniqueID" || layout.name == u"Options") continue;
+    if (layout.database != DatabaseKind::Template || layout.name == u"UniqueID" || layout.name == u"Options")
+      continue;
     const auto result = connection.Query(device::Format(u"SELECT * FROM %s", layout.name), keys, table);
     if (result == Connection::Result::Failed || !keys.empty()) return false;
   }

@@ -8,8 +8,8 @@
 
 namespace inspector::data {
 
-// Missing tables and columns, one line each, for a person. Staging tables are made when they are first used and may
-// be missing.
+// Missing tables and columns, one line each, for a person. Staging tables are made when they are first used
+// and may be missing.
 std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind);
 
 // The same, and columns of another type than declared.

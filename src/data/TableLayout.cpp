@@ -16,19 +16,31 @@ constexpr auto kBinary = ValueType::Binary;
 
 // PrivateNotes stays on the device, so the staging table ends before it.
 constexpr ColumnLayout kInspection[] = {
-    {u"InspectionID", kInteger},       {u"DwellingAddress", kString},   {u"ClientName", kString},
-    {u"ClientAddress", kString},       {u"ClientCityStateZip", kString}, {u"GeneralInformation", kString},
-    {u"InspectionDate", kDate},        {u"DocType", kString},           {u"Reserve8", kYesNo},
-    {u"Reserve9", kYesNo},             {u"Reserve10", kInteger},        {u"InspectionNum", kString},
-    {u"ClientPhone", kString},         {u"CityStateZip", kString},      {u"ClientAgent", kString},
-    {u"ListingAgent", kString},        {u"InspectionTypeID", kInteger}, {u"RealEstateCompany", kString},
+    {u"InspectionID", kInteger},
+    {u"DwellingAddress", kString},
+    {u"ClientName", kString},
+    {u"ClientAddress", kString},
+    {u"ClientCityStateZip", kString},
+    {u"GeneralInformation", kString},
+    {u"InspectionDate", kDate},
+    {u"DocType", kString},
+    {u"Reserve8", kYesNo},
+    {u"Reserve9", kYesNo},
+    {u"Reserve10", kInteger},
+    {u"InspectionNum", kString},
+    {u"ClientPhone", kString},
+    {u"CityStateZip", kString},
+    {u"ClientAgent", kString},
+    {u"ListingAgent", kString},
+    {u"InspectionTypeID", kInteger},
+    {u"RealEstateCompany", kString},
     {u"PrivateNotes", kString},
 };
 
 constexpr ColumnLayout kCategory[] = {
-    {u"CategoryID", kInteger},     {u"CategoryTitle", kString}, {u"CategoryNumber", kString},
-    {u"Remarks", kString},         {u"CommentText", kString},   {u"CompleteFlag", kYesNo},
-    {u"NotPresentFlag", kYesNo},   {u"InspectionID", kInteger}, {u"CategoryTemplateID", kInteger},
+    {u"CategoryID", kInteger},       {u"CategoryTitle", kString}, {u"CategoryNumber", kString},
+    {u"Remarks", kString},           {u"CommentText", kString},   {u"CompleteFlag", kYesNo},
+    {u"NotPresentFlag", kYesNo},     {u"InspectionID", kInteger}, {u"CategoryTemplateID", kInteger},
     {u"Type", kInteger, u"integer"},
 };
 
@@ -53,16 +65,17 @@ constexpr ColumnLayout kStep[] = {
 };
 
 constexpr ColumnLayout kField[] = {
-    {u"ID", kInteger, u"integer"},           {u"CategoryID", kInteger, u"integer"},
-    {u"AssignedValue", kString, u"Text"},    {u"SequenceNumber", kInteger, u"integer"},
-    {u"FieldType", kInteger, u"integer"},    {u"FieldLabel", kString, u"varchar(80)"},
+    {u"ID", kInteger, u"integer"},        {u"CategoryID", kInteger, u"integer"},
+    {u"AssignedValue", kString, u"Text"}, {u"SequenceNumber", kInteger, u"integer"},
+    {u"FieldType", kInteger, u"integer"}, {u"FieldLabel", kString, u"varchar(80)"},
 };
 
 constexpr ColumnLayout kInspectionType[] = {
     {u"ID", kInteger},      {u"InspectionType", kString}, {u"Description", kString}, {u"Reserve3", kString},
     {u"Reserve4", kString}, {u"Layout", kString},         {u"Reserve6", kYesNo},     {u"Reserve7", kInteger},
 };
-constexpr ColumnLayout kInspectionTypeCategory[] = {{u"InspectionTypeID", kInteger}, {u"CategoryID", kInteger}};
+constexpr ColumnLayout kInspectionTypeCategory[] = {{u"InspectionTypeID", kInteger},
+                                                    {u"CategoryID", kInteger}};
 constexpr ColumnLayout kInspectionTypeComment[] = {
     {u"InspectionTypeID", kInteger}, {u"CommentID", kInteger}, {u"LinkKey", kString}};
 
@@ -80,10 +93,15 @@ constexpr ColumnLayout kCategoryComment[] = {
     {u"CategoryID", kInteger}, {u"CommentID", kInteger}, {u"LinkKey", kString}};
 
 constexpr ColumnLayout kStepTemplate[] = {
-    {u"ID", kInteger},           {u"Title", kString},           {u"StepNumber", kString},
-    {u"RatingTypeID", kInteger}, {u"StepInfo", kString, u"Text"}, {u"Keyword", kString, u"Text"},
+    {u"ID", kInteger},
+    {u"Title", kString},
+    {u"StepNumber", kString},
+    {u"RatingTypeID", kInteger},
+    {u"StepInfo", kString, u"Text"},
+    {u"Keyword", kString, u"Text"},
 };
-constexpr ColumnLayout kStepComment[] = {{u"StepID", kInteger}, {u"CommentID", kInteger}, {u"LinkKey", kString}};
+constexpr ColumnLayout kStepComment[] = {
+    {u"StepID", kInteger}, {u"CommentID", kInteger}, {u"LinkKey", kString}};
 
 constexpr ColumnLayout kComments[] = {
     {u"ID", kInteger},
@@ -107,7 +125,8 @@ constexpr ColumnLayout kMaterialTemplate[] = {
 constexpr ColumnLayout kMaterialComment[] = {
     {u"MaterialID", kInteger}, {u"CommentID", kInteger}, {u"LinkKey", kString}};
 
-constexpr ColumnLayout kRatingType[] = {{u"ID", kInteger}, {u"RatingType", kString}, {u"Description", kString}};
+constexpr ColumnLayout kRatingType[] = {
+    {u"ID", kInteger}, {u"RatingType", kString}, {u"Description", kString}};
 constexpr ColumnLayout kRatingChoices[] = {
     {u"ID", kInteger},        {u"RatingTypeID", kInteger}, {u"ChoiceName", kString},
     {u"DefaultFlag", kYesNo}, {u"BoldFlag", kYesNo},       {u"CommentPromptFlag", kYesNo},
@@ -116,15 +135,15 @@ constexpr ColumnLayout kRatingChoices[] = {
 
 constexpr ColumnLayout kPickers[] = {{u"PickerName", kString}, {u"PickerChoice", kString}, {u"ID", kInteger}};
 constexpr ColumnLayout kFieldTemplate[] = {
-    {u"ID", kInteger, u"integer"},       {u"Label", kString, u"varchar(80)"},
-    {u"Type", kInteger, u"integer"},     {u"Sequence", kInteger, u"integer"},
+    {u"ID", kInteger, u"integer"},         {u"Label", kString, u"varchar(80)"},
+    {u"Type", kInteger, u"integer"},       {u"Sequence", kInteger, u"integer"},
     {u"CategoryID", kInteger, u"integer"},
 };
 constexpr ColumnLayout kExpandedText[] = {
     {u"ShortCut", kString, u"varchar(80)"}, {u"Expanded", kString, u"Text"}, {u"ID", kInteger, u"integer"}};
 constexpr ColumnLayout kVoidComments[] = {{u"MaterialID", kInteger}, {u"CommentID", kInteger}};
-constexpr ColumnLayout kUniqueID[] = {
-    {u"TableName", kString, u"varchar(50)"}, {u"NextID", kInteger, u"integer"}};
+constexpr ColumnLayout kUniqueID[] = {{u"TableName", kString, u"varchar(50)"},
+                                      {u"NextID", kInteger, u"integer"}};
 
 constexpr ColumnLayout kOptions[] = {
     {u"ShowStepNumbers", kYesNo},
@@ -219,8 +238,10 @@ const TableLayout kLayouts[] = {
     {u"UniqueID", kInTemplate, kUniqueID, kByTableName},
 };
 
-constexpr TextView kGeneratedNames[] = {u"Number%d", u"Double%d", u"DateTime%d", u"String%d", u"YesNo%d", u"Binary%d"};
-constexpr TextView kGeneratedTypes[] = {u"integer", u"double", u"datetime", u"varchar (255)", u"bit", u"Long Varbinary"};
+constexpr TextView kGeneratedNames[] = {u"Number%d", u"Double%d", u"DateTime%d",
+                                        u"String%d", u"YesNo%d",  u"Binary%d"};
+constexpr TextView kGeneratedTypes[] = {u"integer",       u"double", u"datetime",
+                                        u"varchar (255)", u"bit",    u"Long Varbinary"};
 
 }  // namespace
 
@@ -234,7 +255,9 @@ Text GeneratedName(ValueType type, int position) {
   return index < std::size(kGeneratedNames) ? device::Format(kGeneratedNames[index], position) : Text();
 }
 
-std::span<const TableLayout> AllLayouts() { return kLayouts; }
+std::span<const TableLayout> AllLayouts() {
+  return kLayouts;
+}
 
 TextView RealTableName(TextView table) {
   return device::EqualIgnoringCase(table, u"MERGE_InspectionCategory") ? TextView(u"MERGE_Category") : table;

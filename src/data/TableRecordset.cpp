@@ -12,7 +12,9 @@ namespace {
 
 using device::CalendarTime;
 
-std::int32_t* AsInteger(const ColumnDef& column) { return std::get<std::int32_t*>(column.member); }
+std::int32_t* AsInteger(const ColumnDef& column) {
+  return std::get<std::int32_t*>(column.member);
+}
 
 CalendarTime ReadDate(sqlite3_stmt* statement, int column) {
   switch (sqlite3_column_type(statement, column)) {
@@ -33,8 +35,10 @@ CalendarTime ReadDate(sqlite3_stmt* statement, int column) {
 void ReadText(sqlite3_stmt* statement, int column, Text& text) {
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
   const int size = sqlite3_column_bytes(statement, column);
-  if (bytes && size > 0) device::AssignUtf8(text, bytes, static_cast<std::size_t>(size));
-  else text.clear();
+  if (bytes && size > 0)
+    device::AssignUtf8(text, bytes, static_cast<std::size_t>(size));
+  else
+    text.clear();
 }
 
 void ReadBytes(sqlite3_stmt* statement, int column, ByteArray& bytes) {
@@ -44,13 +48,16 @@ void ReadBytes(sqlite3_stmt* statement, int column, ByteArray& bytes) {
   }
   const auto* data = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement, column));
   const int size = sqlite3_column_bytes(statement, column);
-  if (data) bytes.assign(data, data + size);
-  else bytes.clear();
+  if (data)
+    bytes.assign(data, data + size);
+  else
+    bytes.clear();
 }
 
 }  // namespace
 
-TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, std::span<const BoundMember> members)
+TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout,
+                               std::span<const BoundMember> members)
     : TableRecordset(databases, layout, layout.name, members) {}
 
 TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout, TextView tableName,
@@ -77,7 +84,8 @@ bool TableRecordset::Open() {
 bool TableRecordset::OpenSQL(TextView sql) {
   Text table;
   Connection::Result result = m_Connection.Query(sql, m_Keys, table);
-  if (result == Connection::Result::TableMissing && IsStagingTable(table) && CreateIfMissing(m_Connection, table))
+  if (result == Connection::Result::TableMissing && IsStagingTable(table) &&
+      CreateIfMissing(m_Connection, table))
     result = m_Connection.Query(sql, m_Keys, table);
   m_Failed = result != Connection::Result::Done;
   if (m_EditMode == EditMode::Update) m_EditMode = EditMode::None;
@@ -140,12 +148,16 @@ void TableRecordset::ReadRow(sqlite3_stmt* statement) {
           m_UnreadDate = reinterpret_cast<const char*>(sqlite3_column_text(statement, at));
         break;
       case ValueType::String:
-        if (isThere) ReadText(statement, at, *std::get<Text*>(column.member));
-        else std::get<Text*>(column.member)->clear();
+        if (isThere)
+          ReadText(statement, at, *std::get<Text*>(column.member));
+        else
+          std::get<Text*>(column.member)->clear();
         break;
       case ValueType::Binary:
-        if (isThere) ReadBytes(statement, at, *std::get<ByteArray*>(column.member));
-        else std::get<ByteArray*>(column.member)->assign(1, 0);
+        if (isThere)
+          ReadBytes(statement, at, *std::get<ByteArray*>(column.member));
+        else
+          std::get<ByteArray*>(column.member)->assign(1, 0);
         break;
     }
   }
@@ -207,7 +219,10 @@ bool TableRecordset::Update() {
   if (!update) return false;
   BindRow(update);
   sqlite3_bind_int64(update, static_cast<int>(StoredCount()) + 1, m_CurrentKey);
-  return m_Connection.Run(update);
+  if (!m_Connection.Run(update)) return false;
+  if (m_Connection.ChangedRows() > 0) return true;
+  m_Connection.ReportVanishedRow(m_TableName);
+  return false;
 }
 
 void TableRecordset::BindRow(sqlite3_stmt* statement) {
@@ -229,8 +244,10 @@ void TableRecordset::BindRow(sqlite3_stmt* statement) {
       case ValueType::Date: {
         const CalendarTime& date = *std::get<CalendarTime*>(column.member);
         bytes = date.IsZero() && m_EditMode == EditMode::Update ? m_UnreadDate : device::ToIso(date);
-        if (bytes.empty()) sqlite3_bind_null(statement, place);
-        else sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+        if (bytes.empty())
+          sqlite3_bind_null(statement, place);
+        else
+          sqlite3_bind_text(statement, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
         break;
       }
       case ValueType::String:
@@ -262,7 +279,8 @@ bool TableRecordset::DeleteCurrent() {
   return true;
 }
 
-sqlite3_stmt* TableRecordset::Statement(sqlite3_stmt*& cached, int& generation, std::string (TableRecordset::*build)()) {
+sqlite3_stmt* TableRecordset::Statement(sqlite3_stmt*& cached, int& generation,
+                                        std::string (TableRecordset::*build)()) {
   if (!cached || generation != m_Connection.Generation()) {
     cached = m_Connection.Prepare((this->*build)());
     generation = m_Connection.Generation();
@@ -287,7 +305,8 @@ std::string TableRecordset::InsertSql() {
     names += (i ? ", " : "") + QuotedName((*stored)[i].name);
     places += i ? ", ?" : "?";
   }
-  if (names.empty()) return "INSERT INTO " + QuotedName(m_RowsTable) + " DEFAULT VALUES";  // fails with the reason
+  if (names.empty())
+    return "INSERT INTO " + QuotedName(m_RowsTable) + " DEFAULT VALUES";  // fails with the reason
   return "INSERT INTO " + QuotedName(m_RowsTable) + " (" + names + ") VALUES (" + places + ")";
 }
 

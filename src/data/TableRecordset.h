@@ -18,7 +18,7 @@ namespace inspector::data {
 // Failures: a query that fails reads as empty (Failed tells), and every failure but a missing table has been
 // reported by the connection. A NULL reads as the neutral value of its type; a NULL date as the zero date.
 class TableRecordset {
- public:
+public:
   virtual ~TableRecordset() = default;
   TableRecordset(const TableRecordset&) = delete;
   TableRecordset& operator=(const TableRecordset&) = delete;
@@ -60,7 +60,7 @@ class TableRecordset {
   // The open row that is row n of another recordset on the same table; -1 when it is not among them.
   int FindRowOf(const TableRecordset& other, int n) const;
 
- protected:
+protected:
   // `layout` gives the columns, `members` their members in the same order. A table name of its own serves
   // tables that share a layout.
   TableRecordset(Databases& databases, const TableLayout& layout, std::span<const BoundMember> members);
@@ -69,7 +69,7 @@ class TableRecordset {
   void AddColumn(ColumnDef column) { m_Columns.push_back(std::move(column)); }
   Databases& GetDatabases() const { return m_Databases; }
 
- private:
+private:
   bool Insert();
   bool Update();
   void BindRow(sqlite3_stmt* statement);

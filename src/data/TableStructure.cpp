@@ -29,7 +29,9 @@ SqlColumn NamedOrGenerated(const ColumnDef& column, int position) {
   return {GeneratedName(column.type, position), Text(GeneratedSqlType(column.type))};
 }
 
-bool IsKnown(ValueType type) { return !GeneratedSqlType(type).empty(); }
+bool IsKnown(ValueType type) {
+  return !GeneratedSqlType(type).empty();
+}
 
 }  // namespace
 
@@ -50,8 +52,11 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
     return StructureResult::Fatal;
   };
   const auto failedStatement = [&] {
-    return fatal(Format(u"Error creating table: %s \nInspector is unable to recover from this error and will be "
-                        u"terminated.", m_TableName) + Text(kBackUpAndSupport));
+    return fatal(
+        Format(u"Error creating table: %s \nInspector is unable to recover from this error and will be "
+               u"terminated.",
+               m_TableName) +
+        Text(kBackUpAndSupport));
   };
 
   // A table that is whole is only looked at, which a program that writes beside does not hinder.
@@ -66,8 +71,11 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
     int position = 0;
     for (const ColumnDef& column : m_Columns) {
       if (!IsKnown(column.type)) {
-        return fatal(Format(u"Invalid column type in table: %s column: %d\n Inspector is unable to recover from this "
-                            u"error and will be terminated.", m_TableName, position) + Text(kSupport));
+        return fatal(
+            Format(u"Invalid column type in table: %s column: %d\n Inspector is unable to recover from this "
+                   u"error and will be terminated.",
+                   m_TableName, position) +
+            Text(kSupport));
       }
       ++position;
     }
@@ -80,8 +88,11 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
   const std::vector<StoredColumn> stored = *found;
   const auto existing = static_cast<int>(stored.size());
   const auto invalidColumn = [&](int number) {
-    return fatal(Format(u"Invalid column type in table: %s column: %d\nInspector is unable to recover from this error "
-                        u"and will be terminated.", m_TableName, number) + Text(kSupport));
+    return fatal(
+        Format(u"Invalid column type in table: %s column: %d\nInspector is unable to recover from this error "
+               u"and will be terminated.",
+               m_TableName, number) +
+        Text(kSupport));
   };
 
   std::size_t at = 0;
@@ -93,12 +104,16 @@ TableRecordset::StructureResult TableRecordset::CheckStructure(device::Prompts& 
     if (!IsKnown(column.type)) return invalidColumn(i + existing);
     if (Accepts(column.type, stored[static_cast<std::size_t>(i)].type)) continue;
     if (column.sqlName == u"ReportIcon") {
-      return fatal(u"There was an error found in the Template data file.  This file was transferred from a PC "
-                   u"incorrectly. \nTo correct this error, retransfer the data file from the PC being sure to check "
-                   u"the 'ReportIcon' field under the 'Options' table.");
+      return fatal(
+          u"There was an error found in the Template data file.  This file was transferred from a PC "
+          u"incorrectly. \nTo correct this error, retransfer the data file from the PC being sure to check "
+          u"the 'ReportIcon' field under the 'Options' table.");
     }
-    return fatal(Format(u"Column type mismatch in table: %s column: %d\nInspector is unable to recover from this "
-                        u"error and will be terminated.", m_TableName, i) + Text(kBackUpAndSupport));
+    return fatal(
+        Format(u"Column type mismatch in table: %s column: %d\nInspector is unable to recover from this "
+               u"error and will be terminated.",
+               m_TableName, i) +
+        Text(kBackUpAndSupport));
   }
 
   for (int position = existing; position < static_cast<int>(m_Columns.size()); ++position) {

@@ -11,7 +11,9 @@ constexpr std::int32_t kFirstInspectionKey = 1000;
 constexpr std::int32_t kFirstTemplateKey = 25000;
 
 // After the highest key comes the lowest.
-std::int32_t Following(std::int32_t key) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) + 1); }
+std::int32_t Following(std::int32_t key) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) + 1);
+}
 
 const TableLayout& LayoutOf(DatabaseKind kind) {
   const auto layouts = AllLayouts();
@@ -26,7 +28,8 @@ UniqueIDTable::UniqueIDTable(Databases& databases, DatabaseKind kind)
     : TableRecordset(databases, LayoutOf(kind), UniqueIDTable::Members(*this)), m_Kind(kind) {}
 
 std::int32_t UniqueIDTable::NextID(TextView sequenceName) {
-  const bool isThere = OpenSQL(device::Format(u"SELECT * FROM UniqueID WHERE TableName = \"%s\"", sequenceName));
+  const bool isThere =
+      OpenSQL(device::Format(u"SELECT * FROM UniqueID WHERE TableName = \"%s\"", sequenceName));
   const bool found = GetRecord(0);
   if (isThere && Failed()) {
     // A second row for the sequence would hand out every key again, for good.

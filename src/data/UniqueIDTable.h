@@ -6,7 +6,7 @@
 namespace inspector::data {
 
 class UniqueIDTable : public TableRecordset {
- public:
+public:
   UniqueIDTable(Databases& databases, DatabaseKind kind);
 
   // Takes the next key and stores it. Inspection database: 1000 for a new sequence, then counting up.
@@ -20,7 +20,7 @@ class UniqueIDTable : public TableRecordset {
   Text m_SequenceName;
   std::int32_t m_NextID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(UniqueIDTable& row) { return {&row.m_SequenceName, &row.m_NextID}; }
 
   DatabaseKind m_Kind;

@@ -6,14 +6,14 @@
 namespace inspector::data {
 
 class VoidCommentsTable : public TableRecordset {
- public:
+public:
   explicit VoidCommentsTable(Databases& databases)
       : TableRecordset(databases, *FindLayout(u"VoidComments"), VoidCommentsTable::Members(*this)) {}
 
   std::int32_t m_MaterialID = 0;
   std::int32_t m_CommentID = 0;
 
- private:
+private:
   static std::vector<BoundMember> Members(VoidCommentsTable& row) {
     return {&row.m_MaterialID, &row.m_CommentID};
   }

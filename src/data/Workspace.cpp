@@ -5,8 +5,8 @@ namespace inspector::data {
 Workspace::Workspace(const device::Machine& machine, device::DatabasePaths paths)
     : m_Machine(machine),
       m_Paths(std::move(paths)),
-      m_Databases(machine.paths.ResolveTyped(m_Paths.templatePath), machine.paths.ResolveTyped(m_Paths.inspectionPath),
-                  machine.faults, machine.clock) {}
+      m_Databases(machine.paths.ResolveTyped(m_Paths.templatePath),
+                  machine.paths.ResolveTyped(m_Paths.inspectionPath), machine.faults, machine.clock) {}
 
 OptionsTable& Workspace::Options() {
   if (!m_Options) {

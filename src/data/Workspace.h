@@ -12,7 +12,7 @@ namespace inspector::data {
 
 // Built by StartUp and passed in to everything above the store. One per run.
 class Workspace {
- public:
+public:
   Workspace(const device::Machine& machine, device::DatabasePaths paths);
 
   const device::Machine& GetMachine() const { return m_Machine; }
@@ -34,7 +34,7 @@ class Workspace {
   // A second pair of connections to the same files, for another thread; not opened yet.
   std::unique_ptr<Databases> MakeDatabases() const;
 
- private:
+private:
   device::Machine m_Machine;
   device::DatabasePaths m_Paths;
   Databases m_Databases;

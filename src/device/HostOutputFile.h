@@ -52,6 +52,7 @@ private:
   int m_Descriptor = -1;
   std::unique_ptr<char[]> m_Buffer;
   std::size_t m_Buffered = 0;
+  std::uint64_t m_Unstarted = 0;  // bytes written since the disk was last told to begin
   State m_State = State::Open;
   std::string m_Error;
 };

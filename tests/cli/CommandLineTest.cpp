@@ -16,7 +16,10 @@ TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
                                                 {"--walk", "list"},
                                                 {"delete"},
                                                 {"delete", "one"},
+                                                {"categories", "0x3E8"},
+                                                {"categories", "+1000"},
                                                 {"--home"},
+                                                {"--home", ""},
                                                 {"options", "Walk=1"},
                                                 {"owner", "colour=red"},
                                                 {"library", "burn", "/"}}) {

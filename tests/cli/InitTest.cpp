@@ -1,6 +1,8 @@
 // "init" on a device that has nothing, with the starter library and the sample visit as they are shipped.
 #include <nlohmann/json.hpp>
 
+#include <fstream>
+
 #include "CommandLineFixture.h"
 
 namespace inspector::cli {
@@ -67,6 +69,20 @@ TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
   EXPECT_THAT(third.out, HasSubstr("Inspection_Data.cdb"));
   EXPECT_EQ(third.out.find("library"), std::string::npos);
   EXPECT_EQ(Cli({"options", "ReportFontName"}).out, "ReportFontName=Times New Roman\n");
+}
+
+TEST_F(InitTest, AnEmptyLibraryIsFilledButSetOptionsStay) {
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  ASSERT_EQ(Cli({"options", "FooterText=Ours"}).exit, 0);
+  const std::filesystem::path none = Home() / "none";
+  std::filesystem::create_directories(none);
+  std::ofstream(none / "empty.toml") << "# nothing\n";
+  ASSERT_EQ(Cli({"library", "import", none.string()}).exit, 0);
+  ASSERT_EQ(Json({"types"}).size(), 0U);
+  const tests::CliRun run = Cli({"init"});
+  EXPECT_EQ(run.exit, 0) << run.err;
+  EXPECT_EQ(Json({"types"}).size(), 4U);
+  EXPECT_EQ(Cli({"options", "FooterText"}).out, "FooterText=Ours\n");
 }
 
 TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {

@@ -16,7 +16,7 @@ using data::StepTable;
 using data::Transaction;
 
 class ConnectionTest : public StoreTest {
- protected:
+protected:
   void SetUp() override {
     CreateFresh();
     OpenBoth();
@@ -42,7 +42,10 @@ TEST_F(ConnectionTest, ATransactionIsWholeOrNothing) {
     EXPECT_FALSE(outer.Commit());
   }
   EXPECT_EQ(Steps(), "1");
-  { const Transaction forgotten(Inspection()); AddStep(2); }
+  {
+    const Transaction forgotten(Inspection());
+    AddStep(2);
+  }
   {
     Transaction outer(Inspection());
     AddStep(3);
@@ -120,8 +123,10 @@ TEST_F(ConnectionTest, AnotherConnectionOfTheProcessLeavesTheLocksInPlace) {
     Databases worker(TemplateFile(), InspectionFile(), m_Faults, m_Clock);
     EXPECT_EQ(worker.Open(), u"");
   }
-  // A program that closes as the last one takes the write-ahead journal away; here it must see that it is not.
-  const std::string command = "sqlite3 '" + InspectionFile().string() + "' 'SELECT count(*) FROM Step' > /dev/null";
+  // A program that closes as the last one takes the write-ahead journal away; here it must see that it is
+  // not.
+  const std::string command =
+      "sqlite3 '" + InspectionFile().string() + "' 'SELECT count(*) FROM Step' > /dev/null";
   if (std::system("command -v sqlite3 > /dev/null") != 0) GTEST_SKIP() << "no sqlite3 shell";
   EXPECT_EQ(std::system(command.c_str()), 0);
   EXPECT_TRUE(std::filesystem::exists(InspectionFile().string() + "-wal"));

@@ -9,7 +9,7 @@ using device::Format;
 using Ids = std::vector<int>;
 
 class SqlDialectTest : public StoreTest, public ::testing::WithParamInterface<const char*> {
- protected:
+protected:
   void SetUp() override {
     if (GetParam() == std::string("Fresh")) {
       CreateFresh();
@@ -97,24 +97,32 @@ INSTANTIATE_TEST_SUITE_P(Names, SqlDialectTest, ::testing::Values("Fresh", "Gene
                          [](const auto& each) { return std::string(each.param); });
 
 constexpr const char16_t* kStepsOfVisit =
-    u"SELECT Step.* FROM (Step INNER JOIN Category ON Step.CategoryID = Category.CategoryID) INNER JOIN Inspection ON "
-    u"Category.InspectionID = Inspection.InspectionID WHERE (((Step.Comments)>\"\") AND ((Inspection.InspectionID)= "
+    u"SELECT Step.* FROM (Step INNER JOIN Category ON Step.CategoryID = Category.CategoryID) INNER JOIN "
+    u"Inspection ON "
+    u"Category.InspectionID = Inspection.InspectionID WHERE (((Step.Comments)>\"\") AND "
+    u"((Inspection.InspectionID)= "
     u"%d)%s) ORDER BY StepNumber;";
 constexpr const char16_t* kAllSteps =
-    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) INNER "
+    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) "
+    u"INNER "
     u"JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d))%s;";
 constexpr const char16_t* kChoices =
-    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
+    u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType)=\"%s\"))";
 constexpr const char16_t* kNamedChoice =
-    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = RatingChoices.RatingTypeID "
+    u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
+    u"RatingChoices.RatingTypeID "
     u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = \"%s\"));";
 constexpr const char16_t* kTypeCategories =
-    u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN InspectionTypeCategory ON "
+    u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN "
+    u"InspectionTypeCategory ON "
     u"CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON InspectionType.ID = "
     u"InspectionTypeCategory.InspectionTypeID WHERE (((InspectionType.InspectionType)=\"%s\"));";
-constexpr const char16_t* kByNumber = u"SELECT * FROM %s WHERE ((InspectionID = %d) AND (CategoryNumber = %s))";
-constexpr const char16_t* kByTemplate = u"SELECT * FROM %s WHERE ((InspectionID = %d) AND (CategoryTemplateID = %d))";
+constexpr const char16_t* kByNumber =
+    u"SELECT * FROM %s WHERE ((InspectionID = %d) AND (CategoryNumber = %s))";
+constexpr const char16_t* kByTemplate =
+    u"SELECT * FROM %s WHERE ((InspectionID = %d) AND (CategoryTemplateID = %d))";
 constexpr const char16_t* kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
 
 TEST_P(SqlDialectTest, VisitsAreFoundInTheirOrder) {
@@ -126,7 +134,8 @@ TEST_P(SqlDialectTest, VisitsAreFoundInTheirOrder) {
       {u"Inspection", u"SELECT * FROM Inspection WHERE InspectionNum = 'InspectionNum'", {1}},
       {u"Inspection", u"SELECT * FROM Inspection WHERE InspectionID = 2", {2}},
       {u"MERGE_Inspection", u"SELECT * FROM MERGE_Inspection WHERE InspectionID = 3", {3}},
-      {u"Category", u"SELECT * FROM Category WHERE InspectionID = 1 ORDER BY CategoryNumber, CategoryTitle",
+      {u"Category",
+       u"SELECT * FROM Category WHERE InspectionID = 1 ORDER BY CategoryNumber, CategoryTitle",
        {11, 13, 12, 16}},
       {u"Category", u"SELECT * FROM Category WHERE CategoryID = 13", {13}},
       {u"Category", u"SELECT * FROM Category WHERE CategoryNumber = 2", {11}},
@@ -143,7 +152,8 @@ TEST_P(SqlDialectTest, VisitsAreFoundInTheirOrder) {
       {u"InspectionCategory", Format(kByTemplate, u"InspectionCategory", 1, 10), {81}},
       {u"MERGE_InspectionCategory", Format(kByTemplate, u"MERGE_InspectionCategory", 3, 0), {72, 71}},
       {u"MERGE_Category",
-       u"SELECT * FROM MERGE_Category WHERE InspectionID = 3 ORDER BY CategoryNumber, CategoryTitle", {71, 72}},
+       u"SELECT * FROM MERGE_Category WHERE InspectionID = 3 ORDER BY CategoryNumber, CategoryTitle",
+       {71, 72}},
       {u"Step", Format(kStepsInOrder, u"Step", 11), {101, 103, 102, 104}},
       {u"MERGE_Step", Format(kStepsInOrder, u"MERGE_Step", 71), {170}},
       {u"MERGE_Step", u"SELECT * FROM MERGE_Step WHERE StepID = 170", {170}},
@@ -161,10 +171,15 @@ TEST_P(SqlDialectTest, VisitsAreFoundInTheirOrder) {
       {u"Step", Format(kStepsOfVisit, 1, u" AND ((Step.InspectResult)= \"InspectResult\")"), {}},
       {u"Step", Format(kStepsOfVisit, 1, u" AND ((Step.InspectResult)= \"\")"), {}},
       {u"Step", Format(kAllSteps, 1, u""), {102, 101, 103, 104, 105}},
-      {u"Step", Format(kAllSteps, 1, u" ORDER BY Step.MajorSystem, Step.StepNumber"), {105, 101, 103, 104, 102}},
-      {u"Field", u"SELECT * FROM Field WHERE Field.CategoryID = 11 Order By Field.SequenceNumber", {711, 710}},
+      {u"Step",
+       Format(kAllSteps, 1, u" ORDER BY Step.MajorSystem, Step.StepNumber"),
+       {105, 101, 103, 104, 102}},
+      {u"Field",
+       u"SELECT * FROM Field WHERE Field.CategoryID = 11 Order By Field.SequenceNumber",
+       {711, 710}},
   };
-  for (const auto& each : kCases) EXPECT_EQ(Find(each.table, each.sql), each.expected) << device::ToUtf8(each.sql);
+  for (const auto& each : kCases)
+    EXPECT_EQ(Find(each.table, each.sql), each.expected) << device::ToUtf8(each.sql);
 }
 
 TEST_P(SqlDialectTest, TheLibraryIsFoundInTheOrderOfItsLinks) {
@@ -187,30 +202,38 @@ TEST_P(SqlDialectTest, TheLibraryIsFoundInTheOrderOfItsLinks) {
        u"(((StepComment.StepID)=200))ORDER BY GroupName, Comments;",
        {302, 301, 300}},
       {u"Comments",
-       u"SELECT Comments.* FROM Comments INNER JOIN StepComment  ON Comments.ID = StepComment.CommentID  WHERE "
+       u"SELECT Comments.* FROM Comments INNER JOIN StepComment  ON Comments.ID = StepComment.CommentID  "
+       u"WHERE "
        u"(((StepComment.StepID)=200))ORDER BY Comments.Comments;",
        {302, 301, 300}},
       {u"Comments",
-       u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON Comments.ID = "
+       u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON "
+       u"Comments.ID = "
        u"CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
        u"(((CategoryTemplate.ID)=10));",
        {301, 300}},
       {u"Comments",
-       u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON Comments.ID = "
-       u"InspectionTypeComment.CommentID) ON InspectionType.ID = InspectionTypeComment.InspectionTypeID WHERE "
+       u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON "
+       u"Comments.ID = "
+       u"InspectionTypeComment.CommentID) ON InspectionType.ID = InspectionTypeComment.InspectionTypeID "
+       u"WHERE "
        u"(((InspectionType.id)=1));",
        {302, 301, 303}},
       {u"Comments",
-       u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON Comments.ID = "
+       u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON "
+       u"Comments.ID = "
        u"MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
        u"(((MaterialTemplate.ID)=400));",
        {303, 301}},
       {u"Comments", u"SELECT * FROM Comments", {300, 301, 302, 303}},
       {u"Comments", u"SELECT * FROM Comments WHERE ID = 301", {301}},
       {u"StepComment", u"SELECT * FROM StepComment WHERE StepID = -200", {-200}},
-      {u"MaterialTemplate", u"SELECT * FROM MaterialTemplate WHERE StepID = 200 ORDER BY MaterialOrder",
+      {u"MaterialTemplate",
+       u"SELECT * FROM MaterialTemplate WHERE StepID = 200 ORDER BY MaterialOrder",
        {401, 402, 400}},
-      {u"MaterialTemplate", u"SELECT * FROM MaterialTemplate WHERE (StepID = 200) AND (DefaultMaterial = TRUE);", {400}},
+      {u"MaterialTemplate",
+       u"SELECT * FROM MaterialTemplate WHERE (StepID = 200) AND (DefaultMaterial = TRUE);",
+       {400}},
       {u"RatingType", u"SELECT * FROM RatingType WHERE RatingType.ID = 2", {2}},
       {u"RatingChoices", Format(kChoices, u"Condition"), {500, 501, 502}},
       {u"RatingChoices", Format(kChoices, u"7\" pipe"), {503}},
@@ -225,20 +248,27 @@ TEST_P(SqlDialectTest, TheLibraryIsFoundInTheOrderOfItsLinks) {
       {u"RatingChoices", u"SELECT * FROM RatingChoices WHERE RatingChoices.BoldFlag = TRUE;", {501}},
       {u"RatingChoices", u"SELECT * FROM RatingChoices WHERE RatingChoices.RedFlag = TRUE;", {502}},
       {u"RatingChoices", u"SELECT * FROM RatingChoices WHERE RatingChoices.SummaryFlag = TRUE;", {501}},
-      {u"RatingChoices", u"SELECT * FROM RatingChoices WHERE RatingChoices.DefaultFlag = FALSE;", {501, 502, 503}},
       {u"RatingChoices",
-       u"SELECT RatingChoices.* FROM StepTemplate INNER JOIN (RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-       u"RatingChoices.RatingTypeID) ON StepTemplate.RatingTypeID = RatingType.ID WHERE ((StepTemplate.ID=200) AND "
+       u"SELECT * FROM RatingChoices WHERE RatingChoices.DefaultFlag = FALSE;",
+       {501, 502, 503}},
+      {u"RatingChoices",
+       u"SELECT RatingChoices.* FROM StepTemplate INNER JOIN (RatingType INNER JOIN RatingChoices ON "
+       u"RatingType.ID = "
+       u"RatingChoices.RatingTypeID) ON StepTemplate.RatingTypeID = RatingType.ID WHERE "
+       u"((StepTemplate.ID=200) AND "
        u"((RatingChoices.SummaryFlag)=TRUE)AND ((RatingChoices.ChoiceName)=\"Repair\"))",
        {501}},
       {u"Pickers", u"SELECT * FROM Pickers ORDER BY PickerName", {602, 600, 601}},
-      {u"Pickers", u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"PickerName\" ORDER BY PickerChoice;",
+      {u"Pickers",
+       u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"PickerName\" ORDER BY PickerChoice;",
        {601, 600}},
       {u"FieldTemplate",
-       u"SELECT * FROM FieldTemplate WHERE FieldTemplate.CategoryID = 10 Order By FieldTemplate.Sequence", {701, 700}},
+       u"SELECT * FROM FieldTemplate WHERE FieldTemplate.CategoryID = 10 Order By FieldTemplate.Sequence",
+       {701, 700}},
       {u"UniqueID", u"SELECT * FROM UniqueID WHERE TableName = \"TableName\"", {41}},
   };
-  for (const auto& each : kCases) EXPECT_EQ(Find(each.table, each.sql), each.expected) << device::ToUtf8(each.sql);
+  for (const auto& each : kCases)
+    EXPECT_EQ(Find(each.table, each.sql), each.expected) << device::ToUtf8(each.sql);
 }
 
 TEST_P(SqlDialectTest, ADeletionTakesTheRowsMeantAndNoOthers) {
@@ -287,11 +317,16 @@ TEST_P(SqlDialectTest, WhatIsNotUnderstoodFailsAloudAndReadsAsEmpty) {
 TEST(StoredTypeTest, DeclaredTypesCompareWithoutCase) {
   using data::StoredType;
   const std::pair<const char*, StoredType> kCases[] = {
-      {"INTEGER", StoredType::Integer},       {"Varchar (255)", StoredType::String},
-      {"VARCHAR(80)", StoredType::String},    {"text", StoredType::LongString},
-      {"Double", StoredType::Double},         {"FLOAT", StoredType::Double},
-      {"DateTime", StoredType::Date},         {"BIT", StoredType::Boolean},
-      {"long VARBINARY", StoredType::LongBinary}, {"currency", StoredType::Unknown},
+      {"INTEGER", StoredType::Integer},
+      {"Varchar (255)", StoredType::String},
+      {"VARCHAR(80)", StoredType::String},
+      {"text", StoredType::LongString},
+      {"Double", StoredType::Double},
+      {"FLOAT", StoredType::Double},
+      {"DateTime", StoredType::Date},
+      {"BIT", StoredType::Boolean},
+      {"long VARBINARY", StoredType::LongBinary},
+      {"currency", StoredType::Unknown},
       {"", StoredType::Unknown},
   };
   for (const auto& [declared, type] : kCases) EXPECT_EQ(data::StoredTypeOf(declared), type) << declared;

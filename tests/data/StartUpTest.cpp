@@ -19,8 +19,10 @@ using data::StartUpResult;
 using device::DatabasePaths;
 
 class StartUpTest : public StoreTest {
- protected:
-  Text Registered(TextView key, const char16_t* value) { return m_Registry.Read(Text(key), value).value_or(u"none"); }
+protected:
+  Text Registered(TextView key, const char16_t* value) {
+    return m_Registry.Read(Text(key), value).value_or(u"none");
+  }
   Text LastMessage() { return m_Prompts.Messages().empty() ? Text() : m_Prompts.Messages().back().text; }
 };
 
@@ -91,11 +93,14 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   CreateFresh();
   const std::string good = [&] {
     Shell other(InspectionFile());
-    other.Run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) "
-              "INSERT INTO Step (StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
+    other.Run(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) "
+        "INSERT INTO Step (StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
     return ContentOf(InspectionFile());
   }();
-  const auto with = [&](std::size_t at, const std::string& bytes) { return std::string(good).replace(at, bytes.size(), bytes); };
+  const auto with = [&](std::size_t at, const std::string& bytes) {
+    return std::string(good).replace(at, bytes.size(), bytes);
+  };
   const struct {
     const char* what;
     std::string content;
@@ -153,10 +158,12 @@ TEST_F(StartUpTest, ADatabaseMayLieBehindALink) {
 
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
   CreateFresh();
-  Shell(InspectionFile()).Run("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
+  Shell(InspectionFile())
+      .Run("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
   EXPECT_EQ(Start().result, StartUpResult::Ready);
   ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"(missing column in table: Step column: 16; missing table: Field)"))
+  EXPECT_TRUE(
+      device::Contains(LastMessage(), u"(missing column in table: Step column: 16; missing table: Field)"))
       << device::ToUtf8(LastMessage());
   EXPECT_EQ(m_Faults.Count(), 1);
 }
@@ -185,7 +192,8 @@ TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
   const std::string before = ContentOf(InspectionFile());
   Shell other(InspectionFile());
   other.Run("PRAGMA cache_size = 1; PRAGMA journal_mode = delete; BEGIN");
-  for (int i = 0; i < 40; ++i) other.Run("INSERT INTO Step (StepID, Comments) VALUES (1, hex(randomblob(4000)))");
+  for (int i = 0; i < 40; ++i)
+    other.Run("INSERT INTO Step (StepID, Comments) VALUES (1, hex(randomblob(4000)))");
   const auto copy = m_Folder / "copy.cdb";
   std::filesystem::copy_file(InspectionFile(), copy);
   std::filesystem::copy_file(InspectionFile().string() + "-journal", copy.string() + "-journal");
@@ -200,10 +208,12 @@ TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
 
 TEST_F(StartUpTest, AFreshDatabaseNeverReplacesAFile) {
   const auto file = m_Folder.Put("My Documents/Template_Data.cdb", "mine");
-  EXPECT_TRUE(device::Contains(data::CreateFreshDatabase(file, data::DatabaseKind::Template, m_Faults), u"File exists"));
+  EXPECT_TRUE(device::Contains(data::CreateFreshDatabase(file, data::DatabaseKind::Template, m_Faults),
+                               u"File exists"));
   EXPECT_EQ(ContentOf(file), "mine");
   m_Folder.Put("plain", "");
-  EXPECT_NE(data::CreateFreshDatabase(m_Folder / "plain" / "T.cdb", data::DatabaseKind::Template, m_Faults), u"");
+  EXPECT_NE(data::CreateFreshDatabase(m_Folder / "plain" / "T.cdb", data::DatabaseKind::Template, m_Faults),
+            u"");
   EXPECT_EQ(m_Files.ListEntries(m_Folder / "My Documents"), std::vector<Text>{u"Template_Data.cdb"});
 }
 
@@ -225,9 +235,13 @@ TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
   for (const auto& each : kCases) {
     SCOPED_TRACE(each.stored);
     other.Run("DELETE FROM Options; DELETE FROM InspectionType");
-    other.Run("INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, ColumnWidth3, "
-              "ColumnWidth4, ColumnWidth5) VALUES ('5.0', " + std::string(each.stored) + ")");
-    if (each.layout) other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");
+    other.Run(
+        "INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
+        "ColumnWidth3, "
+        "ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
+        std::string(each.stored) + ")");
+    if (each.layout)
+      other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");
     const std::string stored = other.Ask("SELECT * FROM Options");
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
@@ -257,8 +271,9 @@ TEST_F(StartUpTest, SavedOptionsQuitWhenAPathChangedEvenInCaseOnly) {
 
   const DatabasePaths changed{u"\\my documents\\Template_Data.cdb", Text(kDefaultInspectionPath)};
   EXPECT_EQ(SaveOptions(workspace, changed), OptionsSaved::MustQuit);
-  EXPECT_EQ(LastMessage(), u"The path(s) for the data files have been changed and you are required to quit before "
-                           u"proceeding.\n\nInspector will now quit.");
+  EXPECT_EQ(LastMessage(),
+            u"The path(s) for the data files have been changed and you are required to quit before "
+            u"proceeding.\n\nInspector will now quit.");
   EXPECT_EQ(m_Prompts.Messages().back().icon, device::Icon::Exclamation);
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);
   EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);  // start-up has a key of its own

@@ -29,7 +29,9 @@ namespace inspector::tests {
 using namespace data;  // every table class
 
 std::string Shell::Try(const std::string& sql) {
-  return sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK ? "" : sqlite3_errmsg(m_Database);
+  return sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK
+             ? ""
+             : sqlite3_errmsg(m_Database);
 }
 
 std::string Shell::Ask(const std::string& sql) {
@@ -40,7 +42,8 @@ std::string Shell::Ask(const std::string& sql) {
     for (int i = 0; i < count; ++i) text += std::string(i ? "|" : "") + (values[i] ? values[i] : "NULL");
     return 0;
   };
-  EXPECT_EQ(sqlite3_exec(m_Database, sql.c_str(), collect, &result, nullptr), SQLITE_OK) << sqlite3_errmsg(m_Database);
+  EXPECT_EQ(sqlite3_exec(m_Database, sql.c_str(), collect, &result, nullptr), SQLITE_OK)
+      << sqlite3_errmsg(m_Database);
   return result;
 }
 
@@ -56,7 +59,8 @@ void StoreTest::CreateGenerated() {
     Shell(file).Run("CREATE TABLE Other (A); INSERT INTO Other VALUES (1)");
   }
   OpenBoth();
-  for (const TableLayout& layout : AllLayouts()) EXPECT_TRUE(Table(layout.name, layout.database)->CreateTable());
+  for (const TableLayout& layout : AllLayouts())
+    EXPECT_TRUE(Table(layout.name, layout.database)->CreateTable());
 }
 
 void StoreTest::OpenBoth() {
@@ -97,8 +101,10 @@ void StoreTest::Add(TextView table, std::initializer_list<std::pair<int, Cell>> 
   row->PrepareNew();
   for (const auto& [ordinal, cell] : cells) {
     const auto& member = row->Columns()[static_cast<std::size_t>(ordinal)].member;
-    if (const auto* number = std::get_if<int>(&cell)) *std::get<std::int32_t*>(member) = *number;
-    else *std::get<Text*>(member) = std::get<Text>(cell);
+    if (const auto* number = std::get_if<int>(&cell))
+      *std::get<std::int32_t*>(member) = *number;
+    else
+      *std::get<Text*>(member) = std::get<Text>(cell);
   }
   EXPECT_TRUE(row->Write());
 }
@@ -118,8 +124,9 @@ void StoreTest::Store(TextView table, int id, int ordinal, const std::string& va
   Connection& connection = row->GetConnection();
   const auto& stored = *connection.ColumnsOf(table);
   const auto name = [&](int at) { return QuotedName(stored[static_cast<std::size_t>(at)].name); };
-  EXPECT_TRUE(connection.ExecuteNative("UPDATE " + QuotedName(table) + " SET " + name(ordinal) + " = " + value +
-                                       " WHERE " + name(FirstInteger(*row).ordinal) + " = " + std::to_string(id)));
+  EXPECT_TRUE(connection.ExecuteNative("UPDATE " + QuotedName(table) + " SET " + name(ordinal) + " = " +
+                                       value + " WHERE " + name(FirstInteger(*row).ordinal) + " = " +
+                                       std::to_string(id)));
 }
 
 std::vector<int> StoreTest::Find(TextView table, TextView sql) {

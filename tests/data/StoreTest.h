@@ -28,7 +28,7 @@ using device::TextView;
 
 // Another program that has one of the databases open: SQLite and nothing of this project.
 class Shell {
- public:
+public:
   explicit Shell(const std::filesystem::path& file) { sqlite3_open(file.c_str(), &m_Database); }
   ~Shell() { sqlite3_close(m_Database); }
   Shell(const Shell&) = delete;
@@ -40,14 +40,14 @@ class Shell {
   // Fields joined with '|', rows with '\n'.
   std::string Ask(const std::string& sql);
 
- private:
+private:
   sqlite3* m_Database = nullptr;
 };
 
 using Cell = std::variant<int, Text>;
 
 class StoreTest : public ::testing::Test {
- protected:
+protected:
   std::filesystem::path TemplateFile() const { return m_Folder / "My Documents/Template_Data.cdb"; }
   std::filesystem::path InspectionFile() const { return m_Folder / "My Documents/Inspection_Data.cdb"; }
 
@@ -60,10 +60,12 @@ class StoreTest : public ::testing::Test {
 
   data::StartUp Start() { return data::StartData(m_Machine); }
   Databases& Data() { return *m_Databases; }
-  std::unique_ptr<TableRecordset> Table(TextView name, data::DatabaseKind kind = data::DatabaseKind::Inspection);
+  std::unique_ptr<TableRecordset> Table(TextView name,
+                                        data::DatabaseKind kind = data::DatabaseKind::Inspection);
   // Adds a row with these values by ordinal, through the table's class.
   void Add(TextView table, std::initializer_list<std::pair<int, Cell>> cells);
-  // Stores something that the program would not: `value` in SQLite's words where the first integer column is `id`.
+  // Stores something that the program would not: `value` in SQLite's words where the first integer column is
+  // `id`.
   void Store(TextView table, int id, int ordinal, const std::string& value);
   // The first integer column of each row that the statement finds.
   std::vector<int> Find(TextView table, TextView sql);

@@ -19,7 +19,7 @@ using data::StepTable;
 using data::UniqueIDTable;
 
 class TableRecordsetTest : public StoreTest {
- protected:
+protected:
   void SetUp() override {
     CreateFresh();
     OpenBoth();
@@ -34,17 +34,30 @@ TEST_F(TableRecordsetTest, EveryColumnOfEveryTableComesBackAtItsOrdinal) {
         SCOPED_TRACE(column.ordinal);
         const int n = column.ordinal + 1;
         const auto apply = [&](auto& member, const auto& value) {
-          if (check) EXPECT_TRUE(member == value);
-          else member = value;
+          if (check)
+            EXPECT_TRUE(member == value);
+          else
+            member = value;
         };
         switch (column.type) {
-          case data::ValueType::Integer: apply(*std::get<std::int32_t*>(column.member), -100 * n); break;
-          case data::ValueType::YesNo: apply(*std::get<std::int32_t*>(column.member), -1); break;
-          case data::ValueType::Double: apply(*std::get<double*>(column.member), n + 0.125); break;
-          case data::ValueType::String: apply(*std::get<Text*>(column.member), u"\u00e9 \"'" + device::Decimal(n)); break;
-          case data::ValueType::Binary: apply(*std::get<data::ByteArray*>(column.member), data::ByteArray{0, 255, 7}); break;
+          case data::ValueType::Integer:
+            apply(*std::get<std::int32_t*>(column.member), -100 * n);
+            break;
+          case data::ValueType::YesNo:
+            apply(*std::get<std::int32_t*>(column.member), -1);
+            break;
+          case data::ValueType::Double:
+            apply(*std::get<double*>(column.member), n + 0.125);
+            break;
+          case data::ValueType::String:
+            apply(*std::get<Text*>(column.member), u"\u00e9 \"'" + device::Decimal(n));
+            break;
+          case data::ValueType::Binary:
+            apply(*std::get<data::ByteArray*>(column.member), data::ByteArray{0, 255, 7});
+            break;
           case data::ValueType::Date:
-            apply(*std::get<device::CalendarTime*>(column.member), device::MakeCalendarTime(1999, 12, 31, 23, 59, 58));
+            apply(*std::get<device::CalendarTime*>(column.member),
+                  device::MakeCalendarTime(1999, 12, 31, 23, 59, 58));
         }
       }
     };
@@ -72,8 +85,9 @@ TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
   EXPECT_EQ(inspection.m_ClientName, u"");
   EXPECT_TRUE(inspection.m_InspectionDate.IsZero());
   EXPECT_TRUE(inspection.Write());
-  EXPECT_EQ(other.Ask("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
-            "0|''|0|NULL");
+  EXPECT_EQ(
+      other.Ask("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
+      "0|''|0|NULL");
 
   OptionsTable options(Data());
   options.m_ReportIcon = {1, 2, 3};
@@ -120,6 +134,19 @@ TEST_F(TableRecordsetTest, AWriteAddsAfterPrepareNewAndUpdatesAfterGetRecord) {
   EXPECT_EQ(other.Ask("SELECT StepID FROM Step"), "2\n3");
 }
 
+TEST_F(TableRecordsetTest, ARowThatAnotherProgramDeletedIsMissedByItsWriter) {
+  Shell other(InspectionFile());
+  StepTable step(Data());
+  EXPECT_TRUE(step.Open());
+  step.PrepareNew();
+  EXPECT_TRUE(step.Write());
+  EXPECT_TRUE(step.GetRecord(0));
+  other.Ask("DELETE FROM Step");
+  step.m_Comments = u"lost without a word?";
+  EXPECT_FALSE(step.Write());
+  EXPECT_EQ(m_Faults.Count(), 1);
+}
+
 TEST_F(TableRecordsetTest, PrepareNewKeepsBinaryAndDatesTheRowNow) {
   OptionsTable options(Data());
   options.m_ReportIcon = {1, 2};
@@ -135,10 +162,11 @@ TEST_F(TableRecordsetTest, PrepareNewKeepsBinaryAndDatesTheRowNow) {
 }
 
 TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
-  Shell(InspectionFile()).Run(
-      "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
-      "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), "
-      "(3, 'yesterday', NULL, 0, x'C3A9'), (4, '2026-05-31 14:05:09.500', 0, 0, '')");
+  Shell(InspectionFile())
+      .Run(
+          "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
+          "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), "
+          "(3, 'yesterday', NULL, 0, x'C3A9'), (4, '2026-05-31 14:05:09.500', 0, 0, '')");
   InspectionTable row(Data());
   ASSERT_TRUE(row.Open());
   ASSERT_TRUE(row.GetRecord(0));
@@ -168,9 +196,11 @@ TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
 }
 
 TEST_F(TableRecordsetTest, AColumnDeclaredToIgnoreCaseComparesBinary) {
-  Shell(TemplateFile()).Run(
-      "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID integer); "
-      "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
+  Shell(TemplateFile())
+      .Run(
+          "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID "
+          "integer); "
+          "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
   EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"Comments"), 30001);
   EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"COMMENTS"), 25000);
 }
@@ -195,15 +225,18 @@ TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
   CategoryTable category(Data(), u"MERGE_InspectionCategory");
   EXPECT_TRUE(category.OpenSQL(u"DELETE FROM MERGE_InspectionCategory WHERE InspectionID = 1"));
   EXPECT_FALSE(category.Failed());
-  EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT count(*) FROM MERGE_Step UNION ALL SELECT count(*) FROM MERGE_Category"),
+  EXPECT_EQ(Shell(InspectionFile())
+                .Ask("SELECT count(*) FROM MERGE_Step UNION ALL SELECT count(*) FROM MERGE_Category"),
             "1\n0");
 }
 
 TEST_F(TableRecordsetTest, RowsOfAnotherTableAreReadAndWrittenThere) {
-  Shell(InspectionFile()).Run(
-      "INSERT INTO Category (CategoryID) VALUES (1); INSERT INTO MERGE_Category (CategoryID) VALUES (9)");
+  Shell(InspectionFile())
+      .Run(
+          "INSERT INTO Category (CategoryID) VALUES (1); INSERT INTO MERGE_Category (CategoryID) VALUES (9)");
   CategoryTable category(Data());
-  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category WHERE CategoryID = 9") && category.GetRecord(0));
+  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category WHERE CategoryID = 9") &&
+              category.GetRecord(0));
   EXPECT_EQ(category.m_CategoryID, 9);
   category.m_CategoryTitle = u"Roof";
   EXPECT_TRUE(category.Write());

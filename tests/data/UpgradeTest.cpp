@@ -19,36 +19,47 @@ using data::StartUpResult;
 constexpr const char16_t* kUpdateRequired = u"Update Required";
 
 class UpgradeTest : public StoreTest {
- protected:
+protected:
   // Files as an earlier release left them: no counters, no fields, few columns, a version of its own.
   void CreateOld() {
     CreateFresh();
-    Shell(TemplateFile()).Run(
-        "DROP TABLE ExpandedText; DROP TABLE Options;"
-        "CREATE TABLE Options (A bit, B bit, C bit, D bit, E varchar(255), F varchar(255), G varchar(255), H varchar(255),"
-        " DataVersion varchar(20));"
-        "INSERT INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');"
-        "INSERT INTO UniqueID VALUES ('Comments', 25010), ('InspectionCategory', 400)");
-    Shell(InspectionFile()).Run(
-        "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;"
-        "CREATE TABLE Step (A INTEGER, B VARCHAR(255), C Text, D integer, E text, F text, G text, H text, I text, J text,"
-        " K integer, L BIT, Major Text);"
-        "INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', 'Condition', '', '', 9, 0, 'Heating')");
+    Shell(TemplateFile())
+        .Run(
+            "DROP TABLE ExpandedText; DROP TABLE Options;"
+            "CREATE TABLE Options (A bit, B bit, C bit, D bit, E varchar(255), F varchar(255), G "
+            "varchar(255), H varchar(255),"
+            " DataVersion varchar(20));"
+            "INSERT INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');"
+            "INSERT INTO UniqueID VALUES ('Comments', 25010), ('InspectionCategory', 400)");
+    Shell(InspectionFile())
+        .Run(
+            "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;"
+            "CREATE TABLE Step (A INTEGER, B VARCHAR(255), C Text, D integer, E text, F text, G text, H "
+            "text, I text, J text,"
+            " K integer, L BIT, Major Text);"
+            "INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', 'Condition', '', '', 9, 0, "
+            "'Heating')");
   }
   std::string Schema(const std::filesystem::path& file, const std::string& table) {
-    return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type), ',') FROM pragma_table_info('" + table + "')");
+    return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type), ',') FROM pragma_table_info('" +
+                           table + "')");
   }
   std::string Copy(const std::filesystem::path& file, const char* ending = ".before-5.0") {
     const std::filesystem::path copy = file.string() + ending;
     return std::filesystem::exists(copy) ? ContentOf(copy) : "";
   }
   void ExpectUpgraded() {
-    EXPECT_EQ(Shell(TemplateFile()).Ask("SELECT DataVersion, E, H, ReportFontSize FROM Options"), "5.0|fine|Ann; 12|12");
-    EXPECT_EQ(Schema(InspectionFile(), "Field"), "ID integer,CategoryID integer,AssignedValue text,"
+    EXPECT_EQ(Shell(TemplateFile()).Ask("SELECT DataVersion, E, H, ReportFontSize FROM Options"),
+              "5.0|fine|Ann; 12|12");
+    EXPECT_EQ(Schema(InspectionFile(), "Field"),
+              "ID integer,CategoryID integer,AssignedValue text,"
               "SequenceNumber integer,FieldType integer,FieldLabel varchar(80)");
-    EXPECT_TRUE(Schema(InspectionFile(), "Step").ends_with(
-        ",Major text,StepInfoExists bit,SummaryComment text,BitmapPath text,PictureBefore bit"));
-    EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT * FROM UniqueID"), "Comments|25010\nInspectionCategory|400");
+    EXPECT_TRUE(
+        Schema(InspectionFile(), "Step")
+            .ends_with(
+                ",Major text,StepInfoExists bit,SummaryComment text,BitmapPath text,PictureBefore bit"));
+    EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT * FROM UniqueID"),
+              "Comments|25010\nInspectionCategory|400");
     EXPECT_TRUE(Schema(TemplateFile(), "Options").find(",String25 varchar (255),") != std::string::npos);
   }
 };
@@ -62,9 +73,10 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-    EXPECT_EQ(m_Prompts.Messages()[0].text,
-              u"Warning! The Structure you are using needs to be updated in order to work with this version of "
-              u"Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
+    EXPECT_EQ(
+        m_Prompts.Messages()[0].text,
+        u"Warning! The Structure you are using needs to be updated in order to work with this version of "
+        u"Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Exclamation);
     ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
@@ -101,27 +113,33 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
 TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
   // Kills itself when the n-th table is about to be checked.
   class Killer : public device::Prompts {
-   public:
+  public:
     explicit Killer(int steps) : m_Steps(steps) {}
     device::Answer Show(const device::Message&) override { return device::Answer::Ok; }
     std::optional<Text> AskText(const device::TextQuestion&) override { return {}; }
     std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override { return {}; }
-    std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override { return {}; }
+    std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
+      return {};
+    }
     std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override {
       class Window : public device::ProgressWindow {
-       public:
+      public:
         explicit Window(int& steps) : m_Left(steps) {}
-        void SetStatus(const Text&) override { if (m_Left-- == 0) raise(SIGKILL); }
+        void SetStatus(const Text&) override {
+          if (m_Left-- == 0) raise(SIGKILL);
+        }
         void SetRange(int, int) override {}
         void SetPosition(int) override {}
         void Step() override {}
         bool Cancelled() override { return false; }
-       private:
+
+      private:
         int& m_Left;
       };
       return std::make_unique<Window>(m_Steps);
     }
-   private:
+
+  private:
     int m_Steps;
   };
 
@@ -162,24 +180,26 @@ TEST_F(UpgradeTest, OnlyVersion5IsCurrentInAnyCase) {
 TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
   CreateGenerated();
   EXPECT_EQ(Schema(InspectionFile(), "Category"),
-            "Number0 integer,String1 varchar (255),String2 varchar (255),String3 varchar (255),String4 varchar (255),"
+            "Number0 integer,String1 varchar (255),String2 varchar (255),String3 varchar (255),String4 "
+            "varchar (255),"
             "YesNo5 bit,YesNo6 bit,Number7 integer,Number8 integer,Type integer");
   EXPECT_TRUE(Schema(InspectionFile(), "Inspection").find("DateTime6 datetime") != std::string::npos);
   EXPECT_TRUE(Schema(TemplateFile(), "Options").find("ColumnWidth1 float") != std::string::npos);
   for (const data::TableLayout& layout : data::AllLayouts()) {
-    EXPECT_EQ(Table(layout.name, layout.database)->CheckStructure(m_Prompts), TableRecordset::StructureResult::Sound)
+    EXPECT_EQ(Table(layout.name, layout.database)->CheckStructure(m_Prompts),
+              TableRecordset::StructureResult::Sound)
         << device::ToUtf8(layout.name);
   }
 }
 
 // A table class with any columns.
 class OddTable : public TableRecordset {
- public:
+public:
   explicit OddTable(Databases& databases, std::initializer_list<data::ColumnLayout> columns)
       : OddTable(databases, std::vector<data::ColumnLayout>(columns)) {}
   std::int32_t m_Number = 0;
 
- private:
+private:
   OddTable(Databases& databases, const std::vector<data::ColumnLayout>& columns)
       : TableRecordset(databases, data::TableLayout{u"Odd", data::DatabaseKind::Template, columns, {}},
                        std::vector<data::BoundMember>(columns.size(), &m_Number)) {}
@@ -193,27 +213,41 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   const data::ColumnLayout number{u"", ValueType::Integer};
   const data::ColumnLayout broken{u"", static_cast<ValueType>(77)};
   const data::ColumnLayout icon{u"ReportIcon", ValueType::Binary, u"Long Varbinary"};
-  const auto run = [&](const char* sql) { EXPECT_TRUE(Data().Template().ExecuteNative(sql)); Data().Template().SchemaChanged(); };
+  const auto run = [&](const char* sql) {
+    EXPECT_TRUE(Data().Template().ExecuteNative(sql));
+    Data().Template().SchemaChanged();
+  };
   const struct {
     const char* before;
     std::vector<data::ColumnLayout> columns;
     Text expected;
   } kCases[] = {
-      {"DROP TABLE IF EXISTS Odd", {number, broken},
-       u"Invalid column type in table: Odd column: 1\n Inspector is unable to recover from this error and will be "
+      {"DROP TABLE IF EXISTS Odd",
+       {number, broken},
+       u"Invalid column type in table: Odd column: 1\n Inspector is unable to recover from this error and "
+       u"will be "
        u"terminated."},
-      {"CREATE TABLE Odd (A integer, B integer, C integer)", {number, broken},
-       u"Invalid column type in table: Odd column: 4\nInspector is unable to recover from this error and will be "
+      {"CREATE TABLE Odd (A integer, B integer, C integer)",
+       {number, broken},
+       u"Invalid column type in table: Odd column: 4\nInspector is unable to recover from this error and "
+       u"will be "
        u"terminated."},
-      {"DROP TABLE Odd; CREATE TABLE Odd (A integer)", {number, broken},
-       u"Invalid column type in table: Odd column: 1\nInspector is unable to recover from this error and will be "
+      {"DROP TABLE Odd; CREATE TABLE Odd (A integer)",
+       {number, broken},
+       u"Invalid column type in table: Odd column: 1\nInspector is unable to recover from this error and "
+       u"will be "
        u"terminated."},
-      {"DROP TABLE Odd; CREATE TABLE Odd (A integer, B varchar(9))", {number, number},
-       u"Column type mismatch in table: Odd column: 1\nInspector is unable to recover from this error and will be "
+      {"DROP TABLE Odd; CREATE TABLE Odd (A integer, B varchar(9))",
+       {number, number},
+       u"Column type mismatch in table: Odd column: 1\nInspector is unable to recover from this error and "
+       u"will be "
        u"terminated."},
-      {"DROP TABLE Odd; CREATE TABLE Odd (A varchar(9))", {icon},
-       u"There was an error found in the Template data file.  This file was transferred from a PC incorrectly. \nTo "
-       u"correct this error, retransfer the data file from the PC being sure to check the 'ReportIcon' field under the "
+      {"DROP TABLE Odd; CREATE TABLE Odd (A varchar(9))",
+       {icon},
+       u"There was an error found in the Template data file.  This file was transferred from a PC "
+       u"incorrectly. \nTo "
+       u"correct this error, retransfer the data file from the PC being sure to check the 'ReportIcon' field "
+       u"under the "
        u"'Options' table."},
   };
   for (const auto& each : kCases) {
@@ -229,7 +263,8 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   }
   // Fewer columns than declared gain the rest, numbered from where they stand; more are left alone.
   run("DROP TABLE Odd; CREATE TABLE Odd (A integer)");
-  EXPECT_EQ(OddTable(Data(), {number, number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(OddTable(Data(), {number, number}).CheckStructure(m_Prompts),
+            TableRecordset::StructureResult::Sound);
   EXPECT_EQ(Schema(TemplateFile(), "Odd"), "A integer,Number1 integer");
   EXPECT_EQ(OddTable(Data(), {number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Sound);
 
@@ -244,9 +279,11 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
 
 TEST_F(UpgradeTest, AFaultInTheOptionsTableEndsTheStart) {
   CreateFresh();
-  Shell(TemplateFile()).Run("DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text,"
-                            " H text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer,"
-                            " ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
+  Shell(TemplateFile())
+      .Run(
+          "DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text,"
+          " H text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer,"
+          " ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
   EXPECT_EQ(Start().result, StartUpResult::Terminated);
   EXPECT_TRUE(device::Contains(m_Prompts.Messages().back().text, u"'ReportIcon' field"));
 }
@@ -266,7 +303,8 @@ TEST_F(UpgradeTest, KeysAreCountedDifferentlyInTheTwoDatabases) {
   using data::DatabaseKind;
   CreateFresh();
   OpenBoth();
-  Shell(TemplateFile()).Run("INSERT INTO UniqueID VALUES ('Negative', -5), ('Zero', 0), ('Last', 2147483647)");
+  Shell(TemplateFile())
+      .Run("INSERT INTO UniqueID VALUES ('Negative', -5), ('Zero', 0), ('Last', 2147483647)");
   Shell(InspectionFile()).Run("INSERT INTO UniqueID VALUES ('Negative', -5)");
   data::UniqueIDTable inspection(Data(), DatabaseKind::Inspection);
   data::UniqueIDTable library(Data(), DatabaseKind::Template);

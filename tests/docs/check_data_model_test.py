@@ -22,7 +22,7 @@ class CheckDataModelTest(unittest.TestCase):
             ('{u"ClientPhone", kString}', '{u"Phone", kString}', ["Inspection,", "MERGE_Inspection"]),
             ('{u"PickerName", kString}', '{u"PickerName", kInteger}', ["Pickers"]),
             ('{u"Keyword", kString, u"Text"}', '{u"Keyword", kString}', ["StepTemplate"]),
-            (', {u"NextID", kInteger, u"integer"}', "", ["UniqueID", "UniqueID"]),
+            ('{u"NextID", kInteger, u"integer"}', "", ["UniqueID", "UniqueID"]),
             ("kStep, kStepIndexes}", "kStep, kByCategory}", ["Step", "MERGE_Step"]),
             ('{u"Pickers", kInTemplate', '{u"Pickers", kInInspection', ["Pickers", "Pickers"]),
             ('kMergeInspection = std::span<const ColumnLayout>(kInspection).first(18)',

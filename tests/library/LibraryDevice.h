@@ -46,7 +46,6 @@ public:
     EXPECT_EQ(data::CreateFreshDatabase(documents / "Inspection_Data.cdb", data::DatabaseKind::Inspection,
                                         m_Faults),
               u"");
-    m_Prompts.Queue(u"Update Required", device::Answer::Ok);
     m_Workspace = data::StartData(m_Machine).workspace;
     if (!m_Workspace) ADD_FAILURE() << "The databases do not start.";
     m_Prompts.Forget();
