@@ -28,6 +28,24 @@ std::string CreateStatement(const TableLayout& layout) {
   return sql + ")";
 }
 
+// Neutral values throughout, as the program itself would write them, and today's structure version.
+std::string FirstOptionsRow() {
+  std::string names;
+  std::string values;
+  for (const ColumnLayout& column : FindLayout(u"Options")->columns) {
+    const char* value = "0";
+    if (column.name == u"DataVersion")
+      value = "'5.0'";
+    else if (column.type == ValueType::String)
+      value = "''";
+    else if (column.type == ValueType::Binary)
+      value = "x'00'";
+    names += (names.empty() ? "" : ", ") + ToUtf8(column.name);
+    values += (values.empty() ? "" : ", ") + std::string(value);
+  }
+  return "INSERT INTO Options (" + names + ") VALUES (" + values + ")";
+}
+
 bool CreateTableIndexes(Connection& connection, const TableLayout& layout) {
   const std::vector<StoredColumn>* stored = connection.ColumnsOf(layout.name);
   if (!stored) return true;
@@ -84,8 +102,7 @@ Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, d
       if (layout.database == kind && !connection.ExecuteNative(CreateStatement(layout)))
         return fail(u"see above");
     // A file that the program made is of today's structure from its first moment on.
-    const bool versioned = kind == DatabaseKind::Inspection ||
-                           connection.ExecuteNative("INSERT INTO Options (DataVersion) VALUES ('5.0')");
+    const bool versioned = kind == DatabaseKind::Inspection || connection.ExecuteNative(FirstOptionsRow());
     if (!versioned || !CreateIndexes(connection, kind) || !transaction.Commit()) return fail(u"see above");
   }
   if (!SyncPath(building)) return fail(FromUtf8(std::strerror(errno)));
