@@ -11,8 +11,8 @@ constexpr std::int32_t kFirstInspectionKey = 1000;
 constexpr std::int32_t kFirstTemplateKey = 25000;
 
 // After the highest key comes the lowest.
-std::int32_t Following(std::int32_t key) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) + 1);
+std::int32_t Following(std::int32_t key, int steps) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(key) + static_cast<std::uint32_t>(steps));
 }
 
 const TableLayout& LayoutOf(DatabaseKind kind) {
@@ -28,24 +28,32 @@ UniqueIDTable::UniqueIDTable(Databases& databases, DatabaseKind kind)
     : TableRecordset(databases, LayoutOf(kind), UniqueIDTable::Members(*this)), m_Kind(kind) {}
 
 std::int32_t UniqueIDTable::NextID(TextView sequenceName) {
+  return TakeIDs(sequenceName, 1).Next();
+}
+
+KeyRange UniqueIDTable::TakeIDs(TextView sequenceName, int count) {
+  if (count <= 0) return KeyRange(0);
   const bool isThere =
       OpenSQL(device::Format(u"SELECT * FROM UniqueID WHERE TableName = \"%s\"", sequenceName));
   const bool found = GetRecord(0);
   if (isThere && Failed()) {
     // A second row for the sequence would hand out every key again, for good.
-    return m_NextID = m_Kind == DatabaseKind::Inspection ? kFirstInspectionKey : kFirstTemplateKey;
+    m_NextID = m_Kind == DatabaseKind::Inspection ? kFirstInspectionKey : kFirstTemplateKey;
+    return KeyRange(m_NextID);
   }
   if (!found) {
     PrepareNew();
     m_SequenceName = Text(sequenceName);
   }
   if (m_Kind == DatabaseKind::Inspection) {
-    m_NextID = found ? Following(m_NextID) : kFirstInspectionKey;
+    m_NextID = found ? Following(m_NextID, 1) : kFirstInspectionKey;
   } else {
-    m_NextID = found && m_NextID >= 0 ? Following(m_NextID) : kFirstTemplateKey;
+    m_NextID = found && m_NextID >= 0 ? Following(m_NextID, 1) : kFirstTemplateKey;
   }
+  const KeyRange keys(m_NextID);
+  m_NextID = Following(m_NextID, count - 1);
   Write();
-  return m_NextID;
+  return keys;
 }
 
 bool UniqueIDTable::CreateTable() {

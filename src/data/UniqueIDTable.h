@@ -5,6 +5,16 @@
 
 namespace inspector::data {
 
+// Keys that were taken together, handed out in their order. After the highest key comes the lowest.
+class KeyRange {
+public:
+  explicit KeyRange(std::int32_t first) : m_Next(static_cast<std::uint32_t>(first)) {}
+  std::int32_t Next() { return static_cast<std::int32_t>(m_Next++); }
+
+private:
+  std::uint32_t m_Next;
+};
+
 class UniqueIDTable : public TableRecordset {
 public:
   UniqueIDTable(Databases& databases, DatabaseKind kind);
@@ -13,6 +23,8 @@ public:
   // Template database: counting up from any stored value of 0 or more, 25000 for a new or negative one.
   // A failure has been reported; the same key may then be handed out again.
   std::int32_t NextID(TextView sequenceName);
+  // The same for `count` rows that are written in one transaction, at the cost of one. None for 0.
+  KeyRange TakeIDs(TextView sequenceName, int count);
 
   // In the Inspection database the new table takes over every counter of the Template database.
   bool CreateTable() override;

@@ -1,9 +1,10 @@
 #include "editing/CategoryOpening.h"
 
+#include <map>
+
 #include "data/FieldTable.h"
 #include "data/FieldTemplateTable.h"
 #include "data/RatingTypeTable.h"
-#include "data/StepTable.h"
 #include "data/StepTemplateTable.h"
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
@@ -35,26 +36,32 @@ std::optional<Text> RatingTypeName(data::RatingTypeTable& types, std::int32_t ra
 }  // namespace
 
 std::optional<int> CreateSteps(data::Databases& databases, std::int32_t categoryTemplateID,
-                               std::int32_t categoryID) {
+                               std::int32_t categoryID, const CompleteStep& complete) {
   data::StepTemplateTable templates(databases);
   templates.OpenSQL(Format(kStepTemplates, categoryTemplateID));
   data::RatingTypeTable ratingTypes(databases);
-  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  std::map<std::int32_t, Text> typeNames;  // most steps of a category share one
+  data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
+  data::KeyRange keys = uniqueIDs.TakeIDs(u"Step", templates.RecordCount());
   data::StepTable step(databases);
   for (int n = 0; n < templates.RecordCount(); ++n) {
     if (!templates.GetRecord(n)) return std::nullopt;
-    const std::optional<Text> ratingType = RatingTypeName(ratingTypes, templates.m_RatingTypeID);
-    if (!ratingType) return std::nullopt;
+    auto typeName = typeNames.find(templates.m_RatingTypeID);
+    if (typeName == typeNames.end()) {
+      const std::optional<Text> read = RatingTypeName(ratingTypes, templates.m_RatingTypeID);
+      if (!read) return std::nullopt;
+      typeName = typeNames.emplace(templates.m_RatingTypeID, *read).first;
+    }
     step.PrepareNew();
-    step.m_StepID = keys.NextID(u"Step");
+    step.m_StepID = keys.Next();
     step.m_StepTitle = templates.m_Title;
     step.m_StepNumber = templates.m_StepNumber;
     step.m_MajorSystem = templates.m_Keyword.empty() ? Text(u"Other") : templates.m_Keyword;
     step.m_StepTemplateID = templates.m_ID;
     step.m_CategoryID = categoryID;
-    step.m_RatingType = *ratingType;
+    step.m_RatingType = typeName->second;
     step.m_StepInfoExists = templates.m_StepInfo.size() > kShortestInfo ? -1 : 0;
-    if (!step.Write()) return std::nullopt;
+    if ((complete && !complete(step)) || !step.Write()) return std::nullopt;
   }
   if (templates.Failed()) return std::nullopt;
   return templates.RecordCount();
@@ -66,12 +73,13 @@ std::optional<int> CreateFields(data::Databases& databases, std::int32_t categor
   const Text& table = templates.TableName();
   templates.OpenSQL(Format(u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.Sequence", table, table,
                            categoryTemplateID, table));
-  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
+  data::KeyRange keys = uniqueIDs.TakeIDs(u"Field", templates.RecordCount());
   data::FieldTable field(databases);
   for (int n = 0; n < templates.RecordCount(); ++n) {
     if (!templates.GetRecord(n)) return std::nullopt;
     field.PrepareNew();
-    field.m_ID = keys.NextID(u"Field");
+    field.m_ID = keys.Next();
     field.m_CategoryID = categoryID;
     field.m_SequenceNumber = templates.m_Sequence;
     field.m_FieldType = templates.m_Type;

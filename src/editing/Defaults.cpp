@@ -77,19 +77,25 @@ std::optional<bool> IsExcluded(data::Databases& databases, std::int32_t category
   return category.Failed() ? std::nullopt : std::optional(false);
 }
 
+// Material and rating of a step without a result.
+bool TakeDefaults(data::Databases& databases, DefaultChoices& choices, data::StepTable& step) {
+  if (step.m_Materials.empty() && TakeDefaultMaterial(databases, step) == Taken::Failed) return false;
+  if (!step.m_RatingType.empty()) step.m_InspectResult = choices.Of(step.m_RatingType);
+  return !choices.Failed();
+}
+
 bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::CategoryTable& category) {
   data::StepTable steps(databases);
   if (!OpenSteps(steps, category.m_CategoryID)) return false;
-  if (steps.RecordCount() == 0 &&
-      (!CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID) ||
-       !OpenSteps(steps, category.m_CategoryID)))
-    return false;
+  if (steps.RecordCount() == 0) {
+    // New steps get their defaults before they are written, which is half the writing.
+    const auto complete = [&](data::StepTable& step) { return TakeDefaults(databases, choices, step); };
+    if (!CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID, complete)) return false;
+  }
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (!steps.GetRecord(n)) return false;
     if (!steps.m_InspectResult.empty()) continue;
-    if (steps.m_Materials.empty() && TakeDefaultMaterial(databases, steps) == Taken::Failed) return false;
-    if (!steps.m_RatingType.empty()) steps.m_InspectResult = choices.Of(steps.m_RatingType);
-    if (choices.Failed() || !steps.Write()) return false;
+    if (!TakeDefaults(databases, choices, steps) || !steps.Write()) return false;
   }
   const std::optional<bool> complete = IsComplete(databases, category.m_CategoryID);
   if (!complete) return false;

@@ -43,11 +43,12 @@ bool MakeCategories(data::Databases& databases, std::int32_t inspectionID, TextV
   data::CategoryTemplateTable templates(databases);
   templates.OpenSQL(Format(kTemplatesOfType, type));
   data::CategoryTable category(databases);
-  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
+  data::KeyRange keys = uniqueIDs.TakeIDs(u"InspectionCategory", templates.RecordCount());
   for (int n = 0; n < templates.RecordCount(); ++n) {
     if (!templates.GetRecord(n)) return false;
     category.PrepareNew();
-    category.m_CategoryID = keys.NextID(u"InspectionCategory");
+    category.m_CategoryID = keys.Next();
     category.m_CategoryTitle = templates.m_Title;
     category.m_CategoryNumber = device::Decimal(templates.m_CategoryNumber);
     category.m_InspectionID = inspectionID;

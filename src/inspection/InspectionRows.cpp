@@ -28,17 +28,18 @@ struct KeyPair {
   std::int32_t copy = 0;
 };
 
-bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& keys, const KeyPair& category) {
+bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& uniqueIDs, const KeyPair& category) {
   data::FieldTable fields(databases);
   fields.OpenSQL(
       Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), category.source, fields.TableName()));
   const int count = fields.RecordCount();
+  data::KeyRange keys = uniqueIDs.TakeIDs(u"Field", count);
   for (int n = 0; n < count; ++n) {
     if (!fields.GetRecord(n)) return false;
     data::FieldTable copy(databases);
     copy.PrepareNew();
     data::CopyColumns(fields, copy);
-    copy.m_ID = keys.NextID(u"Field");
+    copy.m_ID = keys.Next();
     copy.m_CategoryID = category.copy;
     if (!copy.Write()) return false;
   }
@@ -86,7 +87,9 @@ bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, st
   const int categoryCount = categories.RecordCount();
   const int stepCount = steps.RecordCount();
 
-  data::UniqueIDTable keys(databases, data::DatabaseKind::Inspection);
+  data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
+  data::KeyRange categoryKeys = uniqueIDs.TakeIDs(u"InspectionCategory", categoryCount);
+  data::KeyRange stepKeys = uniqueIDs.TakeIDs(u"Step", stepCount);
   const auto progress = prompts.OpenProgress(u"Duplicating Inspection...", false);
   progress->SetRange(0, categoryCount + stepCount);
   progress->SetStatus(u"Duplicating Categories...");
@@ -96,10 +99,10 @@ bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, st
     if (!categories.GetRecord(i)) return false;
     categoryCopy.PrepareNew();
     data::CopyColumns(categories, categoryCopy);
-    categoryCopy.m_CategoryID = keys.NextID(u"InspectionCategory");
+    categoryCopy.m_CategoryID = categoryKeys.Next();
     categoryCopy.m_InspectionID = target;
     pairs.push_back({categories.m_CategoryID, categoryCopy.m_CategoryID});
-    if (!categoryCopy.Write() || !DuplicateFields(databases, keys, pairs.back())) return false;
+    if (!categoryCopy.Write() || !DuplicateFields(databases, uniqueIDs, pairs.back())) return false;
     progress->SetPosition(i);
   }
 
@@ -109,7 +112,7 @@ bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, st
     if (!steps.GetRecord(j)) return false;
     stepCopy.PrepareNew();
     data::CopyColumns(steps, stepCopy);
-    stepCopy.m_StepID = keys.NextID(u"Step");
+    stepCopy.m_StepID = stepKeys.Next();
     const auto pair = std::find_if(pairs.begin(), pairs.end(),
                                    [&](const KeyPair& each) { return each.source == steps.m_CategoryID; });
     if (pair != pairs.end()) stepCopy.m_CategoryID = pair->copy;

@@ -318,8 +318,13 @@ TEST_F(UpgradeTest, KeysAreCountedDifferentlyInTheTwoDatabases) {
   EXPECT_EQ(library.NextID(u"Negative"), 25000);
   EXPECT_EQ(library.NextID(u"Zero"), 1);
   EXPECT_EQ(library.NextID(u"Last"), std::numeric_limits<std::int32_t>::min());
+
+  data::KeyRange keys = inspection.TakeIDs(u"InspectionCategory", 3);
+  EXPECT_EQ(inspection.NextID(u"InspectionCategory"), 1004);
+  for (const int key : {1001, 1002, 1003}) EXPECT_EQ(keys.Next(), key);
+  inspection.TakeIDs(u"Field", 0);
   EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT * FROM UniqueID"),
-            "Negative|-4\nInspection|1001\nInspectionCategory|1000\nUniqueID|1000");
+            "Negative|-4\nInspection|1001\nInspectionCategory|1004\nUniqueID|1000");
   Shell(InspectionFile()).Run("ALTER TABLE UniqueID RENAME COLUMN TableName TO Renamed");
   EXPECT_EQ(inspection.NextID(u"Inspection"), 1002);  // by its place, as every column
   Shell(InspectionFile()).Run("DROP TABLE UniqueID");
