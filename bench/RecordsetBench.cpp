@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <string>
 
+#include "UnattendedPrompts.h"
 #include "data/Databases.h"
 #include "data/FreshDatabase.h"
 #include "data/StepTable.h"
@@ -25,23 +26,6 @@ using device::Text;
 
 constexpr int kSteps = 100'000;
 constexpr double kAllowedRatio = 2.5;
-
-// Nobody answers here: a message is a failed run.
-class NoPrompts : public device::Prompts {
-public:
-  device::Answer Show(const device::Message& message) override {
-    std::fprintf(stderr, "%s\n", device::ToUtf8(message.text).c_str());
-    std::exit(1);
-  }
-  std::optional<Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
-  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
-    return std::nullopt;
-  }
-  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-    return std::nullopt;
-  }
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override { return nullptr; }
-};
 
 class Store {
 public:
@@ -101,7 +85,7 @@ private:
 
   std::filesystem::path m_Folder;
   std::filesystem::path m_File;
-  NoPrompts m_Prompts;
+  UnattendedPrompts m_Prompts;
   device::SystemClock m_Clock;
   device::FaultLog m_Faults{m_Prompts, m_Clock, std::filesystem::path("/dev/null")};
   std::unique_ptr<data::Databases> m_Databases;

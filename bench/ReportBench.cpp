@@ -16,6 +16,7 @@
 #include <random>
 #include <string>
 
+#include "UnattendedPrompts.h"
 #include "data/CategoryTable.h"
 #include "data/FreshDatabase.h"
 #include "data/InspectionTable.h"
@@ -35,23 +36,6 @@ constexpr int kManyPictures = 200;
 constexpr int kRuns = 7;
 constexpr double kAllowedRatio = 1.3;
 constexpr long kAllowedMemory = 40 * 1024;  // KiB
-
-// Nobody answers here: a message is a failed run.
-class NoPrompts : public device::Prompts {
-public:
-  device::Answer Show(const device::Message& message) override {
-    std::fprintf(stderr, "%s\n", device::ToUtf8(message.text).c_str());
-    std::exit(1);
-  }
-  std::optional<Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
-  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
-    return std::nullopt;
-  }
-  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-    return std::nullopt;
-  }
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override { return nullptr; }
-};
 
 // A device on which one inspection has a picture in each of its steps.
 class Visit {
@@ -123,7 +107,7 @@ private:
   }
 
   std::filesystem::path m_Folder;
-  NoPrompts m_Prompts;
+  UnattendedPrompts m_Prompts;
   device::SystemClock m_Clock;
   device::HostFiles m_Files;
   device::DevicePaths m_Paths{m_Folder};

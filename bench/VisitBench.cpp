@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "UnattendedPrompts.h"
 #include "data/FreshDatabase.h"
 #include "data/StartUp.h"
 #include "data/StepTable.h"
@@ -51,25 +52,6 @@ int CountCommits(sqlite3* database, const char**, const sqlite3_api_routines*) {
   return SQLITE_OK;
 }
 
-[[noreturn]] void Fail(const std::string& what) {
-  std::fprintf(stderr, "%s\n", what.c_str());
-  std::exit(1);
-}
-
-// Says yes to everything; whatever has to be told is a failed run.
-class NoPrompts : public device::Prompts {
-public:
-  device::Answer Show(const device::Message& message) override { Fail(device::ToUtf8(message.text)); }
-  std::optional<Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
-  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
-    return std::nullopt;
-  }
-  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-    return std::nullopt;
-  }
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override { return nullptr; }
-};
-
 // A tablet with the starter library, in a folder that goes with it.
 class Tablet {
 public:
@@ -107,7 +89,7 @@ public:
 
 private:
   std::filesystem::path m_Folder;
-  NoPrompts m_Prompts;
+  UnattendedPrompts m_Prompts;
   device::SystemClock m_Clock;
   device::HostFiles m_Files;
   device::FaultLog m_Faults{m_Prompts, m_Clock, "/dev/null"};

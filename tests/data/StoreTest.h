@@ -46,7 +46,7 @@ private:
 
 using Cell = std::variant<int, Text>;
 
-class StoreTest : public ::testing::Test {
+class StoreTest : public ::testing::Test, protected ScriptedMachine {
 protected:
   std::filesystem::path TemplateFile() const { return m_Folder / "My Documents/Template_Data.cdb"; }
   std::filesystem::path InspectionFile() const { return m_Folder / "My Documents/Inspection_Data.cdb"; }
@@ -70,14 +70,6 @@ protected:
   // The first integer column of each row that the statement finds.
   std::vector<int> Find(TextView table, TextView sql);
 
-  TemporaryFolder m_Folder;
-  ScriptedPrompts m_Prompts;
-  FixedClock m_Clock;
-  FaultyFiles m_Files;
-  device::DevicePaths m_Paths{m_Folder.Path()};
-  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
-  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
-  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
   std::unique_ptr<Databases> m_Databases;
 };
 

@@ -36,7 +36,7 @@ struct NamedRow {
 
 using Library = std::map<Text, std::vector<data::RawRow>>;
 
-class LibraryDevice {
+class LibraryDevice : ScriptedMachine {
 public:
   LibraryDevice() {
     const auto documents = m_Folder / "My Documents";
@@ -90,14 +90,6 @@ public:
   }
 
 private:
-  TemporaryFolder m_Folder;
-  ScriptedPrompts m_Prompts;
-  FixedClock m_Clock;
-  FaultyFiles m_Files;
-  device::DevicePaths m_Paths{m_Folder.Path()};
-  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
-  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
-  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
   std::unique_ptr<data::Workspace> m_Workspace;
   std::filesystem::path m_Copy;
 };

@@ -13,8 +13,12 @@
 #include <vector>
 
 #include "device/Calendar.h"
+#include "device/DevicePaths.h"
+#include "device/FaultLog.h"
 #include "device/Files.h"
+#include "device/Machine.h"
 #include "device/Prompts.h"
+#include "device/Registry.h"
 #include "device/Text.h"
 
 namespace inspector::tests {
@@ -139,6 +143,19 @@ private:
   int m_CommitsUntilFault = 0;
   int m_ReadsUntilFault = 0;
   std::map<std::filesystem::path, std::vector<device::Text>> m_Listings;
+};
+
+// A machine in a temporary folder, with scripted prompts, a fixed clock and a disk that fails on demand. A
+// fixture derives from it, so that what it builds on the machine goes first.
+struct ScriptedMachine {
+  TemporaryFolder m_Folder;
+  ScriptedPrompts m_Prompts;
+  FixedClock m_Clock;
+  FaultyFiles m_Files;
+  device::DevicePaths m_Paths{m_Folder.Path()};
+  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
+  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
+  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
 };
 
 }  // namespace inspector::tests

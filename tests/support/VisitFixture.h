@@ -91,7 +91,7 @@ private:
 // "Condition" offers Good (default), Poor (bold, red, summary, prompts) and Good "as new"; "Presence" offers
 // Yes and No without a default. House has the default comments "[*Scope]Seen from the ground." and
 // "[*Age]Built in 1968."; its category Roof has "[*Roof]Walked on.".
-class VisitDevice {
+class VisitDevice : ScriptedMachine {
 public:
   VisitDevice();
   ~VisitDevice();
@@ -129,14 +129,6 @@ public:
 private:
   void MakeLibrary();
 
-  TemporaryFolder m_Folder;
-  ScriptedPrompts m_Prompts;
-  FixedClock m_Clock;
-  FaultyFiles m_Files;
-  device::DevicePaths m_Paths{m_Folder.Path()};
-  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
-  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
-  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
   std::unique_ptr<data::Workspace> m_Workspace;
   std::unique_ptr<inspection::CInspectorDoc> m_Document;
   std::unique_ptr<TemplateLibrary> m_Library;
