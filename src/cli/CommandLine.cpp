@@ -73,7 +73,8 @@ void Describe(CLI::App& parent, const Command& command, Slot& slot) {
   }
   for (const CommandOption& option : command.options) {
     if (option.value.empty()) {
-      slot.app->add_flag(option.name, slot.flags.emplace_back(&option, false).second, option.help);
+      slot.app->add_flag(option.name, slot.flags.emplace_back(&option, false).second, option.help)
+          ->disable_flag_override();
     } else {
       CLI::Option* added =
           slot.app->add_option(option.name, slot.values.emplace_back(&option, "").second, option.help);
@@ -107,6 +108,20 @@ void ShieldTexts(std::vector<std::string>& words) {
   if (end != words.end()) words.erase(end);
 }
 
+// The word that stands where a command is expected, when it is none.
+std::string UnknownCommand(const std::vector<std::string>& words) {
+  for (auto word = words.begin(); word != words.end(); ++word) {
+    if (*word == "--home" && word + 1 != words.end()) {
+      ++word;
+      continue;
+    }
+    if (word->starts_with('-')) continue;
+    const auto isNamed = [&](const Command& command) { return command.name == *word; };
+    return std::any_of(AllCommands().begin(), AllCommands().end(), isNamed) ? "" : Unshielded(*word);
+  }
+  return "";
+}
+
 Input Collect(const Slot& slot) {
   Input input;
   for (const std::string& word : slot.single) input.arguments.push_back(Unshielded(word));
@@ -128,12 +143,16 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
   std::string home;
   app.add_option("--home", home, "device root (default: $INSPECTOR_HOME, else the XDG data folder)")
       ->type_name("DIR");
-  app.add_flag("--yes", settings.yes, "answer every question with Yes");
+  app.add_flag("--yes", settings.yes, "answer every question with Yes")->disable_flag_override();
   std::deque<Slot> slots;
   for (const Command& command : AllCommands()) Describe(app, command, slots.emplace_back());
 
   try {
     ShieldTexts(words);
+    if (const std::string unknown = UnknownCommand(words); !unknown.empty()) {
+      err << "There is no command \"" << unknown << "\".\nRun with --help for those there are.\n";
+      return static_cast<int>(ExitCode::Usage);
+    }
     std::reverse(words.begin(), words.end());
     app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {

@@ -8,13 +8,23 @@ namespace {
 
 using device::Text;
 
+Text LayoutNames() {
+  Text names;
+  const auto layouts = reports::Layouts();
+  for (std::size_t i = 0; i < layouts.size(); ++i) {
+    const device::TextView joint = i == 0 ? u"" : i + 1 < layouts.size() ? u", " : u" or ";
+    names += device::Format(u"%s\"%s\"", joint, layouts[i]->Name());
+  }
+  return names;
+}
+
 ExitCode RunReport(Session& session, const Input& input) {
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   reports::ReportRequest request;
   request.inspectionID = input.Number(0);
   request.layout = device::FromUtf8(input.options.at("--layout"));
   if (!reports::FindLayout(request.layout)) {
-    session.Fail(device::Format(u"There is no layout %s.", request.layout));
+    session.Fail(device::Format(u"There is no layout \"%s\". It must be %s.", request.layout, LayoutNames()));
     return ExitCode::Usage;
   }
   if (input.Has("--out")) {
@@ -39,9 +49,7 @@ std::vector<Command> ReportCommands() {
       {"report",
        "write the inspection report and print where it is",
        {{"ID", "the inspection's key", Argument::Kind::Number, false}},
-       {{"--layout", "NAME",
-         "\"4 Column\", \"3 Column\", \"2 Column\", \"2 Column French\", \"Full Narrative\" or \"1 Column\"",
-         true},
+       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true},
         {"--out", "FILE", "where to write; replaces without asking", false}},
        "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
        "begins with a "

@@ -25,6 +25,12 @@ std::filesystem::path AssetsFolder() {
 // True when the file is there afterwards.
 bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKind kind) {
   device::Machine& machine = session.GetMachine();
+  if (devicePath.empty()) {
+    return session.Fail(
+        Format(u"The path of a database is empty in %s. Remove the line there: then the usual "
+               u"place is taken.",
+               FromUtf8(machine.registry.Path().string())));
+  }
   const std::filesystem::path file = machine.paths.ResolveTyped(devicePath);
   if (machine.files.Exists(file)) return true;
   if (const Text problem = data::CreateFreshDatabase(file, kind, machine.faults); !problem.empty())

@@ -236,6 +236,18 @@ const std::vector<StoredColumn>* Connection::ColumnsOf(TextView table) {
   return &m_Columns.emplace(name, std::move(columns)).first->second;
 }
 
+bool Connection::IsView(TextView table) {
+  sqlite3_stmt* const statement =
+      Prepare("SELECT 1 FROM sqlite_schema WHERE type = 'view' AND name = ? COLLATE NOCASE");
+  if (!statement) return false;
+  const std::string bytes = device::ToUtf8(table);
+  sqlite3_bind_text(statement, 1, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT);
+  const int code = sqlite3_step(statement);
+  if (code != SQLITE_ROW && code != SQLITE_DONE) ReportFailure();
+  sqlite3_reset(statement);
+  return code == SQLITE_ROW;
+}
+
 sqlite3_stmt* Connection::Prepare(const std::string& sql) {
   if (!m_Database) return nullptr;
   if (const auto known = m_Native.find(sql); known != m_Native.end()) return known->second;

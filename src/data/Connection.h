@@ -51,6 +51,8 @@ public:
   // next definition.
   const std::vector<StoredColumn>* ColumnsOf(TextView table) override;
 
+  bool IsView(TextView table);
+
   // A prepared statement in SQLite's own words, kept for the next call. Null on failure.
   sqlite3_stmt* Prepare(const std::string& sql);
   // Runs a prepared statement that changes rows and returns none, and resets it.

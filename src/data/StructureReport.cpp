@@ -18,6 +18,9 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
       if (!isMadeOnUse) faults.push_back(device::Format(u"missing table: %s", layout.name));
       continue;
     }
+    // Its rows have no keys, so that it reads as empty and nothing can be stored in it.
+    if (connection.IsView(layout.name))
+      faults.push_back(device::Format(u"a view in place of the table: %s", layout.name));
     for (std::size_t i = stored->size(); i < layout.columns.size(); ++i)
       faults.push_back(device::Format(u"missing column in table: %s column: %d", layout.name, i));
   }

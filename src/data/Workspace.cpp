@@ -17,6 +17,9 @@ OptionsTable& Workspace::Options() {
 }
 
 Text Workspace::LockFiles() {
+  // A lock beside a file that is refused anyway would only be litter.
+  for (const Connection* connection : {&m_Databases.Template(), &m_Databases.Inspection()})
+    if (Text problem = ExamineDatabaseFile(connection->File()); !problem.empty()) return problem;
   Text problem = m_TemplateLock.Acquire(m_Databases.Template().File());
   return problem.empty() ? m_InspectionLock.Acquire(m_Databases.Inspection().File()) : problem;
 }

@@ -11,8 +11,8 @@ using device::Text;
 
 // Replaces the rows of every table of the Template database by those of the folder's files, whole or not at
 // all. Three things outlast it: the login for the server, the columns of Options that the folder does not
-// name, and the key counters when the folder has none. Where there is a library already, a copy of the
-// database is kept beside it first, and its path put into `copy`.
+// name, and the key counters when the folder has none. With `copy`, a copy of the database is kept beside it
+// first, and its path put there; without, as for a database just made, none is.
 //
 // Returns what is wrong in words for a person (file, line and key when it is the content of a file), or an
 // empty text.

@@ -79,12 +79,6 @@ Text Arrange(const std::vector<FileRows>& library, const TableRows& stored, Tabl
   return {};
 }
 
-bool HasLibrary(const TableRows& stored) {
-  for (const auto& [table, rows] : stored)
-    if (table->name != kOptions && table->name != kUniqueID && !rows.empty()) return true;
-  return false;
-}
-
 bool Store(data::Connection& connection, const TableRows& content) {
   data::Transaction transaction(connection);
   if (!transaction.IsOpen()) return false;
@@ -117,7 +111,7 @@ Text ImportLibrary(data::Workspace& workspace, const std::filesystem::path& fold
   if (const Text problem = Arrange(library, stored, content); !problem.empty()) return unchanged(problem);
 
   std::filesystem::path kept;
-  if (HasLibrary(stored)) {
+  if (copy) {
     if (Text problem = data::KeepCopy(connection, workspace.GetMachine().files, ".before-import", &kept);
         !problem.empty())
       return problem;
