@@ -178,7 +178,7 @@ bool MeasureApplying() {
     const std::int32_t key = document.Inspection().m_InspectionID;
     const int before = commits;
     whole.push_back(Milliseconds([&] {
-      document.ChangeDocType(u"Full House Inspection", inspection::CInspectorDoc::HeaderSave::ByWorker);
+      document.ChangeDocType(u"Full House Inspection");
       MustBe(document.FinishDocTypeChange(), "the change of type");
       MustBe(editing::ApplyDefaultsSilently(databases, key), "the defaults");
     }));

@@ -102,17 +102,16 @@ ExitCode RunSet(Session& session, const Input& input) {
     return ExitCode::Usage;
   }
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
-  data::Transaction transaction(session.Workspace().InspectionConnection());
   SetHeader(session.Document().Inspection(), *values);
-  const bool written =
-      transaction.IsOpen() && session.Document().Inspection().Write() && transaction.Commit();
-  return written ? ExitCode::Done : ExitCode::Failed;
+  return session.Document().SaveHeader() ? ExitCode::Done : ExitCode::Failed;
 }
 
 ExitCode RunApplyType(Session& session, const Input& input) {
   const Text type = input.Argument(1);
-  if (!session.SelectInspection(input.Number(0)) || !KnowsType(session, type)) return ExitCode::Failed;
+  if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   inspection::CInspectorDoc& document = session.Document();
+  // The library may have lost the type that the inspection has; asking for it again changes nothing.
+  if (type != document.Inspection().m_DocType && !KnowsType(session, type)) return ExitCode::Failed;
   switch (inspection::ConfirmDocTypeChange(document, type)) {
     case inspection::DocTypeChoice::Same:
       return ExitCode::Done;
@@ -121,7 +120,7 @@ ExitCode RunApplyType(Session& session, const Input& input) {
     case inspection::DocTypeChoice::Change:
       break;
   }
-  document.ChangeDocType(type, inspection::CInspectorDoc::HeaderSave::ByWorker);
+  document.ChangeDocType(type);
   return document.FinishDocTypeChange() ? ExitCode::Done : ExitCode::Failed;
 }
 
@@ -134,7 +133,8 @@ ExitCode RunDefaults(Session& session, const Input& input) {
 ExitCode RunDelete(Session& session, const Input& input) {
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   inspection::InspectionOverview overview(session.Document());
-  return overview.OnDelete(session.Document().CurrentRow(), 1) ? ExitCode::Done : ExitCode::Failed;
+  overview.Refill();
+  return overview.OnDelete(overview.RowOf(input.Number(0)), 1) ? ExitCode::Done : ExitCode::Failed;
 }
 
 }  // namespace

@@ -23,6 +23,16 @@ constexpr TextView kStepTemplates =
     u"= CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE "
     u"(((CategoryTemplate.ID)=%d));";
 
+// Nothing when that cannot be told.
+std::optional<bool> IsEmpty(data::Databases& databases, std::int32_t categoryID, bool isForm) {
+  data::StepTable steps(databases);
+  data::FieldTable fields(databases);
+  data::TableRecordset& rows = isForm ? static_cast<data::TableRecordset&>(fields) : steps;
+  rows.OpenSQL(Format(u"SELECT * FROM %s WHERE CategoryID = %d Order By %s", rows.TableName(), categoryID,
+                      isForm ? u"SequenceNumber" : u"StepNumber"));
+  return rows.Failed() ? std::nullopt : std::optional(rows.RecordCount() == 0);
+}
+
 // A step's help counts as there when it is longer than this.
 constexpr std::size_t kShortestInfo = 2;
 
@@ -92,27 +102,29 @@ std::optional<int> CreateFields(data::Databases& databases, std::int32_t categor
 
 bool OpenCategory(data::Databases& databases, const data::CategoryTable& category) {
   const bool isForm = category.m_Type == kFormCategory;
-  const auto isEmpty = [&](data::TableRecordset& rows, TextView order) -> std::optional<bool> {
-    rows.OpenSQL(Format(u"SELECT * FROM %s WHERE CategoryID = %d Order By %s", rows.TableName(),
-                        category.m_CategoryID, order));
-    if (rows.Failed()) return std::nullopt;
-    return rows.RecordCount() == 0;
-  };
-  data::StepTable steps(databases);
-  data::FieldTable fields(databases);
-  const std::optional<bool> first =
-      isForm ? isEmpty(fields, u"SequenceNumber") : isEmpty(steps, u"StepNumber");
-  if (!first) return false;
-  if (!*first) return true;
+  const std::optional<bool> looksEmpty = IsEmpty(databases, category.m_CategoryID, isForm);
+  if (!looksEmpty) return false;
+  if (!*looksEmpty) return true;
 
+  const data::ReadScope reading(databases.Template());
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return false;
+  // Now that nobody else writes, it counts: the category may be gone, or have been filled meanwhile.
+  data::CategoryTable stored(databases);
+  stored.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", category.m_CategoryID));
+  const std::optional<bool> empty = IsEmpty(databases, category.m_CategoryID, isForm);
+  if (!empty || stored.Failed()) return false;
+  if (stored.RecordCount() == 0 || !stored.GetRecord(0)) {
+    databases.Inspection().ReportVanishedRow(stored.TableName());
+    return false;
+  }
+  if (!*empty) return true;
   const std::optional<int> created =
-      isForm ? CreateFields(databases, category.m_CategoryTemplateID, category.m_CategoryID)
-             : CreateSteps(databases, category.m_CategoryTemplateID, category.m_CategoryID);
+      isForm ? CreateFields(databases, stored.m_CategoryTemplateID, stored.m_CategoryID)
+             : CreateSteps(databases, stored.m_CategoryTemplateID, stored.m_CategoryID);
   if (!created) return false;
-  const bool isComplete = category.m_CompleteFlag != 0;
-  if (!isForm && isComplete != (*created == 0) && !RecomputeComplete(databases, category.m_CategoryID))
+  const bool isComplete = stored.m_CompleteFlag != 0;
+  if (!isForm && isComplete != (*created == 0) && !RecomputeComplete(databases, stored.m_CategoryID))
     return false;
   return transaction.Commit();
 }

@@ -23,8 +23,9 @@ std::optional<int> CreateSteps(data::Databases& databases, std::int32_t category
 std::optional<int> CreateFields(data::Databases& databases, std::int32_t categoryTemplateID,
                                 std::int32_t categoryID);
 
-// Creates steps or fields when the category has none. One transaction; false when it failed. A step category
-// whose template has no steps becomes complete.
+// Creates steps or fields when the category has none. One transaction; false when it failed or the category
+// is not stored any more, which has been reported. A step category whose template has no steps becomes
+// complete.
 bool OpenCategory(data::Databases& databases, const data::CategoryTable& category);
 
 }  // namespace inspector::editing

@@ -34,14 +34,17 @@ StepEditing::Result StepEditing::Rate(std::int32_t stepID, TextView rating, bool
   if (!transaction.IsOpen()) return Result::Failed;
   data::StepTable step(databases);
   if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
+  bool prompts = false;
   if (!rating.empty()) {
     bool failed = false;
     const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating, &failed);
     if (!choice) return failed ? Result::Failed : Result::NotOffered;
-    if (promptsForComment) *promptsForComment = choice->promptsForComment;
+    prompts = choice->promptsForComment;
   }
   step.m_InspectResult = Text(rating);
-  return WriteStep(step, transaction);
+  const Result result = WriteStep(step, transaction);
+  if (promptsForComment) *promptsForComment = prompts && result == Result::Done;
+  return result;
 }
 
 Text StepEditing::CommentSeparator() {
@@ -87,9 +90,10 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
     if (!box || IsBlank(entered) || entered.find(u';') != Text::npos) return Result::NotOffered;
     boxes.TickFree(*box, entered);
   }
-  if (hasComments) *hasComments = boxes.Boxes()[*box].hasComments;
   step.m_Materials = boxes.Stored();
-  return WriteStep(step, transaction);
+  const Result result = WriteStep(step, transaction);
+  if (hasComments) *hasComments = boxes.Boxes()[*box].hasComments && result == Result::Done;
+  return result;
 }
 
 }  // namespace inspector::editing

@@ -13,11 +13,12 @@ constexpr HeaderField kFields[] = {
     {u"client", u"Client Name", &InspectionTable::m_ClientName},
     {u"phone", u"Client Phone", &InspectionTable::m_ClientPhone},
     {u"address", u"*Dwelling Address", &InspectionTable::m_DwellingAddress},
-    {u"citystatezip", u"City/State/Zip", &InspectionTable::m_CityStateZip},
+    {u"citystatezip", u"City/State/Zip", &InspectionTable::m_CityStateZip, u"Label01", u"EvalCityStateZip"},
     {u"clientaddress", u"Client Address", &InspectionTable::m_ClientAddress},
-    {u"clientcitystatezip", u"Client City/State/Zip", &InspectionTable::m_ClientCityStateZip},
-    {u"agent", u"Client's Agent", &InspectionTable::m_ClientAgent},
-    {u"listingagent", u"Listing Agent", &InspectionTable::m_ListingAgent},
+    {u"clientcitystatezip", u"Client City/State/Zip", &InspectionTable::m_ClientCityStateZip, u"Label02",
+     u"ClientCityStateZip"},
+    {u"agent", u"Client's Agent", &InspectionTable::m_ClientAgent, u"Label03", u"Realtor"},
+    {u"listingagent", u"Listing Agent", &InspectionTable::m_ListingAgent, u"Label05", u"ListingAgent"},
     {u"company", u"Real Estate Company", &InspectionTable::m_RealEstateCompany},
     {u"date", u"Date", nullptr},
     {u"general", u"General Information", &InspectionTable::m_GeneralInformation},
@@ -50,10 +51,10 @@ bool SetHeaderField(InspectionTable& inspection, const HeaderField& field, TextV
   return date.has_value();
 }
 
-std::vector<Text> PickerChoices(data::Databases& databases, TextView primary, TextView fallback) {
+std::vector<Text> PickerChoices(data::Databases& databases, const HeaderField& field) {
   std::vector<Text> choices;
   data::PickersTable pickers(databases);
-  for (const TextView list : {primary, fallback}) {
+  for (const TextView list : {field.pickerList, field.fallbackList}) {
     pickers.OpenSQL(device::Format(
         u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"%s\" ORDER BY PickerChoice;", list));
     for (int n = 0; n < pickers.RecordCount(); ++n)

@@ -13,6 +13,9 @@ struct HeaderField {
   TextView name;                      // as typed on the command line
   TextView caption;                   // as shown to a person
   Text data::InspectionTable::*text;  // null for the date
+  // The picker lists that offer values: the second where the first has none. Empty for most fields.
+  TextView pickerList = {};
+  TextView fallbackList = {};
 };
 
 // number client phone address citystatezip clientaddress clientcitystatezip agent listingagent company date
@@ -23,9 +26,8 @@ const HeaderField* FindHeaderField(TextView name);
 // Sets a field from what a person typed. False when a date is none ("2026-05-31 14:05" is one).
 bool SetHeaderField(data::InspectionTable& inspection, const HeaderField& field, TextView typed);
 
-// A picker list for a header field: the rows of the first list, or of the second where the first has none,
-// then "Edit List...".
-std::vector<Text> PickerChoices(data::Databases& databases, TextView primary, TextView fallback);
+// What the picker lists of a field offer, then "Edit List...".
+std::vector<Text> PickerChoices(data::Databases& databases, const HeaderField& field);
 
 // What changing the type of the current inspection leads to. Asks when it already has one.
 enum class DocTypeChoice { Same, Refused, Change };

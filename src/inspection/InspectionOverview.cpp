@@ -1,30 +1,41 @@
 #include "inspection/InspectionOverview.h"
 
 #include "data/UniqueIDTable.h"
+#include "device/Format.h"
 #include "inspection/InspectionRows.h"
 
 namespace inspector::inspection {
 
-std::vector<InspectionOverview::Row> InspectionOverview::Refill() {
-  std::vector<Row> rows;
-  data::Databases& databases = m_Document.GetWorkspace().GetDatabases();
-  const data::ReadScope reading(databases.Inspection());
-  data::InspectionTable inspections(databases);
-  inspections.Open();
-  for (int n = 0; n < inspections.RecordCount(); ++n) {
-    if (!inspections.GetRecord(n)) continue;
-    rows.push_back({inspections.m_InspectionID,
-                    {inspections.m_ClientName, inspections.m_DwellingAddress, inspections.m_CityStateZip,
-                     inspections.m_InspectionNum}});
-  }
-  return rows;
+void InspectionOverview::Refill() {
+  m_List.Open();
+}
+
+std::optional<InspectionOverview::Row> InspectionOverview::RowAt(int index) {
+  if (!m_List.GetRecord(index)) return std::nullopt;
+  return Row{m_List.m_InspectionID,
+             {m_List.m_ClientName, m_List.m_DwellingAddress, m_List.m_CityStateZip, m_List.m_InspectionNum}};
+}
+
+int InspectionOverview::RowOf(std::int32_t inspectionID) const {
+  data::InspectionTable found(m_Document.GetWorkspace().GetDatabases());
+  found.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  return m_List.FindRowOf(found, 0);
+}
+
+// By the row itself: the document's rows may have been read at another time, so that positions differ.
+bool InspectionOverview::MakeCurrent(int selected) {
+  m_Document.Reopen();
+  if (m_Document.SetCurrentInspection(m_Document.Inspection().FindRowOf(m_List, selected))) return true;
+  m_Document.Reopen();
+  if (!m_Document.Inspection().Failed()) m_List.GetConnection().ReportVanishedRow(m_List.TableName());
+  return false;
 }
 
 bool InspectionOverview::OnDelete(int selected, int selectedCount) {
   if (selected < 0) return false;
   device::Prompts& prompts = m_Document.GetWorkspace().GetPrompts();
   if (!device::ConfirmCaution(prompts, u"Are you sure you want to delete this Inspection?")) return false;
-  return m_Document.SetCurrentInspection(selected) && m_Document.DeleteSelectedInspection(selectedCount);
+  return MakeCurrent(selected) && m_Document.DeleteSelectedInspection(selectedCount);
 }
 
 std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
@@ -32,7 +43,7 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
   data::Workspace& workspace = m_Document.GetWorkspace();
   const std::optional<Text> number = workspace.GetPrompts().AskText(
       {u"Enter the Doc # of the new Inspection:", u"Duplicate Inspection", {}});
-  if (!number || !m_Document.SetCurrentInspection(selected)) return std::nullopt;
+  if (!number || !MakeCurrent(selected)) return std::nullopt;
 
   data::Databases& databases = workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <array>
-#include <vector>
+#include <optional>
 
 #include "inspection/InspectorDoc.h"
 
@@ -10,14 +10,20 @@ namespace inspector::inspection {
 
 class InspectionOverview {
 public:
-  explicit InspectionOverview(CInspectorDoc& document) : m_Document(document) {}
+  explicit InspectionOverview(CInspectorDoc& document)
+      : m_Document(document), m_List(document.GetWorkspace().GetDatabases()) {}
 
   struct Row {
     std::int32_t inspectionID = 0;
     std::array<Text, 4> columns;  // client name, dwelling address, city/state/zip, document number
   };
-  // The list in the order of the table; the index is the row's position.
-  std::vector<Row> Refill();
+  // Reads the list again, in the order of the table; the index of a row is its position.
+  void Refill();
+  int RowCount() const { return m_List.RecordCount(); }
+  // Fetches one row. Nothing for one that another program deleted since.
+  std::optional<Row> RowAt(int index);
+  // The first row with this key, -1 when there is none.
+  int RowOf(std::int32_t inspectionID) const;
 
   // `selected` is the index of the selected row, -1 for none; `selectedCount` how many are selected.
   bool OnDelete(int selected, int selectedCount);
@@ -25,7 +31,10 @@ public:
   std::optional<std::int32_t> OnDuplicate(int selected);
 
 private:
+  bool MakeCurrent(int selected);
+
   CInspectorDoc& m_Document;
+  data::InspectionTable m_List;
 };
 
 }  // namespace inspector::inspection

@@ -17,7 +17,10 @@ constexpr std::int32_t kNoType = -1;
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
   data::InspectionTable row(databases);
   row.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", state.inspectionID));
-  if (row.RecordCount() == 0 || !row.GetRecord(0)) return false;
+  if (row.RecordCount() == 0 || !row.GetRecord(0)) {
+    if (!row.Failed()) databases.Inspection().ReportVanishedRow(row.TableName());
+    return false;
+  }
   row.m_InspectionTypeID = state.inspectionTypeID;
   row.m_DocType = state.docType;
   row.m_GeneralInformation = state.generalInformation;
@@ -43,12 +46,18 @@ CInspectorDoc::~CInspectorDoc() {
 }
 
 bool CInspectorDoc::Reopen() {
+  FinishDocTypeChange();
   const bool opened = m_Inspection.Open() && !m_Inspection.Failed();
   SetCurrentInspection(0);
   return opened;
 }
 
+bool CInspectorDoc::ReopenAt(std::int32_t inspectionID) {
+  return Reopen() && SelectInspection(inspectionID);
+}
+
 bool CInspectorDoc::SetCurrentInspection(int row) {
+  FinishDocTypeChange();
   m_CurrentCategory = 0;
   m_CurrentRow = row;
   const bool found = m_Inspection.GetRecord(row);
@@ -69,6 +78,13 @@ void CInspectorDoc::LoadCategories() {
   m_Categories.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              m_Inspection.m_InspectionID));
+  m_Categories.GetRecord(m_CurrentCategory);
+}
+
+bool CInspectorDoc::SaveHeader() {
+  FinishDocTypeChange();
+  data::Transaction transaction(m_Workspace.InspectionConnection());
+  return transaction.IsOpen() && m_Inspection.Write() && transaction.Commit();
 }
 
 bool CInspectorDoc::SetCurrentCategory(int row) {
@@ -82,9 +98,7 @@ bool CInspectorDoc::SetCurrentCategory(int row) {
 
 bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type) {
   data::Databases& databases = m_Workspace.GetDatabases();
-  // Before the transaction: a worker that holds the mutex waits for the database.
-  std::unique_lock lock(m_ChangeDocTypeMutex, std::defer_lock);
-  if (!type.empty()) lock.lock();
+  const std::lock_guard lock(m_ChangeDocTypeMutex);
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return false;
   const std::int32_t key = data::NextInspectionID(databases, u"Inspection");
@@ -104,8 +118,10 @@ bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type
 }
 
 std::optional<std::int32_t> CInspectorDoc::CreateInspection(const FillInspection& fill, TextView type) {
+  FinishDocTypeChange();
+  const std::int32_t former = m_Inspection.m_InspectionID;
   if (!WriteNewInspection(fill, type)) {
-    Reopen();
+    ReopenAt(former);
     return std::nullopt;
   }
   const std::int32_t key = m_Inspection.m_InspectionID;
@@ -120,16 +136,21 @@ std::optional<std::int32_t> CInspectorDoc::NewInspection() {
   return CreateInspection();
 }
 
-void CInspectorDoc::ChangeDocType(TextView newType, HeaderSave save) {
-  if (m_Worker.joinable()) FinishDocTypeChange();
+void CInspectorDoc::ChangeDocType(TextView newType) {
+  FinishDocTypeChange();
+  if (!HasInspection()) {
+    device::Alert(m_Workspace.GetPrompts(), u"There is no inspection to change. Create one first.");
+    return;
+  }
+  m_TextBeforeWorker = m_Inspection.m_GeneralInformation;
   DocTypeState state{m_Inspection.m_InspectionID, m_Inspection.m_InspectionTypeID, m_Inspection.m_DocType,
                      m_Inspection.m_GeneralInformation};
   m_WorkerResult.reset();
   m_WorkerRuns = true;
-  m_Worker = std::thread(&CInspectorDoc::RunWorker, this, Text(newType), save, std::move(state));
+  m_Worker = std::thread(&CInspectorDoc::RunWorker, this, Text(newType), std::move(state));
 }
 
-void CInspectorDoc::RunWorker(Text newType, HeaderSave save, DocTypeState state) {
+void CInspectorDoc::RunWorker(Text newType, DocTypeState state) {
   device::LowerThreadPriority();
   const std::lock_guard lock(m_ChangeDocTypeMutex);
   const std::unique_ptr<data::Databases> databases = m_Workspace.MakeDatabases();
@@ -137,29 +158,30 @@ void CInspectorDoc::RunWorker(Text newType, HeaderSave save, DocTypeState state)
     databases->Faults().Report(problem);
   } else if (databases->Inspection().PrepareForWriting()) {
     data::Transaction transaction(databases->Inspection());
-    if (transaction.IsOpen() && ApplyDocType(*databases, state, newType) &&
-        (save == HeaderSave::ByCaller || WriteDocType(*databases, state)) && transaction.Commit())
+    if (transaction.IsOpen() && ApplyDocType(*databases, state, newType) && WriteDocType(*databases, state) &&
+        transaction.Commit())
       m_WorkerResult = std::move(state);
   }
   m_WorkerRuns = false;
 }
 
 bool CInspectorDoc::FinishDocTypeChange() {
-  if (m_Worker.joinable()) m_Worker.join();
+  if (!m_Worker.joinable()) return false;
+  m_Worker.join();
   m_Workspace.GetMachine().faults.ShowPending();
-  // Taken once: asking again must not undo what was entered since.
   const std::optional<DocTypeState> result = std::exchange(m_WorkerResult, std::nullopt);
-  if (result && result->inspectionID == m_Inspection.m_InspectionID) {
-    m_Inspection.m_InspectionTypeID = result->inspectionTypeID;
-    m_Inspection.m_DocType = result->docType;
-    m_Inspection.m_GeneralInformation = result->generalInformation;
-  }
-  LoadCategories();
+  if (!result) return false;
+  m_Inspection.m_InspectionTypeID = result->inspectionTypeID;
+  m_Inspection.m_DocType = result->docType;
+  // The type's comments stand behind the text that the worker knew; the person may have typed since.
+  m_Inspection.m_GeneralInformation += result->generalInformation.substr(m_TextBeforeWorker.size());
   m_CurrentCategory = 0;
-  return result.has_value();
+  LoadCategories();
+  return true;
 }
 
 bool CInspectorDoc::DeleteInspectionData(bool showProgress) {
+  FinishDocTypeChange();
   std::unique_ptr<device::ProgressWindow> progress;
   if (showProgress) progress = m_Workspace.GetPrompts().OpenProgress(u"Deleting Inspection...", false);
   data::Transaction transaction(m_Workspace.InspectionConnection());
@@ -181,17 +203,20 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
       m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
       m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;
+  const std::int32_t key = m_Inspection.m_InspectionID;
   const bool deleted = DeleteCurrentWhole();
-  Reopen();
+  deleted ? Reopen() : ReopenAt(key);
   return deleted;
 }
 
 bool CInspectorDoc::DeleteAllInspections() {
   device::Prompts& prompts = m_Workspace.GetPrompts();
   if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
+  FinishDocTypeChange();
+  const std::int32_t former = m_Inspection.m_InspectionID;
   const bool deleted = ReplaceAllByOne();
   if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
-  Reopen();
+  deleted ? Reopen() : ReopenAt(former);
   return deleted;
 }
 
@@ -204,7 +229,8 @@ bool CInspectorDoc::DeleteCurrentWhole() {
 
 bool CInspectorDoc::ReplaceAllByOne() {
   data::Transaction transaction(m_Workspace.InspectionConnection());
-  if (!transaction.IsOpen()) return false;
+  // Read again: of a row that another program deleted there is nothing to delete.
+  if (!transaction.IsOpen() || !m_Inspection.Open() || m_Inspection.Failed()) return false;
   for (int row = m_Inspection.RecordCount() - 1; row >= 0; --row)
     if (!SetCurrentInspection(row) || !DeleteCurrentWhole()) return false;
   return WriteNewInspection({}, {}) && transaction.Commit();

@@ -17,6 +17,9 @@
 namespace inspector::inspection {
 
 // Lives on the thread of the screens. Opening it on a database without inspections adds an empty one.
+//
+// While the worker changes the type, the database is its own. Whatever the document does finishes a running
+// change first; logic that changes rows without the document calls FinishDocTypeChange before.
 class CInspectorDoc {
 public:
   explicit CInspectorDoc(data::Workspace& workspace);
@@ -39,6 +42,11 @@ public:
   bool SelectInspection(std::int32_t inspectionID);
   // The row of the current inspection.
   int CurrentRow() const { return m_CurrentRow; }
+  // False after the last one was deleted; Inspection() then holds neutral values.
+  bool HasInspection() const { return m_CurrentRow < m_Inspection.RecordCount(); }
+  // Writes the columns of Inspection(), with what a running change of type adds to them.
+  bool SaveHeader();
+  // Reads the categories again, and the row of the current one.
   void LoadCategories();
   int CurrentCategory() const { return m_CurrentCategory; }
   // Reads row n of the categories. "No Category records in current selection." when there is none.
@@ -51,14 +59,13 @@ public:
   using FillInspection = std::function<void(data::InspectionTable&)>;
   std::optional<std::int32_t> CreateInspection(const FillInspection& fill = {}, TextView type = {});
 
-  // Whether the worker also writes the inspection's row, in its transaction. Otherwise the changed columns
-  // stay in Inspection() until the header is saved.
-  enum class HeaderSave { ByWorker, ByCaller };
-  // Starts the worker. One at a time: a second change waits for the first.
-  void ChangeDocType(TextView newType, HeaderSave save);
+  // Starts the worker on the current inspection; it also writes the inspection's row. One at a time: a second
+  // change waits for the first.
+  void ChangeDocType(TextView newType);
   bool IsChangingDocType() const { return m_WorkerRuns; }
-  // Waits for the worker and takes over what it changed. False when nothing was changed because a read or
-  // write failed, which has been reported, or when there was no change to finish.
+  // Waits for the worker and takes over what it changed; what was typed meanwhile stays. False when nothing
+  // was changed because a read or write failed, which has been reported, or when there was no change to
+  // finish.
   bool FinishDocTypeChange();
 
   // Deletes the current inspection's categories and steps; the row stays.
@@ -70,10 +77,11 @@ public:
   bool DeleteAllInspections();
 
 private:
+  bool ReopenAt(std::int32_t inspectionID);
   bool DeleteCurrentWhole();
   bool ReplaceAllByOne();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
-  void RunWorker(Text newType, HeaderSave save, DocTypeState state);
+  void RunWorker(Text newType, DocTypeState state);
 
   data::Workspace& m_Workspace;
   data::InspectionTable m_Inspection;
@@ -86,6 +94,7 @@ private:
   std::mutex m_ChangeDocTypeMutex;
   std::thread m_Worker;
   std::atomic<bool> m_WorkerRuns = false;
+  Text m_TextBeforeWorker;                     // the general information that the worker started from
   std::optional<DocTypeState> m_WorkerResult;  // read after the worker was joined
 };
 

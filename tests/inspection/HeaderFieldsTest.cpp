@@ -44,7 +44,7 @@ TEST_F(HeaderFieldsTest, DateIsADateOrNothing) {
 }
 
 TEST_F(HeaderFieldsTest, PickerFallsBackAndEndsWithEditList) {
-  const auto cities = [this] { return PickerChoices(Data(), u"Label01", u"EvalCityStateZip"); };
+  const auto cities = [this] { return PickerChoices(Data(), *FindHeaderField(u"citystatezip")); };
   EXPECT_THAT(cities(), ElementsAre(u"Edit List..."));
   m_Device.Library().AddPicker(u"EvalCityStateZip", u"Zella");
   m_Device.Library().AddPicker(u"EvalCityStateZip", u"Alder Creek");

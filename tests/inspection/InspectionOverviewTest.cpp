@@ -18,6 +18,16 @@ constexpr auto kNumberQuestion = u"Enter the Doc # of the new Inspection:";
 
 class InspectionOverviewTest : public tests::VisitTest {
 protected:
+  // As on a list that was read just now.
+  bool OnDelete(int selected, int count) {
+    m_Overview.Refill();
+    return m_Overview.OnDelete(selected, count);
+  }
+  std::optional<std::int32_t> OnDuplicate(int selected) {
+    m_Overview.Refill();
+    return m_Overview.OnDuplicate(selected);
+  }
+
   InspectionOverview m_Overview{Document()};
 };
 
@@ -28,12 +38,29 @@ TEST_F(InspectionOverviewTest, ListsTheInspectionsInTheirOrder) {
     row.m_CityStateZip = u"Alder Creek";
     row.m_InspectionNum = u"7";
   });
-  const auto rows = m_Overview.Refill();
-  ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(rows[0].inspectionID, 1000);
-  EXPECT_THAT(rows[0].columns, ElementsAre(u"", u"", u"", u""));
-  EXPECT_EQ(rows[1].inspectionID, 1001);
-  EXPECT_THAT(rows[1].columns, ElementsAre(u"Halvorsen", u"418 Juniper Lane", u"Alder Creek", u"7"));
+  m_Overview.Refill();
+  ASSERT_EQ(m_Overview.RowCount(), 2);
+  const auto row = m_Overview.RowAt(1);
+  ASSERT_TRUE(row.has_value());
+  EXPECT_EQ(row->inspectionID, 1001);
+  EXPECT_THAT(row->columns, ElementsAre(u"Halvorsen", u"418 Juniper Lane", u"Alder Creek", u"7"));
+}
+
+// Another program may delete rows while the list is shown: what is selected counts, not its position.
+TEST_F(InspectionOverviewTest, ActsOnTheSelectedRowWhereverItNowStands) {
+  const auto first = m_Device.Visit(u"House");
+  const auto second = m_Device.Visit(u"Condo");
+  m_Overview.Refill();
+  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Inspection WHERE InspectionID = 1000");
+  Prompts().Queue(kFirstQuestion, Answer::Yes);
+  Prompts().Queue(u"Warning", Answer::Yes);
+  EXPECT_TRUE(m_Overview.OnDelete(1, 1));
+  EXPECT_EQ(m_Device.Outline(first).size(), 0U);
+  EXPECT_EQ(m_Device.Outline(second).size(), 1U);
+
+  Prompts().Queue(kFirstQuestion, Answer::Yes);
+  EXPECT_FALSE(m_Overview.OnDelete(0, 1)) << "the row is gone";
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"deleted by another program"));
 }
 
 TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
@@ -42,18 +69,18 @@ TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
   EXPECT_FALSE(m_Overview.OnDelete(-1, 0)) << "without a selection nothing is asked";
 
   Prompts().Queue(kFirstQuestion, Answer::No);
-  EXPECT_FALSE(m_Overview.OnDelete(1, 1));
+  EXPECT_FALSE(OnDelete(1, 1));
   Prompts().Queue(kFirstQuestion, Answer::Yes);
-  EXPECT_FALSE(m_Overview.OnDelete(1, 2));
+  EXPECT_FALSE(OnDelete(1, 2));
   Prompts().Queue(kFirstQuestion, Answer::Yes);
   Prompts().Queue(u"Warning", Answer::No);
-  EXPECT_FALSE(m_Overview.OnDelete(1, 1));
+  EXPECT_FALSE(OnDelete(1, 1));
   EXPECT_EQ(m_Device.RowCounts(), counts);
 
   Prompts().Forget();
   Prompts().Queue(kFirstQuestion, Answer::Yes);
   Prompts().Queue(u"Warning", Answer::Yes);
-  EXPECT_TRUE(m_Overview.OnDelete(1, 1));
+  EXPECT_TRUE(OnDelete(1, 1));
   ASSERT_EQ(Prompts().Messages().size(), 2U);
   EXPECT_EQ(Prompts().Messages()[0].title, u"Caution");
   EXPECT_EQ(Prompts().Messages()[1].title, u"Warning");
@@ -90,10 +117,10 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
   m_Device.Visit(u"Condo");
 
   Prompts().QueueText(kNumberQuestion, std::nullopt);
-  EXPECT_EQ(m_Overview.OnDuplicate(1), std::nullopt);
+  EXPECT_EQ(OnDuplicate(1), std::nullopt);
   EXPECT_EQ(m_Overview.OnDuplicate(-1), std::nullopt);
   Prompts().QueueText(kNumberQuestion, u"\r\n8");
-  EXPECT_EQ(m_Overview.OnDuplicate(1), 1003);
+  EXPECT_EQ(OnDuplicate(1), 1003);
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 4, Category 11, Step 8, Field 4");
   EXPECT_EQ(m_Device.Outline(1003), m_Device.Outline(key));
   EXPECT_EQ(Document().CurrentRow(), 0);
@@ -122,7 +149,7 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
 
 TEST_F(InspectionOverviewTest, DuplicateOfAnEmptyInspectionIsOneRow) {
   Prompts().QueueText(kNumberQuestion, u"");
-  EXPECT_EQ(m_Overview.OnDuplicate(0), 1001);
+  EXPECT_EQ(OnDuplicate(0), 1001);
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 0, Step 0, Field 0");
 }
 
@@ -133,7 +160,7 @@ TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
   m_Device.Run(data::DatabaseKind::Inspection,
                "CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
   Prompts().QueueText(kNumberQuestion, u"8");
-  EXPECT_EQ(m_Overview.OnDuplicate(1), std::nullopt);
+  EXPECT_EQ(OnDuplicate(1), std::nullopt);
   EXPECT_EQ(m_Device.RowCounts(), counts);
 }
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "device/Format.h"
+#include "editing/CategoryOpening.h"
 #include "inspection/DocTypeChange.h"
 #include "support/VisitFixture.h"
 
@@ -12,9 +13,6 @@ namespace {
 using device::Answer;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-constexpr auto kByWorker = CInspectorDoc::HeaderSave::ByWorker;
-constexpr auto kByCaller = CInspectorDoc::HeaderSave::ByCaller;
 
 class InspectorDocTest : public tests::VisitTest {
 protected:
@@ -84,7 +82,7 @@ TEST_F(InspectorDocTest, SelectsTheFirstOfSeveralRowsWithOneKey) {
 // The type's comments start with the general information that is there already.
 TEST_F(InspectorDocTest, WorkerMakesTheCategoriesOfTheType) {
   Document().CreateInspection([](data::InspectionTable& row) { row.m_GeneralInformation = u"Rainy day."; });
-  Document().ChangeDocType(u"House", kByWorker);
+  Document().ChangeDocType(u"House");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_FALSE(Document().IsChangingDocType());
 
@@ -112,7 +110,7 @@ TEST_F(InspectorDocTest, ReplacingATypeDeletesWhatWasFound) {
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Checklist");
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 10, Step 6, Field 2");
-  Document().ChangeDocType(u"Condo", kByWorker);
+  Document().ChangeDocType(u"Condo");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
   EXPECT_EQ(m_Device.Outline(other).size(), 8U) << "the other inspection stays as it was";
@@ -120,23 +118,56 @@ TEST_F(InspectorDocTest, ReplacingATypeDeletesWhatWasFound) {
   EXPECT_THAT(Prompts().ProgressWindows(), IsEmpty()) << "deleting shows no progress here";
 }
 
-TEST_F(InspectorDocTest, HeaderOfTheCallerIsHeldUntilItIsSaved) {
+// The person goes on while the worker runs: what was typed and the type both end up stored, whatever came
+// first.
+TEST_F(InspectorDocTest, WhatIsDoneMeanwhileDoesNotLoseTheType) {
   const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"Condo", kByCaller);
-  EXPECT_TRUE(Document().FinishDocTypeChange());
-  EXPECT_EQ(HeldHeader(), u"Condo|2|");
-  EXPECT_EQ(StoredHeader(key), u"|-1|");
-  EXPECT_TRUE(Document().Inspection().Write());
-  EXPECT_EQ(StoredHeader(key), u"Condo|2|");
-
-  Document().Inspection().m_GeneralInformation = u"Typed since.";
+  Document().ChangeDocType(u"House");
+  Document().Inspection().m_ClientName = u"Ada";
+  Document().Inspection().m_GeneralInformation = u"Typed since. ";
+  EXPECT_TRUE(Document().SaveHeader());
+  EXPECT_EQ(StoredHeader(key), u"House|1|Typed since. Seen from the ground.  Built in 1968.");
   EXPECT_FALSE(Document().FinishDocTypeChange()) << "nothing is taken over twice";
-  EXPECT_EQ(HeldHeader(), u"Condo|2|Typed since.");
+
+  Document().ChangeDocType(u"Condo");
+  EXPECT_TRUE(Document().SetCurrentInspection(0));
+  EXPECT_TRUE(Document().SelectInspection(key));
+  EXPECT_TRUE(HeldHeader().starts_with(u"Condo|2|")) << "another inspection was looked at";
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ada");
+
+  Document().SetCurrentCategory(0);
+  Document().ChangeDocType(u"House");
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Attic") << "not the deleted category of the old type";
+  EXPECT_TRUE(editing::OpenCategory(m_Device.GetWorkspace().GetDatabases(), Document().Categories()));
+
+  Document().ChangeDocType(u"Condo");
+  Prompts().Queue(u"Warning", device::Answer::Yes);
+  EXPECT_TRUE(Document().DeleteSelectedInspection(1));
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+}
+
+TEST_F(InspectorDocTest, WhatAnotherProgramDeletedIsReportedAndNothingIsWritten) {
+  const auto key = m_Device.Visit(u"House");
+  data::CategoryTable gone(m_Device.GetWorkspace().GetDatabases());
+  gone.OpenSQL(u"SELECT * FROM Category");
+  ASSERT_TRUE(gone.GetRecord(0));
+  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Category");
+  EXPECT_FALSE(editing::OpenCategory(m_Device.GetWorkspace().GetDatabases(), gone));
+  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Inspection");
+  Document().ChangeDocType(u"Condo");
+  EXPECT_FALSE(Document().FinishDocTypeChange());
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 0, Category 0, Step 0, Field 0");
+  EXPECT_EQ(Prompts().Messages().size(), 2U);
+  EXPECT_EQ(Document().Inspection().m_InspectionID, key) << "what is on the screen stays there";
+  Document().Reopen();
+  Document().ChangeDocType(u"Condo");
+  EXPECT_FALSE(Document().FinishDocTypeChange()) << "there is no inspection";
 }
 
 TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
   const auto key = m_Device.Visit(u"Condo");
-  Document().ChangeDocType(u"Castle", kByWorker);
+  Document().ChangeDocType(u"Castle");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_EQ(StoredHeader(key), u"Castle|2|");
   EXPECT_THAT(m_Device.Outline(key), IsEmpty());
@@ -146,11 +177,11 @@ TEST_F(InspectorDocTest, LastOfSeveralTypesWithOneNameGivesTheKey) {
   m_Device.Library().AddType(u"House");
   m_Device.Library().AddType(u"Barn \"old\"");
   const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"House", kByWorker);
+  Document().ChangeDocType(u"House");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_EQ(StoredHeader(key), u"House|3|") << "the comments are those of type 3, which has none";
   EXPECT_EQ(m_Device.Outline(key).size(), 5U) << "the categories are looked up by name";
-  Document().ChangeDocType(u"Barn \"old\"", kByWorker);
+  Document().ChangeDocType(u"Barn \"old\"");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_EQ(StoredHeader(key), u"Barn \"old\"|4|");
 }
@@ -168,7 +199,7 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
         std::tuple{data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
                    "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
     m_Device.Run(kind, breaks);
-    Document().ChangeDocType(u"House", kByWorker);
+    Document().ChangeDocType(u"House");
     EXPECT_FALSE(Document().FinishDocTypeChange()) << breaks;
     EXPECT_EQ(m_Device.Outline(key), before) << breaks;
     EXPECT_EQ(HeldHeader(), u"Condo|2|") << breaks;
@@ -178,15 +209,14 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   ASSERT_EQ(Prompts().Messages().size(), 1U) << "the worker's fault is shown, by this thread";
   EXPECT_TRUE(Prompts().Messages()[0].text.ends_with(u"no room"));
 
-  Document().ChangeDocType(u"House", kByWorker);
+  Document().ChangeDocType(u"House");
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_EQ(StoredHeader(key), u"House|1|Seen from the ground.  Built in 1968.");
 }
 
 TEST_F(InspectorDocTest, SecondChangeWaitsForTheFirst) {
   const auto key = m_Device.Visit(u"");
-  for (const TextView type : {u"House", u"Condo", u"House", u"Condo"})
-    Document().ChangeDocType(type, kByWorker);
+  for (const TextView type : {u"House", u"Condo", u"House", u"Condo"}) Document().ChangeDocType(type);
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
   EXPECT_EQ(StoredHeader(key),
@@ -196,12 +226,11 @@ TEST_F(InspectorDocTest, SecondChangeWaitsForTheFirst) {
 TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
   const auto key = m_Device.Visit(u"");
   for (int round = 0; round < 10; ++round) {
-    Document().ChangeDocType(round % 2 ? u"Condo" : u"House", kByWorker);
+    Document().ChangeDocType(round % 2 ? u"Condo" : u"House");
     const auto other = Document().CreateInspection({}, u"Condo");
     EXPECT_TRUE(other.has_value());
     EXPECT_EQ(m_Device.Outline(other.value_or(0)).size(), 1U);
-    EXPECT_TRUE(Document().FinishDocTypeChange());
-    EXPECT_EQ(Document().Inspection().m_DocType, u"Condo") << "the result belongs to the other inspection";
+    EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
     EXPECT_TRUE(Document().SelectInspection(key));
     EXPECT_EQ(m_Device.Outline(key).size(), round % 2 ? 1U : 5U);
   }
@@ -209,7 +238,7 @@ TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
 
 TEST_F(InspectorDocTest, DestructorWaitsForTheWorker) {
   const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"House", kByWorker);
+  Document().ChangeDocType(u"House");
   m_Device.Open();
   EXPECT_EQ(m_Device.Outline(key).size(), 5U);
 }
@@ -280,7 +309,7 @@ TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
   EXPECT_FALSE(Document().DeleteAllInspections());
   EXPECT_EQ(m_Device.RowCounts(), counts);
-  EXPECT_EQ(Document().Categories().RecordCount(), 0) << "row 0 is current again, which has no type";
+  EXPECT_EQ(Document().Categories().RecordCount(), 5) << "what could not be deleted stays current";
   EXPECT_TRUE(Document().SelectInspection(1001));
 }
 
