@@ -1,0 +1,33 @@
+// What the editing screens ask that is richer than a message box or a line of text, and the sheets they open.
+#pragma once
+
+#include <optional>
+
+#include "device/Text.h"
+
+namespace inspector::editing {
+
+using device::Text;
+
+// The screens bring dialogs, the tests scripted answers. Nothing and false stand for Cancel.
+class EditingDialogs {
+public:
+  virtual ~EditingDialogs() = default;
+
+  // "Duplicate Category": name, "How Many :" and "Duplicate with data?".
+  struct CategoryCopies {
+    Text name;  // of the first copy
+    int copies = 1;
+    bool withData = false;
+  };
+  virtual std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) = 0;
+
+  // Opens "Step Properties" on a row of the document's steps, with the page that stands at `tab` among those
+  // the step has. True when it was closed with OK; what was entered is kept in either case.
+  virtual bool OpenStepProperties(int stepRow, int tab) = 0;
+
+  // The editor of picker lists, with this list chosen.
+  virtual void OpenPickerEditor(const Text& pickerName) = 0;
+};
+
+}  // namespace inspector::editing

@@ -1,0 +1,69 @@
+// An inspector whose answers to the editing screens' dialogs are known beforehand.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "editing/EditingDialogs.h"
+
+namespace inspector::tests {
+
+// An answer is taken by one question. A question that nobody expected fails the test and is cancelled, as do
+// answers that are left over.
+class ScriptedEditingDialogs : public editing::EditingDialogs {
+public:
+  ~ScriptedEditingDialogs() override {
+    EXPECT_TRUE(m_Copies.empty()) << "Duplicate Category was not asked";
+    EXPECT_TRUE(m_Sheets.empty()) << "Step Properties was not opened";
+    EXPECT_TRUE(m_PickerEdits.empty()) << "the picker editor was not opened";
+  }
+
+  void QueueCopies(std::optional<CategoryCopies> answer) { m_Copies.push_back(std::move(answer)); }
+  // `work` is what the inspector does on the sheet; it says whether the sheet is closed with OK.
+  void QueueSheet(std::function<bool()> work) { m_Sheets.push_back(std::move(work)); }
+  void QueuePickerEdit(std::function<void()> work) { m_PickerEdits.push_back(std::move(work)); }
+
+  const std::vector<CategoryCopies>& CopiesSuggested() const { return m_CopiesSuggested; }
+  // (row, tab) of each sheet.
+  const std::vector<std::pair<int, int>>& SheetsOpened() const { return m_SheetsOpened; }
+  const std::vector<device::Text>& PickersEdited() const { return m_PickersEdited; }
+
+  std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) override {
+    m_CopiesSuggested.push_back(suggested);
+    return Take(m_Copies, "Duplicate Category").value_or(std::nullopt);
+  }
+  bool OpenStepProperties(int stepRow, int tab) override {
+    m_SheetsOpened.emplace_back(stepRow, tab);
+    const auto work = Take(m_Sheets, "Step Properties");
+    return work && (*work)();
+  }
+  void OpenPickerEditor(const device::Text& pickerName) override {
+    m_PickersEdited.push_back(pickerName);
+    if (const auto work = Take(m_PickerEdits, "the picker editor")) (*work)();
+  }
+
+private:
+  template <typename Value>
+  std::optional<Value> Take(std::deque<Value>& queue, const char* about) {
+    if (queue.empty()) {
+      ADD_FAILURE() << about << " was not expected";
+      return std::nullopt;
+    }
+    Value value = std::move(queue.front());
+    queue.pop_front();
+    return value;
+  }
+
+  std::deque<std::optional<CategoryCopies>> m_Copies;
+  std::deque<std::function<bool()>> m_Sheets;
+  std::deque<std::function<void()>> m_PickerEdits;
+  std::vector<CategoryCopies> m_CopiesSuggested;
+  std::vector<std::pair<int, int>> m_SheetsOpened;
+  std::vector<device::Text> m_PickersEdited;
+};
+
+}  // namespace inspector::tests
