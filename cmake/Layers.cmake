@@ -22,3 +22,14 @@ function(inspector_folder folder)
   target_include_directories(${target} PUBLIC "${layer}")
   target_link_libraries(${target} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE})
 endfunction()
+
+# inspector_screens(NAME folder [DEPENDS targets...]): the same for a folder that may see Qt. The link of X holds X/ui
+# as well, but without Qt's own directories no header in there compiles; the test Source.Layers names the fault.
+function(inspector_screens folder)
+  inspector_folder(${ARGV})
+  string(REPLACE "/" "_" suffix "${folder}")
+  target_link_libraries(inspector_${suffix} PUBLIC Qt6::Widgets)
+  # "signals" and "emit" are ordinary words elsewhere: Q_SIGNALS, Q_EMIT.
+  target_compile_definitions(inspector_${suffix} PUBLIC QT_NO_KEYWORDS)
+  set_target_properties(inspector_${suffix} PROPERTIES AUTOMOC ON)
+endfunction()

@@ -1,32 +1,15 @@
 #include "cli/CommandLine.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <deque>
 
 #include "cli/Command.h"
+#include "device/DefaultHome.h"
 
 namespace inspector::cli {
 namespace {
-
-std::filesystem::path DefaultHome() {
-  const auto variable = [](const char* name) {
-    const char* value = std::getenv(name);
-    return std::string(value ? value : "");
-  };
-  if (const std::string home = variable("INSPECTOR_HOME"); !home.empty()) return home;
-  if (const std::filesystem::path data = variable("XDG_DATA_HOME"); data.is_absolute())
-    return data / "inspector";
-  std::string home = variable("HOME");
-  // Without a home the databases would end up in whatever folder the command is typed.
-  if (const passwd* const user = home.empty() ? getpwuid(getuid()) : nullptr) home = user->pw_dir;
-  return std::filesystem::path(home.empty() ? "/" : home) / ".local/share/inspector";
-}
 
 // A text may begin with a hyphen ("- loose", "-5 C") and be no option, or be the name of a command ("new").
 // Such words are shielded from the parser by a character that nobody types, and freed from it afterwards.
@@ -165,7 +148,7 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
     err << "inspector-cli: --home needs a folder\n";
     return static_cast<int>(ExitCode::Usage);
   }
-  settings.home = home.empty() ? DefaultHome() : std::filesystem::path(Unshielded(home));
+  settings.home = home.empty() ? device::DefaultHome() : std::filesystem::path(Unshielded(home));
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;
     Session session(std::move(settings), out, err);

@@ -8,10 +8,12 @@ import re
 import sys
 from pathlib import Path
 
+SCREENS = ("ui", "app", "printing", "tools")
+INTO_UI = "keep what the screen decides in the folder itself and only what it shows in ui/"
+
 # Library headers that only some folders may see: pattern, folders, what to use instead.
 RESTRICTED = [
-    (re.compile(r"Q[A-Z]\w*|Qt\w*/.*"), ("ui", "app", "printing"),
-     "keep what the screen decides in the folder itself and only what it shows in ui/"),
+    (re.compile(r"Q[A-Z]\w*|Qt\w*/.*"), SCREENS, INTO_UI),
     (re.compile(r"sqlite3(ext)?\.h"), ("data", "server"),
      "use data::Connection or a table class"),
     (re.compile(r"(sys/(socket|un)|netinet/.*|arpa/inet|netdb)(\.h)?|(boost/)?asio(\.hpp|/.*)"),
@@ -114,10 +116,13 @@ def target_faults(root, arrows):
     lists = sorted((root / "src").rglob("CMakeLists.txt"))
     text = re.sub(r"#.*", "", "\n".join(path.read_text(encoding="utf-8") for path in lists))
     declared = set()
-    for command, arguments in re.findall(r"(inspector_folder|target_link_libraries)\s*\(([^)]*)\)", text):
+    for command, arguments in re.findall(r"(inspector_folder|inspector_screens|target_link_libraries)\s*\(([^)]*)\)", text):
         target, *libraries = arguments.split()
-        folder = target if command == "inspector_folder" else folder_of_target(target)
+        folder = target if command != "target_link_libraries" else folder_of_target(target)
         declared.add(folder)
+        if any(library.startswith("Qt6::") for library in libraries) or command == "inspector_screens":
+            if not set(folder.split("/")) & set(SCREENS):
+                yield f"src/CMakeLists.txt: {target} must not see Qt. Way out: {INTO_UI}."
         for library in libraries:
             used = folder_of_target(library)
             if library.startswith("inspector_") and used not in arrows.allowed(folder):

@@ -23,7 +23,7 @@ inspector_folder(device)
 inspector_folder(data DEPENDS inspector_device)
 inspector_folder(inspection DEPENDS inspector_data)
 inspector_folder(editing DEPENDS inspector_inspection)
-inspector_folder(editing/ui DEPENDS inspector_editing inspector_spell)
+inspector_screens(editing/ui DEPENDS inspector_editing inspector_spell)
 """
 SOUND = {
     "docs/architecture.md": ARCHITECTURE,
@@ -70,11 +70,13 @@ class ChecksTest(unittest.TestCase):
             ("src/editing/Steps.h", '#include "editing/ui/StepView.h"', "editing/ui <- editing"),
             ("src/inspection/ui/List.h", '#include "editing/ui/StepView.h"', "editing/ui <- inspection/ui"),
             ("src/spell/Words.h", '#include "data/Rows.h"', "data <- spell"),
+            ("src/data/Rows.h", '#include "inspection/ui/List.h"', "inspection/ui <- data"),
+            ("src/spell/Words.h", '#include "inspection/ui/List.h"', "inspection/ui <- spell"),
             ("src/data/Rows.h", '  #  include "../device/Text.h"', "begin the path at src/"),
             ("src/data/Rows.h", '#include "Missing.h"', "begin the path at src/"),
             ("src/data/Rows.h", "#include <device/Text.h>", 'write "device/Text.h"'),
-            ("src/editing/Steps.h", "#include <QString>", "ui, app, printing"),
-            ("src/editing/Steps.h", "#include <QtCore/qglobal.h>", "ui, app, printing"),
+            ("src/editing/Steps.h", "#include <QString>", "ui, app, printing, tools"),
+            ("src/editing/Steps.h", "#include <QtCore/qglobal.h>", "ui, app, printing, tools"),
             ("src/inspection/Visit.h", "#include <sqlite3.h>", "data, server"),
             ("src/data/Rows.h", "#include <sys/socket.h>", "exchange, server"),
             ("src/data/Rows.h", "#include <asio/ip/tcp.hpp>", "exchange, server"),
@@ -90,6 +92,9 @@ class ChecksTest(unittest.TestCase):
         self.put(SOUND | {"src/CMakeLists.txt": TARGETS.replace("inspector_folder(device)",
                                                                 "inspector_folder(device DEPENDS inspector_data)")})
         self.expect_one(check_layers.faults(self.root), "CMakeLists.txt", "data <- device")
+        for wrong in ("inspector_screens(editing)", "inspector_folder(editing PRIVATE Qt6::Gui)"):
+            self.put({"src/CMakeLists.txt": TARGETS + wrong})
+            self.expect_one(check_layers.faults(self.root), "CMakeLists.txt", "must not see Qt")
         self.put({"src/CMakeLists.txt": TARGETS.replace("inspector_folder(data", "# inspector_folder(data")})
         self.expect_one(check_layers.faults(self.root), "src/data", "no target")
 

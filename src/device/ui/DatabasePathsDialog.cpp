@@ -1,0 +1,60 @@
+#include "device/ui/DatabasePathsDialog.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::device::ui {
+
+DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("databasePathsDialog"));
+  setWindowTitle(QStringLiteral("Inspector"));
+  auto* layout = new QVBoxLayout(this);
+  auto* explanation = new QLabel(
+      QStringLiteral("A database is missing. Say where the files are, or leave with Cancel."), this);
+  explanation->setWordWrap(true);
+  layout->addWidget(explanation);
+  m_Template = AddPath(QStringLiteral("&Template database"), "templatePath", current.templatePath);
+  m_Inspection = AddPath(QStringLiteral("&Inspection database"), "inspectionPath", current.inspectionPath);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  layout->addWidget(buttons);
+  setMinimumWidth(420);
+  m_Template->setFocus();
+}
+
+QLineEdit* DatabasePathsDialog::AddPath(const QString& caption, const char* name, const Text& path) {
+  auto* label = new QLabel(caption, this);
+  auto* field = new QLineEdit(ToQString(path), this);
+  field->setObjectName(QLatin1String(name));
+  field->setAccessibleName(QString(caption).remove(u'&'));
+  label->setBuddy(field);
+  auto* browse = new QPushButton(QStringLiteral("Browse..."), this);
+  browse->setAccessibleName(QStringLiteral("Browse for the ") + QString(caption).remove(u'&').toLower());
+  browse->setAutoDefault(false);
+  connect(browse, &QPushButton::clicked, this, [this, field] {
+    const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Database"), {},
+                                                      QStringLiteral("Databases (*.cdb);;All files (*)"));
+    if (!file.isEmpty()) field->setText(file);
+  });
+  auto* row = new QHBoxLayout;
+  row->addWidget(field, 1);
+  row->addWidget(browse);
+  auto* whole = static_cast<QVBoxLayout*>(layout());
+  whole->addWidget(label);
+  whole->addLayout(row);
+  return field;
+}
+
+DatabasePaths DatabasePathsDialog::Paths() const {
+  return {FromQString(m_Template->text()), FromQString(m_Inspection->text())};
+}
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,25 @@
+// Asks where the two databases are, while one of them is missing.
+#pragma once
+
+#include <QDialog>
+
+#include "device/Prompts.h"
+
+class QLineEdit;
+
+namespace inspector::device::ui {
+
+class DatabasePathsDialog : public QDialog {
+public:
+  DatabasePathsDialog(const DatabasePaths& current, QWidget* parent);
+
+  DatabasePaths Paths() const;
+
+private:
+  QLineEdit* AddPath(const QString& caption, const char* name, const Text& path);
+
+  QLineEdit* m_Template;
+  QLineEdit* m_Inspection;
+};
+
+}  // namespace inspector::device::ui

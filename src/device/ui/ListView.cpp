@@ -1,0 +1,144 @@
+#include "device/ui/ListView.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QScroller>
+#include <algorithm>
+
+#include "device/ui/RowDelegate.h"
+
+namespace inspector::device::ui {
+
+ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* parent)
+    : QTableView(parent), m_Model(new ListModel(source, std::move(columns), this)) {
+  setModel(m_Model);
+  setItemDelegate(new RowDelegate(this));
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(NoEditTriggers);
+  setTabKeyNavigation(false);
+  setShowGrid(false);
+  setWordWrap(true);
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setHighlightSections(false);
+  horizontalHeader()->setMinimumSectionSize(1);
+  horizontalHeader()->setSectionsClickable(false);
+  horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+  QScroller::grabGesture(viewport(), QScroller::TouchGesture);
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    if (onSelect) onSelect(SelectedRow());
+  });
+  LayOut();
+}
+
+void ListView::Refill() {
+  const int row = SelectedRow();
+  const int column = std::max(currentIndex().column(), 0);
+  const int top = verticalScrollBar()->value();
+  {
+    const QSignalBlocker quiet(selectionModel());
+    m_Model->Reset();
+    if (row >= 0 && row < m_Model->rowCount()) {
+      setCurrentIndex(m_Model->index(row, column));
+      selectRow(row);
+    }
+  }
+  verticalScrollBar()->setValue(top);
+  viewport()->update();
+}
+
+int ListView::SelectedRow() const {
+  const QModelIndexList rows = selectionModel()->selectedRows();
+  return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+int ListView::SelectedCount() const {
+  return static_cast<int>(selectionModel()->selectedRows().size());
+}
+
+void ListView::SelectRow(int row) {
+  if (row < 0 || row >= m_Model->rowCount()) {
+    clearSelection();
+    return;
+  }
+  setCurrentIndex(m_Model->index(row, std::max(currentIndex().column(), 0)));
+  selectRow(row);
+  scrollTo(m_Model->index(row, 0));
+}
+
+int ListView::TopRow() const {
+  return std::max(rowAt(0), 0);
+}
+
+void ListView::ScrollToTop(int row) {
+  if (row >= 0 && row < m_Model->rowCount()) scrollTo(m_Model->index(row, 0), PositionAtTop);
+}
+
+void ListView::LayOut() {
+  const int line = fontMetrics().lineSpacing();
+  verticalHeader()->setDefaultSectionSize(std::max(kSmallestTarget, 2 * line + 10));
+  horizontalHeader()->setFixedHeight(std::max(32, line + 14));
+  m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
+  for (std::size_t n = 0; n < m_Widths.size(); ++n)
+    horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);
+}
+
+void ListView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  LayOut();
+}
+
+void ListView::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) LayOut();
+}
+
+void ListView::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (m_Model->rowCount() > 0 || m_EmptyText.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(palette().color(QPalette::PlaceholderText));
+  painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+                   m_EmptyText);
+}
+
+void ListView::Click(int row, int column) {
+  if (row >= 0 && column >= 0 && onClick) onClick(row, column);
+}
+
+void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  // With Shift or Ctrl a person selects and opens nothing.
+  const QModelIndex pressed = currentIndex();
+  QTableView::mouseReleaseEvent(event);
+  if (event->button() != Qt::LeftButton || event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier))
+    return;
+  const int row = rowAt(qRound(event->position().y()));
+  if (row >= 0 && row == pressed.row()) Click(row, ColumnAt(m_Widths, qRound(event->position().x())));
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+  const QModelIndex current = currentIndex();
+  if (current.isValid() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    Click(current.row(), current.column());
+    return;
+  }
+  if (current.isValid() && event->key() == Qt::Key_Space) {
+    const auto& columns = m_Model->Columns();
+    const auto mark =
+        std::find_if(columns.begin(), columns.end(), [](const ListColumn& c) { return c.isMark; });
+    if (mark != columns.end()) {
+      Click(current.row(), static_cast<int>(mark - columns.begin()));
+      return;
+    }
+  }
+  QTableView::keyPressEvent(event);
+}
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,52 @@
+// The list that all screens share: large rows, a column of check images, finger and keyboard.
+#pragma once
+
+#include <QTableView>
+#include <functional>
+
+#include "device/ui/ListModel.h"
+
+namespace inspector::device::ui {
+
+// Columns fill the width, so nothing is scrolled sideways; a cell takes two lines at most. Whole rows are
+// selected, one at a time unless told otherwise.
+//
+// A click, or Enter on the current cell, calls `onClick` with row and column; Space does it for the mark
+// column. A list without a mark column leaves Space to the selection.
+class ListView : public QTableView {
+public:
+  ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* parent = nullptr);
+
+  ListModel& Model() { return *m_Model; }
+  // The source was read again. The row stays selected where it is still there; nothing is called.
+  void Refill();
+  // -1 for none.
+  int SelectedRow() const;
+  int SelectedCount() const;
+  // Also scrolls to it. -1 clears the selection.
+  void SelectRow(int row);
+  int TopRow() const;
+  void ScrollToTop(int row);
+  // What is shown in place of rows while there are none.
+  void SetEmptyText(const QString& text) { m_EmptyText = text; }
+
+  std::function<void(int row, int column)> onClick;
+  std::function<void(int row)> onSelect;
+
+protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+private:
+  void LayOut();
+  void Click(int row, int column);
+
+  ListModel* m_Model;  // owned by Qt, as child
+  std::vector<int> m_Widths;
+  QString m_EmptyText;
+};
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,56 @@
+#include "device/ui/RowDelegate.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "device/ui/ListModel.h"
+#include "device/ui/Theme.h"
+
+namespace inspector::device::ui {
+namespace {
+
+constexpr int kCheckSize = 24;
+
+}  // namespace
+
+void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  switch (static_cast<RowTone>(index.data(ListModel::ToneRole).toInt())) {
+    case RowTone::Normal:
+      break;
+    case RowTone::Attention:
+      option->palette.setColor(QPalette::Text, AttentionColour(option->palette));
+      break;
+    case RowTone::Muted:
+      option->palette.setColor(QPalette::Text, option->palette.color(QPalette::Disabled, QPalette::Text));
+      break;
+    case RowTone::Heading:
+      option->font.setBold(true);
+      option->fontMetrics = QFontMetrics(option->font);
+      option->backgroundBrush = option->palette.button();
+      break;
+  }
+}
+
+void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  QStyledItemDelegate::paint(painter, option, index);
+  painter->save();
+  // A hair line between rows, in place of a grid that would cut the row into cells.
+  QColor line = option.palette.color(QPalette::Text);
+  line.setAlpha(40);
+  painter->setPen(line);
+  painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+  painter->restore();
+
+  const auto check = static_cast<CheckImage>(index.data(ListModel::CheckImageRole).toInt());
+  if (check == CheckImage::None) return;
+  QStyleOptionViewItem box = option;
+  box.rect = QRect(0, 0, kCheckSize, kCheckSize);
+  box.rect.moveCenter(option.rect.center());
+  box.state = QStyle::State_Enabled | (check == CheckImage::Ticked ? QStyle::State_On : QStyle::State_Off);
+  const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
+  style->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, option.widget);
+}
+
+}  // namespace inspector::device::ui

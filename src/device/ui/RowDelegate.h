@@ -1,0 +1,18 @@
+// Draws one cell of a ListView.
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace inspector::device::ui {
+
+class RowDelegate : public QStyledItemDelegate {
+public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,25 @@
+// Between the program's text and Qt's: both hold 16-bit units, so each way is one copy at most.
+#pragma once
+
+#include <QString>
+
+#include "device/Text.h"
+
+namespace inspector::device::ui {
+
+inline QString ToQString(TextView text) {
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+}
+// No copy: valid as long as `text`.
+inline QStringView ViewOf(TextView text) {
+  return QStringView(text.data(), static_cast<qsizetype>(text.size()));
+}
+inline Text FromQString(QStringView text) {
+  return Text(text.utf16(), static_cast<std::size_t>(text.size()));
+}
+// Lines as the device writes them ("\r\n" or "\r") as lines of a message box.
+inline QString ToDisplay(TextView text) {
+  return ToQString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+}
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,37 @@
+#include "device/ui/TextEntryDialog.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::device::ui {
+
+TextEntryDialog::TextEntryDialog(const TextQuestion& question, QWidget* parent) : QDialog(parent) {
+  setObjectName(QStringLiteral("textEntryDialog"));
+  setWindowTitle(ToQString(question.title));
+  auto* prompt = new QLabel(ToDisplay(question.prompt), this);
+  prompt->setTextFormat(Qt::PlainText);
+  prompt->setWordWrap(true);
+  m_Entry = new QLineEdit(ToQString(question.initial), this);
+  m_Entry->setObjectName(QStringLiteral("entryField"));
+  m_Entry->setAccessibleName(ToQString(question.prompt));
+  m_Entry->selectAll();
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(prompt);
+  layout->addWidget(m_Entry);
+  layout->addWidget(buttons);
+  setMinimumWidth(360);
+  m_Entry->setFocus();
+}
+
+Text TextEntryDialog::Entered() const {
+  return FromQString(m_Entry->text());
+}
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,23 @@
+// How controls are drawn: flat, and large enough for a finger.
+#pragma once
+
+#include <QProxyStyle>
+
+#include "device/ListColumns.h"
+
+namespace inspector::device::ui {
+
+// Buttons, fields, menu entries, tabs, check boxes and drop-downs become at least kSmallestTarget high,
+// whatever the font. Set once for the whole application.
+class TouchStyle : public QProxyStyle {
+public:
+  TouchStyle();
+
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override;
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
+};
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,116 @@
+#include "device/ui/ListView.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <set>
+
+#include "device/Format.h"
+#include "device/ui/Theme.h"
+
+namespace inspector::device::ui {
+namespace {
+
+class ManyRows : public RowSource {
+public:
+  int RowCount() const override { return m_Count; }
+  ListRow ShownRow(int row) override {
+    m_Fetched.insert(row);
+    return {{u"", Format(u"Roof #%d", row), u"Complete"},
+            row == m_Ticked ? CheckImage::Ticked : CheckImage::Empty};
+  }
+
+  int m_Count = 10000;
+  int m_Ticked = -1;
+  std::set<int> m_Fetched;
+};
+
+class ListViewTest : public ::testing::Test {
+protected:
+  ListViewTest() {
+    m_View.resize(480, 600);
+    m_View.onClick = [this](int row, int column) { m_Clicks.emplace_back(row, column); };
+    m_View.onSelect = [this](int row) { m_Selected.push_back(row); };
+    m_View.show();
+    QApplication::processEvents();
+  }
+  void Press(int key) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&m_View, &press);
+  }
+  void ClickAt(int x, int y) {
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+      QMouseEvent event(type, QPointF(x, y), m_View.viewport()->mapToGlobal(QPointF(x, y)), Qt::LeftButton,
+                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+      QApplication::sendEvent(m_View.viewport(), &event);
+    }
+  }
+
+  ManyRows m_Rows;
+  ListView m_View{m_Rows,
+                  {{u"*", 25, ListColumn::Align::Centre, true}, {u"Category", 125}, {u"Status", 100}}};
+  std::vector<std::pair<int, int>> m_Clicks;
+  std::vector<int> m_Selected;
+};
+
+TEST_F(ListViewTest, FetchesOnlyWhatIsOnTheScreen) {
+  m_View.grab();
+  EXPECT_LT(m_Rows.m_Fetched.size(), 30U);
+  m_View.SelectRow(9000);
+  m_View.grab();
+  EXPECT_LT(m_Rows.m_Fetched.size(), 60U);
+  EXPECT_THAT(m_Rows.m_Fetched, ::testing::Contains(9000));
+}
+
+TEST_F(ListViewTest, ClicksAndKeysTellRowAndColumn) {
+  const int row = m_View.rowHeight(0);
+  EXPECT_GE(row, kSmallestTarget);
+  ClickAt(10, row / 2);
+  ClickAt(60, 2 * row + row / 2);
+  ClickAt(m_View.viewport()->width() - 2, row / 2);
+  Press(Qt::Key_Down);
+  Press(Qt::Key_Space);
+  Press(Qt::Key_Return);
+  EXPECT_THAT(m_Clicks, ::testing::ElementsAre(std::pair(0, 0), std::pair(2, 1), std::pair(0, 2),
+                                               std::pair(1, 0), std::pair(1, 2)));
+  EXPECT_THAT(m_Selected, ::testing::ElementsAre(0, 2, 0, 1));
+}
+
+TEST_F(ListViewTest, KeepsTheRowWhenTheListIsReadAgain) {
+  m_View.SelectRow(200);
+  const int top = m_View.TopRow();
+  m_Selected.clear();
+  m_Rows.m_Count = 9000;
+  m_View.Refill();
+  EXPECT_EQ(m_View.SelectedRow(), 200);
+  EXPECT_EQ(m_View.TopRow(), top);
+  m_Rows.m_Count = 100;
+  m_View.Refill();
+  EXPECT_EQ(m_View.SelectedRow(), -1);
+  EXPECT_TRUE(m_Selected.empty());
+}
+
+TEST_F(ListViewTest, ShowsTheMarkOnlyWhereItIsSet) {
+  const QImage before = m_View.grab().toImage();
+  m_Rows.m_Ticked = 0;
+  m_View.Model().RefreshRow(0);
+  const QImage after = m_View.grab().toImage();
+  EXPECT_NE(before, after);
+  EXPECT_EQ(m_View.model()->index(0, 0).data(Qt::AccessibleTextRole).toString(), QStringLiteral("marked"));
+}
+
+// A caption of two lines in the largest text stands whole in its row, in every palette.
+TEST_F(ListViewTest, GrowsWithTheText) {
+  ApplyTheme(*qApp, {Colours::HighContrast, 200});
+  QApplication::processEvents();
+  EXPECT_GE(m_View.rowHeight(0), 2 * m_View.fontMetrics().lineSpacing());
+  EXPECT_TRUE(IsDark(m_View.palette()));
+  ApplyTheme(*qApp, {});
+  QApplication::processEvents();
+  EXPECT_FALSE(IsDark(m_View.palette()));
+}
+
+}  // namespace
+}  // namespace inspector::device::ui

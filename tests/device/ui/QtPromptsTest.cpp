@@ -1,0 +1,112 @@
+#include "device/ui/QtPrompts.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include "device/ui/TextConversion.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestSupport.h"
+
+namespace inspector::device::ui {
+namespace {
+
+using ::testing::ElementsAre;
+
+class QtPromptsTest : public ::testing::Test {
+protected:
+  tests::TemporaryFolder m_Folder;
+  DevicePaths m_Paths{m_Folder.Path()};
+  QtPrompts m_Prompts{m_Paths};
+  tests::ScriptedDialogs m_Person;
+};
+
+TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
+  m_Person.Expect("messageBox", [](QDialog& dialog) {
+    auto& box = static_cast<QMessageBox&>(dialog);
+    EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+    box.button(QMessageBox::Ok)->click();
+  });
+  ShowError(m_Prompts, u"Line one.\r\rLine <b>two</b>.");
+  m_Person.ExpectPress("messageBox", QStringLiteral("Yes"));
+  EXPECT_TRUE(ConfirmWarning(m_Prompts, u"Sure?"));
+  m_Person.ExpectPress("messageBox", QStringLiteral("No"));
+  EXPECT_FALSE(ConfirmCaution(m_Prompts, u"Sure?"));
+  m_Person.ExpectPress("messageBox", QStringLiteral("OK"));
+  EXPECT_TRUE(ConfirmDataAlert(m_Prompts, u"Go on?"));
+  // Escape and the window's own button.
+  for (int n = 0; n < 2; ++n) m_Person.Expect("messageBox", [](QDialog& dialog) { dialog.reject(); });
+  EXPECT_FALSE(ConfirmUpdate(m_Prompts, u"Go on?"));
+  EXPECT_FALSE(ConfirmCaution(m_Prompts, u"Sure?"));
+  EXPECT_EQ(m_Person.Boxes().front(), u"Error: Line one.\n\nLine <b>two</b>.");
+}
+
+TEST_F(QtPromptsTest, TakesTextAndPaths) {
+  m_Person.Expect("textEntryDialog", [](QDialog& dialog) {
+    auto* const entry = dialog.findChild<QLineEdit*>();
+    EXPECT_EQ(entry->text(), QStringLiteral("7"));
+    entry->setText(QStringLiteral("2026-014"));
+    dialog.accept();
+  });
+  EXPECT_EQ(m_Prompts.AskText({u"Enter the Doc #:", u"Duplicate", u"7"}), u"2026-014");
+  m_Person.ExpectPress("textEntryDialog", QStringLiteral("Cancel"));
+  EXPECT_EQ(m_Prompts.AskText({u"Enter the Doc #:", u"Duplicate", u"7"}), std::nullopt);
+
+  m_Person.Expect("databasePathsDialog", [](QDialog& dialog) {
+    dialog.findChild<QLineEdit*>(QStringLiteral("templatePath"))->setText(QStringLiteral("\\T.cdb"));
+    dialog.accept();
+  });
+  const auto paths = m_Prompts.AskDatabasePaths({u"\\a.cdb", u"\\b.cdb"});
+  ASSERT_TRUE(paths.has_value());
+  EXPECT_EQ(paths->templatePath, u"\\T.cdb");
+  EXPECT_EQ(paths->inspectionPath, u"\\b.cdb");
+}
+
+TEST_F(QtPromptsTest, SavesWhereThePersonSaysAndAsksBeforeReplacing) {
+  const SaveQuestion question{u"Inspection_7.rtf", u"\\My Documents\\", u"Rich Text Format (*.rtf)|*.rtf|",
+                              u"rtf"};
+  m_Person.Expect("saveDialog", [](QDialog& dialog) {
+    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("Elm Street"));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(m_Prompts.AskSavePath(question), m_Folder / "My Documents/Elm Street.rtf");
+
+  m_Folder.Put("My Documents/Inspection_7.rtf", "before");
+  m_Person.Expect("saveDialog", [](QDialog& dialog) {
+    QMetaObject::invokeMethod(&dialog, "accept");
+    dialog.reject();
+  });
+  m_Person.Expect("", [](QDialog& box) { static_cast<QMessageBox&>(box).button(QMessageBox::No)->click(); });
+  EXPECT_EQ(m_Prompts.AskSavePath(question), std::nullopt);
+  EXPECT_TRUE(Contains(m_Person.Boxes().back(), u"already exists"));
+}
+
+TEST_F(QtPromptsTest, ProgressCanBeCancelledOnlyWhereOffered) {
+  const auto window = m_Prompts.OpenProgress(u"Exporting...", true);
+  window->SetRange(0, 10);
+  window->SetStatus(u"Writing...");
+  window->Step();
+  window->SetPosition(4);
+  auto* const dialog = QApplication::activeModalWidget();
+  ASSERT_TRUE(dialog);
+  EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Exporting..."));
+  EXPECT_EQ(dialog->findChild<QProgressBar*>()->value(), 4);
+  EXPECT_FALSE(window->Cancelled());
+  static_cast<QDialog*>(dialog)->reject();  // Escape
+  EXPECT_TRUE(window->Cancelled());
+  EXPECT_TRUE(dialog->isVisible()) << "it goes when the work has ended";
+
+  const auto other = m_Prompts.OpenProgress(u"Deleting Inspection...", false);
+  auto* const second = static_cast<QDialog*>(QApplication::activeModalWidget());
+  EXPECT_FALSE(second->findChild<QPushButton*>());
+  second->reject();
+  EXPECT_FALSE(other->Cancelled());
+}
+
+}  // namespace
+}  // namespace inspector::device::ui

@@ -1,0 +1,34 @@
+// The main function of tests that show windows. Needs no display.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <cstdio>
+
+#include "device/ui/Theme.h"
+
+// What the font and input libraries below Qt keep until the end of the process.
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libfontconfig\nleak:libglib\nleak:libdbus\nleak:libqoffscreen\nleak:libpango\n";
+}
+
+namespace {
+
+// The off-screen platform complains about every dialog that has a smallest size.
+void PassOnMessages(QtMsgType, const QMessageLogContext&, const QString& message) {
+  if (!message.contains(QLatin1String("propagateSizeHints")))
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(PassOnMessages);
+  ::testing::InitGoogleTest(&count, words);
+  QApplication application(count, words);
+  QApplication::setApplicationName(QStringLiteral("Inspector"));
+  // Windows of one test close without ending the loop of the next.
+  QApplication::setQuitOnLastWindowClosed(false);
+  inspector::device::ui::ApplyTheme(application, {});
+  return RUN_ALL_TESTS();
+}
