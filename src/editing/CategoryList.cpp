@@ -15,7 +15,7 @@ namespace {
 using device::Format;
 
 constexpr int kMarkColumn = 0;
-constexpr ListColumn kColumns[] = {{u"*", 25}, {u"Category", 125}, {u"Status", 100}};
+constexpr TextView kNotPresent = u"Not Present";
 constexpr TextView kSetNotPresent = u"Set Not Present";
 constexpr TextView kSetPresent = u"Set Present";
 
@@ -35,8 +35,9 @@ CategoryList::CategoryList(inspection::CInspectorDoc& document, EditingDialogs& 
       m_Databases(document.GetWorkspace().GetDatabases()),
       m_List(m_Databases) {}
 
-std::span<const ListColumn> CategoryList::Columns() {
-  return kColumns;
+std::vector<device::ListColumn> CategoryList::Columns() {
+  using Align = device::ListColumn::Align;
+  return {{u"*", 25, Align::Centre, true}, {u"Category", 125}, {u"Status", 100}};
 }
 
 Text CategoryList::Caption() const {
@@ -52,11 +53,15 @@ void CategoryList::Refill() {
   m_List.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              m_Document.Inspection().m_InspectionID));
-  SetFilter(m_Filter);
+  FilterRows();
 }
 
 void CategoryList::SetFilter(TextView words) {
-  m_Filter = Text(words);
+  m_Filter = device::WordFilter(words);
+  FilterRows();
+}
+
+void CategoryList::FilterRows() {
   m_Shown = FilteredRecords(m_List, m_Filter, [&] { return m_List.m_CategoryTitle; });
 }
 
@@ -66,6 +71,17 @@ std::optional<CategoryList::Row> CategoryList::RowAt(int row) {
   const bool marked = std::find(m_Marked.begin(), m_Marked.end(), m_List.m_CategoryID) != m_Marked.end();
   return Row{m_List.m_CategoryID, marked, m_List.m_CategoryTitle, StatusOf(m_List),
              StepsToRate(m_Databases, m_List)};
+}
+
+device::ListRow CategoryList::ShownRow(int row) {
+  const std::optional<Row> shown = RowAt(row);
+  if (!shown) return {{u"", u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
+  const bool absent = shown->status == kNotPresent;
+  const Text left =
+      !absent && shown->toRate.value_or(0) > 0 ? Format(u"\n%d to rate", *shown->toRate) : Text();
+  return {{u"", shown->title, shown->status + left},
+          shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
+          absent ? device::RowTone::Muted : device::RowTone::Normal};
 }
 
 CategoryList::Left CategoryList::WhatIsLeft() {

@@ -3,21 +3,23 @@
 
 #include <vector>
 
+#include "device/ListColumns.h"
+#include "device/RowSource.h"
+#include "device/WordFilter.h"
 #include "editing/Defaults.h"
 #include "editing/EditingDialogs.h"
-#include "editing/ListColumns.h"
 #include "inspection/InspectorDoc.h"
 
 namespace inspector::editing {
 
 // Rows are counted from 0 in the order of the list, over those that the filter leaves. Every row is fetched
 // when it is asked for. Lives as long as its screen: the marks and the caption of the toggle do too.
-class CategoryList {
+class CategoryList : public device::RowSource {
 public:
   CategoryList(inspection::CInspectorDoc& document, EditingDialogs& dialogs);
 
   // "*", "Category", "Status".
-  static std::span<const ListColumn> Columns();
+  static std::vector<device::ListColumn> Columns();
 
   // To be called on every showing: reads the categories of the current inspection.
   void Show();
@@ -32,9 +34,11 @@ public:
     Text status;                // "Not Present", "Complete" or "Incomplete"
     std::optional<int> toRate;  // steps without a rating; nothing for a form and while it was never opened
   };
-  int RowCount() const { return static_cast<int>(m_Shown.size()); }
+  int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   // Nothing for a row that another program deleted.
   std::optional<Row> RowAt(int row);
+  // Under the status: how many steps are still to be rated.
+  device::ListRow ShownRow(int row) override;
   // What is left in the whole inspection, absent categories aside.
   struct Left {
     int categories = 0;  // neither complete nor absent
@@ -66,6 +70,7 @@ public:
 
 private:
   void Refill();
+  void FilterRows();
   std::vector<int> MarkedRows();
   int RecordOf(std::int32_t categoryID);
   bool Toggle(int record, Text& caption);
@@ -77,7 +82,7 @@ private:
   data::Databases& m_Databases;
   data::CategoryTable m_List;  // not the document's own: showing a row must not make it current
   std::vector<int> m_Shown;    // records of m_List
-  Text m_Filter;
+  device::WordFilter m_Filter;
   std::vector<std::int32_t> m_Marked;  // keys, in the order of marking
   Text m_ToggleCaption = u"Not Present";
 };

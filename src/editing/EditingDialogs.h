@@ -9,6 +9,7 @@
 namespace inspector::editing {
 
 using device::Text;
+using device::TextView;
 
 // The screens bring dialogs, the tests scripted answers. Nothing and false stand for Cancel.
 class EditingDialogs {

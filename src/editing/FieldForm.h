@@ -9,8 +9,6 @@
 
 namespace inspector::editing {
 
-using device::TextView;
-
 // Field.FieldType and FieldTemplate.Type; any other code is words.
 enum class FieldKind { Words = 1, Number = 2, Date = 3, YesNo = 4, Picker = 5 };
 

@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "data/TableRecordset.h"
+#include "device/WordFilter.h"
 
 namespace inspector::editing {
 
 using device::Text;
-using device::TextView;
 
-// The records of an open query, in their order, whose text holds every word; all when there is no word.
-// `textOfRecord` gives the text of the record last read. Without words no record is read.
-std::vector<int> FilteredRecords(data::TableRecordset& rows, TextView words,
+// The records of an open query, in their order, whose text the filter accepts. `textOfRecord` gives the text
+// of the record last read. An empty filter reads none.
+std::vector<int> FilteredRecords(data::TableRecordset& rows, const device::WordFilter& filter,
                                  const std::function<Text()>& textOfRecord);
 
 }  // namespace inspector::editing

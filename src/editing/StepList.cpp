@@ -18,9 +18,9 @@ namespace {
 using device::Format;
 
 constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
-// The status columns are as narrow as a finger, so that the words of a step have room beside them.
-constexpr ListColumn kColumns[] = {{u"Steps:", 80},   {u"Rating", 70},  {u"Materials", 25},
-                                   {u"Comments", 25}, {u"Picture", 25}, {u"Info", 25}};
+constexpr auto kNone = u"None";
+constexpr auto kHasInfo = u"Info";
+constexpr auto kCommentAsked = u"Asked for";
 constexpr TextView kClear = u"<clear>";
 constexpr TextView kNoRatings = u"<no ratings>";
 constexpr int kCommentsPage = 1;
@@ -38,8 +38,15 @@ StepList::StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
       m_Databases(document.GetWorkspace().GetDatabases()),
       m_List(m_Databases) {}
 
-std::span<const ListColumn> StepList::Columns() {
-  return kColumns;
+std::vector<device::ListColumn> StepList::Columns() {
+  // The status columns are as narrow as a finger, so that the words of a step have room beside them.
+  using Align = device::ListColumn::Align;
+  return {{u"Steps:", 75},
+          {u"Rating", 65},
+          {u"Materials", 27, Align::Centre},
+          {u"Comments", 27, Align::Centre},
+          {u"Picture", 27, Align::Centre},
+          {u"Info", 27, Align::Centre}};
 }
 
 Text StepList::Caption() const {
@@ -58,11 +65,15 @@ bool StepList::Show() {
 
 void StepList::Refill() {
   m_List.OpenSQL(Format(kStepsInOrder, m_List.TableName(), m_Document.Categories().m_CategoryID));
-  SetFilter(m_Filter);
+  FilterRows();
 }
 
 void StepList::SetFilter(TextView words) {
-  m_Filter = Text(words);
+  m_Filter = device::WordFilter(words);
+  FilterRows();
+}
+
+void StepList::FilterRows() {
   m_Shown = FilteredRecords(m_List, m_Filter,
                             [&] { return Format(u"%s. %s", m_List.m_StepNumber, m_List.m_StepTitle); });
 }
@@ -106,12 +117,24 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
   shown.rating = m_List.m_InspectResult;
   shown.hasMaterials = HasMaterials(m_List.m_StepTemplateID);
   shown.materials =
-      m_List.m_Materials.empty() && !shown.hasMaterials ? u"None" : Done(!m_List.m_Materials.empty());
+      m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
   shown.comments = Done(!m_List.m_Comments.empty());
   shown.picture = Done(!m_List.m_BitmapPath.empty());
   shown.hasInfo = m_List.m_StepInfoExists != 0;
   shown.attention = AttentionFor(m_List);
   return shown;
+}
+
+device::ListRow StepList::ShownRow(int row) {
+  const std::optional<Row> shown = RowAt(row);
+  if (!shown) return {{u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
+  const auto tone =
+      shown->attention == Attention::None ? device::RowTone::Normal : device::RowTone::Attention;
+  const Text comments = shown->attention == Attention::CommentAsked ? kCommentAsked : shown->comments;
+  return {{shown->label, shown->rating, shown->materials, comments, shown->picture,
+           shown->hasInfo ? kHasInfo : kNone},
+          device::CheckImage::None,
+          tone};
 }
 
 int StepList::RowOf(std::int32_t stepID) const {

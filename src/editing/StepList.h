@@ -4,8 +4,10 @@
 #include <map>
 #include <vector>
 
+#include "device/ListColumns.h"
+#include "device/RowSource.h"
+#include "device/WordFilter.h"
 #include "editing/EditingDialogs.h"
-#include "editing/ListColumns.h"
 #include "editing/Ratings.h"
 #include "inspection/InspectorDoc.h"
 
@@ -13,12 +15,12 @@ namespace inspector::editing {
 
 // Rows are counted from 0 in the order of the list, over those that the filter leaves. Every row is fetched
 // when it is asked for.
-class StepList {
+class StepList : public device::RowSource {
 public:
   StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs);
 
   // "Steps:", "Rating", "Materials", "Comments", "Picture", "Info".
-  static std::span<const ListColumn> Columns();
+  static std::vector<device::ListColumn> Columns();
   enum Column { kStep, kRating, kMaterials, kComments, kPicture, kInfo };
 
   // To be called on every showing: makes the steps of the document's current category when it has none, and
@@ -40,8 +42,9 @@ public:
     bool hasInfo = false;
     Attention attention = Attention::None;
   };
-  int RowCount() const { return static_cast<int>(m_Shown.size()); }
+  int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   std::optional<Row> RowAt(int row);
+  device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;
   // How many steps of the category are not rated.
@@ -66,6 +69,7 @@ public:
 
 private:
   void Refill();
+  void FilterRows();
   bool Read(int row);
   bool HasMaterials(std::int32_t stepTemplateID);
   const std::vector<RatingChoice>& Choices(const Text& ratingType);
@@ -78,7 +82,7 @@ private:
   data::Databases& m_Databases;
   data::StepTable m_List;    // not the document's own: showing a row must not move the sheet
   std::vector<int> m_Shown;  // records of m_List
-  Text m_Filter;
+  device::WordFilter m_Filter;
   std::map<Text, std::vector<RatingChoice>> m_Choices;  // by rating type, since the last Show
   std::map<std::int32_t, bool> m_OffersMaterials;       // by step template, since the last Show
 };

@@ -45,13 +45,6 @@ protected:
   CategoryList m_List{m_Device.Document(), m_Dialogs};
 };
 
-TEST(ListColumnsTest, AreFoundByTheSumOfTheirWidths) {
-  const auto columns = CategoryList::Columns();
-  const std::vector<std::pair<int, int>> cases{{0, 0},   {25, 0},  {26, 1},   {150, 1},
-                                               {151, 2}, {250, 2}, {251, -1}, {9999, -1}};
-  for (const auto& [x, column] : cases) EXPECT_EQ(ColumnAt(columns, x), column) << x;
-}
-
 TEST_F(CategoryListTest, ShowsTheCategoriesOfTheCurrentInspection) {
   EXPECT_THAT(Rows(),
               ElementsAre(u"false Attic Incomplete", u"false Roof Incomplete", u"false Safety Incomplete",
