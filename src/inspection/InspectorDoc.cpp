@@ -59,6 +59,7 @@ bool CInspectorDoc::ReopenAt(std::int32_t inspectionID) {
 bool CInspectorDoc::SetCurrentInspection(int row) {
   FinishDocTypeChange();
   m_CurrentCategory = 0;
+  m_CategoryTopIndex = 0;
   m_CurrentRow = row;
   const bool found = m_Inspection.GetRecord(row);
   LoadCategories();  // of no inspection: those of a deleted one must not stay
