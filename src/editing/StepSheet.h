@@ -43,6 +43,7 @@ public:
   // "%s. %s": step number, title.
   Text Caption() const;
   const Text& Title() const { return m_Step.m_StepTitle; }
+  std::int32_t InspectionID() { return m_Document.Inspection().m_InspectionID; }
   std::int32_t StepID() const { return m_Step.m_StepID; }
   std::int32_t CategoryID() const { return m_Step.m_CategoryID; }
   std::int32_t StepTemplateID() const { return m_Step.m_StepTemplateID; }
