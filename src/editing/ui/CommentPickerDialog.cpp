@@ -56,7 +56,7 @@ device::ListRow CommentPickerDialog::ShownRow(int row) {
   if (row < 0 || row >= RowCount()) return {};
   const CommentPicker::Row& shown = rows[static_cast<std::size_t>(row)];
   if (shown.isHeading)
-    return {{m_Picker.IsFolded(shown) ? u"+" : u"−", m_Picker.TextOf(shown)},
+    return {{u"", (m_Picker.IsFolded(shown) ? u"▸ " : u"▾ ") + m_Picker.TextOf(shown)},
             device::CheckImage::None,
             device::RowTone::Heading};
   return {{u"", m_Picker.TextOf(shown)},

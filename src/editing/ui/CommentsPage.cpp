@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "device/Format.h"
+#include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
@@ -96,7 +97,7 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   m_Summary = new CommentBox(this);
   m_Summary->setObjectName(QStringLiteral("summaryComment"));
   m_Summary->setAccessibleName(tr("Summary comment"));
-  m_Summary->setMaximumHeight(3 * fontMetrics().lineSpacing() + 16);
+  m_Summary->setFixedHeight(std::max(device::kSmallestTarget, 2 * fontMetrics().lineSpacing() + 14));
   m_Summary->onEdited = [this] {
     m_Sheet.SetSummaryComment(m_Summary->Stored());
     if (onEdited) onEdited();
@@ -139,7 +140,7 @@ QPushButton* CCommentsPage::AddButton(const QString& caption, const char* name) 
 
 void CCommentsPage::ShowStep() {
   m_Editing.ShowStep();
-  m_Shortcuts.emplace(m_Sheet.GetWorkspace().GetDatabases());
+  if (!m_Shortcuts) m_Shortcuts.emplace(m_Sheet.GetWorkspace().GetDatabases());
   m_Comment->SetShortcuts(&*m_Shortcuts);
   m_Summary->SetShortcuts(&*m_Shortcuts);
   m_Comment->Load(m_Sheet.Draft().comments);

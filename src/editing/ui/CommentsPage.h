@@ -44,7 +44,7 @@ private:
 
   StepSheet& m_Sheet;
   CommentEditing m_Editing;
-  std::optional<Shortcuts> m_Shortcuts;
+  std::optional<Shortcuts> m_Shortcuts;  // as they were when the sheet was opened
   AttachmentForm m_Form;
   CommentBox* m_Comment;
   CommentBox* m_Summary;

@@ -10,7 +10,6 @@
 
 #include "device/ui/TextConversion.h"
 #include "editing/PictureAttachment.h"
-#include "editing/ui/PictureFile.h"
 
 namespace inspector::editing::ui {
 
@@ -105,17 +104,26 @@ void CPicturePage::SetPath(const Text& path) {
   if (onEdited) onEdited();
 }
 
+void CPicturePage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (m_IsStale) ShowPicture();
+}
+
 void CPicturePage::ShowPicture() {
-  const device::Machine& machine = m_Sheet.GetWorkspace().GetMachine();
+  m_Reader.Forget();
+  m_Preview->Show({}, {});
+  m_IsStale = !isVisible();
   const Text& path = m_Sheet.Draft().bitmapPath;
-  if (path.empty()) {
-    m_Preview->Show({}, {});
+  if (m_IsStale || path.empty()) return;
+  const device::Machine& machine = m_Sheet.GetWorkspace().GetMachine();
+  const std::filesystem::path file = machine.paths.ResolvePicture(path);
+  if (!machine.files.Exists(file)) {
+    m_Preview->Show({}, tr("This picture is missing."));
     return;
   }
-  const std::filesystem::path file = machine.paths.ResolvePicture(path);
-  const bool isThere = machine.files.Exists(file);
-  m_Preview->Show(isThere ? ReadPicture(file, kLargestPreview) : QImage(),
-                  isThere ? tr("This picture cannot be read.") : tr("This picture is missing."));
+  m_Reader.Read(file, kLargestPreview, [this](const QImage& picture) {
+    m_Preview->Show(picture, tr("This picture cannot be read."));
+  });
 }
 
 }  // namespace inspector::editing::ui

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "editing/StepSheet.h"
+#include "editing/ui/PictureReader.h"
 
 class QCheckBox;
 class QLineEdit;
@@ -35,6 +36,9 @@ public:
 
   std::function<void()> onEdited;
 
+protected:
+  void showEvent(QShowEvent* event) override;
+
 private:
   void Browse();
   void SetPath(const Text& path);
@@ -45,6 +49,8 @@ private:
   QLineEdit* m_Path;
   PicturePreview* m_Preview;
   QCheckBox* m_Before;
+  PictureReader m_Reader{this};
+  bool m_IsStale = false;  // the picture is read when somebody looks at the page
 };
 
 }  // namespace inspector::editing::ui

@@ -5,18 +5,16 @@
 #include <QListWidget>
 #include <QPixmapCache>
 #include <QPushButton>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
 #include "editing/PictureTags.h"
-#include "editing/ui/PictureFile.h"
 
 namespace inspector::editing::ui {
 namespace {
 
-constexpr QSize kThumbnail(72, 72);
+constexpr QSize kThumbnail(64, 48);
 constexpr int kScalings[] = {25, 50, 75, 100};
 
 QString Missing() {
@@ -40,12 +38,13 @@ PictureStrip::PictureStrip(data::Workspace& workspace, QWidget* parent)
   m_List = new QListWidget(this);
   m_List->setObjectName(QStringLiteral("commentPictures"));
   m_List->setAccessibleName(tr("Pictures of this comment"));
-  m_List->setViewMode(QListView::IconMode);
   m_List->setFlow(QListView::LeftToRight);
   m_List->setWrapping(false);
-  m_List->setMovement(QListView::Static);
   m_List->setIconSize(kThumbnail);
-  m_List->setFixedHeight(kThumbnail.height() + 2 * fontMetrics().height() + 24);
+  m_List->setFixedHeight(std::max(kThumbnail.height(), fontMetrics().height()) + 2 * m_List->frameWidth() +
+                         12);
+  m_List->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  m_List->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // selecting scrolls
   m_Remove = MakeButton(tr("Remove"), "removePictureButton", tr("Remove picture"), this);
   m_Earlier = MakeButton(QStringLiteral("←"), "pictureEarlierButton", tr("Picture one place earlier"), this);
   m_Later = MakeButton(QStringLiteral("→"), "pictureLaterButton", tr("Picture one place later"), this);
@@ -80,6 +79,7 @@ void PictureStrip::ShowPicturesOf(TextView comment) {
   if (std::equal(pictures.begin(), pictures.end(), m_Pictures.begin(), m_Pictures.end(), isSame)) return;
   const int row = m_List->currentRow();
   m_Pictures = std::move(pictures);
+  m_Reader.Forget();
   m_List->clear();
   for (const CommentPicture& picture : m_Pictures) {
     QString caption = QStringLiteral("%1 %").arg(picture.scaling);
@@ -89,42 +89,32 @@ void PictureStrip::ShowPicturesOf(TextView comment) {
     QPixmap blank(kThumbnail);
     blank.fill(palette().color(picture.missing ? QPalette::Mid : QPalette::AlternateBase));
     item->setIcon(blank);
-    item->setData(Qt::UserRole, picture.missing);  // true once there is nothing more to read
   }
   m_List->setCurrentRow(std::clamp(row, 0, std::max(0, m_List->count() - 1)));
   setVisible(!m_Pictures.empty());
   ShowSelected();
-  if (!m_IsReading) ReadNext();
+  for (int n = 0; n < m_List->count(); ++n)
+    if (!m_Pictures[static_cast<std::size_t>(n)].missing) ReadThumbnail(n);
 }
 
-// One at a time, so that typing goes on between two large pictures.
-void PictureStrip::ReadNext() {
-  m_IsReading = false;
-  for (int n = 0; n < m_List->count(); ++n) {
-    QListWidgetItem* item = m_List->item(n);
-    if (item->data(Qt::UserRole).toBool()) continue;
-    m_IsReading = true;
-    QTimer::singleShot(0, this, [this, n] {
-      if (n < m_List->count() && !m_List->item(n)->data(Qt::UserRole).toBool()) {
-        QListWidgetItem* shown = m_List->item(n);
-        shown->setData(Qt::UserRole, true);
-        const Text& path = m_Pictures[static_cast<std::size_t>(n)].path;
-        const QString key = QStringLiteral("thumbnail:") + device::ui::ToQString(path);
-        QPixmap picture;
-        if (!QPixmapCache::find(key, &picture)) {
-          picture = QPixmap::fromImage(
-              ReadPicture(m_Workspace.GetMachine().paths.ResolvePicture(path), kThumbnail));
-          if (!picture.isNull()) QPixmapCache::insert(key, picture);
-        }
-        if (picture.isNull())
-          shown->setText(tr("unreadable"));
-        else
-          shown->setIcon(picture);
-      }
-      ReadNext();
-    });
+void PictureStrip::ReadThumbnail(int n) {
+  const Text& path = m_Pictures[static_cast<std::size_t>(n)].path;
+  const QString key = QStringLiteral("thumbnail:") + device::ui::ToQString(path);
+  QPixmap known;
+  if (QPixmapCache::find(key, &known)) {
+    m_List->item(n)->setIcon(known);
     return;
   }
+  const auto show = [this, n, key](const QImage& picture) {
+    if (picture.isNull()) {
+      m_List->item(n)->setText(tr("unreadable"));
+      return;
+    }
+    const QPixmap thumbnail = QPixmap::fromImage(picture);
+    QPixmapCache::insert(key, thumbnail);
+    m_List->item(n)->setIcon(thumbnail);
+  };
+  m_Reader.Read(m_Workspace.GetMachine().paths.ResolvePicture(path), kThumbnail, show);
 }
 
 void PictureStrip::ShowSelected() {

@@ -7,6 +7,7 @@
 
 #include "data/Workspace.h"
 #include "editing/PictureTagText.h"
+#include "editing/ui/PictureReader.h"
 
 class QComboBox;
 class QListWidget;
@@ -30,7 +31,7 @@ private:
   void Move(int by);
   void Scale(int percent);
   void ShowSelected();
-  void ReadNext();
+  void ReadThumbnail(int n);
 
   data::Workspace& m_Workspace;
   QListWidget* m_List;
@@ -40,7 +41,7 @@ private:
   QComboBox* m_Scaling;
   Text m_Comment;
   std::vector<CommentPicture> m_Pictures;
-  bool m_IsReading = false;
+  PictureReader m_Reader{this};
 };
 
 }  // namespace inspector::editing::ui

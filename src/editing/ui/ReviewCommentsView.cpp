@@ -48,7 +48,9 @@ void CReviewCommentsView::Refill() {
 
 device::ListRow CReviewCommentsView::ShownRow(int row) {
   const CommentReview::Row step = m_Review.RowAt(row);
-  return {{step.stepNumber, step.result, step.comments}, device::CheckImage::None, device::RowTone::Normal};
+  // On the two lines of a row, blank lines would hide the words after them.
+  const Text words = device::ReplaceAll(device::ReplaceAll(step.comments, u"\r", u" "), u"\n", u" ");
+  return {{step.stepNumber, step.result, words}, device::CheckImage::None, device::RowTone::Normal};
 }
 
 }  // namespace inspector::editing::ui

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -48,6 +49,7 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   m_Tabs = new QTabWidget(this);
   m_Tabs->setObjectName(QStringLiteral("pages"));
   m_Tabs->setAccessibleName(tr("Pages"));
+  m_Tabs->tabBar()->setAccessibleName(tr("Pages"));
   m_Materials = new CMaterialsPage(m_Sheet, m_Dialogs, this);
   m_Comments = new CCommentsPage(m_Sheet, m_Dialogs, this);
   m_Picture = new CPicturePage(m_Sheet, m_Dialogs, this);
@@ -133,6 +135,19 @@ void CStepPropertySheet::ArrangePages() {
   m_Tabs->addTab(m_Picture, tr("Pict&ure"));
   m_Tabs->addTab(m_Info, tr("In&fo"));
   if (front && m_Tabs->indexOf(front) >= 0) m_Tabs->setCurrentWidget(front);
+  FitTabs();
+}
+
+// With large text on a narrow screen the tabs take a smaller one, so that all stand side by side.
+void CStepPropertySheet::FitTabs() {
+  QTabBar* const bar = m_Tabs->tabBar();
+  const qreal full = font().pointSizeF();
+  for (qreal size = full; size >= full / 2; size -= full / 16) {
+    QFont smaller = font();
+    smaller.setPointSizeF(size);
+    if (bar->font() != smaller) bar->setFont(smaller);
+    if (bar->sizeHint().width() <= m_Tabs->width()) return;
+  }
 }
 
 void CStepPropertySheet::ShowRating() {
@@ -158,8 +173,14 @@ void CStepPropertySheet::SaveSoon() {
   m_Pause.start();
 }
 
+void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  FitTabs();
+}
+
 void CStepPropertySheet::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitTabs();
   if (event->type() == QEvent::ActivationChange && !isActiveWindow()) m_Sheet.SaveNow();
 }
 

@@ -35,10 +35,12 @@ public:
 
 protected:
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
 private:
   void ShowStep();
   void ArrangePages();
+  void FitTabs();
   void ShowRating();
   void PickRating(int entry);
   void Move(bool forward);

@@ -21,6 +21,7 @@
 #include "device/ui/TextConversion.h"
 #include "editing/ui/CommentBox.h"
 #include "editing/ui/PictureFile.h"
+#include "editing/ui/PictureReader.h"
 #include "support/ScriptedDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -237,6 +238,29 @@ TEST_F(StepPropertySheetTest, EveryControlHasANameAndASize) {
       EXPECT_GE(control->height(), device::kSmallestTarget) << control->objectName().toStdString();
     }
   }
+}
+
+TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
+  const auto& root = m_Device.Root();
+  QImage small(40, 40, QImage::Format_RGB32);
+  small.fill(Qt::blue);
+  ASSERT_TRUE(small.save(QString::fromStdString(root / "good.png")));
+  std::filesystem::copy(root / "registry.toml", root / "bad.jpg");
+  PictureReader reader(nullptr);
+  std::vector<QSize> received;
+  const auto receive = [&](const QImage& picture) { received.push_back(picture.size()); };
+  reader.Read(root / "good.png", {64, 64}, receive);
+  reader.Forget();
+  reader.Read(root / "bad.jpg", {64, 64}, receive);
+  reader.Read(root / "good.png", {20, 64}, receive);
+  EXPECT_TRUE(received.empty()) << "nothing comes before the events are looked at";
+  WaitUntil([&] { return received.size() == 2; });
+  EXPECT_THAT(received, ::testing::ElementsAre(QSize(0, 0), QSize(20, 20)));
+
+  Type(Comment(), QStringLiteral("***Path=\\bad.jpg***"));
+  const auto& strip = Find<QListWidget>("commentPictures");
+  ASSERT_EQ(strip.count(), 1);
+  WaitUntil([&] { return strip.item(0)->text() == QStringLiteral("unreadable"); });
 }
 
 TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
