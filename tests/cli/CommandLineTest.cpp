@@ -95,8 +95,8 @@ TEST_F(WordsTest, SecondInspectorIsRefused) {
 
 TEST_F(WordsTest, FaultThatWasPassedOverEndsWithOne) {
   m_Device.Open();
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE InspectionType");
-  m_Device.Run(data::DatabaseKind::Template, "CREATE VIEW InspectionType AS SELECT * FROM Gone");
+  m_Device.RunInLibrary("DROP TABLE InspectionType");
+  m_Device.RunInLibrary("CREATE VIEW InspectionType AS SELECT * FROM Gone");
   m_Device.Close();
   const tests::CliRun run = Cli({"types"});
   EXPECT_EQ(run.exit, 1);
@@ -108,8 +108,8 @@ TEST_F(WordsTest, NothingFailsWithoutAWord) {
   Out({"new", "--type", "House"});
   Out({"steps", "1000"});
   m_Device.Open();
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE RatingChoices");
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE CategoryStep");
+  m_Device.RunInLibrary("DROP TABLE RatingChoices");
+  m_Device.RunInLibrary("DROP TABLE CategoryStep");
   m_Device.Close();
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"rate", "1000", "Good"}, {"steps", "1001"}, {"defaults", "1001", "--yes"}}) {

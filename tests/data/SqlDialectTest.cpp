@@ -98,27 +98,23 @@ INSTANTIATE_TEST_SUITE_P(Names, SqlDialectTest, ::testing::Values("Fresh", "Gene
 
 constexpr const char16_t* kStepsOfVisit =
     u"SELECT Step.* FROM (Step INNER JOIN Category ON Step.CategoryID = Category.CategoryID) INNER JOIN "
-    u"Inspection ON "
-    u"Category.InspectionID = Inspection.InspectionID WHERE (((Step.Comments)>\"\") AND "
-    u"((Inspection.InspectionID)= "
-    u"%d)%s) ORDER BY StepNumber;";
+    u"Inspection ON Category.InspectionID = Inspection.InspectionID WHERE (((Step.Comments)>\"\") AND "
+    u"((Inspection.InspectionID)= %d)%s) ORDER BY StepNumber;";
 constexpr const char16_t* kAllSteps =
     u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) "
-    u"INNER "
-    u"JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d))%s;";
+    u"INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d))%s;";
 constexpr const char16_t* kChoices =
     u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-    u"RatingChoices.RatingTypeID "
-    u"WHERE (((RatingType.RatingType)=\"%s\"))";
+    u"RatingChoices.RatingTypeID WHERE (((RatingType.RatingType)=\"%s\"))";
 constexpr const char16_t* kNamedChoice =
     u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-    u"RatingChoices.RatingTypeID "
-    u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = \"%s\"));";
+    u"RatingChoices.RatingTypeID WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = "
+    u"\"%s\"));";
 constexpr const char16_t* kTypeCategories =
     u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN "
-    u"InspectionTypeCategory ON "
-    u"CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON InspectionType.ID = "
-    u"InspectionTypeCategory.InspectionTypeID WHERE (((InspectionType.InspectionType)=\"%s\"));";
+    u"InspectionTypeCategory ON CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON "
+    u"InspectionType.ID = InspectionTypeCategory.InspectionTypeID WHERE "
+    u"(((InspectionType.InspectionType)=\"%s\"));";
 constexpr const char16_t* kByNumber =
     u"SELECT * FROM %s WHERE ((InspectionID = %d) AND (CategoryNumber = %s))";
 constexpr const char16_t* kByTemplate =
@@ -203,26 +199,21 @@ TEST_P(SqlDialectTest, TheLibraryIsFoundInTheOrderOfItsLinks) {
        {302, 301, 300}},
       {u"Comments",
        u"SELECT Comments.* FROM Comments INNER JOIN StepComment  ON Comments.ID = StepComment.CommentID  "
-       u"WHERE "
-       u"(((StepComment.StepID)=200))ORDER BY Comments.Comments;",
+       u"WHERE (((StepComment.StepID)=200))ORDER BY Comments.Comments;",
        {302, 301, 300}},
       {u"Comments",
        u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON "
-       u"Comments.ID = "
-       u"CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
+       u"Comments.ID = CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
        u"(((CategoryTemplate.ID)=10));",
        {301, 300}},
       {u"Comments",
        u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON "
-       u"Comments.ID = "
-       u"InspectionTypeComment.CommentID) ON InspectionType.ID = InspectionTypeComment.InspectionTypeID "
-       u"WHERE "
-       u"(((InspectionType.id)=1));",
+       u"Comments.ID = InspectionTypeComment.CommentID) ON InspectionType.ID = "
+       u"InspectionTypeComment.InspectionTypeID WHERE (((InspectionType.id)=1));",
        {302, 301, 303}},
       {u"Comments",
        u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON "
-       u"Comments.ID = "
-       u"MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
+       u"Comments.ID = MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
        u"(((MaterialTemplate.ID)=400));",
        {303, 301}},
       {u"Comments", u"SELECT * FROM Comments", {300, 301, 302, 303}},
@@ -253,10 +244,9 @@ TEST_P(SqlDialectTest, TheLibraryIsFoundInTheOrderOfItsLinks) {
        {501, 502, 503}},
       {u"RatingChoices",
        u"SELECT RatingChoices.* FROM StepTemplate INNER JOIN (RatingType INNER JOIN RatingChoices ON "
-       u"RatingType.ID = "
-       u"RatingChoices.RatingTypeID) ON StepTemplate.RatingTypeID = RatingType.ID WHERE "
-       u"((StepTemplate.ID=200) AND "
-       u"((RatingChoices.SummaryFlag)=TRUE)AND ((RatingChoices.ChoiceName)=\"Repair\"))",
+       u"RatingType.ID = RatingChoices.RatingTypeID) ON StepTemplate.RatingTypeID = RatingType.ID WHERE "
+       u"((StepTemplate.ID=200) AND ((RatingChoices.SummaryFlag)=TRUE)AND "
+       u"((RatingChoices.ChoiceName)=\"Repair\"))",
        {501}},
       {u"Pickers", u"SELECT * FROM Pickers ORDER BY PickerName", {602, 600, 601}},
       {u"Pickers",

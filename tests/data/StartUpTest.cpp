@@ -94,8 +94,8 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   const std::string good = [&] {
     Shell other(InspectionFile());
     other.Run(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) "
-        "INSERT INTO Step (StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) INSERT INTO Step "
+        "(StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
     return ContentOf(InspectionFile());
   }();
   const auto with = [&](std::size_t at, const std::string& bytes) {
@@ -237,8 +237,7 @@ TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
     other.Run("DELETE FROM Options; DELETE FROM InspectionType");
     other.Run(
         "INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
-        "ColumnWidth3, "
-        "ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
+        "ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
         std::string(each.stored) + ")");
     if (each.layout)
       other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");

@@ -28,25 +28,6 @@ namespace inspector::tests {
 
 using namespace data;  // every table class
 
-std::string Shell::Try(const std::string& sql) {
-  return sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK
-             ? ""
-             : sqlite3_errmsg(m_Database);
-}
-
-std::string Shell::Ask(const std::string& sql) {
-  std::string result;
-  const auto collect = [](void* out, int count, char** values, char**) {
-    auto& text = *static_cast<std::string*>(out);
-    if (!text.empty()) text += '\n';
-    for (int i = 0; i < count; ++i) text += std::string(i ? "|" : "") + (values[i] ? values[i] : "NULL");
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(m_Database, sql.c_str(), collect, &result, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(m_Database);
-  return result;
-}
-
 void StoreTest::CreateFresh() {
   ASSERT_EQ(CreateFreshDatabase(TemplateFile(), DatabaseKind::Template, m_Faults), u"");
   ASSERT_EQ(CreateFreshDatabase(InspectionFile(), DatabaseKind::Inspection, m_Faults), u"");

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <memory>
 #include <string>
@@ -17,6 +16,7 @@
 #include "device/FaultLog.h"
 #include "device/Machine.h"
 #include "device/Registry.h"
+#include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
@@ -25,24 +25,6 @@ using data::Databases;
 using data::TableRecordset;
 using device::Text;
 using device::TextView;
-
-// Another program that has one of the databases open: SQLite and nothing of this project.
-class Shell {
-public:
-  explicit Shell(const std::filesystem::path& file) { sqlite3_open(file.c_str(), &m_Database); }
-  ~Shell() { sqlite3_close(m_Database); }
-  Shell(const Shell&) = delete;
-  Shell& operator=(const Shell&) = delete;
-
-  // Empty when it went well, else what SQLite says.
-  std::string Try(const std::string& sql);
-  void Run(const std::string& sql) { EXPECT_EQ(Try(sql), "") << sql; }
-  // Fields joined with '|', rows with '\n'.
-  std::string Ask(const std::string& sql);
-
-private:
-  sqlite3* m_Database = nullptr;
-};
 
 using Cell = std::variant<int, Text>;
 

@@ -25,20 +25,16 @@ protected:
     CreateFresh();
     Shell(TemplateFile())
         .Run(
-            "DROP TABLE ExpandedText; DROP TABLE Options;"
-            "CREATE TABLE Options (A bit, B bit, C bit, D bit, E varchar(255), F varchar(255), G "
-            "varchar(255), H varchar(255),"
-            " DataVersion varchar(20));"
-            "INSERT INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');"
-            "INSERT INTO UniqueID VALUES ('Comments', 25010), ('InspectionCategory', 400)");
+            "DROP TABLE ExpandedText; DROP TABLE Options;CREATE TABLE Options (A bit, B bit, C bit, D bit, E "
+            "varchar(255), F varchar(255), G varchar(255), H varchar(255), DataVersion varchar(20));INSERT "
+            "INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');INSERT INTO UniqueID "
+            "VALUES ('Comments', 25010), ('InspectionCategory', 400)");
     Shell(InspectionFile())
         .Run(
-            "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;"
-            "CREATE TABLE Step (A INTEGER, B VARCHAR(255), C Text, D integer, E text, F text, G text, H "
-            "text, I text, J text,"
-            " K integer, L BIT, Major Text);"
-            "INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', 'Condition', '', '', 9, 0, "
-            "'Heating')");
+            "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;CREATE TABLE Step (A INTEGER, B "
+            "VARCHAR(255), C Text, D integer, E text, F text, G text, H text, I text, J text, K integer, L "
+            "BIT, Major Text);INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', "
+            "'Condition', '', '', 9, 0, 'Heating')");
   }
   std::string Schema(const std::filesystem::path& file, const std::string& table) {
     return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type), ',') FROM pragma_table_info('" +
@@ -52,8 +48,8 @@ protected:
     EXPECT_EQ(Shell(TemplateFile()).Ask("SELECT DataVersion, E, H, ReportFontSize FROM Options"),
               "5.0|fine|Ann; 12|12");
     EXPECT_EQ(Schema(InspectionFile(), "Field"),
-              "ID integer,CategoryID integer,AssignedValue text,"
-              "SequenceNumber integer,FieldType integer,FieldLabel varchar(80)");
+              "ID integer,CategoryID integer,AssignedValue text,SequenceNumber integer,FieldType "
+              "integer,FieldLabel varchar(80)");
     EXPECT_TRUE(
         Schema(InspectionFile(), "Step")
             .ends_with(
@@ -73,10 +69,9 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-    EXPECT_EQ(
-        m_Prompts.Messages()[0].text,
-        u"Warning! The Structure you are using needs to be updated in order to work with this version of "
-        u"Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
+    EXPECT_EQ(m_Prompts.Messages()[0].text,
+              u"Warning! The Structure you are using needs to be updated in order to work with this version "
+              u"of Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Exclamation);
     ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
@@ -181,8 +176,7 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
   CreateGenerated();
   EXPECT_EQ(Schema(InspectionFile(), "Category"),
             "Number0 integer,String1 varchar (255),String2 varchar (255),String3 varchar (255),String4 "
-            "varchar (255),"
-            "YesNo5 bit,YesNo6 bit,Number7 integer,Number8 integer,Type integer");
+            "varchar (255),YesNo5 bit,YesNo6 bit,Number7 integer,Number8 integer,Type integer");
   EXPECT_TRUE(Schema(InspectionFile(), "Inspection").find("DateTime6 datetime") != std::string::npos);
   EXPECT_TRUE(Schema(TemplateFile(), "Options").find("ColumnWidth1 float") != std::string::npos);
   for (const data::TableLayout& layout : data::AllLayouts()) {
@@ -225,30 +219,24 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
       {"DROP TABLE IF EXISTS Odd",
        {number, broken},
        u"Invalid column type in table: Odd column: 1\n Inspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"will be terminated."},
       {"CREATE TABLE Odd (A integer, B integer, C integer)",
        {number, broken},
        u"Invalid column type in table: Odd column: 4\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"will be terminated."},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer)",
        {number, broken},
        u"Invalid column type in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"will be terminated."},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer, B varchar(9))",
        {number, number},
        u"Column type mismatch in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"will be terminated."},
       {"DROP TABLE Odd; CREATE TABLE Odd (A varchar(9))",
        {icon},
        u"There was an error found in the Template data file.  This file was transferred from a PC "
-       u"incorrectly. \nTo "
-       u"correct this error, retransfer the data file from the PC being sure to check the 'ReportIcon' field "
-       u"under the "
-       u"'Options' table."},
+       u"incorrectly. \nTo correct this error, retransfer the data file from the PC being sure to check the "
+       u"'ReportIcon' field under the 'Options' table."},
   };
   for (const auto& each : kCases) {
     SCOPED_TRACE(device::ToUtf8(each.expected));
@@ -281,9 +269,9 @@ TEST_F(UpgradeTest, AFaultInTheOptionsTableEndsTheStart) {
   CreateFresh();
   Shell(TemplateFile())
       .Run(
-          "DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text,"
-          " H text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer,"
-          " ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
+          "DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text, H "
+          "text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer, "
+          "ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
   EXPECT_EQ(Start().result, StartUpResult::Terminated);
   EXPECT_TRUE(device::Contains(m_Prompts.Messages().back().text, u"'ReportIcon' field"));
 }

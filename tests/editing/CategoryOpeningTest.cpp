@@ -57,7 +57,9 @@ TEST_F(CategoryOpeningTest, WithoutStepTemplatesItIsComplete) {
   m_Device.OpenCategory(u"Attic");
   EXPECT_EQ(m_Device.Outline(m_Key)[0], u"15 Attic (Complete)");
   // The office adds a step later: what was complete then is not complete now.
-  m_Device.Library().AddStep(5, {u"15.1", u"Insulation", 1});
+  m_Device.RunInLibrary(
+      "INSERT INTO StepTemplate (ID, StepNumber, RatingTypeID) VALUES (7, '15.1', 1); INSERT INTO "
+      "CategoryStep VALUES (5, 7)");
   m_Device.OpenCategory(u"Attic");
   EXPECT_THAT(m_Device.Outline(m_Key)[0], u"15 Attic (Incomplete)");
 }
@@ -70,16 +72,15 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
     return OpenCategory(Data(), Document().Categories());
   };
   for (const char* table : {"StepTemplate", "RatingType", "CategoryStep", "CategoryTemplate"}) {
-    m_Device.Run(data::DatabaseKind::Template, std::string("ALTER TABLE ") + table + " RENAME TO Gone");
+    m_Device.RunInLibrary(std::string("ALTER TABLE ") + table + " RENAME TO Gone");
     EXPECT_FALSE(open(1)) << table;
-    m_Device.Run(data::DatabaseKind::Template, std::string("ALTER TABLE Gone RENAME TO ") + table);
+    m_Device.RunInLibrary(std::string("ALTER TABLE Gone RENAME TO ") + table);
   }
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE FieldTemplate RENAME TO Gone");
+  m_Device.RunInLibrary("ALTER TABLE FieldTemplate RENAME TO Gone");
   EXPECT_FALSE(open(4));
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
-      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepNumber = '20.3' BEGIN SELECT RAISE(FAIL, "
-      "'no room'); END");
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepNumber = '20.3' BEGIN SELECT RAISE(FAIL, 'no "
+      "room'); END");
   EXPECT_FALSE(open(1));
   EXPECT_EQ(m_Device.Outline(m_Key), before);
 }
@@ -98,18 +99,17 @@ TEST_F(CategoryOpeningTest, CompleteIsWhatHasNoStepWithoutAResult) {
   EXPECT_EQ(IsComplete(Data(), category), true) << "a single blank is a result";
   m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) { step.m_InspectResult = u""; });
   EXPECT_EQ(IsComplete(Data(), category), false);
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Step SET InspectResult = NULL WHERE StepNumber = '20.2'");
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = NULL WHERE StepNumber = '20.2'");
   EXPECT_EQ(IsComplete(Data(), category), false) << "another program may leave a result out";
   EXPECT_EQ(IsComplete(Data(), 4711), true);
 }
 
 TEST_F(CategoryOpeningTest, FailedReadNeverCompletes) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  m_Device.Run(data::DatabaseKind::Inspection, "ALTER TABLE Step RENAME TO Gone");
+  m_Device.RunInVisits("ALTER TABLE Step RENAME TO Gone");
   EXPECT_EQ(IsComplete(Data(), category), std::nullopt);
   EXPECT_FALSE(RecomputeComplete(Data(), category));
-  m_Device.Run(data::DatabaseKind::Inspection, "ALTER TABLE Gone RENAME TO Step");
+  m_Device.RunInVisits("ALTER TABLE Gone RENAME TO Step");
   EXPECT_EQ(m_Device.Outline(m_Key)[1], u"20 Roof (Incomplete)");
   EXPECT_TRUE(RecomputeComplete(Data(), category));
 }

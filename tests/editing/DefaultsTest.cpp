@@ -20,12 +20,8 @@ protected:
     Prompts().Queue(kQuestion, answer);
     return ApplyDefaults(Document());
   }
-  void Break(const std::string& table) {
-    m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE " + table + " RENAME TO Gone");
-  }
-  void Repair(const std::string& table) {
-    m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE Gone RENAME TO " + table);
-  }
+  void Break(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE " + table + " RENAME TO Gone"); }
+  void Repair(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO " + table); }
   std::vector<Text> Outline() { return m_Device.Outline(m_Key); }
 
   std::int32_t m_Key = 0;
@@ -85,8 +81,10 @@ TEST_F(DefaultsTest, FirstCommentOfTheMaterialIsAppendedWithoutASeparator) {
 }
 
 TEST_F(DefaultsTest, FirstOfSeveralDefaultsWins) {
-  m_Device.Library().AddMaterial(1, u"Slate", true);
-  m_Device.Library().AddRatingType(u"Condition", {{.name = u"Second", .isDefault = true}});
+  m_Device.RunInLibrary(
+      "INSERT INTO MaterialTemplate (ID, StepID, Material, DefaultMaterial) VALUES (6, 1, 'Slate', 1); "
+      "INSERT INTO RatingType (ID, RatingType) VALUES (3, 'Condition'); INSERT INTO RatingChoices "
+      "(RatingTypeID, ChoiceName, DefaultFlag) VALUES (3, 'Second', 1)");
   EXPECT_EQ(Apply(), DefaultsResult::Done);
   EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.1")),
             u"20.1|Shingles|Good|Asphalt;|Shingles last 20 years.");
@@ -103,8 +101,7 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
     Repair(table);
     EXPECT_EQ(Outline(), before) << table;
   }
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
+  m_Device.RunInVisits(
       "CREATE TRIGGER Full BEFORE UPDATE ON Category WHEN new.CategoryTitle = 'Checklist' BEGIN SELECT "
       "RAISE(FAIL, 'no room'); END");
   EXPECT_EQ(Apply(), DefaultsResult::Failed);

@@ -79,21 +79,20 @@ TEST_F(VisitScriptTest, RefusesWhatTheLibraryDoesNotOfferAndLeavesNothing) {
     std::string_view script;
     TextView names;
   };
-  for (
-      const auto& [script, names] : std::initializer_list<Case>{
-          {"type = \"House\"\n[header]\ncolour = \"red\"", u"colour"},
-          {"type = \"House\"\n[header]\ndate = \"soon\"", u"date"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Pool\"", u"Pool"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.9\"", u"20.9"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.1\"\nrating = "
-           "\"Superb\"",
-           u"Superb"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = "
-           "\"20.2\"\nmaterials = "
-           "[\"Gold\"]",
-           u"Gold"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Checklist\"\n[[category.field]]\nlabel = \"Cat fed\"",
-           u"Cat fed"}}) {
+  for (const auto& [script, names] : std::initializer_list<Case>{
+           {"type = \"House\"\n[header]\ncolour = \"red\"", u"colour"},
+           {"type = \"House\"\n[header]\ndate = \"soon\"", u"date"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Pool\"", u"Pool"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.9\"",
+            u"20.9"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.1\"\nrating "
+            "= \"Superb\"",
+            u"Superb"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = "
+            "\"20.2\"\nmaterials = [\"Gold\"]",
+            u"Gold"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Checklist\"\n[[category.field]]\nlabel = \"Cat fed\"",
+            u"Cat fed"}}) {
     m_Problem.clear();
     EXPECT_EQ(Play(script), std::nullopt) << script;
     EXPECT_TRUE(device::Contains(m_Problem, names)) << device::ToUtf8(m_Problem);

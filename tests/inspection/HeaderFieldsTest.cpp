@@ -46,11 +46,11 @@ TEST_F(HeaderFieldsTest, DateIsADateOrNothing) {
 TEST_F(HeaderFieldsTest, PickerFallsBackAndEndsWithEditList) {
   const auto cities = [this] { return PickerChoices(Data(), *FindHeaderField(u"citystatezip")); };
   EXPECT_THAT(cities(), ElementsAre(u"Edit List..."));
-  m_Device.Library().AddPicker(u"EvalCityStateZip", u"Zella");
-  m_Device.Library().AddPicker(u"EvalCityStateZip", u"Alder Creek");
-  m_Device.Library().AddPicker(u"Realtor", u"Dana");
+  m_Device.RunInLibrary(
+      "INSERT INTO Pickers VALUES ('EvalCityStateZip', 'Zella', 1), ('EvalCityStateZip', 'Alder Creek', 2), "
+      "('Realtor', 'Dana', 3)");
   EXPECT_THAT(cities(), ElementsAre(u"Alder Creek", u"Zella", u"Edit List..."));
-  m_Device.Library().AddPicker(u"Label01", u"Kettle Ridge");
+  m_Device.RunInLibrary("INSERT INTO Pickers VALUES ('Label01', 'Kettle Ridge', 4)");
   EXPECT_THAT(cities(), ElementsAre(u"Kettle Ridge", u"Edit List..."));
 }
 
@@ -61,8 +61,8 @@ TEST_F(HeaderFieldsTest, ChangingATypeAsksOnlyWhereThereIsOne) {
   EXPECT_TRUE(Prompts().Messages().empty());
 
   const Text question =
-      u"Warning! Changing the Doc Type will remove all categories and steps for this inspection  "
-      u"Tap OK to continue changing the Doc Type. \r\r Do you wish to proceed?";
+      u"Warning! Changing the Doc Type will remove all categories and steps for this inspection  Tap OK to "
+      u"continue changing the Doc Type. \r\r Do you wish to proceed?";
   Prompts().Queue(question, Answer::Cancel);
   EXPECT_EQ(ConfirmDocTypeChange(Document(), u"Condo"), DocTypeChoice::Refused);
   Prompts().Queue(question, Answer::Ok);

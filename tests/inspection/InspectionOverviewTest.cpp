@@ -157,8 +157,7 @@ TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
   m_Device.Visit(u"House");
   m_Device.OpenCategory(u"Roof");
   const Text counts = m_Device.RowCounts();
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
   Prompts().QueueText(kNumberQuestion, u"8");
   EXPECT_EQ(OnDuplicate(1), std::nullopt);
   EXPECT_EQ(m_Device.RowCounts(), counts);

@@ -174,8 +174,8 @@ TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
 }
 
 TEST_F(InspectorDocTest, LastOfSeveralTypesWithOneNameGivesTheKey) {
-  m_Device.Library().AddType(u"House");
-  m_Device.Library().AddType(u"Barn \"old\"");
+  m_Device.RunInLibrary(
+      "INSERT INTO InspectionType (ID, InspectionType) VALUES (3, 'House'), (4, 'Barn \"old\"')");
   const auto key = m_Device.Visit(u"");
   Document().ChangeDocType(u"House");
   EXPECT_TRUE(Document().FinishDocTypeChange());
@@ -257,8 +257,8 @@ TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
   const Text counts = m_Device.RowCounts();
   EXPECT_FALSE(Document().DeleteSelectedInspection(2));
   const Text question =
-      u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling "
-      u"Address: 418 Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
+      u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling Address: 418 "
+      u"Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
   Prompts().Queue(question, Answer::No);
   EXPECT_FALSE(Document().DeleteSelectedInspection(1));
   EXPECT_EQ(m_Device.RowCounts(), counts);
@@ -303,9 +303,9 @@ TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspection) {
 TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT "
-               "RAISE(FAIL, 'kept'); END");
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT RAISE(FAIL, "
+      "'kept'); END");
   Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
   EXPECT_FALSE(Document().DeleteAllInspections());
   EXPECT_EQ(m_Device.RowCounts(), counts);

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "data/FreshDatabase.h"
@@ -31,7 +32,6 @@ struct NamedRow {
   }
   std::int32_t Number(TextView column) const { return std::get<std::int32_t>((*this)[column]); }
   const Text& String(TextView column) const { return std::get<Text>((*this)[column]); }
-  bool IsSet(TextView column) const { return Number(column) != 0; }
 };
 
 using Library = std::map<Text, std::vector<data::RawRow>>;

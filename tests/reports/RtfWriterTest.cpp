@@ -100,13 +100,10 @@ TEST(RtfWriterTest, OnlyTheFirstTitleIsTheReportsOwn) {
   desk.writer.WritePageBreak();
   desk.writer.WriteSectionBreak();
   desk.writer.WriteDocumentEnd();
-  EXPECT_EQ(
-      desk.Taken(),
-      "(first)Roof \\{a\\}"
-      "\\pard \\par\\pard \\s15\\ql\\widctlpar\\tqc\\tx5040\\tqr\\tx10080 {\\cs17\\fs24\\b\\ul Attic \\{a\\}"
-      "\\b0\\ul0\\par\\par}\\pard"
-      "\\pard \\nowidctlpar\\widctlpar\\adjustright {\\page \\par }"
-      "\\sect \\sectd \\linex0\\endnhere }");
+  EXPECT_EQ(desk.Taken(),
+            "(first)Roof \\{a\\}\\pard \\par\\pard \\s15\\ql\\widctlpar\\tqc\\tx5040\\tqr\\tx10080 "
+            "{\\cs17\\fs24\\b\\ul Attic \\{a\\}\\b0\\ul0\\par\\par}\\pard\\pard "
+            "\\nowidctlpar\\widctlpar\\adjustright {\\page \\par }\\sect \\sectd \\linex0\\endnhere }");
 }
 
 TEST(RtfWriterTest, APictureStandsInHexWithItsLastByteTwice) {
