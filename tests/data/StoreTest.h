@@ -5,8 +5,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
-#include <variant>
 #include <vector>
 
 #include "data/Databases.h"
@@ -26,8 +24,6 @@ using data::TableRecordset;
 using device::Text;
 using device::TextView;
 
-using Cell = std::variant<int, Text>;
-
 class StoreTest : public ::testing::Test, protected ScriptedMachine {
 protected:
   std::filesystem::path TemplateFile() const { return m_Folder / "My Documents/Template_Data.cdb"; }
@@ -44,13 +40,10 @@ protected:
   Databases& Data() { return *m_Databases; }
   std::unique_ptr<TableRecordset> Table(TextView name,
                                         data::DatabaseKind kind = data::DatabaseKind::Inspection);
-  // Adds a row with these values by ordinal, through the table's class.
-  void Add(TextView table, std::initializer_list<std::pair<int, Cell>> cells);
-  // Stores something that the program would not: `value` in SQLite's words where the first integer column is
-  // `id`.
-  void Store(TextView table, int id, int ordinal, const std::string& value);
+  // Adds rows in SQL's words, their columns told by ordinal: "0, 3", "(1, 'Roof'), (2, NULL)".
+  void Insert(TextView table, std::string ordinals, const std::string& rows);
   // The first integer column of each row that the statement finds.
-  std::vector<int> Find(TextView table, TextView sql);
+  std::vector<int> Find(TextView sql);
 
   std::unique_ptr<Databases> m_Databases;
 };
