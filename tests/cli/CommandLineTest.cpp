@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "CommandLineFixture.h"
 #include "cli/Command.h"
 
@@ -9,55 +11,41 @@ using ::testing::HasSubstr;
 class WordsTest : public tests::CommandLineTest {};
 
 TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
-  for (const std::vector<std::string>& words : {std::vector<std::string>{},
-                                                {"walk"},
-                                                {"list", "extra"},
-                                                {"list", "--walk"},
-                                                {"--walk", "list"},
-                                                {"delete"},
-                                                {"delete", "one"},
-                                                {"categories", "0x3E8"},
-                                                {"categories", "+1000"},
-                                                {"--home"},
-                                                {"--home", ""},
-                                                {"options", "Walk=1"},
-                                                {"owner", "colour=red"},
-                                                {"library", "burn", "/"}}) {
+  for (const std::string typed :
+       {"", "walk", "list extra", "list --walk", "--walk list", "delete", "delete one", "categories 0x3E8",
+        "categories +1000", "--home", "options Walk=1", "owner colour=red", "library burn /"}) {
+    std::istringstream in(typed);
+    const std::vector<std::string> words(std::istream_iterator<std::string>(in), {});
     const tests::CliRun run = Cli(words);
-    EXPECT_EQ(run.exit, 2) << ::testing::PrintToString(words);
+    EXPECT_EQ(run.exit, 2) << typed;
     EXPECT_EQ(run.out, "");
     EXPECT_NE(run.err, "");
   }
+  EXPECT_EQ(Cli({"--home", ""}).exit, 2);
 }
 
-TEST_F(WordsTest, HelpIsEverywhere) {
-  const tests::CliRun help = tests::RunWords({"--help"});
-  EXPECT_EQ(help.exit, 0);
-  for (const Command& command : AllCommands()) {
-    EXPECT_THAT(help.out, HasSubstr(command.name));
-    const tests::CliRun own = tests::RunWords({command.name, "--help"});
-    EXPECT_EQ(own.exit, 0) << command.name;
-    EXPECT_THAT(own.out, HasSubstr(command.summary));
-    for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
-    for (const CommandOption& option : command.options) EXPECT_THAT(own.out, HasSubstr(option.name));
-  }
-  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
-}
-
-TEST_F(WordsTest, PagesHoldEveryCommand) {
+TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
+  const std::string help = tests::RunWords({"--help"}).out;
   const std::string man = tests::RunWords({"man"}).out;
   const std::string completion = tests::RunWords({"completion"}).out;
   EXPECT_THAT(man, ::testing::StartsWith(".TH INSPECTOR\\-CLI 1\n"));
   for (const Command& command : AllCommands()) {
+    const tests::CliRun own = tests::RunWords({command.name, "--help"});
+    EXPECT_EQ(own.exit, 0) << command.name;
     std::string name = command.name;
-    EXPECT_THAT(completion, HasSubstr("    " + name + ") COMPREPLY=")) << name;
+    EXPECT_THAT(help, HasSubstr(name));
+    EXPECT_THAT(own.out, HasSubstr(command.summary));
+    EXPECT_THAT(completion, HasSubstr("    " + name + ") COMPREPLY="));
     if (const auto hyphen = name.find('-'); hyphen != std::string::npos) name.insert(hyphen, "\\");
-    EXPECT_THAT(man, HasSubstr("\n.B " + name)) << name;
+    EXPECT_THAT(man, HasSubstr("\n.B " + name));
+    for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
     for (const CommandOption& option : command.options) {
+      EXPECT_THAT(own.out, HasSubstr(option.name));
       EXPECT_THAT(completion, HasSubstr(" " + option.name));
       EXPECT_THAT(man, HasSubstr("\\-\\-" + option.name.substr(2)));
     }
   }
+  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
 }
 
 TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {

@@ -106,47 +106,17 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
 }
 
 TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
-  // Kills itself when the n-th table is about to be checked.
-  class Killer : public device::Prompts {
-  public:
-    explicit Killer(int steps) : m_Steps(steps) {}
-    device::Answer Show(const device::Message&) override { return device::Answer::Ok; }
-    std::optional<Text> AskText(const device::TextQuestion&) override { return {}; }
-    std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override { return {}; }
-    std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-      return {};
-    }
-    std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override {
-      class Window : public device::ProgressWindow {
-      public:
-        explicit Window(int& steps) : m_Left(steps) {}
-        void SetStatus(const Text&) override {
-          if (m_Left-- == 0) raise(SIGKILL);
-        }
-        void SetRange(int, int) override {}
-        void SetPosition(int) override {}
-        void Step() override {}
-        bool Cancelled() override { return false; }
-
-      private:
-        int& m_Left;
-      };
-      return std::make_unique<Window>(m_Steps);
-    }
-
-  private:
-    int m_Steps;
-  };
-
   CreateOld();
   const std::string templates = ContentOf(TemplateFile());
   for (const int tables : {0, 3, 4, 20, 21}) {
     SCOPED_TRACE(tables);
     const pid_t child = fork();
     if (child == 0) {
-      Killer killer(tables);
-      const device::Machine machine{m_Paths, m_Files, m_Registry, killer, m_Clock, m_Faults};
-      data::StartData(machine);
+      m_Prompts.Queue(kUpdateRequired, device::Answer::Ok);
+      m_Prompts.AtStatus([left = tables]() mutable {
+        if (left-- == 0) raise(SIGKILL);  // as this table is about to be checked
+      });
+      Start();
       _exit(0);
     }
     int status = 0;
@@ -189,20 +159,18 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
 // A table class with any columns.
 class OddTable : public TableRecordset {
 public:
-  explicit OddTable(Databases& databases, std::initializer_list<data::ColumnLayout> columns)
-      : OddTable(databases, std::vector<data::ColumnLayout>(columns)) {}
-  std::int32_t m_Number = 0;
-
-private:
   OddTable(Databases& databases, const std::vector<data::ColumnLayout>& columns)
       : TableRecordset(databases, data::TableLayout{u"Odd", data::DatabaseKind::Template, columns, {}},
                        std::vector<data::BoundMember>(columns.size(), &m_Number)) {}
+  std::int32_t m_Number = 0;
 };
 
 TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   CreateFresh();
   OpenBoth();
-  const auto ask = [&](OddTable table) { return table.CheckStructure(m_Prompts); };
+  const auto check = [&](const std::vector<data::ColumnLayout>& columns) {
+    return OddTable(Data(), columns).CheckStructure(m_Prompts);
+  };
   using data::ValueType;
   const data::ColumnLayout number{u"", ValueType::Integer};
   const data::ColumnLayout broken{u"", static_cast<ValueType>(77)};
@@ -211,6 +179,7 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
     EXPECT_TRUE(Data().Template().ExecuteNative(sql));
     Data().Template().SchemaChanged();
   };
+  const Text ends = u"Inspector is unable to recover from this error and will be terminated.";
   const struct {
     const char* before;
     std::vector<data::ColumnLayout> columns;
@@ -218,20 +187,16 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   } kCases[] = {
       {"DROP TABLE IF EXISTS Odd",
        {number, broken},
-       u"Invalid column type in table: Odd column: 1\n Inspector is unable to recover from this error and "
-       u"will be terminated."},
+       u"Invalid column type in table: Odd column: 1\n " + ends},
       {"CREATE TABLE Odd (A integer, B integer, C integer)",
        {number, broken},
-       u"Invalid column type in table: Odd column: 4\nInspector is unable to recover from this error and "
-       u"will be terminated."},
+       u"Invalid column type in table: Odd column: 4\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer)",
        {number, broken},
-       u"Invalid column type in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be terminated."},
+       u"Invalid column type in table: Odd column: 1\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer, B varchar(9))",
        {number, number},
-       u"Column type mismatch in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be terminated."},
+       u"Column type mismatch in table: Odd column: 1\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A varchar(9))",
        {icon},
        u"There was an error found in the Template data file.  This file was transferred from a PC "
@@ -242,25 +207,22 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
     SCOPED_TRACE(device::ToUtf8(each.expected));
     run(each.before);
     m_Prompts.Forget();
-    EXPECT_EQ(ask(each.columns.size() == 1 ? OddTable(Data(), {each.columns[0]})
-                                           : OddTable(Data(), {each.columns[0], each.columns[1]})),
-              TableRecordset::StructureResult::Fatal);
+    EXPECT_EQ(check(each.columns), TableRecordset::StructureResult::Fatal);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
     EXPECT_TRUE(m_Prompts.Messages()[0].text.starts_with(each.expected));
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Hand);
   }
   // Fewer columns than declared gain the rest, numbered from where they stand; more are left alone.
   run("DROP TABLE Odd; CREATE TABLE Odd (A integer)");
-  EXPECT_EQ(OddTable(Data(), {number, number}).CheckStructure(m_Prompts),
-            TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(check({number, number}), TableRecordset::StructureResult::Sound);
   EXPECT_EQ(Schema(TemplateFile(), "Odd"), "A integer,Number1 integer");
-  EXPECT_EQ(OddTable(Data(), {number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Sound);
 
   Shell other(TemplateFile());
   run("DROP TABLE Odd");
   other.Run("BEGIN IMMEDIATE");
   m_Prompts.Forget();
-  EXPECT_EQ(OddTable(Data(), {number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Fatal);
+  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Fatal);
   EXPECT_TRUE(m_Prompts.Messages().back().text.starts_with(
       u"Error creating table: Odd \nInspector is unable to recover from this error and will be terminated."));
 }
