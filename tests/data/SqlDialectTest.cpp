@@ -140,18 +140,10 @@ TEST_P(SqlDialectTest, RowsAreFoundInTheirOrder) {
       {u"SELECT Comments.* FROM Comments INNER JOIN StepComment  ON Comments.ID = StepComment.CommentID  "
        u"WHERE (((StepComment.StepID)=200))ORDER BY Comments.Comments;",
        {302, 301, 300}},
-      {u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON "
-       u"Comments.ID = CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
-       u"(((CategoryTemplate.ID)=10));",
-       {301, 300}},
       {u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON "
        u"Comments.ID = InspectionTypeComment.CommentID) ON InspectionType.ID = "
        u"InspectionTypeComment.InspectionTypeID WHERE (((InspectionType.id)=1));",
        {302, 301, 303}},
-      {u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON "
-       u"Comments.ID = MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
-       u"(((MaterialTemplate.ID)=400));",
-       {303, 301}},
       {u"SELECT * FROM Comments", {300, 301, 302, 303}},
       {u"SELECT * FROM Comments WHERE ID = 301", {301}},
       {u"SELECT * FROM StepComment WHERE StepID = -200", {-200}},
@@ -168,7 +160,6 @@ TEST_P(SqlDialectTest, RowsAreFoundInTheirOrder) {
        u"((RatingChoices.DefaultFlag) = TRUE));",
        {500}},
       {u"SELECT * FROM RatingChoices WHERE RatingChoices.BoldFlag = TRUE;", {501}},
-      {u"SELECT * FROM RatingChoices WHERE RatingChoices.RedFlag = TRUE;", {502}},
       {u"SELECT * FROM RatingChoices WHERE RatingChoices.DefaultFlag = FALSE;", {501, 502, 503}},
       {u"SELECT RatingChoices.* FROM StepTemplate INNER JOIN (RatingType INNER JOIN RatingChoices ON "
        u"RatingType.ID = RatingChoices.RatingTypeID) ON StepTemplate.RatingTypeID = RatingType.ID WHERE "

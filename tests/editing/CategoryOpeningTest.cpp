@@ -87,19 +87,17 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
 
 TEST_F(CategoryOpeningTest, CompleteIsWhatHasNoStepWithoutAResult) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  const auto rateAll = [&](const Text& result) {
-    for (const TextView number : {u"20.1", u"20.2", u"20.3"})
-      m_Device.Store(m_Device.StepKey(Text(number)),
-                     [&](data::StepTable& step) { step.m_InspectResult = result; });
+  const auto rate = [&](const std::string& result, const std::string& where = "") {
+    m_Device.RunInVisits("UPDATE Step SET InspectResult = " + result + where);
   };
   EXPECT_EQ(IsComplete(Data(), category), false);
-  rateAll(u"Good");
+  rate("'Good'");
   EXPECT_EQ(IsComplete(Data(), category), true);
-  rateAll(u" ");
+  rate("' '");
   EXPECT_EQ(IsComplete(Data(), category), true) << "a single blank is a result";
-  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) { step.m_InspectResult = u""; });
+  rate("''", " WHERE StepNumber = '20.2'");
   EXPECT_EQ(IsComplete(Data(), category), false);
-  m_Device.RunInVisits("UPDATE Step SET InspectResult = NULL WHERE StepNumber = '20.2'");
+  rate("NULL", " WHERE StepNumber = '20.2'");
   EXPECT_EQ(IsComplete(Data(), category), false) << "another program may leave a result out";
   EXPECT_EQ(IsComplete(Data(), 4711), true);
 }

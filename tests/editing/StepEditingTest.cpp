@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "editing/RatingFlags.h"
-#include "editing/Ratings.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
@@ -105,21 +104,6 @@ TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
   m_Device.RunInLibrary("ALTER TABLE MaterialTemplate RENAME TO Gone");
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood"), Result::Failed);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
-}
-
-TEST_F(StepEditingTest, ChoicesAndDefaultOfAType) {
-  const auto names = [this](TextView type) {
-    std::vector<Text> found;
-    for (const RatingChoice& choice : ChoicesOf(Data(), type)) found.push_back(choice.name);
-    return found;
-  };
-  EXPECT_THAT(names(u"Condition"), ElementsAre(u"Good", u"Poor", u"Good \"as new\""));
-  EXPECT_THAT(names(u"condition"), ElementsAre());
-  EXPECT_THAT(names(u""), ElementsAre());
-  EXPECT_EQ(DefaultChoice(Data(), u"Condition"), u"Good");
-  bool failed = false;
-  EXPECT_EQ(DefaultChoice(Data(), u"Presence", &failed), std::nullopt);
-  EXPECT_FALSE(failed);
 }
 
 // "Poor" of one type says nothing about "Poor" of another.

@@ -99,13 +99,9 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Cellar");
   const auto form = m_Device.OpenCategory(u"Checklist");
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) {
-    step.m_InspectResult = u"Poor";
-    step.m_Comments = u"Loose.";
-    step.m_SummaryComment = u"Fix it.";
-    step.m_BitmapPath = u"\\a.jpg";
-    step.m_PictureBefore = -1;
-  });
+  m_Device.RunInVisits(
+      "UPDATE Step SET InspectResult = 'Poor', Comments = 'Loose.', SummaryComment = 'Fix it.', BitmapPath = "
+      "'\\a.jpg', PictureBefore = -1 WHERE StepNumber = '20.1'");
   data::FieldTable field(Data());
   field.OpenSQL(Format(u"SELECT * FROM Field WHERE CategoryID = %d", form));
   ASSERT_TRUE(field.GetRecord(0));

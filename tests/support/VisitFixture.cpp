@@ -119,14 +119,6 @@ Text VisitDevice::Finding(std::int32_t stepID) {
   return found.empty() ? Text() : device::FromUtf8(found[0]);
 }
 
-void VisitDevice::Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change) {
-  data::StepTable step(Databases());
-  step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
-  ASSERT_TRUE(step.GetRecord(0)) << stepID;
-  change(step);
-  EXPECT_TRUE(step.Write());
-}
-
 std::vector<Text> VisitDevice::Outline(std::int32_t inspectionID) {
   std::vector<Text> lines;
   for (const std::string& line : Ask(device::ToUtf8(Format(kOutline, inspectionID))))

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -60,8 +59,6 @@ public:
   std::int32_t StepKey(const Text& number);
   // "number|title|result|materials|comments" of a step, as stored.
   Text Finding(std::int32_t stepID);
-  // Changes columns of a stored step as another program could.
-  void Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change);
 
   // One line per category of the inspection: "number title (status)", then one per step or field of it.
   std::vector<Text> Outline(std::int32_t inspectionID);
