@@ -1,5 +1,4 @@
 #include "CommandLineFixture.h"
-#include "support/Shell.h"
 
 namespace inspector::cli {
 namespace {
@@ -61,9 +60,9 @@ TEST_F(InspectionCommandsTest, NewPrintsNothingButTheKey) {
   EXPECT_THAT(Outline(1002),
               ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
                           u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
-  EXPECT_EQ(tests::Shell(m_Device.Root() / "My Documents/Inspection_Data.cdb")
-                .Ask("SELECT ClientName, InspectionNum, DocType, GeneralInformation FROM Inspection WHERE "
-                     "InspectionID = 1002"),
+  EXPECT_EQ(m_Device.Visits().Ask(
+                "SELECT ClientName, InspectionNum, DocType, GeneralInformation FROM Inspection WHERE "
+                "InspectionID = 1002"),
             "a=b|2|House|-Seen from the ground.  Built in 1968.");
 
   struct Refused {
@@ -105,13 +104,14 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
 
   std::string expected = "2026-05-31T14:05:00";
   for (const std::string& name : names) expected += "|the " + name;
-  tests::Shell visits(m_Device.Root() / "My Documents/Inspection_Data.cdb");
-  EXPECT_EQ(visits.Ask("SELECT InspectionDate, InspectionNum, ClientName, ClientPhone, DwellingAddress, "
-                       "CityStateZip, ClientAddress, ClientCityStateZip, ClientAgent, ListingAgent, "
-                       "RealEstateCompany, GeneralInformation, PrivateNotes FROM Inspection"),
-            expected);
+  EXPECT_EQ(
+      m_Device.Visits().Ask("SELECT InspectionDate, InspectionNum, ClientName, ClientPhone, DwellingAddress, "
+                            "CityStateZip, ClientAddress, ClientCityStateZip, ClientAgent, ListingAgent, "
+                            "RealEstateCompany, GeneralInformation, PrivateNotes FROM Inspection"),
+      expected);
   Out({"set", "1000", "date=", "client=", "phone=-5"});
-  EXPECT_EQ(visits.Ask("SELECT InspectionDate, ClientName, ClientPhone FROM Inspection"), "NULL||-5");
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT InspectionDate, ClientName, ClientPhone FROM Inspection"),
+            "NULL||-5");
 }
 
 TEST_F(InspectionCommandsTest, FirstTypeIsTakenWithoutAQuestionTheNextOneAsks) {

@@ -2,18 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include "data/FieldTable.h"
-#include "device/Format.h"
 #include "editing/Completeness.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using device::Format;
 using device::Text;
 using device::TextView;
-using ::testing::ElementsAre;
 
 class CategoryOpeningTest : public tests::VisitTest {
 protected:
@@ -22,34 +18,21 @@ protected:
 };
 
 TEST_F(CategoryOpeningTest, StepsComeFromTheTemplatesOnce) {
-  const auto category = m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Roof");
-  data::StepTable steps(Data());
-  steps.OpenSQL(Format(u"SELECT * FROM Step WHERE CategoryID = %d Order By StepNumber", category));
-  std::vector<Text> lines;
-  for (int n = 0; n < steps.RecordCount() && steps.GetRecord(n); ++n)
-    lines.push_back(Format(u"%d %s %s|%s|%d|%s|%d|%s%s%s", steps.m_StepID, steps.m_StepNumber,
-                           steps.m_StepTitle, steps.m_MajorSystem, steps.m_StepTemplateID, steps.m_RatingType,
-                           steps.m_StepInfoExists, steps.m_InspectResult, steps.m_Materials,
-                           steps.m_Comments));
-  EXPECT_THAT(lines,
-              ElementsAre(u"1000 20.1 Shingles|Roof-Covering|1|Condition|-1|",
-                          u"1001 20.2 Gutters|Roof-Drainage*|2|Condition|0|",  // help of two characters
-                          u"1002 20.3 Notes|Other|3||0|"));  // no keyword, a type that is not there
+  m_Device.OpenCategory(u"Roof");
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT StepID, StepNumber, StepTitle, MajorSystem, StepTemplateID, "
+                                  "RatingType, StepInfoExists, InspectResult, Materials, Comments FROM Step"),
+            "1000|20.1|Shingles|Roof-Covering|1|Condition|1|||\n"
+            "1001|20.2|Gutters|Roof-Drainage*|2|Condition|0|||\n"  // help of two characters
+            "1002|20.3|Notes|Other|3||0|||");                      // no keyword, a type that is not there
 }
 
 TEST_F(CategoryOpeningTest, FormGetsItsFieldsInTheirOrder) {
-  const auto form = m_Device.OpenCategory(u"Checklist");
   m_Device.OpenCategory(u"Checklist");
-  data::FieldTable fields(Data());
-  fields.OpenSQL(
-      Format(u"SELECT * FROM Field WHERE Field.CategoryID = %d Order By Field.SequenceNumber", form));
-  ASSERT_EQ(fields.RecordCount(), 2);
-  ASSERT_TRUE(fields.GetRecord(0));
-  EXPECT_EQ(fields.m_FieldLabel, u"Stove off");
-  EXPECT_EQ(fields.m_FieldType, 2);
-  EXPECT_EQ(fields.m_AssignedValue, u"");
-  EXPECT_EQ(fields.m_ID, 1000);
+  m_Device.OpenCategory(u"Checklist");
+  EXPECT_EQ(m_Device.Visits().Ask(
+                "SELECT ID, CategoryID, SequenceNumber, FieldType, FieldLabel, AssignedValue FROM Field"),
+            "1000|1003|1|2|Stove off|\n1001|1003|2|2|Doors locked|");
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 5, Step 0, Field 2");
 }
 

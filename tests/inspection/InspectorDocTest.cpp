@@ -18,10 +18,9 @@ class InspectorDocTest : public tests::VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    data::InspectionTable row(Data());
-    row.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", key));
-    EXPECT_TRUE(row.GetRecord(0));
-    return device::Format(u"%s|%d|%s", row.m_DocType, row.m_InspectionTypeID, row.m_GeneralInformation);
+    return device::FromUtf8(m_Device.Visits().Ask(
+        "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
+        std::to_string(key)));
   }
   Text HeldHeader() {
     const data::InspectionTable& row = Document().Inspection();

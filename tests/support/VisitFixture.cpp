@@ -4,7 +4,6 @@
 #include "data/StartUp.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
-#include "support/Shell.h"
 
 namespace inspector::tests {
 namespace {
@@ -98,39 +97,34 @@ std::int32_t VisitDevice::OpenCategory(const Text& title) {
   return category.m_CategoryID;
 }
 
-std::vector<std::string> VisitDevice::Ask(const std::string& sql) {
-  return Shell(m_Folder / "My Documents/Inspection_Data.cdb").Rows(sql);
-}
-
 std::int32_t VisitDevice::StepKey(const Text& number) {
   const auto found =
-      Ask(device::ToUtf8(Format(u"SELECT StepID FROM Step JOIN Category USING (CategoryID) WHERE "
-                                u"InspectionID = %d AND StepNumber = '%s'",
-                                m_Document->Inspection().m_InspectionID, number)));
+      Visits().Rows(device::ToUtf8(Format(u"SELECT StepID FROM Step JOIN Category USING (CategoryID) WHERE "
+                                          u"InspectionID = %d AND StepNumber = '%s'",
+                                          m_Document->Inspection().m_InspectionID, number)));
   EXPECT_EQ(found.size(), 1u) << device::ToUtf8(number);
   return found.empty() ? 0 : std::stoi(found[0]);
 }
 
 Text VisitDevice::Finding(std::int32_t stepID) {
-  const auto found =
-      Ask("SELECT StepNumber, StepTitle, InspectResult, Materials, Comments FROM Step WHERE StepID = " +
-          std::to_string(stepID));
+  const auto found = Visits().Rows(
+      "SELECT StepNumber, StepTitle, InspectResult, Materials, Comments FROM Step WHERE StepID = " +
+      std::to_string(stepID));
   EXPECT_EQ(found.size(), 1u) << stepID;
   return found.empty() ? Text() : device::FromUtf8(found[0]);
 }
 
 std::vector<Text> VisitDevice::Outline(std::int32_t inspectionID) {
   std::vector<Text> lines;
-  for (const std::string& line : Ask(device::ToUtf8(Format(kOutline, inspectionID))))
+  for (const std::string& line : Visits().Rows(device::ToUtf8(Format(kOutline, inspectionID))))
     lines.push_back(device::FromUtf8(line));
   return lines;
 }
 
 Text VisitDevice::RowCounts() {
-  return device::FromUtf8(
-      Ask("SELECT printf('Inspection %d, Category %d, Step %d, Field %d', (SELECT count(*) FROM Inspection), "
-          "(SELECT count(*) FROM Category), (SELECT count(*) FROM Step), (SELECT count(*) FROM Field))")
-          .at(0));
+  return device::FromUtf8(Visits().Ask(
+      "SELECT printf('Inspection %d, Category %d, Step %d, Field %d', (SELECT count(*) FROM Inspection), "
+      "(SELECT count(*) FROM Category), (SELECT count(*) FROM Step), (SELECT count(*) FROM Field))"));
 }
 
 void VisitDevice::Run(data::DatabaseKind kind, const std::string& sql) {

@@ -13,6 +13,7 @@
 #include "device/FaultLog.h"
 #include "device/Registry.h"
 #include "inspection/InspectorDoc.h"
+#include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
@@ -69,10 +70,10 @@ public:
   void RunInLibrary(const std::string& sql) { Run(data::DatabaseKind::Template, sql); }
   void RunInVisits(const std::string& sql) { Run(data::DatabaseKind::Inspection, sql); }
 
-private:
-  // What another program finds in the Inspection database.
-  std::vector<std::string> Ask(const std::string& sql);
+  // Another program that has the Inspection database open.
+  Shell Visits() const { return Shell(m_Folder / "My Documents/Inspection_Data.cdb"); }
 
+private:
   std::unique_ptr<data::Workspace> m_Workspace;
   std::unique_ptr<inspection::CInspectorDoc> m_Document;
 };
