@@ -104,7 +104,7 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
   EXPECT_EQ(visits.Ask("SELECT CategoryTitle FROM Category WHERE NOT CompleteFlag AND NOT NotPresentFlag"),
             "");
   EXPECT_EQ(visits.Ask("SELECT StepTitle FROM Step JOIN Category USING (CategoryID) WHERE NOT NotPresentFlag "
-                       "AND InspectResult = ''"),
+                       "AND ifnull(InspectResult, '') = ''"),
             "");
   EXPECT_NE(Cli({"owner", "name"}).out, "name=\n");
 
