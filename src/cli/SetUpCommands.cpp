@@ -39,12 +39,14 @@ bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKin
   return true;
 }
 
-// Of a row that nobody has touched only the version is stored.
+// A row as a new database has it, or one without any values, is nobody's own.
 bool AreSet(const std::vector<data::RawRow>& options, const data::TableLayout& layout) {
+  const data::RawRow untouched = data::NeutralRow(layout);
   for (const data::RawRow& row : options)
-    for (std::size_t at = 0; at < row.size(); ++at)
-      if (layout.columns[at].name != u"DataVersion" && !std::holds_alternative<std::monostate>(row[at]))
-        return true;
+    for (std::size_t at = 0; at < row.size(); ++at) {
+      const bool isNeutral = std::holds_alternative<std::monostate>(row[at]) || row[at] == untouched[at];
+      if (!isNeutral && layout.columns[at].name != u"DataVersion") return true;
+    }
   return false;
 }
 

@@ -54,6 +54,11 @@ TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
   EXPECT_EQ(Json({"list"})[0]["id"], 1000);
   EXPECT_EQ(Cli({"new"}).out, "1001\n");
   EXPECT_EQ(Json({"types"}).size(), 4U);
+  // The options of the library, not those that a new database begins with.
+  EXPECT_EQ(Cli({"options", "ReportFontName", "BlankLineBetweenComments", "DefaultPictCardPath"}).out,
+            "ReportFontName=Arial\nBlankLineBetweenComments=TRUE\nDefaultPictCardPath=\\Storage Card\\\n");
+  for (const std::string name : {"FinePrint", "DefinitionOfTerms", "FooterText", "SummaryDisclaimer"})
+    EXPECT_NE(Cli({"options", name}).out, name + "=\n");
   EXPECT_EQ(Cli({"options", "ReportFontName=Times New Roman"}).exit, 0);
 
   const auto before = Files();
@@ -120,6 +125,8 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
   EXPECT_GE(others, 1);
   EXPECT_GE(tags, 8);
   EXPECT_NE(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"report", "1000", "--layout", "4 Column", "--out", m_Folder / "visit.rtf"}).exit, 0);
+  EXPECT_THAT(tests::ContentOf(m_Folder / "visit.rtf"), HasSubstr("describes the condition of the visible"));
 
   int photographs = 0;
   for (const auto& [name, content] : Files()) {
