@@ -22,6 +22,7 @@ TEST_F(HeaderFieldsTest, EachNameSetsAColumnOfItsOwn) {
     if (field.text) columns.insert(&(row.*field.text));
   }
   EXPECT_EQ(columns.size(), 12U);
+  EXPECT_EQ(FindHeaderField(u"CityStateZip"), FindHeaderField(u"citystatezip"));
   EXPECT_EQ(FindHeaderField(u"roof"), nullptr);
 
   EXPECT_TRUE(SetHeaderField(row, *FindHeaderField(u"client"), u"\t\r\nAnna=Bo"));
