@@ -51,6 +51,8 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out({"list"}),
             "ID    NUMBER  CLIENT            ADDRESS           TYPE\n"
             "1000  7       Élise \"Bo\"\\ Noor  418 Juniper Lane\n");
+  Out({"set", "1000", "CLIENT=" + std::string(56, 'x') + "\U0001F3E0 and sons"});
+  EXPECT_THAT(Out({"list"}), HasSubstr(std::string(56, 'x') + "...")) << "no half of a pair";
   EXPECT_EQ(Out({"categories", "1000", "--json"}), "[]\n");
 }
 
