@@ -200,6 +200,9 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
   EXPECT_EQ(nowhere.exit, 1);
   EXPECT_EQ(nowhere.out, "");
   EXPECT_NE(nowhere.err, "");
+  const tests::CliRun folder = Cli({"report", "1001", "--layout", "4 Column", "--out", m_Device.Root()});
+  EXPECT_EQ(folder.exit, 1);
+  EXPECT_THAT(folder.err, HasSubstr("Give the file a name in that folder"));
 }
 
 }  // namespace
