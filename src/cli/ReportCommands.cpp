@@ -19,7 +19,6 @@ Text LayoutNames() {
 }
 
 ExitCode RunReport(Session& session, const Input& input) {
-  if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   reports::ReportRequest request;
   request.inspectionID = input.Number(0);
   request.layout = device::FromUtf8(input.options.at("--layout"));
@@ -34,6 +33,7 @@ ExitCode RunReport(Session& session, const Input& input) {
     }
     request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
   }
+  if (!session.SelectInspection(request.inspectionID)) return ExitCode::Failed;
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
   if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");

@@ -194,6 +194,7 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
        {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
     EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
   EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
+  EXPECT_EQ(Cli({"report", "4711", "--layout", "5 Column"}).exit, 2);
   EXPECT_EQ(Cli({"report", "1001"}).exit, 2);
   EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
   const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
