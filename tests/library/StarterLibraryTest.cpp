@@ -145,6 +145,15 @@ TEST_F(StarterLibraryTest, RatingsOfCommentsAreChoicesOfTheirSteps) {
   for (const NamedRow& row : Rows(u"RatingChoices"))
     defaults[row.Number(u"RatingTypeID")] += row.IsSet(u"DefaultFlag");
   for (const NamedRow& row : Rows(u"RatingType")) EXPECT_EQ(defaults[row.Number(u"ID")], 1) << Where(row);
+  // A serious finding stands out at every step, whatever scale it is rated on; "Data" judges nothing.
+  for (const NamedRow& type : Rows(u"RatingType")) {
+    if (type.String(u"RatingType") == u"Data") continue;
+    std::set<Text> set;
+    for (const NamedRow& row : Rows(u"RatingChoices"))
+      for (const TextView flag : {u"BoldFlag", u"RedFlag", u"SummaryFlag", u"CommentPromptFlag"})
+        if (row.Number(u"RatingTypeID") == type.Number(u"ID") && row.IsSet(flag)) set.emplace(flag);
+    EXPECT_EQ(set.size(), 4U) << Where(type);
+  }
   for (const TextView flag : {u"BoldFlag", u"CommentPromptFlag", u"SummaryFlag", u"RedFlag"})
     EXPECT_EQ(Numbers(u"RatingChoices", flag), (std::set<int>{-1, 0})) << device::ToUtf8(flag);
 
