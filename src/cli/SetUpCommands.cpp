@@ -31,7 +31,7 @@ bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKin
                u"place is taken.",
                FromUtf8(machine.registry.Path().string())));
   }
-  const std::filesystem::path file = machine.paths.ResolveTyped(devicePath);
+  const std::filesystem::path file = machine.paths.ResolveStored(devicePath);
   if (machine.files.Exists(file)) return true;
   if (const Text problem = data::CreateFreshDatabase(file, kind, machine.faults); !problem.empty())
     return session.Fail(problem);
