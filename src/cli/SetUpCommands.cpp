@@ -66,10 +66,24 @@ bool AddStarterLibrary(Session& session) {
   return true;
 }
 
-bool AddSampleVisit(Session& session) {
+// The visit, then the files, the owner and the options that go with it: none of them without the visit.
+bool PlaySampleVisit(Session& session, const editing::VisitScript& script, bool isUnused, Text& problem) {
+  data::Transaction transaction(session.Workspace().InspectionConnection());
+  const auto key = transaction.IsOpen() ? script.Play(session.Document(), problem) : std::nullopt;
+  if (!key || !script.CopyFiles(session.GetMachine(), problem) ||
+      (isUnused && !script.SetUpDevice(session.Workspace(), problem)) || !transaction.Commit())
+    return false;
+  session.Out() << "Added the sample visit, inspection " << *key << "\n";
+  return true;
+}
+
+enum class SampleWish { Anywhere, OnUnusedDevice };
+
+bool AddSampleVisit(Session& session, SampleWish wish) {
   device::Machine& machine = session.GetMachine();
+  const bool isAsked = wish == SampleWish::Anywhere;
   if (machine.registry.Read(Text(data::kStartUpKey), Text(kSampleValue))) {
-    session.Out() << "The sample visit was added before\n";
+    if (isAsked) session.Out() << "The sample visit was added before\n";
     return true;
   }
   Text problem;
@@ -77,14 +91,18 @@ bool AddSampleVisit(Session& session) {
       editing::VisitScript::Read(machine.files, AssetsFolder() / "sample" / "visit.toml", problem);
   if (!script) return session.Fail(problem);
 
-  data::InspectionTable found(session.Workspace().GetDatabases());
+  data::Databases& databases = session.Workspace().GetDatabases();
+  data::InspectionTable found(databases);
   found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionNum = \"%s\"", script->DocumentNumber()));
   if (found.RecordCount() == 0) {
-    if (!script->CopyFiles(machine, problem) || !script->SetUpDevice(session.Document(), problem))
-      return session.Fail(problem);
-    const std::optional<std::int32_t> key = script->Play(session.Document(), problem);
-    if (!key) return session.Fail(problem.empty() ? Text(u"The sample visit could not be added.") : problem);
-    session.Out() << "Added the sample visit, inspection " << *key << "\n";
+    const bool isUnused = editing::IsUnused(databases);
+    if (!isAsked && !isUnused) return true;
+    if (!PlaySampleVisit(session, *script, isUnused, problem)) {
+      if (problem.empty()) problem = u"The sample visit could not be added.";
+      if (isAsked) return session.Fail(problem);
+      session.Note(problem);  // an office's own library need not offer what the visit asks for
+      return true;
+    }
   }
   if (!machine.registry.Write(Text(data::kStartUpKey), Text(kSampleValue), script->DocumentNumber()))
     return session.Fail(machine.registry.LastError());
@@ -100,7 +118,9 @@ ExitCode RunInit(Session& session, const Input& input) {
   // Also after a first init that was killed between making the file and filling it.
   if (data::IsEmptyLibrary(session.Workspace().TemplateConnection()) && !AddStarterLibrary(session))
     return ExitCode::Failed;
-  if (input.Has("--sample") && !AddSampleVisit(session)) return ExitCode::Failed;
+  if (input.Has("--sample") && !AddSampleVisit(session, SampleWish::Anywhere)) return ExitCode::Failed;
+  if (input.Has("--sample-if-unused") && !AddSampleVisit(session, SampleWish::OnUnusedDevice))
+    return ExitCode::Failed;
   return ExitCode::Done;
 }
 
@@ -124,7 +144,8 @@ std::vector<Command> SetUpCommands() {
       {"init",
        "create what is missing: databases and starter library",
        {},
-       {{"--sample", "", "add the sample visit, once", false}},
+       {{"--sample", "", "add the sample visit, once", false},
+        {"--sample-if-unused", "", "the same, where nobody has recorded anything yet", false}},
        "Never overwrites anything. The databases lie where the registry says, by default in \"My Documents\" "
        "under "
        "the device root.",

@@ -167,6 +167,36 @@ TEST_F(InitTest, SampleVisitLeavesTheWorkOfOthersAlone) {
   EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=A real inspector; 7\n");
 }
 
+// What ./run asks for, also on a device that was left half-way or only looked at.
+TEST_F(InitTest, SampleVisitIfUnusedIsForNobodysDevice) {
+  ASSERT_EQ(Cli({"list"}).exit, 1) << "leaves a registry and no databases";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  ASSERT_EQ(Cli({"set", "1000", "notes=Ask about the roof."}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  ASSERT_EQ(Cli({"set", "1000", "notes="}).exit, 0);
+  EXPECT_THAT(Cli({"init", "--sample-if-unused"}).out, HasSubstr("inspection 1000\n"));
+  ASSERT_EQ(Cli({"--yes", "delete", "1000"}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  EXPECT_EQ(Json({"list"})[0]["client"], "") << "deleted stays deleted";
+}
+
+// A library that the visit does not fit: nothing of the sample's may end up on the reports.
+TEST_F(InitTest, SampleVisitThatDoesNotFitLeavesNothing) {
+  const std::string ours = m_Folder / "ours";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  std::filesystem::create_directories(ours);
+  std::ofstream(ours + "/types.toml")
+      << "[[InspectionType]]\nID = 1\nInspectionType = \"Full House Inspection\"\n";
+  ASSERT_EQ(Cli({"library", "import", ours}).exit, 0);
+  const tests::CliRun run = Cli({"init", "--sample-if-unused"});
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_NE(run.err, "");
+  EXPECT_EQ(Cli({"init", "--sample"}).exit, 1);
+  EXPECT_EQ(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=\n");
+  EXPECT_EQ(Json({"list"})[0]["client"], "");
+}
+
 TEST_F(InitTest, LibraryGoesOutAndComesBackTheSame) {
   ASSERT_EQ(Cli({"init"}).exit, 0);
   const std::string out = m_Folder / "out";
