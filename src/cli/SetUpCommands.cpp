@@ -2,6 +2,7 @@
 
 #include "cli/CommandGroups.h"
 #include "data/FreshDatabase.h"
+#include "data/KeyReport.h"
 #include "data/RowDump.h"
 #include "data/StructureReport.h"
 #include "device/Format.h"
@@ -124,15 +125,34 @@ ExitCode RunInit(Session& session, const Input& input) {
   return ExitCode::Done;
 }
 
+std::vector<Text> FindFaults(Session& session, const std::filesystem::path& file, data::DatabaseKind kind) {
+  data::Connection connection(file, session.GetMachine().faults);
+  if (const Text problem = connection.OpenForReading(); !problem.empty()) return {problem};
+  const data::ReadScope reading(connection);  // a counter and its keys at one moment
+  std::vector<Text> faults = data::FindStructureFaults(connection, kind);
+  // What a damaged file holds is anybody's guess.
+  if (!connection.CheckIntegrity(faults)) return faults;
+  const auto add = [&faults](const std::vector<Text>& more) {
+    faults.insert(faults.end(), more.begin(), more.end());
+  };
+  if (kind == data::DatabaseKind::Template) add(data::FindVersionFaults(connection));
+  add(data::FindKeyFaults(connection, kind));
+  return faults;
+}
+
+// Without the document: opening that asks about an older structure, upgrades it, and adds an inspection.
 ExitCode RunCheck(Session& session, const Input&) {
+  const device::Machine& machine = session.GetMachine();
+  const std::optional<device::DatabasePaths> paths = data::ReadDatabasePaths(machine);
+  if (!paths) return ExitCode::Failed;
   bool sound = true;
-  for (const data::DatabaseKind kind : {data::DatabaseKind::Template, data::DatabaseKind::Inspection}) {
-    data::Connection& connection = session.Workspace().GetDatabases().Get(kind);
-    std::vector<Text> findings = data::FindStructureFaults(connection, kind);
-    connection.CheckIntegrity(findings);
-    session.Out() << connection.File().string() << ": " << (findings.empty() ? "sound" : "faulty") << "\n";
-    for (const Text& finding : findings) session.Out() << "  " << device::ToUtf8(finding) << "\n";
-    sound = sound && findings.empty();
+  for (const auto& [path, kind] : {std::pair{paths->templatePath, data::DatabaseKind::Template},
+                                   std::pair{paths->inspectionPath, data::DatabaseKind::Inspection}}) {
+    const std::filesystem::path file = machine.paths.ResolveStored(path);
+    const std::vector<Text> faults = FindFaults(session, file, kind);
+    session.Out() << file.string() << ": " << (faults.empty() ? "sound" : "faulty") << "\n";
+    for (const Text& fault : faults) session.Out() << "  " << device::ToUtf8(fault) << "\n";
+    sound = sound && faults.empty();
   }
   return sound ? ExitCode::Done : ExitCode::Failed;
 }
@@ -151,7 +171,13 @@ std::vector<Command> SetUpCommands() {
        "the device root.",
        RunInit,
        false},
-      {"check", "check structure and integrity of both databases", {}, {}, "", RunCheck},
+      {"check",
+       "check structure, keys and integrity of both databases",
+       {},
+       {},
+       "Asks nothing and changes neither of them. Says what is wrong, and ends with 1 if anything is.",
+       RunCheck,
+       false},
   };
 }
 
