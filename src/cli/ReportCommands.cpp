@@ -18,6 +18,13 @@ Text LayoutNames() {
   return names;
 }
 
+std::vector<std::string> LayoutChoices() {
+  std::vector<std::string> names;
+  for (const reports::ReportLayout* const layout : reports::Layouts())
+    names.push_back(device::ToUtf8(layout->Name()));
+  return names;
+}
+
 ExitCode RunReport(Session& session, const Input& input) {
   reports::ReportRequest request;
   request.inspectionID = input.Number(0);
@@ -49,7 +56,7 @@ std::vector<Command> ReportCommands() {
       {"report",
        "write the inspection report and print where it is",
        {{"ID", "the inspection's key", Argument::Kind::Number, false}},
-       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true},
+       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true, LayoutChoices()},
         {"--out", "FILE", "where to write; replaces without asking", false}},
        "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
        "begins with a "
