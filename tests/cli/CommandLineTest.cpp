@@ -35,14 +35,16 @@ TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
     std::string name = command.name;
     EXPECT_THAT(help, HasSubstr(name));
     EXPECT_THAT(own.out, HasSubstr(command.summary));
-    EXPECT_THAT(completion, HasSubstr("    " + name + ") COMPREPLY="));
+    EXPECT_THAT(completion, HasSubstr("    " + name + ":*) COMPREPLY="));
     if (const auto hyphen = name.find('-'); hyphen != std::string::npos) name.insert(hyphen, "\\");
     EXPECT_THAT(man, HasSubstr("\n.B " + name));
     for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
     for (const CommandOption& option : command.options) {
       EXPECT_THAT(own.out, HasSubstr(option.name));
       EXPECT_THAT(completion, HasSubstr(" " + option.name));
-      EXPECT_THAT(man, HasSubstr("\\-\\-" + option.name.substr(2)));
+      EXPECT_THAT(
+          man,
+          HasSubstr("\n" + device::ToUtf8(device::ReplaceAll(device::FromUtf8(option.name), u"-", u"\\-"))));
     }
   }
   EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
@@ -114,7 +116,49 @@ TEST_F(WordsTest, CheckLooksAtBothDatabases) {
   std::filesystem::resize_file(m_Device.Root() / "My Documents/Inspection_Data.cdb", 8192);
   const tests::CliRun cut = Cli({"check"});
   EXPECT_EQ(cut.exit, 1);
-  EXPECT_THAT(cut.err, HasSubstr("Inspection_Data.cdb is damaged"));
+  EXPECT_THAT(cut.out, HasSubstr("Template_Data.cdb: sound\n"));
+  EXPECT_THAT(cut.out, HasSubstr("Inspection_Data.cdb is damaged: it has been cut short"));
+}
+
+// An older structure is neither asked about nor upgraded, and what is wrong is named one by one.
+TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
+  Out({"new", "--type", "House"});
+  Out({"steps", "1000"});
+  m_Device.Open();
+  for (const std::string damage :
+       {"UPDATE Options SET DataVersion = '4.1'", "ALTER TABLE Pickers RENAME TO Moved",
+        "CREATE VIEW Pickers AS SELECT * FROM Moved"})
+    m_Device.Run(data::DatabaseKind::Template, damage);
+  for (const std::string damage : {"INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL)",
+                                   "INSERT INTO Step (StepID) VALUES (1000), (2000)",
+                                   "UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'",
+                                   "DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'"})
+    m_Device.Run(data::DatabaseKind::Inspection, damage);
+  m_Device.Close();
+  const auto contents = [this] {
+    std::map<std::string, std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(m_Device.Root() / "My Documents"))
+      files[file.path().filename()] = tests::ContentOf(file.path());
+    return files;
+  };
+  const auto before = contents();
+  const tests::CliRun run = Cli({"check", "--yes"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.err, "");
+  const std::string folder = m_Device.Root() / "My Documents/";
+  EXPECT_EQ(run.out,
+            folder +
+                "Template_Data.cdb: faulty\n"
+                "  a view in place of the table: Pickers\n"
+                "  DataVersion is 4.1, not 5.0\n" +
+                folder +
+                "Inspection_Data.cdb: faulty\n"
+                "  repeated key in table: Inspection, InspectionID 1001 stands in 2 rows\n"
+                "  repeated key in table: Step, StepID 1000 stands in 2 rows\n"
+                "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
+                "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
+                "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n");
+  EXPECT_EQ(contents(), before);
 }
 
 }  // namespace

@@ -55,6 +55,11 @@ TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
   EXPECT_EQ(Json({"list"})[0]["id"], 1000);
   EXPECT_EQ(Cli({"new"}).out, "1001\n");
   EXPECT_EQ(Json({"types"}).size(), 4U);
+  // The options of the library, not those that a new database begins with.
+  EXPECT_EQ(Cli({"options", "ReportFontName", "BlankLineBetweenComments", "DefaultPictCardPath"}).out,
+            "ReportFontName=Arial\nBlankLineBetweenComments=TRUE\nDefaultPictCardPath=\\Storage Card\\\n");
+  for (const std::string name : {"FinePrint", "DefinitionOfTerms", "FooterText", "SummaryDisclaimer"})
+    EXPECT_NE(Cli({"options", name}).out, name + "=\n");
   EXPECT_EQ(Cli({"options", "ReportFontName=Times New Roman"}).exit, 0);
 
   const auto before = Files();
@@ -107,6 +112,8 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
                        "AND ifnull(InspectResult, '') = ''"),
             "");
   EXPECT_NE(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"report", "1000", "--layout", "4 Column", "--out", m_Folder / "visit.rtf"}).exit, 0);
+  EXPECT_THAT(tests::ContentOf(m_Folder / "visit.rtf"), HasSubstr("describes the condition of the visible"));
 
   int photographs = 0;
   for (const auto& [name, content] : Files()) {
@@ -146,6 +153,36 @@ TEST_F(InitTest, SampleVisitLeavesTheWorkOfOthersAlone) {
   EXPECT_EQ(Json({"list"})[0]["type"], "");
   EXPECT_EQ(Cli({"owner", "name"}).out, "name=A real inspector\n");
   EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=A real inspector; 7\n");
+}
+
+// What ./run asks for, also on a device that was left half-way or only looked at.
+TEST_F(InitTest, SampleVisitIfUnusedIsForNobodysDevice) {
+  ASSERT_EQ(Cli({"list"}).exit, 1) << "leaves a registry and no databases";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  ASSERT_EQ(Cli({"set", "1000", "notes=Ask about the roof."}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  ASSERT_EQ(Cli({"set", "1000", "notes="}).exit, 0);
+  EXPECT_THAT(Cli({"init", "--sample-if-unused"}).out, HasSubstr("inspection 1000\n"));
+  ASSERT_EQ(Cli({"--yes", "delete", "1000"}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  EXPECT_EQ(Json({"list"})[0]["client"], "") << "deleted stays deleted";
+}
+
+// A library that the visit does not fit: nothing of the sample's may end up on the reports.
+TEST_F(InitTest, SampleVisitThatDoesNotFitLeavesNothing) {
+  const std::string ours = m_Folder / "ours";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  std::filesystem::create_directories(ours);
+  std::ofstream(ours + "/types.toml")
+      << "[[InspectionType]]\nID = 1\nInspectionType = \"Full House Inspection\"\n";
+  ASSERT_EQ(Cli({"library", "import", ours}).exit, 0);
+  const tests::CliRun run = Cli({"init", "--sample-if-unused"});
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_NE(run.err, "");
+  EXPECT_EQ(Cli({"init", "--sample"}).exit, 1);
+  EXPECT_EQ(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=\n");
+  EXPECT_EQ(Json({"list"})[0]["client"], "");
 }
 
 TEST_F(InitTest, LibraryGoesOutAndComesBackTheSame) {

@@ -51,6 +51,8 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out({"list"}),
             "ID    NUMBER  CLIENT            ADDRESS           TYPE\n"
             "1000  7       Élise \"Bo\"\\ Noor  418 Juniper Lane\n");
+  Out({"set", "1000", "CLIENT=" + std::string(56, 'x') + "\U0001F3E0 and sons"});
+  EXPECT_THAT(Out({"list"}), HasSubstr(std::string(56, 'x') + "...")) << "no half of a pair";
   EXPECT_EQ(Out({"categories", "1000", "--json"}), "[]\n");
 }
 
@@ -180,12 +182,16 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
        {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
     EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
   EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
+  EXPECT_EQ(Cli({"report", "4711", "--layout", "5 Column"}).exit, 2);
   EXPECT_EQ(Cli({"report", "1001"}).exit, 2);
   EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
   const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
   EXPECT_EQ(nowhere.exit, 1);
   EXPECT_EQ(nowhere.out, "");
   EXPECT_NE(nowhere.err, "");
+  const tests::CliRun folder = Cli({"report", "1001", "--layout", "4 Column", "--out", m_Device.Root()});
+  EXPECT_EQ(folder.exit, 1);
+  EXPECT_THAT(folder.err, HasSubstr("Give the file a name in that folder"));
 }
 
 }  // namespace

@@ -96,7 +96,9 @@ TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Other:Tin"), Result::Done);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
 
-  for (const TextView wrong : {u"", u"  ", u"Other:", u"Tin;Lead"})
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"other:Tin"), Result::Done);
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
+  for (const TextView wrong : {u"", u"  ", u"Other:", u"other:", u"Tin;Lead"})
     EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, wrong), Result::NotOffered);
   EXPECT_EQ(m_Editing.AddMaterial(m_Gutters, u"Slate"), Result::NotOffered) << "no free box";
   EXPECT_EQ(m_Editing.AddMaterial(4711, u"Wood"), Result::NoSuchStep);

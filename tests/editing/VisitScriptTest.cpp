@@ -113,13 +113,8 @@ TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
   const auto entry = [this] {
     return *data::OptionText(m_Device.GetWorkspace().Options(), u"InspectorEntry");
   };
-  Document().Inspection().m_ClientName = u"A client";
-  EXPECT_TRUE(script->SetUpDevice(Document(), m_Problem));
-  EXPECT_EQ(entry(), u"") << "somebody works here already";
-  EXPECT_EQ(Owner(), std::nullopt);
-
-  Document().Reopen();
-  EXPECT_TRUE(script->SetUpDevice(Document(), m_Problem));
+  EXPECT_TRUE(IsUnused(Data()));
+  EXPECT_TRUE(script->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   m_Device.Open();
   EXPECT_EQ(entry(), u"Marguerite; 4417");
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 15);
@@ -128,12 +123,16 @@ TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
   EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
 
   const auto other = Read("[owner]\nname = \"Someone\"\n[options]\nInspectorEntry = \"Someone\"");
-  EXPECT_TRUE(other->SetUpDevice(Document(), m_Problem));
+  EXPECT_TRUE(other->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   EXPECT_EQ(entry(), u"Marguerite; 4417");
   EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
   m_Device.GetWorkspace().Options().m_InspectorEntry.clear();
-  EXPECT_FALSE(Read("[options]\nColour = 1")->SetUpDevice(Document(), m_Problem));
+  EXPECT_FALSE(Read("[options]\nColour = 1")->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   EXPECT_TRUE(device::Contains(m_Problem, u"Colour"));
+
+  Document().Inspection().m_PrivateNotes = u"Ask about the roof.";
+  ASSERT_TRUE(Document().Inspection().Write());
+  EXPECT_FALSE(IsUnused(Data())) << "somebody works here already";
 }
 
 TEST_F(VisitScriptTest, CopiesFilesOnceAndWhole) {

@@ -14,6 +14,7 @@ class HeaderFieldsTest : public tests::VisitTest {};
 
 TEST_F(HeaderFieldsTest, ControlCharactersBeforeATypedTextAreCutAndAWrongDateLeavesTheOldOne) {
   data::InspectionTable row(Data());
+  EXPECT_EQ(FindHeaderField(u"CityStateZip"), FindHeaderField(u"citystatezip"));
   EXPECT_EQ(FindHeaderField(u"roof"), nullptr);
   EXPECT_TRUE(SetHeaderField(row, *FindHeaderField(u"client"), u"\t\r\nAnna=Bo"));
   EXPECT_EQ(row.m_ClientName, u"Anna=Bo");

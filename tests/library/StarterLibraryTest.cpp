@@ -98,6 +98,9 @@ TEST_F(StarterLibraryTest, RowsKeepTheRulesOfTheTablet) {
       "max(BoldFlag) + max(CommentPromptFlag) + max(SummaryFlag) + max(RedFlag) AS Most FROM RatingChoices) "
       "WHERE "
       "Least <> 0 OR Most <> 4",
+      // A serious finding stands out at every step, whatever scale it is rated on; "Data" judges nothing.
+      "SELECT ID FROM RatingType WHERE RatingType <> 'Data' AND (SELECT max(BoldFlag) + max(RedFlag) + "
+      "max(SummaryFlag) + max(CommentPromptFlag) FROM RatingChoices WHERE RatingTypeID = RatingType.ID) <> 4",
       // The tablet looks for "material;" in the step's text, which the end of a longer one would answer.
       "SELECT m.ID, n.ID FROM MaterialTemplate m JOIN MaterialTemplate n USING (StepID) WHERE m.ID <> n.ID "
       "AND substr(n.Material, -length(m.Material)) = m.Material",

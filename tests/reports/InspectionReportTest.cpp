@@ -161,6 +161,21 @@ TEST_F(InspectionReportTest, AnInspectionThatCannotBeReadMakesNoReport) {
   ExpectOnlyThere("an older report");
 }
 
+// Without the flags of the ratings nothing would be red or bold, as if no finding were serious.
+TEST_F(InspectionReportTest, RatingsThatCannotBeReadMakeNoReport) {
+  device.folder.Put("out/report.rtf", "an older report");
+  data::Connection& connection = device.GetWorkspace().TemplateConnection();
+  for (const std::string damage :
+       {"DROP TABLE RatingChoices", "CREATE VIEW RatingChoices AS SELECT * FROM Gone"}) {
+    ASSERT_TRUE(connection.ExecuteNative(damage));
+    connection.SchemaChanged();
+    device.prompts.Forget();
+    EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
+    EXPECT_FALSE(device.prompts.Messages().empty()) << damage;
+  }
+  ExpectOnlyThere("an older report");
+}
+
 TEST(ReportFileNameTest, HoldsWhatAFileNameCanHold) {
   const auto nameOf = [](TextView base) { return ReportFileName(u"Inspection_", base, u".rtf"); };
   EXPECT_EQ(nameOf(u"H-104"), u"Inspection_H-104.rtf");
