@@ -4,6 +4,7 @@
 #include "data/CategoryStepTable.h"
 #include "data/CategoryTemplateTable.h"
 #include "data/CommentsTable.h"
+#include "data/ExpandedTextTable.h"
 #include "data/FieldTable.h"
 #include "data/FieldTemplateTable.h"
 #include "data/FreshDatabase.h"
@@ -16,6 +17,7 @@
 #include "data/RatingChoicesTable.h"
 #include "data/RatingTypeTable.h"
 #include "data/StartUp.h"
+#include "data/StepCommentTable.h"
 #include "data/StepTemplateTable.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
@@ -123,10 +125,11 @@ std::int32_t TemplateLibrary::AddMaterial(std::int32_t step, const Text& materia
   return m_Materials;
 }
 
-std::int32_t TemplateLibrary::AddComment(const Text& comment) {
+std::int32_t TemplateLibrary::AddComment(const Text& comment, const Text& group) {
   Add<data::CommentsTable>(m_Databases, [&](auto& row) {
     row.m_ID = ++m_Comments;
     row.m_Comments = comment;
+    row.m_GroupName = group;
   });
   return m_Comments;
 }
@@ -159,6 +162,24 @@ void TemplateLibrary::AddCommentToMaterial(std::int32_t material, const Text& co
   EXPECT_TRUE(row.GetRecord(0));
   row.m_CommentsExist = -1;
   EXPECT_TRUE(row.Write());
+}
+
+std::int32_t TemplateLibrary::AddCommentToStep(std::int32_t step, const Text& comment, const Text& group) {
+  const std::int32_t id = AddComment(comment, group);
+  Add<data::StepCommentTable>(m_Databases, [&](auto& row) {
+    row.m_StepID = step;
+    row.m_CommentID = id;
+    row.m_LinkKey = Format(u"%d-%d", step, id);
+  });
+  return id;
+}
+
+void TemplateLibrary::AddShortcut(const Text& shortCut, const Text& expanded) {
+  Add<data::ExpandedTextTable>(m_Databases, [&](auto& row) {
+    row.m_ID = ++m_Shortcuts;
+    row.m_ShortCut = shortCut;
+    row.m_Expanded = expanded;
+  });
 }
 
 void TemplateLibrary::AddPicker(const Text& list, const Text& choice) {

@@ -59,10 +59,13 @@ public:
   void AddCommentToCategory(std::int32_t category, const Text& comment);
   // Also marks the material as having comments.
   void AddCommentToMaterial(std::int32_t material, const Text& comment);
+  // The new comment's key.
+  std::int32_t AddCommentToStep(std::int32_t step, const Text& comment, const Text& group = u"");
   void AddPicker(const Text& list, const Text& choice);
+  void AddShortcut(const Text& shortCut, const Text& expanded);
 
 private:
-  std::int32_t AddComment(const Text& comment);
+  std::int32_t AddComment(const Text& comment, const Text& group = u"");
 
   data::Databases& m_Databases;
   std::int32_t m_RatingTypes = 0;
@@ -74,6 +77,7 @@ private:
   std::int32_t m_Materials = 0;
   std::int32_t m_Comments = 0;
   std::int32_t m_Pickers = 0;
+  std::int32_t m_Shortcuts = 0;
 };
 
 // Two fresh databases in a temporary folder, started as the application starts. Its library:
