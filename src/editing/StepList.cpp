@@ -8,6 +8,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/Defaults.h"
+#include "editing/RatingDropDown.h"
 #include "editing/RowFilter.h"
 #include "editing/StepDuplication.h"
 #include "editing/StepEditing.h"
@@ -22,8 +23,6 @@ constexpr auto kNone = u"None";
 constexpr auto kHasInfo = u"Info";
 constexpr auto kNotRated = u"Not rated";
 constexpr auto kCommentAsked = u"Asked for";
-constexpr TextView kClear = u"<clear>";
-constexpr TextView kNoRatings = u"<no ratings>";
 constexpr int kCommentsPage = 1;
 constexpr int kLastPage = 3;
 
@@ -158,7 +157,7 @@ std::vector<Text> StepList::RatingEntries(int row) {
   std::vector<Text> entries;
   if (!Read(row)) return entries;
   for (const RatingChoice& choice : Choices(m_List.m_RatingType)) entries.push_back(choice.name);
-  entries.emplace_back(entries.empty() ? kNoRatings : kClear);
+  entries.emplace_back(entries.empty() ? kNoRatings : kClearRating);
   return entries;
 }
 
@@ -167,7 +166,8 @@ bool StepList::ChangeRating(int row, TextView entry) {
   const std::int32_t stepID = m_List.m_StepID;
   bool prompts = false;
   StepEditing editing(m_Document.GetWorkspace());
-  const StepEditing::Result result = editing.Rate(stepID, entry == kClear ? TextView() : entry, &prompts);
+  const StepEditing::Result result =
+      editing.Rate(stepID, entry == kClearRating ? TextView() : entry, &prompts);
   if (result == StepEditing::Result::NoSuchStep)
     m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
   if (result != StepEditing::Result::Done) return false;
