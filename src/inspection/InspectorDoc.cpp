@@ -151,7 +151,7 @@ void CInspectorDoc::ChangeDocType(TextView newType) {
   m_Worker = std::thread(&CInspectorDoc::RunWorker, this, Text(newType), std::move(state));
 }
 
-void CInspectorDoc::RunWorker(Text newType, DocTypeState state) {
+void CInspectorDoc::RunWorker(const Text& newType, DocTypeState state) {
   device::LowerThreadPriority();
   const std::lock_guard lock(m_ChangeDocTypeMutex);
   const std::unique_ptr<data::Databases> databases = m_Workspace.MakeDatabases();

@@ -84,7 +84,7 @@ private:
   bool DeleteCurrentWhole();
   bool ReplaceAllByOne();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
-  void RunWorker(Text newType, DocTypeState state);
+  void RunWorker(const Text& newType, DocTypeState state);
 
   data::Workspace& m_Workspace;
   data::InspectionTable m_Inspection;
