@@ -22,14 +22,16 @@ class FieldFormViewTest : public tests::VisitTest {
 protected:
   // A field of each kind, in the order of their codes: Kind 1 to Kind 5.
   void SetUp() override {
-    const auto type = m_Device.Library().AddType(u"Form");
-    const auto form = m_Device.Library().AddCategory(type, {u"Conditions", 5, 1});
-    for (int kind = 1; kind <= 5; ++kind)
-      m_Device.Library().AddField(form, u"Kind " + device::Decimal(kind), kind);
-    m_Device.Run(data::DatabaseKind::Template, "UPDATE FieldTemplate SET Type = Sequence");
+    m_Device.Run(data::DatabaseKind::Template, "DELETE FROM FieldTemplate");
+    m_Device.Run(
+        data::DatabaseKind::Template,
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5) INSERT INTO "
+        "FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT i, 'Kind ' || i, i, i, (SELECT ID FROM "
+        "CategoryTemplate WHERE Title = 'Checklist') FROM n");
     m_Device.Library().AddPicker(u"Kind 5", u"Clear");
     m_Device.Library().AddPicker(u"Kind 5", u"Rain");
-    m_Key = m_Device.Visit(u"Form");
+    m_Key = m_Device.Visit(u"House");
+    ASSERT_TRUE(Document().SetCurrentCategory(4));
     m_View.resize(480, 560);
     m_View.show();
     m_View.OnShow();
@@ -37,7 +39,7 @@ protected:
   }
   std::vector<Text> Stored() {
     std::vector<Text> lines = m_Device.Outline(m_Key);
-    lines.erase(lines.begin());
+    std::erase_if(lines, [](const Text& line) { return !line.starts_with(u"  Kind"); });
     return lines;
   }
 
