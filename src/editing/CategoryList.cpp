@@ -95,6 +95,12 @@ CategoryList::Left CategoryList::WhatIsLeft() {
   return left;
 }
 
+Text CategoryList::LeftCaption() {
+  const Left left = WhatIsLeft();
+  return Format(u"%d of %d categories to complete, %d %s to rate", left.categories, m_List.RecordCount(),
+                left.steps, left.steps == 1 ? u"step" : u"steps");
+}
+
 CategoryList::Screen CategoryList::Click(int row, int column, int topRow) {
   if (column == kMarkColumn) Mark(row);
   return column > kMarkColumn ? Open(row, topRow) : Screen::None;

@@ -45,6 +45,8 @@ public:
     int steps = 0;       // without a rating, of the categories that were opened
   };
   Left WhatIsLeft();
+  // "4 of 5 categories to complete, 12 steps to rate".
+  Text LeftCaption();
 
   enum class Screen { None, Steps, Form };
   // In the first column: marks the row instead of those marked before. Elsewhere: opens the category, unless

@@ -84,6 +84,10 @@ int FieldForm::EmptyFields() {
   return empty;
 }
 
+Text FieldForm::LeftCaption() {
+  return Format(u"%d of %d fields empty", EmptyFields(), FieldCount());
+}
+
 std::vector<Text> FieldForm::Choices(int field) {
   const std::optional<Field> shown = FieldAt(field);
   if (shown && shown->kind == FieldKind::YesNo) return {u"Yes", u"No"};
@@ -98,7 +102,7 @@ bool FieldForm::Enter(int field, TextView value) {
     return false;
   }
   if (shown->kind == FieldKind::Picker && value == kEditList) {
-    m_Dialogs.OpenPickerEditor(shown->label);
+    EditList(field);
     return true;
   }
   const Text entered = device::StripLeadingControls(value);
@@ -107,6 +111,10 @@ bool FieldForm::Enter(int field, TextView value) {
   if (!transaction.IsOpen() || !m_Fields.GetRecord(field)) return false;
   m_Fields.m_AssignedValue = entered;
   return m_Fields.Write() && transaction.Commit();
+}
+
+void FieldForm::EditList(int field) {
+  if (const std::optional<Field> shown = FieldAt(field)) m_Dialogs.OpenPickerEditor(shown->label);
 }
 
 bool FieldForm::Leave() {

@@ -32,12 +32,16 @@ public:
   // Nothing for a field that another program deleted.
   std::optional<Field> FieldAt(int field);
   int EmptyFields();
+  // "3 of 14 fields empty".
+  Text LeftCaption();
 
   // "Yes" and "No", or the list of a picker and "Edit List..."; nothing for what is typed.
   std::vector<Text> Choices(int field);
-  // Stores what was entered, at once; a value that is stored already costs nothing. "Edit List..." opens the
-  // editor of the field's list instead. False when nothing could be written.
+  // Stores what was entered, at once; a value that is stored already costs nothing. "Edit List..." of a
+  // picker is no value: it opens the editor. False when nothing could be written.
   bool Enter(int field, TextView value);
+  // Opens the editor of the field's list.
+  void EditList(int field);
   // To be called when the form is left: the complete flag of the category follows.
   bool Leave();
 

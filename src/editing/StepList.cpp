@@ -8,6 +8,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/Defaults.h"
+#include "editing/RatingDropDown.h"
 #include "editing/RowFilter.h"
 #include "editing/StepDuplication.h"
 #include "editing/StepEditing.h"
@@ -20,9 +21,8 @@ using device::Format;
 constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
 constexpr auto kNone = u"None";
 constexpr auto kHasInfo = u"Info";
+constexpr auto kNotRated = u"Not rated";
 constexpr auto kCommentAsked = u"Asked for";
-constexpr TextView kClear = u"<clear>";
-constexpr TextView kNoRatings = u"<no ratings>";
 constexpr int kCommentsPage = 1;
 constexpr int kLastPage = 3;
 
@@ -41,8 +41,8 @@ StepList::StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
 std::vector<device::ListColumn> StepList::Columns() {
   // The status columns are as narrow as a finger, so that the words of a step have room beside them.
   using Align = device::ListColumn::Align;
-  return {{u"Steps:", 75},
-          {u"Rating", 65},
+  return {{u"Steps:", 80},
+          {u"Rating", 60},
           {u"Materials", 27, Align::Centre},
           {u"Comments", 27, Align::Centre},
           {u"Picture", 27, Align::Centre},
@@ -131,10 +131,11 @@ device::ListRow StepList::ShownRow(int row) {
   const auto tone =
       shown->attention == Attention::None ? device::RowTone::Normal : device::RowTone::Attention;
   const Text comments = shown->attention == Attention::CommentAsked ? kCommentAsked : shown->comments;
-  return {{shown->label, shown->rating, shown->materials, comments, shown->picture,
-           shown->hasInfo ? kHasInfo : kNone},
-          device::CheckImage::None,
-          tone};
+  const Text rating = shown->attention == Attention::NotRated ? Text(kNotRated) : shown->rating;
+  return {
+      {shown->label, rating, shown->materials, comments, shown->picture, shown->hasInfo ? kHasInfo : kNone},
+      device::CheckImage::None,
+      tone};
 }
 
 int StepList::RowOf(std::int32_t stepID) const {
@@ -148,11 +149,15 @@ int StepList::StepsToRate() {
   return UnratedSteps(m_Databases, m_Document.Categories().m_CategoryID).value_or(0);
 }
 
+Text StepList::LeftCaption() {
+  return Format(u"%d of %d steps to rate", StepsToRate(), m_List.RecordCount());
+}
+
 std::vector<Text> StepList::RatingEntries(int row) {
   std::vector<Text> entries;
   if (!Read(row)) return entries;
   for (const RatingChoice& choice : Choices(m_List.m_RatingType)) entries.push_back(choice.name);
-  entries.emplace_back(entries.empty() ? kNoRatings : kClear);
+  entries.emplace_back(entries.empty() ? kNoRatings : kClearRating);
   return entries;
 }
 
@@ -161,7 +166,8 @@ bool StepList::ChangeRating(int row, TextView entry) {
   const std::int32_t stepID = m_List.m_StepID;
   bool prompts = false;
   StepEditing editing(m_Document.GetWorkspace());
-  const StepEditing::Result result = editing.Rate(stepID, entry == kClear ? TextView() : entry, &prompts);
+  const StepEditing::Result result =
+      editing.Rate(stepID, entry == kClearRating ? TextView() : entry, &prompts);
   if (result == StepEditing::Result::NoSuchStep)
     m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
   if (result != StepEditing::Result::Done) return false;

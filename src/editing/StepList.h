@@ -44,11 +44,16 @@ public:
   };
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   std::optional<Row> RowAt(int row);
+  // Words for the cells: "Not rated" in place of an empty rating, "Asked for" of a comment that the rating
+  // asks for.
   device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;
   // How many steps of the category are not rated.
   int StepsToRate();
+  // "3 of 12 steps to rate".
+  Text LeftCaption();
+  std::int32_t CategoryID() const { return m_Document.Categories().m_CategoryID; }
 
   // The entries of a row's drop-down: the choices of its type and "<clear>", or "<no ratings>" alone.
   std::vector<Text> RatingEntries(int row);
