@@ -17,6 +17,11 @@ inline QStringView ViewOf(TextView text) {
 inline Text FromQString(QStringView text) {
   return Text(text.utf16(), static_cast<std::size_t>(text.size()));
 }
+// What a person typed into a field of several lines: the device ends its lines with carriage return and line
+// feed.
+inline Text FromLines(const QString& text) {
+  return FromQString(QString(text).replace(u'\n', QLatin1String("\r\n")));
+}
 // Lines as the device writes them ("\r\n" or "\r") as lines of a message box.
 inline QString ToDisplay(TextView text) {
   return ToQString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');

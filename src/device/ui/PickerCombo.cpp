@@ -1,0 +1,72 @@
+#include "device/ui/PickerCombo.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+#include "device/ListColumns.h"
+#include "device/ui/TextConversion.h"
+
+namespace inspector::device::ui {
+namespace {
+
+// 100 pixels of a screen on which a line of a list took 24.
+constexpr int kListHeight = 100 * kSmallestTarget / 24;
+
+}  // namespace
+
+DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
+  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(8);
+}
+
+void DropDown::showPopup() {
+  QComboBox::showPopup();
+  QWidget* const list = view()->parentWidget();
+  const QRect space = window()->geometry();
+  QRect rect = list->geometry();
+  // Position and width stay; a list that would leave the window keeps the place that it was given.
+  if (rect.top() + kListHeight <= space.bottom()) rect.setHeight(kListHeight);
+  list->setGeometry(rect);
+}
+
+PickerCombo::PickerCombo(QWidget* parent) : DropDown(parent) {
+  setEditable(true);
+  setInsertPolicy(NoInsert);
+  // A completion would turn "Oak" into "Oakland" while a person goes on to the next field.
+  setCompleter(nullptr);
+  connect(this, &QComboBox::editTextChanged, this, [this](const QString& text) {
+    if (count() == 0 || text != itemText(count() - 1)) m_Kept = text;
+  });
+  connect(this, &QComboBox::activated, this, [this](int index) {
+    if (index < 0 || index != count() - 1) return;
+    {
+      const QSignalBlocker quiet(this);
+      setEditText(m_Kept);
+    }
+    if (onEditList) onEditList();
+  });
+}
+
+void PickerCombo::SetChoices(const std::vector<Text>& choices) {
+  const QSignalBlocker quiet(this);
+  const QString value = currentText();
+  clear();
+  for (const Text& choice : choices) addItem(ToQString(choice));
+  setCurrentIndex(-1);
+  setEditText(value);
+}
+
+void PickerCombo::SetValue(TextView value) {
+  const QSignalBlocker quiet(this);
+  setCurrentIndex(-1);
+  setEditText(ToQString(value));
+  m_Kept = currentText();
+}
+
+Text PickerCombo::Value() const {
+  return FromQString(currentText());
+}
+
+}  // namespace inspector::device::ui

@@ -1,0 +1,35 @@
+// A field with a list of values that come back again and again; its last entry opens the editor of the list.
+#pragma once
+
+#include <QComboBox>
+#include <functional>
+
+#include "device/Text.h"
+
+namespace inspector::device::ui {
+
+// A drop-down whose list is as high as 100 pixels were on the device, where a line had 24 of them.
+class DropDown : public QComboBox {
+public:
+  explicit DropDown(QWidget* parent = nullptr);
+
+  void showPopup() override;
+};
+
+// Any value may be typed. Choosing the last entry keeps the value and calls `onEditList`.
+class PickerCombo : public DropDown {
+public:
+  explicit PickerCombo(QWidget* parent = nullptr);
+
+  // `choices` ends with the entry that opens the editor.
+  void SetChoices(const std::vector<Text>& choices);
+  void SetValue(TextView value);
+  Text Value() const;
+
+  std::function<void()> onEditList;
+
+private:
+  QString m_Kept;  // the value before an entry was chosen
+};
+
+}  // namespace inspector::device::ui
