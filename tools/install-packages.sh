@@ -15,16 +15,19 @@ while read -r package; do
   [[ "$status" == installed ]] || missing+=("$package")
 done < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "$list")
 [[ ${#missing[@]} -gt 0 ]] || exit 0
+by_hand="apt-get update && apt-get install --no-install-recommends ${missing[*]}"
 
 as_root=()
 if [[ "$(id -u)" -ne 0 ]]; then
   if ! command -v sudo >/dev/null; then
-    printf '%s\n' "These packages are missing, and only root can install them. Run as root:" \
-      "  apt-get update && apt-get install --no-install-recommends ${missing[*]}" >&2
+    printf '%s\n' "These packages are missing, and only root can install them. Run as root:" "  $by_hand" >&2
     exit 1
   fi
   as_root=(sudo)
 fi
+
+# Not everybody who finds sudo may use it, and a network can be away: then too it is said what is missing.
+trap 'printf "%s\n" "Packages are missing and could not be installed. Run as root:" "  $by_hand" >&2' ERR
 
 echo "Installing from Debian: ${missing[*]}"
 # Through env, because sudo drops the variable.

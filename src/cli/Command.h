@@ -18,7 +18,9 @@ struct Argument {
   std::string name;  // "STEPID"
   std::string help;
   Kind kind = Kind::Text;
-  bool repeated = false;  // any number of them, also none; only the last argument
+  bool repeated = false;                  // any number of them; only the last argument
+  bool atLeastOne = false;                // of a repeated one; the command itself says so when none is given
+  std::vector<std::string> choices = {};  // for the completion, where there are few
 };
 
 struct CommandOption {
@@ -26,6 +28,7 @@ struct CommandOption {
   std::string value;  // "NAME"; empty for a flag
   std::string help;
   bool required = false;
+  std::vector<std::string> choices = {};  // for the completion, where there are few
 };
 
 // What was typed after the command's name. Texts are UTF-8, as they came.

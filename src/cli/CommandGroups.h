@@ -18,6 +18,9 @@ std::vector<Command> PageCommands();        // man, completion
 // "--json", shared by the commands that list.
 CommandOption JsonOption();
 
+// Of a repeated argument, one must be given.
+Argument AtLeastOne(Argument repeated);
+
 // "NAME=VALUE" cut at the first "="; without one the value is missing.
 struct Assignment {
   device::Text name;

@@ -151,7 +151,7 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
   settings.home = home.empty() ? device::DefaultHome() : std::filesystem::path(Unshielded(home));
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;
-    Session session(std::move(settings), out, err);
+    Session session(settings, out, err);
     if (slot.command->needsDocument && !session.OpenDocument()) return static_cast<int>(ExitCode::Failed);
     ExitCode code = slot.command->run(session, Collect(slot));
     out.flush();

@@ -15,6 +15,11 @@ CommandOption JsonOption() {
   return {"--json", "", "print a JSON array of objects, for programs", false};
 }
 
+Argument AtLeastOne(Argument repeated) {
+  repeated.atLeastOne = true;
+  return repeated;
+}
+
 Assignment ParseAssignment(const std::string& typed) {
   const std::size_t equals = typed.find('=');
   if (equals == std::string::npos) return {device::FromUtf8(typed), std::nullopt};

@@ -144,6 +144,8 @@ std::optional<device::DatabasePaths> ConsolePrompts::AskDatabasePaths(const devi
     std::string line;
     if (!std::getline(std::cin, line) || line.empty()) return std::nullopt;
     *path = device::FromUtf8(line);
+    // What is stored must lead to the same file from every folder.
+    if (line.front() != '\\') *path = device::FromUtf8(m_Paths->ResolveTyped(*path).string());
   }
   return chosen;
 }

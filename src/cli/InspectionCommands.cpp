@@ -153,7 +153,7 @@ std::vector<Command> InspectionCommands() {
        RunNew},
       {"set",
        "set header fields of an inspection",
-       {kInspection, fields},
+       {kInspection, AtLeastOne(fields)},
        {},
        "A date is written as 2026-05-31 14:05. An empty value clears a field.",
        RunSet},

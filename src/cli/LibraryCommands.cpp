@@ -38,7 +38,7 @@ std::vector<Command> LibraryCommands() {
   return {
       {"library",
        "write the library to a folder of TOML files, or replace it by one",
-       {{"ACTION", "\"export\" or \"import\"", Argument::Kind::Text, false},
+       {{"ACTION", "\"export\" or \"import\"", Argument::Kind::Text, false, false, {"export", "import"}},
         {"DIR", "the folder", Argument::Kind::Text, false}},
        {},
        "An import replaces the library whole or not at all, and keeps a copy of the database beside it.",

@@ -18,8 +18,14 @@ Text LayoutNames() {
   return names;
 }
 
+std::vector<std::string> LayoutChoices() {
+  std::vector<std::string> names;
+  for (const reports::ReportLayout* const layout : reports::Layouts())
+    names.push_back(device::ToUtf8(layout->Name()));
+  return names;
+}
+
 ExitCode RunReport(Session& session, const Input& input) {
-  if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   reports::ReportRequest request;
   request.inspectionID = input.Number(0);
   request.layout = device::FromUtf8(input.options.at("--layout"));
@@ -34,6 +40,7 @@ ExitCode RunReport(Session& session, const Input& input) {
     }
     request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
   }
+  if (!session.SelectInspection(request.inspectionID)) return ExitCode::Failed;
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
   if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");
@@ -49,7 +56,7 @@ std::vector<Command> ReportCommands() {
       {"report",
        "write the inspection report and print where it is",
        {{"ID", "the inspection's key", Argument::Kind::Number, false}},
-       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true},
+       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true, LayoutChoices()},
         {"--out", "FILE", "where to write; replaces without asking", false}},
        "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
        "begins with a "

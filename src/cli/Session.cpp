@@ -4,7 +4,7 @@
 
 namespace inspector::cli {
 
-Session::Session(SessionSettings settings, std::ostream& out, std::ostream& err)
+Session::Session(const SessionSettings& settings, std::ostream& out, std::ostream& err)
     : m_Out(out),
       m_Err(err),
       m_Paths(settings.home),

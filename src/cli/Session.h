@@ -19,7 +19,7 @@ struct SessionSettings {
 
 class Session {
 public:
-  Session(SessionSettings settings, std::ostream& out, std::ostream& err);
+  Session(const SessionSettings& settings, std::ostream& out, std::ostream& err);
 
   // Opens databases and document as the application does. False when start-up failed; why has been said.
   bool OpenDocument();

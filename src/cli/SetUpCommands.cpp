@@ -2,6 +2,7 @@
 
 #include "cli/CommandGroups.h"
 #include "data/FreshDatabase.h"
+#include "data/KeyReport.h"
 #include "data/RowDump.h"
 #include "data/StructureReport.h"
 #include "device/Format.h"
@@ -31,7 +32,7 @@ bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKin
                u"place is taken.",
                FromUtf8(machine.registry.Path().string())));
   }
-  const std::filesystem::path file = machine.paths.ResolveTyped(devicePath);
+  const std::filesystem::path file = machine.paths.ResolveStored(devicePath);
   if (machine.files.Exists(file)) return true;
   if (const Text problem = data::CreateFreshDatabase(file, kind, machine.faults); !problem.empty())
     return session.Fail(problem);
@@ -39,12 +40,14 @@ bool CreateIfMissing(Session& session, const Text& devicePath, data::DatabaseKin
   return true;
 }
 
-// Of a row that nobody has touched only the version is stored.
+// A row as a new database has it, or one without any values, is nobody's own.
 bool AreSet(const std::vector<data::RawRow>& options, const data::TableLayout& layout) {
+  const data::RawRow untouched = data::NeutralRow(layout);
   for (const data::RawRow& row : options)
-    for (std::size_t at = 0; at < row.size(); ++at)
-      if (layout.columns[at].name != u"DataVersion" && !std::holds_alternative<std::monostate>(row[at]))
-        return true;
+    for (std::size_t at = 0; at < row.size(); ++at) {
+      const bool isNeutral = std::holds_alternative<std::monostate>(row[at]) || row[at] == untouched[at];
+      if (!isNeutral && layout.columns[at].name != u"DataVersion") return true;
+    }
   return false;
 }
 
@@ -64,10 +67,24 @@ bool AddStarterLibrary(Session& session) {
   return true;
 }
 
-bool AddSampleVisit(Session& session) {
+// The visit, then the files, the owner and the options that go with it: none of them without the visit.
+bool PlaySampleVisit(Session& session, const editing::VisitScript& script, bool isUnused, Text& problem) {
+  data::Transaction transaction(session.Workspace().InspectionConnection());
+  const auto key = transaction.IsOpen() ? script.Play(session.Document(), problem) : std::nullopt;
+  if (!key || !script.CopyFiles(session.GetMachine(), problem) ||
+      (isUnused && !script.SetUpDevice(session.Workspace(), problem)) || !transaction.Commit())
+    return false;
+  session.Out() << "Added the sample visit, inspection " << *key << "\n";
+  return true;
+}
+
+enum class SampleWish { Anywhere, OnUnusedDevice };
+
+bool AddSampleVisit(Session& session, SampleWish wish) {
   device::Machine& machine = session.GetMachine();
+  const bool isAsked = wish == SampleWish::Anywhere;
   if (machine.registry.Read(Text(data::kStartUpKey), Text(kSampleValue))) {
-    session.Out() << "The sample visit was added before\n";
+    if (isAsked) session.Out() << "The sample visit was added before\n";
     return true;
   }
   Text problem;
@@ -75,14 +92,18 @@ bool AddSampleVisit(Session& session) {
       editing::VisitScript::Read(machine.files, AssetsFolder() / "sample" / "visit.toml", problem);
   if (!script) return session.Fail(problem);
 
-  data::InspectionTable found(session.Workspace().GetDatabases());
+  data::Databases& databases = session.Workspace().GetDatabases();
+  data::InspectionTable found(databases);
   found.OpenSQL(Format(u"SELECT * FROM Inspection WHERE InspectionNum = \"%s\"", script->DocumentNumber()));
   if (found.RecordCount() == 0) {
-    if (!script->CopyFiles(machine, problem) || !script->SetUpDevice(session.Document(), problem))
-      return session.Fail(problem);
-    const std::optional<std::int32_t> key = script->Play(session.Document(), problem);
-    if (!key) return session.Fail(problem.empty() ? Text(u"The sample visit could not be added.") : problem);
-    session.Out() << "Added the sample visit, inspection " << *key << "\n";
+    const bool isUnused = editing::IsUnused(databases);
+    if (!isAsked && !isUnused) return true;
+    if (!PlaySampleVisit(session, *script, isUnused, problem)) {
+      if (problem.empty()) problem = u"The sample visit could not be added.";
+      if (isAsked) return session.Fail(problem);
+      session.Note(problem);  // an office's own library need not offer what the visit asks for
+      return true;
+    }
   }
   if (!machine.registry.Write(Text(data::kStartUpKey), Text(kSampleValue), script->DocumentNumber()))
     return session.Fail(machine.registry.LastError());
@@ -98,19 +119,40 @@ ExitCode RunInit(Session& session, const Input& input) {
   // Also after a first init that was killed between making the file and filling it.
   if (data::IsEmptyLibrary(session.Workspace().TemplateConnection()) && !AddStarterLibrary(session))
     return ExitCode::Failed;
-  if (input.Has("--sample") && !AddSampleVisit(session)) return ExitCode::Failed;
+  if (input.Has("--sample") && !AddSampleVisit(session, SampleWish::Anywhere)) return ExitCode::Failed;
+  if (input.Has("--sample-if-unused") && !AddSampleVisit(session, SampleWish::OnUnusedDevice))
+    return ExitCode::Failed;
   return ExitCode::Done;
 }
 
+std::vector<Text> FindFaults(Session& session, const std::filesystem::path& file, data::DatabaseKind kind) {
+  data::Connection connection(file, session.GetMachine().faults);
+  if (const Text problem = connection.OpenForReading(); !problem.empty()) return {problem};
+  const data::ReadScope reading(connection);  // a counter and its keys at one moment
+  std::vector<Text> faults = data::FindStructureFaults(connection, kind);
+  // What a damaged file holds is anybody's guess.
+  if (!connection.CheckIntegrity(faults)) return faults;
+  const auto add = [&faults](const std::vector<Text>& more) {
+    faults.insert(faults.end(), more.begin(), more.end());
+  };
+  if (kind == data::DatabaseKind::Template) add(data::FindVersionFaults(connection));
+  add(data::FindKeyFaults(connection, kind));
+  return faults;
+}
+
+// Without the document: opening that asks about an older structure, upgrades it, and adds an inspection.
 ExitCode RunCheck(Session& session, const Input&) {
+  const device::Machine& machine = session.GetMachine();
+  const std::optional<device::DatabasePaths> paths = data::ReadDatabasePaths(machine);
+  if (!paths) return ExitCode::Failed;
   bool sound = true;
-  for (const data::DatabaseKind kind : {data::DatabaseKind::Template, data::DatabaseKind::Inspection}) {
-    data::Connection& connection = session.Workspace().GetDatabases().Get(kind);
-    std::vector<Text> findings = data::FindStructureFaults(connection, kind);
-    connection.CheckIntegrity(findings);
-    session.Out() << connection.File().string() << ": " << (findings.empty() ? "sound" : "faulty") << "\n";
-    for (const Text& finding : findings) session.Out() << "  " << device::ToUtf8(finding) << "\n";
-    sound = sound && findings.empty();
+  for (const auto& [path, kind] : {std::pair{paths->templatePath, data::DatabaseKind::Template},
+                                   std::pair{paths->inspectionPath, data::DatabaseKind::Inspection}}) {
+    const std::filesystem::path file = machine.paths.ResolveStored(path);
+    const std::vector<Text> faults = FindFaults(session, file, kind);
+    session.Out() << file.string() << ": " << (faults.empty() ? "sound" : "faulty") << "\n";
+    for (const Text& fault : faults) session.Out() << "  " << device::ToUtf8(fault) << "\n";
+    sound = sound && faults.empty();
   }
   return sound ? ExitCode::Done : ExitCode::Failed;
 }
@@ -122,13 +164,20 @@ std::vector<Command> SetUpCommands() {
       {"init",
        "create what is missing: databases and starter library",
        {},
-       {{"--sample", "", "add the sample visit, once", false}},
+       {{"--sample", "", "add the sample visit, once", false},
+        {"--sample-if-unused", "", "the same, where nobody has recorded anything yet", false}},
        "Never overwrites anything. The databases lie where the registry says, by default in \"My Documents\" "
        "under "
        "the device root.",
        RunInit,
        false},
-      {"check", "check structure and integrity of both databases", {}, {}, "", RunCheck},
+      {"check",
+       "check structure, keys and integrity of both databases",
+       {},
+       {},
+       "Asks nothing and changes neither of them. Says what is wrong, and ends with 1 if anything is.",
+       RunCheck,
+       false},
   };
 }
 

@@ -53,6 +53,17 @@ Text Connection::Open() {
   return problem;
 }
 
+Text Connection::OpenForReading() {
+  std::error_code error;
+  const auto waiting = std::filesystem::file_size(m_File.string() + "-wal", error);
+  Text problem = Open();
+  if (!problem.empty()) return problem;
+  sqlite3_exec(m_Database, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
+  // Closing the last connection would carry the journal into the file.
+  if (!error && waiting > 0) sqlite3_db_config(m_Database, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+  return {};
+}
+
 bool Connection::PrepareForWriting() {
   if (!m_Database) return false;
   // While another program is reading, the journal stays as it is, which only costs time: no need to wait for

@@ -29,6 +29,9 @@ public:
   // Opens an existing file and reads its schema; nothing is written. On failure returns why, in words for a
   // person; an empty text means that it is open.
   Text Open();
+  // The same for somebody who only looks: nothing can be written, and a journal that waits beside the file
+  // is left there.
+  Text OpenForReading();
   bool IsOpen() const { return m_Database != nullptr; }
   // Write-ahead journal and full syncing. Not done by Open, because it alters the file's header.
   bool PrepareForWriting();

@@ -17,6 +17,11 @@ const ColumnDef* FindColumn(const OptionsTable& options, TextView name) {
   return nullptr;
 }
 
+// What the program keeps for itself: a version that is not true would have the structure upgraded anew.
+bool IsProgramsOwn(TextView column) {
+  return column == u"DataVersion" || column == u"OptionsID";
+}
+
 std::optional<bool> ParseYesNo(TextView value) {
   for (const TextView yes : {u"TRUE", u"YES", u"1", u"-1"})
     if (EqualIgnoringCase(value, yes)) return true;
@@ -65,6 +70,8 @@ std::optional<Text> OptionText(const OptionsTable& options, TextView name) {
 OptionSet SetOption(OptionsTable& options, TextView name, TextView value) {
   const ColumnDef* column = FindColumn(options, name);
   if (!column) return OptionSet::UnknownName;
+  if (IsProgramsOwn(FindLayout(u"Options")->columns[static_cast<std::size_t>(column->ordinal)].name))
+    return OptionSet::BadValue;
   switch (column->type) {
     case ValueType::String:
       *std::get<Text*>(column->member) = device::StripLeadingControls(value);

@@ -15,7 +15,8 @@ std::optional<Text> OptionText(const OptionsTable& options, TextView name);
 
 enum class OptionSet { Done, Repaired, UnknownName, BadValue };
 // Sets one option in memory. Yes/no takes TRUE, FALSE, yes, no, 1, 0 and -1. A font size or spacing that the
-// program does not know is repaired as it would be when read. ReportIcon cannot be set by text.
+// program does not know is repaired as it would be when read. ReportIcon cannot be set by text,
+// DataVersion and OptionsID not at all.
 OptionSet SetOption(OptionsTable& options, TextView name, TextView value);
 
 }  // namespace inspector::data

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "data/FreshDatabase.h"
+#include "device/Format.h"
 
 namespace inspector::data {
 namespace {
@@ -46,6 +47,54 @@ RawValue ReadValue(sqlite3_stmt* statement, int place, ValueType type) {
     }
   }
   return {};
+}
+
+bool IsUtf8(sqlite3_stmt* statement, int place) {
+  const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, place));
+  const std::string_view stored(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, place)));
+  return device::ToUtf8(device::FromUtf8(stored)) == stored;
+}
+
+// True when a RawRow can hold what is stored. A NULL is a value of its own, and every number says yes or no.
+bool Fits(sqlite3_stmt* statement, int place, ValueType type) {
+  const int stored = sqlite3_column_type(statement, place);
+  const bool isNumber = stored == SQLITE_INTEGER || stored == SQLITE_FLOAT;
+  if (stored == SQLITE_NULL) return true;
+  switch (type) {
+    case ValueType::Integer:
+      return isNumber && sqlite3_column_double(statement, place) == sqlite3_column_int(statement, place);
+    case ValueType::YesNo:
+      return isNumber;
+    case ValueType::Double: {
+      if (stored != SQLITE_INTEGER) return isNumber;
+      constexpr std::int64_t kLargestExact = std::int64_t{1} << 53;
+      const std::int64_t whole = sqlite3_column_int64(statement, place);
+      return whole >= -kLargestExact && whole <= kLargestExact;
+    }
+    case ValueType::Date:
+    case ValueType::String:
+      return stored == SQLITE_INTEGER || (stored == SQLITE_TEXT && IsUtf8(statement, place));
+    case ValueType::Binary:
+      return stored == SQLITE_BLOB;
+  }
+  return true;
+}
+
+Text DescribeMisfit(sqlite3_stmt* statement, int place, const TableLayout& layout, TextView column,
+                    ValueType type) {
+  constexpr std::size_t kMostShown = 40;
+  const bool isBlock = sqlite3_column_type(statement, place) == SQLITE_BLOB;
+  TextView wanted = u"a text in UTF-8";
+  if (type == ValueType::Integer) wanted = u"a whole number of 32 bits";
+  if (type == ValueType::YesNo) wanted = u"yes or no";
+  if (type == ValueType::Double) wanted = u"a number";
+  if (type == ValueType::Binary) wanted = u"a block of bytes";
+  Text shown =
+      isBlock ? Text(u"a block of bytes") : std::get<Text>(ReadValue(statement, place, ValueType::String));
+  if (shown.size() > kMostShown) shown = shown.substr(0, kMostShown) + u"...";
+  const auto row = sqlite3_column_int64(statement, sqlite3_column_count(statement) - 1);
+  return device::Format(u"table %s, column %s, row %s: %s is not %s", layout.name, column,
+                        device::FromUtf8(std::to_string(row)), shown, wanted);
 }
 
 void BindValue(sqlite3_stmt* statement, int place, const RawValue& value, ValueType type) {
@@ -91,20 +140,26 @@ RawRow NeutralRow(const TableLayout& layout) {
   return row;
 }
 
-bool ReadRawRows(Connection& connection, const TableLayout& layout, std::vector<RawRow>& rows) {
+bool ReadRawRows(Connection& connection, const TableLayout& layout, std::vector<RawRow>& rows, Text* misfit) {
   rows.clear();
+  if (misfit) misfit->clear();
   if (!connection.IsOpen()) return false;
   const std::vector<StoredColumn>* const stored = connection.ColumnsOf(layout.name);
   if (!stored) return true;
   const ColumnList columns = StoredColumns(*stored, layout);
-  sqlite3_stmt* const select =
-      connection.Prepare("SELECT " + columns.names + " FROM " + QuotedName(layout.name) + " ORDER BY rowid");
+  sqlite3_stmt* const select = connection.Prepare("SELECT " + columns.names + ", rowid FROM " +
+                                                  QuotedName(layout.name) + " ORDER BY rowid");
   if (!select) return false;
   int code = SQLITE_ROW;
   while ((code = sqlite3_step(select)) == SQLITE_ROW) {
     RawRow row = NeutralRow(layout);
-    for (std::size_t at = 0; at < columns.count; ++at)
-      row[at] = ReadValue(select, static_cast<int>(at), layout.columns[at].type);
+    for (std::size_t at = 0; at < columns.count; ++at) {
+      const int place = static_cast<int>(at);
+      const ValueType type = layout.columns[at].type;
+      if (misfit && misfit->empty() && !Fits(select, place, type))
+        *misfit = DescribeMisfit(select, place, layout, (*stored)[at].name, type);
+      row[at] = ReadValue(select, place, type);
+    }
     rows.push_back(std::move(row));
   }
   if (code != SQLITE_DONE) connection.ReportFailure();

@@ -21,7 +21,10 @@ RawValue NeutralValue(ValueType type);
 RawRow NeutralRow(const TableLayout& layout);
 
 // Fills `rows` in stored order; a missing table has none. False on a failure, which has been reported.
-bool ReadRawRows(Connection& connection, const TableLayout& layout, std::vector<RawRow>& rows);
+// SQLite stores any value in any column; one that would not come back the same from a RawRow is read as the
+// program reads it everywhere. `misfit`, when given, tells where the first of them stands and what it is.
+bool ReadRawRows(Connection& connection, const TableLayout& layout, std::vector<RawRow>& rows,
+                 Text* misfit = nullptr);
 // Deletes every row of the table and stores these, in one transaction (or inside the one that is open).
 // False on a failure, which has been reported.
 bool ReplaceRawRows(Connection& connection, const TableLayout& layout, const std::vector<RawRow>& rows);

@@ -23,8 +23,8 @@ bool WritePaths(const Machine& machine, TextView key, const DatabasePaths& paths
 }
 
 bool BothExist(const Machine& machine, const DatabasePaths& paths) {
-  return machine.files.Exists(machine.paths.ResolveTyped(paths.templatePath)) &&
-         machine.files.Exists(machine.paths.ResolveTyped(paths.inspectionPath));
+  return machine.files.Exists(machine.paths.ResolveStored(paths.templatePath)) &&
+         machine.files.Exists(machine.paths.ResolveStored(paths.inspectionPath));
 }
 
 // A table that is missing reads as empty, and a missing column is not stored: that must not go unnoticed.
@@ -66,8 +66,8 @@ StartUp StartData(const Machine& machine) {
   }
 
   std::error_code ignored;
-  if (std::filesystem::equivalent(machine.paths.ResolveTyped(paths->templatePath),
-                                  machine.paths.ResolveTyped(paths->inspectionPath), ignored)) {
+  if (std::filesystem::equivalent(machine.paths.ResolveStored(paths->templatePath),
+                                  machine.paths.ResolveStored(paths->inspectionPath), ignored)) {
     return Refuse(
         machine,
         device::Format(u"Both paths lead to the database %s. Templates and inspections are two files: "

@@ -1,7 +1,10 @@
 #include "data/StructureReport.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 
+#include "data/StartUp.h"
 #include "data/StoredTypes.h"
 #include "device/Format.h"
 
@@ -36,6 +39,30 @@ std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind)
       if (!Accepts(layout.columns[i].type, (*stored)[i].type))
         faults.push_back(device::Format(u"column type mismatch in table: %s column: %d", layout.name, i));
   }
+  return faults;
+}
+
+std::vector<Text> FindVersionFaults(Connection& connection) {
+  constexpr std::size_t kDataVersionAt = 8;
+  const std::vector<StoredColumn>* const stored = connection.ColumnsOf(u"Options");
+  if (!stored || stored->size() <= kDataVersionAt) return {};  // that is missing, and named as such
+  sqlite3_stmt* const statement = connection.Prepare("SELECT " + QuotedName((*stored)[kDataVersionAt].name) +
+                                                     " FROM Options ORDER BY rowid LIMIT 1");
+  if (!statement) return {};
+  std::vector<Text> faults;
+  const int code = sqlite3_step(statement);
+  if (code == SQLITE_ROW) {
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+    const Text version = device::FromUtf8(bytes ? bytes : "");
+    if (!device::EqualIgnoringCase(version, kDataVersion))
+      faults.push_back(device::Format(u"DataVersion is %s, not %s",
+                                      version.empty() ? u"empty" : TextView(version), kDataVersion));
+  } else if (code == SQLITE_DONE) {
+    faults.push_back(u"missing row in table: Options");
+  } else {
+    connection.ReportFailure();
+  }
+  sqlite3_reset(statement);
   return faults;
 }
 

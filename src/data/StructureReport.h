@@ -15,6 +15,9 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
 // The same, and columns of another type than declared.
 std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind);
 
+// The structure version is not today's, or there is no row that holds one. For the Template database.
+std::vector<Text> FindVersionFaults(Connection& connection);
+
 // No row in any table that a library fills. Options and key counters are not looked at.
 bool IsEmptyLibrary(Connection& connection);
 

@@ -5,8 +5,8 @@ namespace inspector::data {
 Workspace::Workspace(const device::Machine& machine, device::DatabasePaths paths)
     : m_Machine(machine),
       m_Paths(std::move(paths)),
-      m_Databases(machine.paths.ResolveTyped(m_Paths.templatePath),
-                  machine.paths.ResolveTyped(m_Paths.inspectionPath), machine.faults, machine.clock) {}
+      m_Databases(machine.paths.ResolveStored(m_Paths.templatePath),
+                  machine.paths.ResolveStored(m_Paths.inspectionPath), machine.faults, machine.clock) {}
 
 OptionsTable& Workspace::Options() {
   if (!m_Options) {
@@ -25,8 +25,8 @@ Text Workspace::LockFiles() {
 }
 
 std::unique_ptr<Databases> Workspace::MakeDatabases() const {
-  return std::make_unique<Databases>(m_Machine.paths.ResolveTyped(m_Paths.templatePath),
-                                     m_Machine.paths.ResolveTyped(m_Paths.inspectionPath), m_Machine.faults,
+  return std::make_unique<Databases>(m_Machine.paths.ResolveStored(m_Paths.templatePath),
+                                     m_Machine.paths.ResolveStored(m_Paths.inspectionPath), m_Machine.faults,
                                      m_Machine.clock);
 }
 

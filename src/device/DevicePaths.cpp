@@ -99,6 +99,10 @@ fs::path DevicePaths::ResolveTyped(TextView path) const {
   return fs::current_path(error) / HostName(path);
 }
 
+fs::path DevicePaths::ResolveStored(TextView path) const {
+  return path.empty() || path.front() == u'/' ? ResolveTyped(path) : Resolve(path);
+}
+
 fs::path DevicePaths::ResolvePicture(TextView path) const {
   if (!path.empty() && path.front() == u'/') {
     fs::path onHost = HostName(path);

@@ -23,6 +23,10 @@ public:
   // with '\', else relative to the folder the program was started in.
   std::filesystem::path ResolveTyped(TextView path) const;
 
+  // A path that was stored: as ResolveTyped for '/', everything else lies below the root. In which folder the
+  // program was started says nothing about it.
+  std::filesystem::path ResolveStored(TextView path) const;
+
   // A picture path out of a text or an option that a person typed: as ResolveTyped for '/', falling back to
   // the device when the host has no such file; everything else is a device path.
   std::filesystem::path ResolvePicture(TextView path) const;

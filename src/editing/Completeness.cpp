@@ -5,7 +5,7 @@
 
 namespace inspector::editing {
 
-std::optional<bool> IsComplete(data::Databases& databases, std::int32_t categoryID) {
+std::optional<int> UnratedSteps(data::Databases& databases, std::int32_t categoryID) {
   data::StepTable steps(databases);
   const Text& table = steps.TableName();
   steps.OpenSQL(device::Format(
@@ -13,7 +13,12 @@ std::optional<bool> IsComplete(data::Databases& databases, std::int32_t category
       u"((%s.InspectResult)<\" \") )AND ((Category.CategoryID)=%d)) ORDER BY StepNumber;",
       table, table, table, table, categoryID));
   if (steps.Failed()) return std::nullopt;
-  return steps.RecordCount() == 0;
+  return steps.RecordCount();
+}
+
+std::optional<bool> IsComplete(data::Databases& databases, std::int32_t categoryID) {
+  const std::optional<int> unrated = UnratedSteps(databases, categoryID);
+  return unrated ? std::optional(*unrated == 0) : std::nullopt;
 }
 
 bool RecomputeComplete(data::Databases& databases, std::int32_t categoryID) {

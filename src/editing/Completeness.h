@@ -10,6 +10,9 @@ namespace inspector::editing {
 
 using device::Text;
 
+// How many steps of the category lack a result. Nothing when they could not be read.
+std::optional<int> UnratedSteps(data::Databases& databases, std::int32_t categoryID);
+
 // True when no step of the category lacks a result; so is a category without steps. Nothing when the steps
 // could not be read: a question without an answer never completes a category.
 std::optional<bool> IsComplete(data::Databases& databases, std::int32_t categoryID);

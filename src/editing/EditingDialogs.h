@@ -1,6 +1,7 @@
 // What the editing screens ask that is richer than a message box or a line of text, and the sheets they open.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "device/Text.h"
@@ -8,6 +9,7 @@
 namespace inspector::editing {
 
 using device::Text;
+using device::TextView;
 
 // The screens bring dialogs, the tests scripted answers. Nothing and false stand for Cancel.
 class EditingDialogs {
@@ -22,9 +24,9 @@ public:
   };
   virtual std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) = 0;
 
-  // Opens "Step Properties" on a row of the document's steps, with the page that stands at `tab` among those
-  // the step has. True when it was closed with OK; what was entered is kept in either case.
-  virtual bool OpenStepProperties(int stepRow, int tab) = 0;
+  // Opens "Step Properties" on a step, with the page that stands at `tab` among those the step has. True when
+  // it was closed with OK; what was entered is kept in either case.
+  virtual bool OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, int tab) = 0;
 
   // The editor of picker lists, with this list chosen.
   virtual void OpenPickerEditor(const Text& pickerName) = 0;

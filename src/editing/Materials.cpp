@@ -1,7 +1,10 @@
 #include "editing/Materials.h"
 
+#include <algorithm>
+
 #include "data/MaterialTemplateTable.h"
 #include "device/Format.h"
+#include "editing/Placeholders.h"
 
 namespace inspector::editing {
 namespace {
@@ -19,10 +22,31 @@ void RestoreFreeEntry(MaterialBox& box, TextView stored) {
   box.ticked = true;
 }
 
+bool IsFreePiece(TextView piece) {
+  return piece.starts_with(kFree) || piece.starts_with(kFreeLowerCase);
+}
+
+// A material with placeholders is stored with what they were filled with. A piece that belongs to another box
+// is none of it.
+void RestoreFilled(std::vector<MaterialBox>& boxes, TextView stored) {
+  for (MaterialBox& box : boxes) {
+    if (box.ticked || !FindPlaceholder(box.offered)) continue;
+    for (const Text& piece : device::Split(stored, u';')) {
+      const auto owns = [&piece](const MaterialBox& each) { return each.ticked && each.caption == piece; };
+      if (piece.empty() || IsFreePiece(piece) || std::any_of(boxes.begin(), boxes.end(), owns) ||
+          !IsFilledFrom(piece, box.offered))
+        continue;
+      box.caption = piece;
+      box.ticked = true;
+      break;
+    }
+  }
+}
+
 }  // namespace
 
 bool MaterialBox::IsFree() const {
-  return caption.starts_with(kFree) || caption.starts_with(kFreeLowerCase);
+  return IsFreePiece(caption);
 }
 
 Text MaterialsForDisplay(TextView stored) {
@@ -47,7 +71,7 @@ MaterialBoxes::MaterialBoxes(data::Databases& databases, std::int32_t stepTempla
     }
     MaterialBox box;
     box.materialID = materials.m_ID;
-    box.caption = materials.m_Material;
+    box.caption = box.offered = materials.m_Material;
     box.hasComments = materials.m_CommentsExist != 0;
     if (box.caption == kFree || box.caption == kFreeLowerCase)
       RestoreFreeEntry(box, stored);
@@ -55,6 +79,17 @@ MaterialBoxes::MaterialBoxes(data::Databases& databases, std::int32_t stepTempla
       box.ticked = device::Contains(stored, box.caption + u";");
     m_Boxes.push_back(std::move(box));
   }
+  RestoreFilled(m_Boxes, stored);
+}
+
+void MaterialBoxes::Tick(std::size_t box, bool ticked) {
+  m_Boxes[box].ticked = ticked;
+  if (!ticked && FindPlaceholder(m_Boxes[box].offered)) m_Boxes[box].caption = m_Boxes[box].offered;
+}
+
+void MaterialBoxes::TickFilled(std::size_t box, TextView filled) {
+  m_Boxes[box].caption = Text(filled);
+  m_Boxes[box].ticked = true;
 }
 
 void MaterialBoxes::TickFree(std::size_t box, TextView words) {

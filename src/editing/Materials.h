@@ -20,6 +20,7 @@ Text MaterialsForDisplay(TextView stored);
 struct MaterialBox {
   std::int32_t materialID = 0;
   Text caption;  // the material, or "Other:" with the inspector's words once ticked
+  Text offered;  // the caption of the template: "Other:", or a text with placeholders
   bool ticked = false;
   bool hasComments = false;
 
@@ -34,9 +35,11 @@ public:
   // Not all boxes could be read. Stored() would then lose what the missing ones held.
   bool Failed() const { return m_Failed; }
   const std::vector<MaterialBox>& Boxes() const { return m_Boxes; }
-  void Tick(std::size_t box, bool ticked) { m_Boxes[box].ticked = ticked; }
+  void Tick(std::size_t box, bool ticked);
   // The free box takes the words and is ticked.
   void TickFree(std::size_t box, TextView words);
+  // A material with placeholders, ticked once they are filled. Unticking brings them back.
+  void TickFilled(std::size_t box, TextView filled);
   Text Stored() const;
 
 private:

@@ -32,14 +32,20 @@ RatingFlags::Pairs RatingFlags::Load(TextView query) {
   std::multimap<std::int32_t, Text> typeNames;
   data::RatingTypeTable types(databases);
   types.Open();
-  for (int n = 0; n < types.RecordCount(); ++n)
+  m_Failed = m_Failed || types.Failed();
+  for (int n = 0; n < types.RecordCount(); ++n) {
     if (types.GetRecord(n)) typeNames.emplace(types.m_ID, types.m_RatingType);
+    m_Failed = m_Failed || types.Failed();
+  }
 
   Pairs pairs;
   data::RatingChoicesTable choices(databases);
   choices.OpenSQL(query);
+  m_Failed = m_Failed || choices.Failed();
   for (int n = 0; n < choices.RecordCount(); ++n) {
-    if (!choices.GetRecord(n)) continue;
+    const bool isRead = choices.GetRecord(n);
+    m_Failed = m_Failed || choices.Failed();
+    if (!isRead) continue;
     const auto [first, last] = typeNames.equal_range(choices.m_RatingTypeID);
     for (auto name = first; name != last; ++name) pairs.emplace(name->second, choices.m_ChoiceName);
   }

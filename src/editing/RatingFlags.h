@@ -22,6 +22,9 @@ public:
   bool IsRed(TextView ratingType, TextView choice);
   bool IsSummary(TextView ratingType, TextView choice);
 
+  // A list could not be read, a missing table included: what the lookups answered is then not known.
+  bool Failed() const { return m_Failed; }
+
 private:
   using Pairs = std::set<std::pair<Text, Text>>;
 
@@ -32,6 +35,7 @@ private:
   std::optional<Pairs> m_Bold;
   std::optional<Pairs> m_Red;
   std::optional<Pairs> m_Summary;
+  bool m_Failed = false;
 };
 
 }  // namespace inspector::editing

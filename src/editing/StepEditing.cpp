@@ -10,7 +10,7 @@
 namespace inspector::editing {
 namespace {
 
-constexpr TextView kFreeMarker = u"Other:";
+constexpr TextView kFreeMarkers[] = {u"Other:", u"other:"};
 
 bool IsBlank(TextView text) {
   return text.find_first_not_of(u' ') == TextView::npos;
@@ -85,7 +85,11 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
   if (box) {
     boxes.Tick(*box, true);
   } else {
-    if (entered.starts_with(kFreeMarker)) entered.erase(0, kFreeMarker.size());
+    for (const TextView marker : kFreeMarkers) {
+      if (!entered.starts_with(marker)) continue;
+      entered.erase(0, marker.size());
+      break;
+    }
     box = find([](const MaterialBox& each) { return each.IsFree(); });
     if (!box || IsBlank(entered) || entered.find(u';') != Text::npos) return Result::NotOffered;
     boxes.TickFree(*box, entered);

@@ -2,6 +2,8 @@
 
 #include <toml++/toml.h>
 
+#include <algorithm>
+
 #include "data/FieldTable.h"
 #include "data/OptionFields.h"
 #include "data/StartUp.h"
@@ -45,11 +47,24 @@ bool ForEachText(const toml::table& parent, std::string_view key, Visit visit) {
 }
 
 bool IsUntouched(const data::InspectionTable& row) {
-  return row.m_InspectionTypeID == -1 && row.m_ClientName.empty() && row.m_DwellingAddress.empty() &&
-         row.m_InspectionNum.empty() && row.m_DocType.empty();
+  const auto fields = inspection::HeaderFields();
+  return row.m_InspectionTypeID == -1 && row.m_DocType.empty() &&
+         std::all_of(fields.begin(), fields.end(), [&row](const inspection::HeaderField& field) {
+           return !field.text || (row.*field.text).empty();
+         });
 }
 
 }  // namespace
+
+bool IsUnused(data::Databases& databases) {
+  data::InspectionTable rows(databases);
+  const data::ReadScope reading(databases.Inspection());
+  rows.Open();
+  if (rows.Failed()) return false;
+  for (int n = 0; n < rows.RecordCount(); ++n)
+    if (!rows.GetRecord(n) || !IsUntouched(rows)) return false;
+  return true;
+}
 
 struct VisitScript::Content {
   toml::table table;
@@ -110,9 +125,7 @@ bool VisitScript::CopyFiles(const device::Machine& machine, Text& problem) const
   });
 }
 
-bool VisitScript::SetUpDevice(inspection::CInspectorDoc& document, Text& problem) const {
-  if (document.Inspection().RecordCount() != 1 || !IsUntouched(document.Inspection())) return true;
-  data::Workspace& workspace = document.GetWorkspace();
+bool VisitScript::SetUpDevice(data::Workspace& workspace, Text& problem) const {
   const toml::table* owner = m_Content->table["owner"].as_table();
   if (owner && !workspace.GetMachine().registry.ReadBinary(Text(data::kOwnerKey), u"Owner")) {
     const device::OwnerRecord record{TextOf(*owner, "name"), TextOf(*owner, "company"),

@@ -12,6 +12,9 @@ namespace inspector::editing {
 using device::Text;
 using device::TextView;
 
+// Every inspection is one that the program made for itself: nobody has entered anything in it.
+bool IsUnused(data::Databases& databases);
+
 // header, owner, options and files; then, per category, fields or steps with rating, materials and comments.
 // docs/sample-visit.md shows the format.
 class VisitScript {
@@ -27,9 +30,9 @@ public:
   // Copies the files to the device, those that are there already stay. Paths are relative to the script.
   bool CopyFiles(const device::Machine& machine, Text& problem) const;
 
-  // Owner record and options, for a device that nobody has worked with: its only inspection is untouched. An
-  // owner or an inspector's entry that is there already stays, and the other options with it.
-  bool SetUpDevice(inspection::CInspectorDoc& document, Text& problem) const;
+  // Owner record and options, for a device that was unused until now. An owner or an inspector's entry that
+  // is there already stays, and the other options with it.
+  bool SetUpDevice(data::Workspace& workspace, Text& problem) const;
 
   // Plays the visit as one transaction: into the current inspection when that is the only one and still
   // untouched, else into a new one. Nothing when something could not be written, or the visit asks for what

@@ -33,7 +33,7 @@ std::span<const HeaderField> HeaderFields() {
 
 const HeaderField* FindHeaderField(TextView name) {
   for (const HeaderField& field : kFields)
-    if (field.name == name) return &field;
+    if (device::EqualIgnoringCase(field.name, name)) return &field;
   return nullptr;
 }
 

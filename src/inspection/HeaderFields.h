@@ -21,6 +21,7 @@ struct HeaderField {
 // number client phone address citystatezip clientaddress clientcitystatezip agent listingagent company date
 // general notes
 std::span<const HeaderField> HeaderFields();
+// Names compare without regard to case. Null when there is no such field.
 const HeaderField* FindHeaderField(TextView name);
 
 // Sets a field from what a person typed. False when a date is none ("2026-05-31 14:05" is one).

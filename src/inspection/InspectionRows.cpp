@@ -28,24 +28,6 @@ struct KeyPair {
   std::int32_t copy = 0;
 };
 
-bool DuplicateFields(data::Databases& databases, data::UniqueIDTable& uniqueIDs, const KeyPair& category) {
-  data::FieldTable fields(databases);
-  fields.OpenSQL(
-      Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), category.source, fields.TableName()));
-  const int count = fields.RecordCount();
-  data::KeyRange keys = uniqueIDs.TakeIDs(u"Field", count);
-  for (int n = 0; n < count; ++n) {
-    if (!fields.GetRecord(n)) return false;
-    data::FieldTable copy(databases);
-    copy.PrepareNew();
-    data::CopyColumns(fields, copy);
-    copy.m_ID = keys.Next();
-    copy.m_CategoryID = category.copy;
-    if (!copy.Write()) return false;
-  }
-  return !fields.Failed();
-}
-
 }  // namespace
 
 bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
@@ -77,6 +59,25 @@ bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
   return !categories.Failed();
 }
 
+bool DuplicateFields(data::Databases& databases, std::int32_t sourceCategory, std::int32_t targetCategory) {
+  data::FieldTable fields(databases);
+  fields.OpenSQL(
+      Format(kFieldsOfCategory, fields.TableName(), fields.TableName(), sourceCategory, fields.TableName()));
+  const int count = fields.RecordCount();
+  data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
+  data::KeyRange keys = uniqueIDs.TakeIDs(u"Field", count);
+  for (int n = 0; n < count; ++n) {
+    if (!fields.GetRecord(n)) return false;
+    data::FieldTable copy(databases);
+    copy.PrepareNew();
+    data::CopyColumns(fields, copy);
+    copy.m_ID = keys.Next();
+    copy.m_CategoryID = targetCategory;
+    if (!copy.Write()) return false;
+  }
+  return !fields.Failed();
+}
+
 bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
                              device::Prompts& prompts) {
   data::CategoryTable categories(databases);
@@ -102,7 +103,8 @@ bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, st
     categoryCopy.m_CategoryID = categoryKeys.Next();
     categoryCopy.m_InspectionID = target;
     pairs.push_back({categories.m_CategoryID, categoryCopy.m_CategoryID});
-    if (!categoryCopy.Write() || !DuplicateFields(databases, uniqueIDs, pairs.back())) return false;
+    if (!categoryCopy.Write() || !DuplicateFields(databases, pairs.back().source, pairs.back().copy))
+      return false;
     progress->SetPosition(i);
   }
 

@@ -14,6 +14,9 @@ using device::TextView;
 bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
                           device::ProgressWindow* progress);
 
+// Copies the fields of one form category to another one.
+bool DuplicateFields(data::Databases& databases, std::int32_t sourceCategory, std::int32_t targetCategory);
+
 // Copies the categories, fields and steps of one inspection to another one that has none.
 bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
                              device::Prompts& prompts);

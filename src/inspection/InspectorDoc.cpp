@@ -59,6 +59,7 @@ bool CInspectorDoc::ReopenAt(std::int32_t inspectionID) {
 bool CInspectorDoc::SetCurrentInspection(int row) {
   FinishDocTypeChange();
   m_CurrentCategory = 0;
+  m_CategoryTopIndex = 0;
   m_CurrentRow = row;
   const bool found = m_Inspection.GetRecord(row);
   LoadCategories();  // of no inspection: those of a deleted one must not stay
@@ -150,7 +151,7 @@ void CInspectorDoc::ChangeDocType(TextView newType) {
   m_Worker = std::thread(&CInspectorDoc::RunWorker, this, Text(newType), std::move(state));
 }
 
-void CInspectorDoc::RunWorker(Text newType, DocTypeState state) {
+void CInspectorDoc::RunWorker(const Text& newType, DocTypeState state) {
   device::LowerThreadPriority();
   const std::lock_guard lock(m_ChangeDocTypeMutex);
   const std::unique_ptr<data::Databases> databases = m_Workspace.MakeDatabases();

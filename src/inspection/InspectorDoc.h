@@ -51,6 +51,9 @@ public:
   int CurrentCategory() const { return m_CurrentCategory; }
   // Reads row n of the categories. "No Category records in current selection." when there is none.
   bool SetCurrentCategory(int row);
+  // The topmost row of the category list when a category was last opened; 0 for another inspection.
+  int CategoryTopIndex() const { return m_CategoryTopIndex; }
+  void SetCategoryTopIndex(int row) { m_CategoryTopIndex = row; }
 
   // Asks, then creates an empty inspection and makes it current.
   std::optional<std::int32_t> NewInspection();
@@ -81,7 +84,7 @@ private:
   bool DeleteCurrentWhole();
   bool ReplaceAllByOne();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
-  void RunWorker(Text newType, DocTypeState state);
+  void RunWorker(const Text& newType, DocTypeState state);
 
   data::Workspace& m_Workspace;
   data::InspectionTable m_Inspection;
@@ -89,6 +92,7 @@ private:
   data::StepTable m_Steps;
   int m_CurrentRow = 0;
   int m_CurrentCategory = 0;
+  int m_CategoryTopIndex = 0;
   bool m_IsOpen = false;
 
   std::mutex m_ChangeDocTypeMutex;

@@ -112,9 +112,16 @@ Text ExportLibrary(data::Workspace& workspace, const std::filesystem::path& fold
   {
     const data::ReadScope reading(connection);
     for (const data::TableLayout* table : LibraryTables()) {
-      if (!data::ReadRawRows(connection, *table, content[table])) {
+      Text misfit;
+      if (!data::ReadRawRows(connection, *table, content[table], &misfit)) {
         return Format(u"The library in the database %s cannot be read. Nothing was written.",
                       FromUtf8(connection.File().string()));
+      }
+      if (!misfit.empty()) {
+        return Format(
+            u"The database %s holds a value that a library cannot hold (%s). Nothing was written. Correct "
+            u"the value there.",
+            FromUtf8(connection.File().string()), misfit);
       }
     }
   }

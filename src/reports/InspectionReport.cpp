@@ -39,7 +39,7 @@ ReportOutcome WriteInspectionReport(data::Workspace& workspace, const ReportRequ
     case CollectResult::Failed:
       device::ShowError(prompts,
                         device::Format(u"The inspection %d could not be read whole, so no report was made. "
-                                       u"Check its database and try again.",
+                                       u"Check the databases and try again.",
                                        request.inspectionID));
       return {};
     case CollectResult::NoSuchInspection:

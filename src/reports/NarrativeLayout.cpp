@@ -1,6 +1,6 @@
 #include "reports/NarrativeLayout.h"
 
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 namespace inspector::reports {
 
@@ -14,7 +14,7 @@ void NarrativeLayout::WriteCategory(RtfWriter& writer, const RowStyle&, const Re
   }
   writer.WriteSectionTitle(category.title);
   writer.Write("\\par\\par \\pard ");
-  writer.WriteEscaped(StripTags(narrative));
+  writer.WriteEscaped(editing::StripTags(narrative));
   writer.Write("\\par\\par ");
   writer.WriteTagPictures(narrative);
 }

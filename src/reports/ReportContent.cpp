@@ -72,7 +72,7 @@ public:
       category.isSkipped = table.m_NotPresentFlag != 0 || IsDeselected(category.title);
       if (!category.isSkipped && !ReadSteps(table.m_CategoryID, category.steps)) return false;
     }
-    return true;
+    return !m_Flags.Failed();
   }
 
 private:

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "device/Format.h"
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 namespace inspector::reports {
 namespace {
@@ -20,31 +20,16 @@ ReportPictures::ReportPictures(const device::Machine& machine, Text cardFolder, 
     : m_Machine(machine), m_Card(machine.files, machine.paths, std::move(cardFolder)), m_Included(included) {}
 
 std::vector<TagPicture> ReportPictures::OfText(TextView text) {
-  std::vector<TagPicture> pictures;
-  for (Text& tag : DistinctTags(text)) pictures.push_back(Resolve(std::move(tag)));
+  std::vector<TagPicture> pictures = editing::PicturesOf(text, m_Card);
+  for (const TagPicture& picture : pictures)
+    if (editing::ClassifyTag(picture.tag) == editing::kError)
+      device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
   return pictures;
-}
-
-TagPicture ReportPictures::Resolve(Text tag) {
-  TagPicture picture;
-  const TextView kind = ClassifyTag(tag);
-  if (kind == kKnownPicture) {
-    picture.path = GetKnownPicturePath(tag, m_Card.Folder());
-    picture.scaling = GetTagScaling(tag);
-  } else if (kind == kGenericPicture) {
-    const GenericPicture generic = ReadGenericPicture(tag);
-    picture.path = m_Card.Find(generic.number);
-    picture.scaling = generic.scaling;
-  } else {
-    device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
-  }
-  picture.tag = std::move(tag);
-  return picture;
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
   // A file may well be called ERROR, but it is not what a tag asked for.
-  if (!m_Included || path.empty() || path == kError) return nullptr;
+  if (!m_Included || path.empty() || path == editing::kError) return nullptr;
   auto file = m_Machine.files.OpenForReading(m_Machine.paths.ResolvePicture(path));
   if (file == nullptr || !file->Size()) return nullptr;
   return file;
@@ -63,8 +48,8 @@ Text ReportPictures::HousePhotoPath(TextView documentNumber) {
 }
 
 void ReportPictures::NoteMissing(const TagPicture& picture) {
-  if (!m_Included || ClassifyTag(picture.tag) == kError) return;
-  if (picture.path.empty() || picture.path == kError) {
+  if (!m_Included || editing::ClassifyTag(picture.tag) == editing::kError) return;
+  if (picture.path.empty() || picture.path == editing::kError) {
     Note(device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.",
                         picture.tag, m_Card.Folder()));
   } else {

@@ -5,15 +5,13 @@
 #include <vector>
 
 #include "device/Machine.h"
-#include "reports/CardPictures.h"
+#include "editing/TagPictures.h"
 
 namespace inspector::reports {
 
-struct TagPicture {
-  Text tag;
-  Text path;  // empty for a tag of no known kind, "ERROR" for a number that the card does not have
-  int scaling = 100;
-};
+using device::Text;
+using device::TextView;
+using editing::TagPicture;
 
 // Made for one report, so that a number means the same picture from its first page to its last.
 class ReportPictures {
@@ -38,11 +36,10 @@ public:
   const std::vector<Text>& Notes() const { return m_Notes; }
 
 private:
-  TagPicture Resolve(Text tag);
   void Note(Text note);
 
   const device::Machine m_Machine;
-  CardPictures m_Card;
+  editing::CardPictures m_Card;
   bool m_Included;
   std::vector<Text> m_Notes;
 };

@@ -1,5 +1,8 @@
 #include "reports/ReportRun.h"
 
+#include <cerrno>
+#include <system_error>
+
 #include "device/Format.h"
 
 namespace inspector::reports {
@@ -16,12 +19,21 @@ bool IsFirstOfPair(char16_t unit) {
   return (unit & 0xFC00) == 0xD800;
 }
 
+bool IsFolder(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::path name = path.filename();
+  return name.empty() || name == "." || name == ".." || std::filesystem::is_directory(path, error);
+}
+
 Text DescribeFailure(const std::filesystem::path& file, const std::string& error) {
+  const bool isFull =
+      error == std::generic_category().message(ENOSPC) || error == std::generic_category().message(EDQUOT);
+  const TextView advice = IsFolder(file) ? u"Give the file a name in that folder"
+                          : isFull       ? u"Free some space on the disk or choose another folder"
+                                         : u"Choose another place";
   return device::Format(
-      u"The report %s could not be written%s%s. Free some space on the disk or choose another folder, and "
-      u"make it "
-      u"again. Nothing was left half-written.",
-      device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error));
+      u"The report %s could not be written%s%s. %s, and make it again. Nothing was left half-written.",
+      device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error), advice);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "reports/RowLayouts.h"
 
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 namespace inspector::reports {
 
@@ -29,7 +29,7 @@ void FourColumnLayout::WriteStep(RtfWriter& writer, const RowStyle& style, const
   BeginRatingLook(writer, step);
   WriteRating(writer, style, step.rating);
   EndCell(writer, style, "\\cell\\ql ");
-  writer.WriteEscaped(StripTags(step.comments));
+  writer.WriteEscaped(editing::StripTags(step.comments));
   EndRatingLook(writer, step, "\\b0");
   EndCell(writer, style, "\\cell\\row");
   WriteRowPictures(writer, step);
@@ -74,12 +74,12 @@ void OneColumnLayout::WriteStep(RtfWriter& writer, const RowStyle& style, const 
     writer.WriteEscaped(step.rating);
     writer.Write("\\i0 \\par ");
   }
-  for (const Text& piece : {step.materials, StripTags(step.comments)}) {
+  for (const Text& piece : {step.materials, editing::StripTags(step.comments)}) {
     if (piece.empty()) continue;
     writer.WriteEscaped(piece);
     writer.Write("\\par ");
   }
-  if (!FindFirstTag(step.comments).empty()) {
+  if (!editing::FindFirstTag(step.comments).empty()) {
     writer.WriteTagPictures(step.comments);
     writer.Write("\\par ");
   }

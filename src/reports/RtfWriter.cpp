@@ -45,7 +45,7 @@ void EncodeHex(const char* __restrict bytes, std::size_t size, char* __restrict 
 
 // Toward zero; what is no number, or out of range, comes from a damaged row.
 std::int32_t WholeTwips(double twips) {
-  constexpr double kFarthest = std::numeric_limits<std::int32_t>::max() / 2;
+  constexpr double kFarthest = std::numeric_limits<std::int32_t>::max() / 2.0;
   if (std::isnan(twips)) return 0;
   return static_cast<std::int32_t>(std::clamp(twips, -kFarthest, kFarthest));
 }

@@ -1,6 +1,6 @@
 #include "reports/StepRows.h"
 
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 namespace inspector::reports {
 namespace {
@@ -40,7 +40,7 @@ void WriteRating(RtfWriter& writer, const RowStyle& style, TextView rating) {
 }
 
 void WriteMaterialsAndComments(RtfWriter& writer, const ReportStep& step) {
-  const Text words = StripTags(step.comments);
+  const Text words = editing::StripTags(step.comments);
   writer.WriteEscaped(step.materials);
   if (!step.materials.empty() && !words.empty()) writer.Write("  ");
   writer.WriteEscaped(words);
@@ -54,7 +54,7 @@ void WriteFinding(RtfWriter& writer, const RowStyle& style, const ReportStep& st
 }
 
 void WriteRowPictures(RtfWriter& writer, const ReportStep& step) {
-  if (FindFirstTag(step.comments).empty()) return;
+  if (editing::FindFirstTag(step.comments).empty()) return;
   writer.Write("\\pard");
   writer.WriteTagPictures(step.comments);
   writer.Write("\\par");

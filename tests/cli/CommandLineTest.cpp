@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "CommandLineFixture.h"
 #include "cli/Command.h"
 
@@ -9,55 +11,43 @@ using ::testing::HasSubstr;
 class WordsTest : public tests::CommandLineTest {};
 
 TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
-  for (const std::vector<std::string>& words : {std::vector<std::string>{},
-                                                {"walk"},
-                                                {"list", "extra"},
-                                                {"list", "--walk"},
-                                                {"--walk", "list"},
-                                                {"delete"},
-                                                {"delete", "one"},
-                                                {"categories", "0x3E8"},
-                                                {"categories", "+1000"},
-                                                {"--home"},
-                                                {"--home", ""},
-                                                {"options", "Walk=1"},
-                                                {"owner", "colour=red"},
-                                                {"library", "burn", "/"}}) {
+  for (const std::string typed :
+       {"", "walk", "list extra", "list --walk", "--walk list", "delete", "delete one", "categories 0x3E8",
+        "categories +1000", "--home", "options Walk=1", "owner colour=red", "library burn /"}) {
+    std::istringstream in(typed);
+    const std::vector<std::string> words(std::istream_iterator<std::string>(in), {});
     const tests::CliRun run = Cli(words);
-    EXPECT_EQ(run.exit, 2) << ::testing::PrintToString(words);
+    EXPECT_EQ(run.exit, 2) << typed;
     EXPECT_EQ(run.out, "");
     EXPECT_NE(run.err, "");
   }
+  EXPECT_EQ(Cli({"--home", ""}).exit, 2);
 }
 
-TEST_F(WordsTest, HelpIsEverywhere) {
-  const tests::CliRun help = tests::RunWords({"--help"});
-  EXPECT_EQ(help.exit, 0);
-  for (const Command& command : AllCommands()) {
-    EXPECT_THAT(help.out, HasSubstr(command.name));
-    const tests::CliRun own = tests::RunWords({command.name, "--help"});
-    EXPECT_EQ(own.exit, 0) << command.name;
-    EXPECT_THAT(own.out, HasSubstr(command.summary));
-    for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
-    for (const CommandOption& option : command.options) EXPECT_THAT(own.out, HasSubstr(option.name));
-  }
-  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
-}
-
-TEST_F(WordsTest, PagesHoldEveryCommand) {
+TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
+  const std::string help = tests::RunWords({"--help"}).out;
   const std::string man = tests::RunWords({"man"}).out;
   const std::string completion = tests::RunWords({"completion"}).out;
   EXPECT_THAT(man, ::testing::StartsWith(".TH INSPECTOR\\-CLI 1\n"));
   for (const Command& command : AllCommands()) {
+    const tests::CliRun own = tests::RunWords({command.name, "--help"});
+    EXPECT_EQ(own.exit, 0) << command.name;
     std::string name = command.name;
-    EXPECT_THAT(completion, HasSubstr("    " + name + ") COMPREPLY=")) << name;
+    EXPECT_THAT(help, HasSubstr(name));
+    EXPECT_THAT(own.out, HasSubstr(command.summary));
+    EXPECT_THAT(completion, HasSubstr("    " + name + ":*) COMPREPLY="));
     if (const auto hyphen = name.find('-'); hyphen != std::string::npos) name.insert(hyphen, "\\");
-    EXPECT_THAT(man, HasSubstr("\n.B " + name)) << name;
+    EXPECT_THAT(man, HasSubstr("\n.B " + name));
+    for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
     for (const CommandOption& option : command.options) {
+      EXPECT_THAT(own.out, HasSubstr(option.name));
       EXPECT_THAT(completion, HasSubstr(" " + option.name));
-      EXPECT_THAT(man, HasSubstr("\\-\\-" + option.name.substr(2)));
+      EXPECT_THAT(
+          man,
+          HasSubstr("\n" + device::ToUtf8(device::ReplaceAll(device::FromUtf8(option.name), u"-", u"\\-"))));
     }
   }
+  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
 }
 
 TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {
@@ -95,8 +85,8 @@ TEST_F(WordsTest, SecondInspectorIsRefused) {
 
 TEST_F(WordsTest, FaultThatWasPassedOverEndsWithOne) {
   m_Device.Open();
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE InspectionType");
-  m_Device.Run(data::DatabaseKind::Template, "CREATE VIEW InspectionType AS SELECT * FROM Gone");
+  m_Device.RunInLibrary("DROP TABLE InspectionType");
+  m_Device.RunInLibrary("CREATE VIEW InspectionType AS SELECT * FROM Gone");
   m_Device.Close();
   const tests::CliRun run = Cli({"types"});
   EXPECT_EQ(run.exit, 1);
@@ -108,8 +98,8 @@ TEST_F(WordsTest, NothingFailsWithoutAWord) {
   Out({"new", "--type", "House"});
   Out({"steps", "1000"});
   m_Device.Open();
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE RatingChoices");
-  m_Device.Run(data::DatabaseKind::Template, "DROP TABLE CategoryStep");
+  m_Device.RunInLibrary("DROP TABLE RatingChoices");
+  m_Device.RunInLibrary("DROP TABLE CategoryStep");
   m_Device.Close();
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"rate", "1000", "Good"}, {"steps", "1001"}, {"defaults", "1001", "--yes"}}) {
@@ -126,7 +116,49 @@ TEST_F(WordsTest, CheckLooksAtBothDatabases) {
   std::filesystem::resize_file(m_Device.Root() / "My Documents/Inspection_Data.cdb", 8192);
   const tests::CliRun cut = Cli({"check"});
   EXPECT_EQ(cut.exit, 1);
-  EXPECT_THAT(cut.err, HasSubstr("Inspection_Data.cdb is damaged"));
+  EXPECT_THAT(cut.out, HasSubstr("Template_Data.cdb: sound\n"));
+  EXPECT_THAT(cut.out, HasSubstr("Inspection_Data.cdb is damaged: it has been cut short"));
+}
+
+// An older structure is neither asked about nor upgraded, and what is wrong is named one by one.
+TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
+  Out({"new", "--type", "House"});
+  Out({"steps", "1000"});
+  m_Device.Open();
+  for (const std::string damage :
+       {"UPDATE Options SET DataVersion = '4.1'", "ALTER TABLE Pickers RENAME TO Moved",
+        "CREATE VIEW Pickers AS SELECT * FROM Moved"})
+    m_Device.Run(data::DatabaseKind::Template, damage);
+  for (const std::string damage : {"INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL)",
+                                   "INSERT INTO Step (StepID) VALUES (1000), (2000)",
+                                   "UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'",
+                                   "DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'"})
+    m_Device.Run(data::DatabaseKind::Inspection, damage);
+  m_Device.Close();
+  const auto contents = [this] {
+    std::map<std::string, std::string> files;
+    for (const auto& file : std::filesystem::directory_iterator(m_Device.Root() / "My Documents"))
+      files[file.path().filename()] = tests::ContentOf(file.path());
+    return files;
+  };
+  const auto before = contents();
+  const tests::CliRun run = Cli({"check", "--yes"});
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_EQ(run.err, "");
+  const std::string folder = m_Device.Root() / "My Documents/";
+  EXPECT_EQ(run.out,
+            folder +
+                "Template_Data.cdb: faulty\n"
+                "  a view in place of the table: Pickers\n"
+                "  DataVersion is 4.1, not 5.0\n" +
+                folder +
+                "Inspection_Data.cdb: faulty\n"
+                "  repeated key in table: Inspection, InspectionID 1001 stands in 2 rows\n"
+                "  repeated key in table: Step, StepID 1000 stands in 2 rows\n"
+                "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
+                "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
+                "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n");
+  EXPECT_EQ(contents(), before);
 }
 
 }  // namespace

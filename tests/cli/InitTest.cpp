@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "CommandLineFixture.h"
+#include "support/Shell.h"
 
 namespace inspector::cli {
 namespace {
@@ -54,6 +55,11 @@ TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
   EXPECT_EQ(Json({"list"})[0]["id"], 1000);
   EXPECT_EQ(Cli({"new"}).out, "1001\n");
   EXPECT_EQ(Json({"types"}).size(), 4U);
+  // The options of the library, not those that a new database begins with.
+  EXPECT_EQ(Cli({"options", "ReportFontName", "BlankLineBetweenComments", "DefaultPictCardPath"}).out,
+            "ReportFontName=Arial\nBlankLineBetweenComments=TRUE\nDefaultPictCardPath=\\Storage Card\\\n");
+  for (const std::string name : {"FinePrint", "DefinitionOfTerms", "FooterText", "SummaryDisclaimer"})
+    EXPECT_NE(Cli({"options", name}).out, name + "=\n");
   EXPECT_EQ(Cli({"options", "ReportFontName=Times New Roman"}).exit, 0);
 
   const auto before = Files();
@@ -93,49 +99,38 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
   ASSERT_EQ(inspections.size(), 1U) << "the first, empty inspection was taken";
   EXPECT_NE(inspections[0]["client"], "");
 
-  int rated = 0;
-  int comments = 0;
-  int others = 0;
-  int tags = 0;
-  for (const json& category : Json({"categories", "1000"})) {
-    EXPECT_NE(category["status"], "Incomplete") << category["title"];
-    int ratedHere = 0;
-    const json steps = Json({"steps", std::to_string(category["id"].get<int>())});
-    for (const json& step : steps) {
-      ratedHere += step["rating"] != "" ? 1 : 0;
-      comments += step["comments"] != "" ? 1 : 0;
-      const std::string materials = step["materials"];
-      others += materials.find("Other:") != std::string::npos ? 1 : 0;
-      const std::string text = step["comments"];
-      tags += text.find("***") != std::string::npos ? 1 : 0;
-      EXPECT_EQ(text.find('^'), std::string::npos) << "a gap that nobody filled: " << text;
-    }
-    if (category["status"] != "Not Present") {
-      EXPECT_EQ(ratedHere, static_cast<int>(steps.size())) << category["title"];
-    }
-    rated += ratedHere;
-  }
-  EXPECT_GE(rated, 100);
-  EXPECT_GE(comments, 60);
-  EXPECT_GE(others, 1);
-  EXPECT_GE(tags, 8);
+  tests::Shell visits(Home() / "My Documents/Inspection_Data.cdb");
+  EXPECT_EQ(
+      visits.Ask("SELECT sum(InspectResult > '') >= 100, sum(Comments > '') >= 60, sum(instr(Materials, "
+                 "'Other:') > 0) >= 1, sum(instr(Comments, '***') > 0) >= 8 FROM Step"),
+      "1|1|1|1");
+  EXPECT_EQ(visits.Ask("SELECT Comments FROM Step WHERE instr(Comments, '^')"), "")
+      << "a gap that nobody filled";
+  EXPECT_EQ(visits.Ask("SELECT CategoryTitle FROM Category WHERE NOT CompleteFlag AND NOT NotPresentFlag"),
+            "");
+  EXPECT_EQ(visits.Ask("SELECT StepTitle FROM Step JOIN Category USING (CategoryID) WHERE NOT NotPresentFlag "
+                       "AND ifnull(InspectResult, '') = ''"),
+            "");
   EXPECT_NE(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"report", "1000", "--layout", "4 Column", "--out", m_Folder / "visit.rtf"}).exit, 0);
+  EXPECT_THAT(tests::ContentOf(m_Folder / "visit.rtf"), HasSubstr("describes the condition of the visible"));
 
   int photographs = 0;
   for (const auto& [name, content] : Files()) {
     if (!name.ends_with(".jpg") || name.find("Storage Card") == std::string::npos) continue;
-    // A JPEG's frame header (FF C0 to FF C2): height and width, two bytes each, behind length and precision.
-    for (std::size_t at = 2; at + 9 < content.size();) {
-      const auto byte = [&](std::size_t offset) { return static_cast<unsigned char>(content[at + offset]); };
-      ASSERT_EQ(byte(0), 0xFF) << name;
-      if (byte(1) >= 0xC0 && byte(1) <= 0xC2) {
-        EXPECT_GE(byte(5) << 8 | byte(6), 768) << name;
-        EXPECT_GE(byte(7) << 8 | byte(8), 1024) << name;
-        ++photographs;
-        break;
-      }
-      at += 2 + static_cast<std::size_t>(byte(2) << 8 | byte(3));
-    }
+    // A JPEG's frame header (FF C0 to FF C2) has height and width, two bytes each, behind length and
+    // precision.
+    std::size_t at = std::string::npos;
+    for (const char kind : {'\xC0', '\xC1', '\xC2'})
+      at = std::min(at, content.find({'\xFF', kind, '\0', '\x11'}));
+    ASSERT_NE(at, std::string::npos) << name;
+    const auto number = [&](std::size_t offset) {
+      return static_cast<unsigned char>(content[at + offset]) << 8 |
+             static_cast<unsigned char>(content[at + offset + 1]);
+    };
+    EXPECT_GE(number(5), 768) << name;
+    EXPECT_GE(number(7), 1024) << name;
+    ++photographs;
   }
   EXPECT_GE(photographs, 12);
 
@@ -158,6 +153,36 @@ TEST_F(InitTest, SampleVisitLeavesTheWorkOfOthersAlone) {
   EXPECT_EQ(Json({"list"})[0]["type"], "");
   EXPECT_EQ(Cli({"owner", "name"}).out, "name=A real inspector\n");
   EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=A real inspector; 7\n");
+}
+
+// What ./run asks for, also on a device that was left half-way or only looked at.
+TEST_F(InitTest, SampleVisitIfUnusedIsForNobodysDevice) {
+  ASSERT_EQ(Cli({"list"}).exit, 1) << "leaves a registry and no databases";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  ASSERT_EQ(Cli({"set", "1000", "notes=Ask about the roof."}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  ASSERT_EQ(Cli({"set", "1000", "notes="}).exit, 0);
+  EXPECT_THAT(Cli({"init", "--sample-if-unused"}).out, HasSubstr("inspection 1000\n"));
+  ASSERT_EQ(Cli({"--yes", "delete", "1000"}).exit, 0);
+  EXPECT_EQ(Cli({"init", "--sample-if-unused"}).out, "");
+  EXPECT_EQ(Json({"list"})[0]["client"], "") << "deleted stays deleted";
+}
+
+// A library that the visit does not fit: nothing of the sample's may end up on the reports.
+TEST_F(InitTest, SampleVisitThatDoesNotFitLeavesNothing) {
+  const std::string ours = m_Folder / "ours";
+  ASSERT_EQ(Cli({"init"}).exit, 0);
+  std::filesystem::create_directories(ours);
+  std::ofstream(ours + "/types.toml")
+      << "[[InspectionType]]\nID = 1\nInspectionType = \"Full House Inspection\"\n";
+  ASSERT_EQ(Cli({"library", "import", ours}).exit, 0);
+  const tests::CliRun run = Cli({"init", "--sample-if-unused"});
+  EXPECT_EQ(run.exit, 0);
+  EXPECT_NE(run.err, "");
+  EXPECT_EQ(Cli({"init", "--sample"}).exit, 1);
+  EXPECT_EQ(Cli({"owner", "name"}).out, "name=\n");
+  EXPECT_EQ(Cli({"options", "InspectorEntry"}).out, "InspectorEntry=\n");
+  EXPECT_EQ(Json({"list"})[0]["client"], "");
 }
 
 TEST_F(InitTest, LibraryGoesOutAndComesBackTheSame) {

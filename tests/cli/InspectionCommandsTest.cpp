@@ -51,6 +51,8 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out({"list"}),
             "ID    NUMBER  CLIENT            ADDRESS           TYPE\n"
             "1000  7       Élise \"Bo\"\\ Noor  418 Juniper Lane\n");
+  Out({"set", "1000", "CLIENT=" + std::string(56, 'x') + "\U0001F3E0 and sons"});
+  EXPECT_THAT(Out({"list"}), HasSubstr(std::string(56, 'x') + "...")) << "no half of a pair";
   EXPECT_EQ(Out({"categories", "1000", "--json"}), "[]\n");
 }
 
@@ -60,14 +62,10 @@ TEST_F(InspectionCommandsTest, NewPrintsNothingButTheKey) {
   EXPECT_THAT(Outline(1002),
               ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
                           u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
-  m_Device.Open();
-  ASSERT_TRUE(m_Device.Document().SelectInspection(1002));
-  const data::InspectionTable& row = m_Device.Document().Inspection();
-  EXPECT_EQ(row.m_ClientName, u"a=b");
-  EXPECT_EQ(row.m_InspectionNum, u"2");
-  EXPECT_EQ(row.m_DocType, u"House");
-  EXPECT_EQ(row.m_GeneralInformation, u"-Seen from the ground.  Built in 1968.");
-  m_Device.Close();
+  EXPECT_EQ(m_Device.Visits().Ask(
+                "SELECT ClientName, InspectionNum, DocType, GeneralInformation FROM Inspection WHERE "
+                "InspectionID = 1002"),
+            "a=b|2|House|-Seen from the ground.  Built in 1968.");
 
   struct Refused {
     std::vector<std::string> words;
@@ -106,24 +104,16 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
   EXPECT_NE(nothing.err, "");
   EXPECT_EQ(Cli({"set", "4711", "client=New"}).exit, 1);
 
-  m_Device.Open();
-  const data::InspectionTable& row = m_Device.Document().Inspection();
-  const Text joined = row.m_InspectionNum + u"," + row.m_ClientName + u"," + row.m_ClientPhone + u"," +
-                      row.m_DwellingAddress + u"," + row.m_CityStateZip + u"," + row.m_ClientAddress + u"," +
-                      row.m_ClientCityStateZip + u"," + row.m_ClientAgent + u"," + row.m_ListingAgent + u"," +
-                      row.m_RealEstateCompany + u"," + row.m_GeneralInformation + u"," + row.m_PrivateNotes;
-  std::string expected;
-  for (const std::string& name : names) expected += (expected.empty() ? "the " : ",the ") + name;
-  EXPECT_EQ(device::ToUtf8(joined), expected);
-  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
-  m_Device.Close();
-
+  std::string expected = "2026-05-31T14:05:00";
+  for (const std::string& name : names) expected += "|the " + name;
+  EXPECT_EQ(
+      m_Device.Visits().Ask("SELECT InspectionDate, InspectionNum, ClientName, ClientPhone, DwellingAddress, "
+                            "CityStateZip, ClientAddress, ClientCityStateZip, ClientAgent, ListingAgent, "
+                            "RealEstateCompany, GeneralInformation, PrivateNotes FROM Inspection"),
+      expected);
   Out({"set", "1000", "date=", "client=", "phone=-5"});
-  m_Device.Open();
-  EXPECT_TRUE(m_Device.Document().Inspection().m_InspectionDate.IsZero());
-  EXPECT_EQ(m_Device.Document().Inspection().m_ClientName, u"");
-  EXPECT_EQ(m_Device.Document().Inspection().m_ClientPhone, u"-5");
-  m_Device.Close();
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT InspectionDate, ClientName, ClientPhone FROM Inspection"),
+            "NULL||-5");
 }
 
 TEST_F(InspectionCommandsTest, FirstTypeIsTakenWithoutAQuestionTheNextOneAsks) {
@@ -192,12 +182,16 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
        {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
     EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
   EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
+  EXPECT_EQ(Cli({"report", "4711", "--layout", "5 Column"}).exit, 2);
   EXPECT_EQ(Cli({"report", "1001"}).exit, 2);
   EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
   const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
   EXPECT_EQ(nowhere.exit, 1);
   EXPECT_EQ(nowhere.out, "");
   EXPECT_NE(nowhere.err, "");
+  const tests::CliRun folder = Cli({"report", "1001", "--layout", "4 Column", "--out", m_Device.Root()});
+  EXPECT_EQ(folder.exit, 1);
+  EXPECT_THAT(folder.err, HasSubstr("Give the file a name in that folder"));
 }
 
 }  // namespace

@@ -35,8 +35,8 @@ TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {
 }
 
 TEST_F(SettingCommandsTest, WrongOptionsChangeNothing) {
-  for (const std::string wrong :
-       {"Walk=1", "StepSpacing=many", "HideRatings=perhaps", "ColumnWidth1=-1", "Walk"}) {
+  for (const std::string wrong : {"Walk=1", "StepSpacing=many", "HideRatings=perhaps", "ColumnWidth1=-1",
+                                  "Walk", "dataversion=4.0", "OptionsID=7"}) {
     const tests::CliRun run = Cli({"options", "ReportFontName=Wrong", wrong});
     EXPECT_EQ(run.exit, 2) << wrong;
     EXPECT_NE(run.err, "");

@@ -96,13 +96,6 @@ TEST_F(StepCommandsTest, AnyTextIsAText) {
   EXPECT_EQ(Cli({"comment", "99999999999", "one"}).exit, 2);
 }
 
-TEST_F(StepCommandsTest, CommentsAreSeparatedByTheOption) {
-  Out({"options", "BlankLineBetweenComments=TRUE"});
-  Out({"comment", "1000", "One."});
-  Out({"comment", "1000", "Two\nlines."});
-  EXPECT_THAT(Outline(1001), Contains(u"  20.1|Shingles|||One.\r\n\r\nTwo\nlines."));
-}
-
 TEST_F(StepCommandsTest, MaterialMustBeOneOfTheStepsOrFitTheFreeBox) {
   const tests::CliRun commented = Cli({"material", "1000", "Asphalt"});
   EXPECT_EQ(commented.exit, 0);

@@ -74,7 +74,7 @@ TEST_F(StartUpTest, ARegistryThatCannotBeReadEndsTheStart) {
 
 TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
   CreateFresh();
-  std::filesystem::create_symlink(TemplateFile(), m_Folder / "other.cdb");
+  std::filesystem::create_symlink("My Documents/Template_Data.cdb", m_Folder / "other.cdb");
   data::StartUp first = Start();
   ASSERT_EQ(first.result, StartUpResult::Ready);
   EXPECT_EQ(Start().result, StartUpResult::Refused);
@@ -94,8 +94,8 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   const std::string good = [&] {
     Shell other(InspectionFile());
     other.Run(
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) "
-        "INSERT INTO Step (StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 900) INSERT INTO Step "
+        "(StepID, Comments) SELECT i, hex(randomblob(40)) FROM n");
     return ContentOf(InspectionFile());
   }();
   const auto with = [&](std::size_t at, const std::string& bytes) {
@@ -148,14 +148,6 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
 }
 
-TEST_F(StartUpTest, ADatabaseMayLieBehindALink) {
-  CreateFresh();
-  std::filesystem::rename(InspectionFile(), m_Folder / "card.cdb");
-  std::filesystem::create_symlink("../card.cdb", InspectionFile());
-  EXPECT_EQ(Start().result, StartUpResult::Ready);
-  EXPECT_TRUE(m_Prompts.Messages().empty());
-}
-
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
   CreateFresh();
   Shell(InspectionFile())
@@ -168,21 +160,14 @@ TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
   EXPECT_EQ(m_Faults.Count(), 1);
 }
 
-TEST_F(StartUpTest, AProgramThatWritesBesideDoesNotKeepItFromStarting) {
+TEST_F(StartUpTest, ProgramsBesideDoNotKeepItFromStarting) {
   CreateFresh();
-  Shell other(TemplateFile());
-  other.Run("PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; UPDATE Options SET StepSpacing = 1");
+  Shell writer(TemplateFile());
+  writer.Run("PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; UPDATE Options SET StepSpacing = 1");
+  Shell reader(InspectionFile());
+  reader.Run("BEGIN; SELECT count(*) FROM Step");
   EXPECT_EQ(Start().result, StartUpResult::Ready);
-  EXPECT_TRUE(m_Prompts.Messages().empty());
-}
-
-TEST_F(StartUpTest, AProgramThatReadsBesideDoesNotKeepItFromStarting) {
-  CreateFresh();
-  Shell other(InspectionFile());
-  other.Run("BEGIN; SELECT count(*) FROM Step");
-  const data::StartUp start = Start();
-  ASSERT_EQ(start.result, StartUpResult::Ready);
-  other.Run("COMMIT");
+  reader.Run("COMMIT");
   EXPECT_TRUE(m_Prompts.Messages().empty());
 }
 
@@ -237,8 +222,7 @@ TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
     other.Run("DELETE FROM Options; DELETE FROM InspectionType");
     other.Run(
         "INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
-        "ColumnWidth3, "
-        "ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
+        "ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
         std::string(each.stored) + ")");
     if (each.layout)
       other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");

@@ -28,25 +28,6 @@ namespace inspector::tests {
 
 using namespace data;  // every table class
 
-std::string Shell::Try(const std::string& sql) {
-  return sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK
-             ? ""
-             : sqlite3_errmsg(m_Database);
-}
-
-std::string Shell::Ask(const std::string& sql) {
-  std::string result;
-  const auto collect = [](void* out, int count, char** values, char**) {
-    auto& text = *static_cast<std::string*>(out);
-    if (!text.empty()) text += '\n';
-    for (int i = 0; i < count; ++i) text += std::string(i ? "|" : "") + (values[i] ? values[i] : "NULL");
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(m_Database, sql.c_str(), collect, &result, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(m_Database);
-  return result;
-}
-
 void StoreTest::CreateFresh() {
   ASSERT_EQ(CreateFreshDatabase(TemplateFile(), DatabaseKind::Template, m_Faults), u"");
   ASSERT_EQ(CreateFreshDatabase(InspectionFile(), DatabaseKind::Inspection, m_Faults), u"");
@@ -69,74 +50,60 @@ void StoreTest::OpenBoth() {
   ASSERT_TRUE(m_Databases->Template().PrepareForWriting() && m_Databases->Inspection().PrepareForWriting());
 }
 
-std::unique_ptr<TableRecordset> StoreTest::Table(TextView name, DatabaseKind kind) {
-  Databases& databases = *m_Databases;
-  if (name == u"UniqueID") return std::make_unique<UniqueIDTable>(databases, kind);
-  if (name.ends_with(u"Inspection")) return std::make_unique<InspectionTable>(databases, name);
-  if (name == u"Step" || name == u"MERGE_Step") return std::make_unique<StepTable>(databases, name);
-  if (name == u"Field") return std::make_unique<FieldTable>(databases);
-  if (name == u"CategoryComment") return std::make_unique<CategoryCommentTable>(databases);
-  if (name == u"CategoryStep") return std::make_unique<CategoryStepTable>(databases);
-  if (name == u"CategoryTemplate") return std::make_unique<CategoryTemplateTable>(databases);
-  if (name == u"Comments") return std::make_unique<CommentsTable>(databases);
-  if (name == u"ExpandedText") return std::make_unique<ExpandedTextTable>(databases);
-  if (name == u"FieldTemplate") return std::make_unique<FieldTemplateTable>(databases);
-  if (name == u"InspectionType") return std::make_unique<InspectionTypeTable>(databases);
-  if (name == u"InspectionTypeCategory") return std::make_unique<InspectionTypeCategoryTable>(databases);
-  if (name == u"InspectionTypeComment") return std::make_unique<InspectionTypeCommentTable>(databases);
-  if (name == u"MaterialComment") return std::make_unique<MaterialCommentTable>(databases);
-  if (name == u"MaterialTemplate") return std::make_unique<MaterialTemplateTable>(databases);
-  if (name == u"Options") return std::make_unique<OptionsTable>(databases);
-  if (name == u"Pickers") return std::make_unique<PickersTable>(databases);
-  if (name == u"RatingChoices") return std::make_unique<RatingChoicesTable>(databases);
-  if (name == u"RatingType") return std::make_unique<RatingTypeTable>(databases);
-  if (name == u"StepComment") return std::make_unique<StepCommentTable>(databases);
-  if (name == u"StepTemplate") return std::make_unique<StepTemplateTable>(databases);
-  if (name == u"VoidComments") return std::make_unique<VoidCommentsTable>(databases);
-  return std::make_unique<CategoryTable>(databases, name);
-}
-
-void StoreTest::Add(TextView table, std::initializer_list<std::pair<int, Cell>> cells) {
-  const auto row = Table(table);
-  row->PrepareNew();
-  for (const auto& [ordinal, cell] : cells) {
-    const auto& member = row->Columns()[static_cast<std::size_t>(ordinal)].member;
-    if (const auto* number = std::get_if<int>(&cell))
-      *std::get<std::int32_t*>(member) = *number;
-    else
-      *std::get<Text*>(member) = std::get<Text>(cell);
-  }
-  EXPECT_TRUE(row->Write());
-}
-
 namespace {
 
-const ColumnDef& FirstInteger(const TableRecordset& table) {
-  const auto columns = table.Columns();
-  return *std::find_if(columns.begin(), columns.end(),
-                       [](const ColumnDef& column) { return column.type == ValueType::Integer; });
+// Of these classes the one of the table of that name.
+template <typename... Tables>
+std::unique_ptr<TableRecordset> OneOf(Databases& databases, TextView name) {
+  std::unique_ptr<TableRecordset> found;
+  ((found = std::make_unique<Tables>(databases), found->TableName() == name) || ...);
+  return found;
 }
 
 }  // namespace
 
-void StoreTest::Store(TextView table, int id, int ordinal, const std::string& value) {
-  const auto row = Table(table);
-  Connection& connection = row->GetConnection();
-  const auto& stored = *connection.ColumnsOf(table);
-  const auto name = [&](int at) { return QuotedName(stored[static_cast<std::size_t>(at)].name); };
-  EXPECT_TRUE(connection.ExecuteNative("UPDATE " + QuotedName(table) + " SET " + name(ordinal) + " = " +
-                                       value + " WHERE " + name(FirstInteger(*row).ordinal) + " = " +
-                                       std::to_string(id)));
+std::unique_ptr<TableRecordset> StoreTest::Table(TextView name, DatabaseKind kind) {
+  Databases& databases = *m_Databases;
+  if (name == u"UniqueID") return std::make_unique<UniqueIDTable>(databases, kind);
+  if (name.ends_with(u"Inspection")) return std::make_unique<InspectionTable>(databases, name);
+  if (name.ends_with(u"Category") && FindLayout(name)->columns.size() > 2)
+    return std::make_unique<CategoryTable>(databases, name);
+  if (name == u"MERGE_Step") return std::make_unique<StepTable>(databases, name);
+  return OneOf<StepTable, FieldTable, CategoryCommentTable, CategoryStepTable, CategoryTemplateTable,
+               CommentsTable, ExpandedTextTable, FieldTemplateTable, InspectionTypeTable,
+               InspectionTypeCategoryTable, InspectionTypeCommentTable, MaterialCommentTable,
+               MaterialTemplateTable, OptionsTable, PickersTable, RatingChoicesTable, RatingTypeTable,
+               StepCommentTable, StepTemplateTable, VoidCommentsTable>(databases, name);
 }
 
-std::vector<int> StoreTest::Find(TextView table, TextView sql) {
+void StoreTest::Insert(TextView table, std::string ordinals, const std::string& rows) {
+  Connection& connection = Data().Get(FindLayout(table)->database);
+  std::string names;
+  for (const char* at = ordinals.c_str(); *at; at += *at == ',') {
+    char* end = nullptr;
+    const auto ordinal = static_cast<std::size_t>(std::strtol(at, &end, 10));
+    names += (names.empty() ? "" : ", ") + QuotedName(connection.ColumnsOf(table)->at(ordinal).name);
+    at = end;
+  }
+  const std::string sql = "INSERT INTO " + QuotedName(table) + " (" + names + ") VALUES " + rows;
+  EXPECT_TRUE(connection.ExecuteNative(sql)) << sql;
+}
+
+std::vector<int> StoreTest::Find(TextView sql) {
+  const std::size_t column = sql.find(u".*");
+  const std::size_t begin = column == TextView::npos ? sql.find(u"FROM ") + 5 : 7;
+  const TextView table = sql.substr(begin, sql.find_first_of(u" .", begin) - begin);
   const auto rows = Table(table);
   EXPECT_TRUE(rows->OpenSQL(sql));
   EXPECT_FALSE(rows->Failed()) << device::ToUtf8(sql);
   std::vector<int> found;
   for (int n = 0; n < rows->RecordCount(); ++n) {
     EXPECT_TRUE(rows->GetRecord(n));
-    found.push_back(*std::get<std::int32_t*>(FirstInteger(*rows).member));
+    const auto columns = rows->Columns();
+    found.push_back(
+        *std::get<std::int32_t*>(std::find_if(columns.begin(), columns.end(), [](const ColumnDef& each) {
+                                   return each.type == ValueType::Integer;
+                                 })->member));
   }
   return found;
 }

@@ -2,12 +2,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <memory>
 #include <string>
-#include <utility>
-#include <variant>
 #include <vector>
 
 #include "data/Databases.h"
@@ -17,6 +14,7 @@
 #include "device/FaultLog.h"
 #include "device/Machine.h"
 #include "device/Registry.h"
+#include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
@@ -25,26 +23,6 @@ using data::Databases;
 using data::TableRecordset;
 using device::Text;
 using device::TextView;
-
-// Another program that has one of the databases open: SQLite and nothing of this project.
-class Shell {
-public:
-  explicit Shell(const std::filesystem::path& file) { sqlite3_open(file.c_str(), &m_Database); }
-  ~Shell() { sqlite3_close(m_Database); }
-  Shell(const Shell&) = delete;
-  Shell& operator=(const Shell&) = delete;
-
-  // Empty when it went well, else what SQLite says.
-  std::string Try(const std::string& sql);
-  void Run(const std::string& sql) { EXPECT_EQ(Try(sql), "") << sql; }
-  // Fields joined with '|', rows with '\n'.
-  std::string Ask(const std::string& sql);
-
-private:
-  sqlite3* m_Database = nullptr;
-};
-
-using Cell = std::variant<int, Text>;
 
 class StoreTest : public ::testing::Test, protected ScriptedMachine {
 protected:
@@ -62,13 +40,10 @@ protected:
   Databases& Data() { return *m_Databases; }
   std::unique_ptr<TableRecordset> Table(TextView name,
                                         data::DatabaseKind kind = data::DatabaseKind::Inspection);
-  // Adds a row with these values by ordinal, through the table's class.
-  void Add(TextView table, std::initializer_list<std::pair<int, Cell>> cells);
-  // Stores something that the program would not: `value` in SQLite's words where the first integer column is
-  // `id`.
-  void Store(TextView table, int id, int ordinal, const std::string& value);
+  // Adds rows in SQL's words, their columns told by ordinal: "0, 3", "(1, 'Roof'), (2, NULL)".
+  void Insert(TextView table, std::string ordinals, const std::string& rows);
   // The first integer column of each row that the statement finds.
-  std::vector<int> Find(TextView table, TextView sql);
+  std::vector<int> Find(TextView sql);
 
   std::unique_ptr<Databases> m_Databases;
 };

@@ -199,8 +199,7 @@ TEST_F(TableRecordsetTest, AColumnDeclaredToIgnoreCaseComparesBinary) {
   Shell(TemplateFile())
       .Run(
           "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID "
-          "integer); "
-          "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
+          "integer); INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
   EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"Comments"), 30001);
   EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"COMMENTS"), 25000);
 }

@@ -25,20 +25,16 @@ protected:
     CreateFresh();
     Shell(TemplateFile())
         .Run(
-            "DROP TABLE ExpandedText; DROP TABLE Options;"
-            "CREATE TABLE Options (A bit, B bit, C bit, D bit, E varchar(255), F varchar(255), G "
-            "varchar(255), H varchar(255),"
-            " DataVersion varchar(20));"
-            "INSERT INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');"
-            "INSERT INTO UniqueID VALUES ('Comments', 25010), ('InspectionCategory', 400)");
+            "DROP TABLE ExpandedText; DROP TABLE Options;CREATE TABLE Options (A bit, B bit, C bit, D bit, E "
+            "varchar(255), F varchar(255), G varchar(255), H varchar(255), DataVersion varchar(20));INSERT "
+            "INTO Options VALUES (1, 0, 0, 0, 'fine', 'defs', 'foot', 'Ann; 12', '4.1');INSERT INTO UniqueID "
+            "VALUES ('Comments', 25010), ('InspectionCategory', 400)");
     Shell(InspectionFile())
         .Run(
-            "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;"
-            "CREATE TABLE Step (A INTEGER, B VARCHAR(255), C Text, D integer, E text, F text, G text, H "
-            "text, I text, J text,"
-            " K integer, L BIT, Major Text);"
-            "INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', 'Condition', '', '', 9, 0, "
-            "'Heating')");
+            "DROP TABLE Field; DROP TABLE UniqueID; DROP TABLE Step;CREATE TABLE Step (A INTEGER, B "
+            "VARCHAR(255), C Text, D integer, E text, F text, G text, H text, I text, J text, K integer, L "
+            "BIT, Major Text);INSERT INTO Step VALUES (7, '1', 'Flue', 3, 'Repair', 'Loose.', '', "
+            "'Condition', '', '', 9, 0, 'Heating')");
   }
   std::string Schema(const std::filesystem::path& file, const std::string& table) {
     return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type), ',') FROM pragma_table_info('" +
@@ -52,8 +48,8 @@ protected:
     EXPECT_EQ(Shell(TemplateFile()).Ask("SELECT DataVersion, E, H, ReportFontSize FROM Options"),
               "5.0|fine|Ann; 12|12");
     EXPECT_EQ(Schema(InspectionFile(), "Field"),
-              "ID integer,CategoryID integer,AssignedValue text,"
-              "SequenceNumber integer,FieldType integer,FieldLabel varchar(80)");
+              "ID integer,CategoryID integer,AssignedValue text,SequenceNumber integer,FieldType "
+              "integer,FieldLabel varchar(80)");
     EXPECT_TRUE(
         Schema(InspectionFile(), "Step")
             .ends_with(
@@ -73,10 +69,9 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-    EXPECT_EQ(
-        m_Prompts.Messages()[0].text,
-        u"Warning! The Structure you are using needs to be updated in order to work with this version of "
-        u"Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
+    EXPECT_EQ(m_Prompts.Messages()[0].text,
+              u"Warning! The Structure you are using needs to be updated in order to work with this version "
+              u"of Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Exclamation);
     ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
@@ -111,47 +106,17 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
 }
 
 TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
-  // Kills itself when the n-th table is about to be checked.
-  class Killer : public device::Prompts {
-  public:
-    explicit Killer(int steps) : m_Steps(steps) {}
-    device::Answer Show(const device::Message&) override { return device::Answer::Ok; }
-    std::optional<Text> AskText(const device::TextQuestion&) override { return {}; }
-    std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override { return {}; }
-    std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-      return {};
-    }
-    std::unique_ptr<device::ProgressWindow> OpenProgress(const Text&, bool) override {
-      class Window : public device::ProgressWindow {
-      public:
-        explicit Window(int& steps) : m_Left(steps) {}
-        void SetStatus(const Text&) override {
-          if (m_Left-- == 0) raise(SIGKILL);
-        }
-        void SetRange(int, int) override {}
-        void SetPosition(int) override {}
-        void Step() override {}
-        bool Cancelled() override { return false; }
-
-      private:
-        int& m_Left;
-      };
-      return std::make_unique<Window>(m_Steps);
-    }
-
-  private:
-    int m_Steps;
-  };
-
   CreateOld();
   const std::string templates = ContentOf(TemplateFile());
   for (const int tables : {0, 3, 4, 20, 21}) {
     SCOPED_TRACE(tables);
     const pid_t child = fork();
     if (child == 0) {
-      Killer killer(tables);
-      const device::Machine machine{m_Paths, m_Files, m_Registry, killer, m_Clock, m_Faults};
-      data::StartData(machine);
+      m_Prompts.Queue(kUpdateRequired, device::Answer::Ok);
+      m_Prompts.AtStatus([left = tables]() mutable {
+        if (left-- == 0) raise(SIGKILL);  // as this table is about to be checked
+      });
+      Start();
       _exit(0);
     }
     int status = 0;
@@ -181,8 +146,7 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
   CreateGenerated();
   EXPECT_EQ(Schema(InspectionFile(), "Category"),
             "Number0 integer,String1 varchar (255),String2 varchar (255),String3 varchar (255),String4 "
-            "varchar (255),"
-            "YesNo5 bit,YesNo6 bit,Number7 integer,Number8 integer,Type integer");
+            "varchar (255),YesNo5 bit,YesNo6 bit,Number7 integer,Number8 integer,Type integer");
   EXPECT_TRUE(Schema(InspectionFile(), "Inspection").find("DateTime6 datetime") != std::string::npos);
   EXPECT_TRUE(Schema(TemplateFile(), "Options").find("ColumnWidth1 float") != std::string::npos);
   for (const data::TableLayout& layout : data::AllLayouts()) {
@@ -195,20 +159,18 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
 // A table class with any columns.
 class OddTable : public TableRecordset {
 public:
-  explicit OddTable(Databases& databases, std::initializer_list<data::ColumnLayout> columns)
-      : OddTable(databases, std::vector<data::ColumnLayout>(columns)) {}
-  std::int32_t m_Number = 0;
-
-private:
   OddTable(Databases& databases, const std::vector<data::ColumnLayout>& columns)
       : TableRecordset(databases, data::TableLayout{u"Odd", data::DatabaseKind::Template, columns, {}},
                        std::vector<data::BoundMember>(columns.size(), &m_Number)) {}
+  std::int32_t m_Number = 0;
 };
 
 TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   CreateFresh();
   OpenBoth();
-  const auto ask = [&](OddTable table) { return table.CheckStructure(m_Prompts); };
+  const auto check = [&](const std::vector<data::ColumnLayout>& columns) {
+    return OddTable(Data(), columns).CheckStructure(m_Prompts);
+  };
   using data::ValueType;
   const data::ColumnLayout number{u"", ValueType::Integer};
   const data::ColumnLayout broken{u"", static_cast<ValueType>(77)};
@@ -217,6 +179,7 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
     EXPECT_TRUE(Data().Template().ExecuteNative(sql));
     Data().Template().SchemaChanged();
   };
+  const Text ends = u"Inspector is unable to recover from this error and will be terminated.";
   const struct {
     const char* before;
     std::vector<data::ColumnLayout> columns;
@@ -224,55 +187,42 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   } kCases[] = {
       {"DROP TABLE IF EXISTS Odd",
        {number, broken},
-       u"Invalid column type in table: Odd column: 1\n Inspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"Invalid column type in table: Odd column: 1\n " + ends},
       {"CREATE TABLE Odd (A integer, B integer, C integer)",
        {number, broken},
-       u"Invalid column type in table: Odd column: 4\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"Invalid column type in table: Odd column: 4\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer)",
        {number, broken},
-       u"Invalid column type in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"Invalid column type in table: Odd column: 1\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A integer, B varchar(9))",
        {number, number},
-       u"Column type mismatch in table: Odd column: 1\nInspector is unable to recover from this error and "
-       u"will be "
-       u"terminated."},
+       u"Column type mismatch in table: Odd column: 1\n" + ends},
       {"DROP TABLE Odd; CREATE TABLE Odd (A varchar(9))",
        {icon},
        u"There was an error found in the Template data file.  This file was transferred from a PC "
-       u"incorrectly. \nTo "
-       u"correct this error, retransfer the data file from the PC being sure to check the 'ReportIcon' field "
-       u"under the "
-       u"'Options' table."},
+       u"incorrectly. \nTo correct this error, retransfer the data file from the PC being sure to check the "
+       u"'ReportIcon' field under the 'Options' table."},
   };
   for (const auto& each : kCases) {
     SCOPED_TRACE(device::ToUtf8(each.expected));
     run(each.before);
     m_Prompts.Forget();
-    EXPECT_EQ(ask(each.columns.size() == 1 ? OddTable(Data(), {each.columns[0]})
-                                           : OddTable(Data(), {each.columns[0], each.columns[1]})),
-              TableRecordset::StructureResult::Fatal);
+    EXPECT_EQ(check(each.columns), TableRecordset::StructureResult::Fatal);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
     EXPECT_TRUE(m_Prompts.Messages()[0].text.starts_with(each.expected));
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Hand);
   }
   // Fewer columns than declared gain the rest, numbered from where they stand; more are left alone.
   run("DROP TABLE Odd; CREATE TABLE Odd (A integer)");
-  EXPECT_EQ(OddTable(Data(), {number, number}).CheckStructure(m_Prompts),
-            TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(check({number, number}), TableRecordset::StructureResult::Sound);
   EXPECT_EQ(Schema(TemplateFile(), "Odd"), "A integer,Number1 integer");
-  EXPECT_EQ(OddTable(Data(), {number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Sound);
 
   Shell other(TemplateFile());
   run("DROP TABLE Odd");
   other.Run("BEGIN IMMEDIATE");
   m_Prompts.Forget();
-  EXPECT_EQ(OddTable(Data(), {number}).CheckStructure(m_Prompts), TableRecordset::StructureResult::Fatal);
+  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Fatal);
   EXPECT_TRUE(m_Prompts.Messages().back().text.starts_with(
       u"Error creating table: Odd \nInspector is unable to recover from this error and will be terminated."));
 }
@@ -281,9 +231,9 @@ TEST_F(UpgradeTest, AFaultInTheOptionsTableEndsTheStart) {
   CreateFresh();
   Shell(TemplateFile())
       .Run(
-          "DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text,"
-          " H text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer,"
-          " ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
+          "DROP TABLE Options; CREATE TABLE Options (A bit, B bit, C bit, D bit, E text, F text, G text, H "
+          "text, DataVersion text, I text, J float, K float, L float, M float, N float, O integer, "
+          "ReportIcon varchar(255)); INSERT INTO Options (DataVersion) VALUES ('5.0')");
   EXPECT_EQ(Start().result, StartUpResult::Terminated);
   EXPECT_TRUE(device::Contains(m_Prompts.Messages().back().text, u"'ReportIcon' field"));
 }

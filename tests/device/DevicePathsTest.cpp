@@ -86,6 +86,10 @@ TEST_F(DevicePathsTest, APersonMayTypeHostPaths) {
   EXPECT_EQ(m_Paths.ResolveTyped(u"../report.rtf"), fs::current_path() / "../report.rtf");
   EXPECT_EQ(m_Paths.ResolveTyped(u""), fs::path());
 
+  EXPECT_EQ(m_Paths.ResolveStored(typed), outside);
+  EXPECT_EQ(m_Paths.ResolveStored(u"PHOTOS/Roof.jpg"), m_Paths.Root() / "Photos/Roof.jpg");
+  EXPECT_EQ(m_Paths.ResolveStored(u""), fs::path());
+
   EXPECT_EQ(m_Paths.ResolvePicture(typed), outside);
   EXPECT_EQ(m_Paths.ResolvePicture(u"/Photos/roof.JPG"), m_Paths.Root() / "Photos/roof.JPG");
   EXPECT_EQ(m_Paths.ResolvePicture(u"/usr"), m_Paths.Root() / "usr");  // a folder is no picture

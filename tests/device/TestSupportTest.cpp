@@ -9,20 +9,6 @@ namespace {
 using device::Answer;
 using device::Text;
 
-TEST(ScriptedPromptsTest, AnswersInTurnByTextBeforeTitle) {
-  ScriptedPrompts prompts;
-  prompts.Queue(u"Warning", Answer::No);
-  prompts.Queue(u"Delete?", Answer::Yes);
-  EXPECT_TRUE(device::ConfirmWarning(prompts, u"Delete?"));
-  EXPECT_FALSE(device::ConfirmWarning(prompts, u"Delete?"));
-  prompts.QueueText(u"Name", Text(u"Roof"));
-  prompts.QueueText(u"Name", std::nullopt);
-  EXPECT_EQ(prompts.AskText({u"Name", u"", u""}), u"Roof");
-  EXPECT_EQ(prompts.AskText({u"Name", u"", u""}), std::nullopt);
-  prompts.QueueSavePath("/x/report.rtf");
-  EXPECT_EQ(prompts.AskSavePath({}), "/x/report.rtf");
-}
-
 TEST(ScriptedPromptsTest, WhatNobodyExpectedFailsTheTest) {
   ScriptedPrompts prompts;
   EXPECT_NONFATAL_FAILURE(EXPECT_FALSE(device::ConfirmCaution(prompts, u"Sure?")), "Unexpected question");
@@ -30,22 +16,6 @@ TEST(ScriptedPromptsTest, WhatNobodyExpectedFailsTheTest) {
   EXPECT_NONFATAL_FAILURE(prompts.AskSavePath({}), "Unexpected question");
   EXPECT_NONFATAL_FAILURE(prompts.AskDatabasePaths({}), "Unexpected question");
   EXPECT_NONFATAL_FAILURE(ScriptedPrompts().Queue(u"Sure?", Answer::Yes), "Never asked");
-}
-
-TEST(ScriptedPromptsTest, ProgressIsRecordedAndCancelled) {
-  ScriptedPrompts prompts;
-  prompts.CancelAtStep(2);
-  auto window = prompts.OpenProgress(u"Exporting", true);
-  window->SetStatus(u"Roof");
-  window->Step();
-  EXPECT_FALSE(window->Cancelled());
-  window->Step();
-  EXPECT_TRUE(window->Cancelled());
-  EXPECT_TRUE(prompts.ProgressWindows()[0]->open);
-  window.reset();
-  EXPECT_FALSE(prompts.ProgressWindows()[0]->open);
-  EXPECT_EQ(prompts.ProgressWindows()[0]->statuses, (std::vector<Text>{u"Roof"}));
-  EXPECT_EQ(prompts.ProgressWindows()[0]->position, 2);
 }
 
 TEST(FaultyFilesTest, TheChosenWriteAndCommitFail) {
@@ -67,8 +37,6 @@ TEST(FaultyFilesTest, TheChosenWriteAndCommitFail) {
   first.reset();
   second.reset();
   EXPECT_EQ(files.ListEntries(folder.Path()), (std::vector<Text>{u"third"}));
-  files.List(folder.Path(), {u"z", u"a"});
-  EXPECT_EQ(files.ListEntries(folder.Path()), (std::vector<Text>{u"z", u"a"}));
 }
 
 }  // namespace

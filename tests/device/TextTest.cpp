@@ -66,21 +66,6 @@ TEST(TextTest, LoneSurrogatesBecomeReplacementCharacters) {
             "a" + replacement + "bcdefghi");
 }
 
-TEST(TextTest, AssigningReusesTheMemory) {
-  Text text;
-  text.reserve(64);
-  const char16_t* const memory = text.data();
-  for (const std::string_view bytes :
-       {"The gutter leaks at the north corner.", "",
-        "d\xC3\xA9"
-        "faut",
-        "\xF0\x9F\x8F\xA0 sixty-four bytes, all of them in one piece, no more!"}) {
-    AssignUtf8(text, bytes.data(), bytes.size());
-    EXPECT_EQ(text, FromUtf8(bytes));
-    EXPECT_EQ(text.data(), memory);
-  }
-}
-
 TEST(TextTest, CaseIsFoldedInTheAlphabetsOfToday) {
   EXPECT_TRUE(EqualIgnoringCase(u"4 COLUMN", u"4 Column"));
   EXPECT_TRUE(EqualIgnoringCase(u"ÀÉÎÕÖØÞŸ ĀĮĲĹŇŊŶŹŽ ƠƯǍȘȚẔẠỸ", u"àéîõöøþÿ āįĳĺňŋŷźž ơưǎșțẕạỹ"));

@@ -2,18 +2,14 @@
 
 #include <gmock/gmock.h>
 
-#include "data/FieldTable.h"
-#include "device/Format.h"
 #include "editing/Completeness.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using device::Format;
 using device::Text;
 using device::TextView;
-using ::testing::ElementsAre;
 
 class CategoryOpeningTest : public tests::VisitTest {
 protected:
@@ -22,34 +18,21 @@ protected:
 };
 
 TEST_F(CategoryOpeningTest, StepsComeFromTheTemplatesOnce) {
-  const auto category = m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Roof");
-  data::StepTable steps(Data());
-  steps.OpenSQL(Format(u"SELECT * FROM Step WHERE CategoryID = %d Order By StepNumber", category));
-  std::vector<Text> lines;
-  for (int n = 0; n < steps.RecordCount() && steps.GetRecord(n); ++n)
-    lines.push_back(Format(u"%d %s %s|%s|%d|%s|%d|%s%s%s", steps.m_StepID, steps.m_StepNumber,
-                           steps.m_StepTitle, steps.m_MajorSystem, steps.m_StepTemplateID, steps.m_RatingType,
-                           steps.m_StepInfoExists, steps.m_InspectResult, steps.m_Materials,
-                           steps.m_Comments));
-  EXPECT_THAT(lines,
-              ElementsAre(u"1000 20.1 Shingles|Roof-Covering|1|Condition|-1|",
-                          u"1001 20.2 Gutters|Roof-Drainage*|2|Condition|0|",  // help of two characters
-                          u"1002 20.3 Notes|Other|3||0|"));  // no keyword, a type that is not there
+  m_Device.OpenCategory(u"Roof");
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT StepID, StepNumber, StepTitle, MajorSystem, StepTemplateID, "
+                                  "RatingType, StepInfoExists, InspectResult, Materials, Comments FROM Step"),
+            "1000|20.1|Shingles|Roof-Covering|1|Condition|1|||\n"
+            "1001|20.2|Gutters|Roof-Drainage*|2|Condition|0|||\n"  // help of two characters
+            "1002|20.3|Notes|Other|3||0|||");                      // no keyword, a type that is not there
 }
 
 TEST_F(CategoryOpeningTest, FormGetsItsFieldsInTheirOrder) {
-  const auto form = m_Device.OpenCategory(u"Checklist");
   m_Device.OpenCategory(u"Checklist");
-  data::FieldTable fields(Data());
-  fields.OpenSQL(
-      Format(u"SELECT * FROM Field WHERE Field.CategoryID = %d Order By Field.SequenceNumber", form));
-  ASSERT_EQ(fields.RecordCount(), 2);
-  ASSERT_TRUE(fields.GetRecord(0));
-  EXPECT_EQ(fields.m_FieldLabel, u"Stove off");
-  EXPECT_EQ(fields.m_FieldType, 2);
-  EXPECT_EQ(fields.m_AssignedValue, u"");
-  EXPECT_EQ(fields.m_ID, 1000);
+  m_Device.OpenCategory(u"Checklist");
+  EXPECT_EQ(m_Device.Visits().Ask(
+                "SELECT ID, CategoryID, SequenceNumber, FieldType, FieldLabel, AssignedValue FROM Field"),
+            "1000|1003|1|2|Stove off|\n1001|1003|2|2|Doors locked|");
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 5, Step 0, Field 2");
 }
 
@@ -57,7 +40,9 @@ TEST_F(CategoryOpeningTest, WithoutStepTemplatesItIsComplete) {
   m_Device.OpenCategory(u"Attic");
   EXPECT_EQ(m_Device.Outline(m_Key)[0], u"15 Attic (Complete)");
   // The office adds a step later: what was complete then is not complete now.
-  m_Device.Library().AddStep(5, {u"15.1", u"Insulation", 1});
+  m_Device.RunInLibrary(
+      "INSERT INTO StepTemplate (ID, StepNumber, RatingTypeID) VALUES (7, '15.1', 1); INSERT INTO "
+      "CategoryStep VALUES (5, 7)");
   m_Device.OpenCategory(u"Attic");
   EXPECT_THAT(m_Device.Outline(m_Key)[0], u"15 Attic (Incomplete)");
 }
@@ -70,46 +55,42 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
     return OpenCategory(Data(), Document().Categories());
   };
   for (const char* table : {"StepTemplate", "RatingType", "CategoryStep", "CategoryTemplate"}) {
-    m_Device.Run(data::DatabaseKind::Template, std::string("ALTER TABLE ") + table + " RENAME TO Gone");
+    m_Device.RunInLibrary(std::string("ALTER TABLE ") + table + " RENAME TO Gone");
     EXPECT_FALSE(open(1)) << table;
-    m_Device.Run(data::DatabaseKind::Template, std::string("ALTER TABLE Gone RENAME TO ") + table);
+    m_Device.RunInLibrary(std::string("ALTER TABLE Gone RENAME TO ") + table);
   }
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE FieldTemplate RENAME TO Gone");
+  m_Device.RunInLibrary("ALTER TABLE FieldTemplate RENAME TO Gone");
   EXPECT_FALSE(open(4));
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
-      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepNumber = '20.3' BEGIN SELECT RAISE(FAIL, "
-      "'no room'); END");
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepNumber = '20.3' BEGIN SELECT RAISE(FAIL, 'no "
+      "room'); END");
   EXPECT_FALSE(open(1));
   EXPECT_EQ(m_Device.Outline(m_Key), before);
 }
 
 TEST_F(CategoryOpeningTest, CompleteIsWhatHasNoStepWithoutAResult) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  const auto rateAll = [&](const Text& result) {
-    for (const TextView number : {u"20.1", u"20.2", u"20.3"})
-      m_Device.Store(m_Device.StepKey(Text(number)),
-                     [&](data::StepTable& step) { step.m_InspectResult = result; });
+  const auto rate = [&](const std::string& result, const std::string& where = "") {
+    m_Device.RunInVisits("UPDATE Step SET InspectResult = " + result + where);
   };
   EXPECT_EQ(IsComplete(Data(), category), false);
-  rateAll(u"Good");
+  rate("'Good'");
   EXPECT_EQ(IsComplete(Data(), category), true);
-  rateAll(u" ");
+  rate("' '");
   EXPECT_EQ(IsComplete(Data(), category), true) << "a single blank is a result";
-  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) { step.m_InspectResult = u""; });
+  rate("''", " WHERE StepNumber = '20.2'");
   EXPECT_EQ(IsComplete(Data(), category), false);
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Step SET InspectResult = NULL WHERE StepNumber = '20.2'");
+  rate("NULL", " WHERE StepNumber = '20.2'");
   EXPECT_EQ(IsComplete(Data(), category), false) << "another program may leave a result out";
   EXPECT_EQ(IsComplete(Data(), 4711), true);
 }
 
 TEST_F(CategoryOpeningTest, FailedReadNeverCompletes) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  m_Device.Run(data::DatabaseKind::Inspection, "ALTER TABLE Step RENAME TO Gone");
+  m_Device.RunInVisits("ALTER TABLE Step RENAME TO Gone");
   EXPECT_EQ(IsComplete(Data(), category), std::nullopt);
   EXPECT_FALSE(RecomputeComplete(Data(), category));
-  m_Device.Run(data::DatabaseKind::Inspection, "ALTER TABLE Gone RENAME TO Step");
+  m_Device.RunInVisits("ALTER TABLE Gone RENAME TO Step");
   EXPECT_EQ(m_Device.Outline(m_Key)[1], u"20 Roof (Incomplete)");
   EXPECT_TRUE(RecomputeComplete(Data(), category));
 }

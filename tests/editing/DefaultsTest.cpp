@@ -20,12 +20,8 @@ protected:
     Prompts().Queue(kQuestion, answer);
     return ApplyDefaults(Document());
   }
-  void Break(const std::string& table) {
-    m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE " + table + " RENAME TO Gone");
-  }
-  void Repair(const std::string& table) {
-    m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE Gone RENAME TO " + table);
-  }
+  void Break(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE " + table + " RENAME TO Gone"); }
+  void Repair(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO " + table); }
   std::vector<Text> Outline() { return m_Device.Outline(m_Key); }
 
   std::int32_t m_Key = 0;
@@ -56,12 +52,10 @@ TEST_F(DefaultsTest, NoChangesNothing) {
 TEST_F(DefaultsTest, LeavesWhatWasFoundAlone) {
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Safety");
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) { step.m_InspectResult = u"Omit"; });
-  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) {
-    step.m_Materials = u"Other:Vinyl;";
-    step.m_Comments = u"Seen.";
-  });
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) { step.m_InspectResult = u"Poor"; });
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Omit' WHERE StepNumber = '20.1'");
+  m_Device.RunInVisits(
+      "UPDATE Step SET Materials = 'Other:Vinyl;', Comments = 'Seen.' WHERE StepNumber = '20.2'");
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Poor' WHERE StepNumber = '20.3'");
   ASSERT_TRUE(Document().SetCurrentCategory(1));
   Document().Categories().m_NotPresentFlag = -1;
   ASSERT_TRUE(Document().Categories().Write());
@@ -76,20 +70,16 @@ TEST_F(DefaultsTest, LeavesWhatWasFoundAlone) {
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
 }
 
-TEST_F(DefaultsTest, FirstCommentOfTheMaterialIsAppendedWithoutASeparator) {
+TEST_F(DefaultsTest, FirstOfSeveralDefaultsWinsAndItsCommentIsAppendedWithoutASeparator) {
+  m_Device.RunInLibrary(
+      "INSERT INTO MaterialTemplate (ID, StepID, Material, DefaultMaterial) VALUES (6, 1, 'Slate', 1); "
+      "INSERT INTO RatingType (ID, RatingType) VALUES (3, 'Condition'); INSERT INTO RatingChoices "
+      "(RatingTypeID, ChoiceName, DefaultFlag) VALUES (3, 'Second', 1)");
   m_Device.OpenCategory(u"Roof");
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) { step.m_Comments = u"Old."; });
+  m_Device.RunInVisits("UPDATE Step SET Comments = 'Old.' WHERE StepNumber = '20.1'");
   EXPECT_EQ(Apply(), DefaultsResult::Done);
   EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.1")),
             u"20.1|Shingles|Good|Asphalt;|Old.Shingles last 20 years.");
-}
-
-TEST_F(DefaultsTest, FirstOfSeveralDefaultsWins) {
-  m_Device.Library().AddMaterial(1, u"Slate", true);
-  m_Device.Library().AddRatingType(u"Condition", {{.name = u"Second", .isDefault = true}});
-  EXPECT_EQ(Apply(), DefaultsResult::Done);
-  EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.1")),
-            u"20.1|Shingles|Good|Asphalt;|Shingles last 20 years.");
 }
 
 // Whatever cannot be read or written: no step is made, no result lost, no category completed.
@@ -103,8 +93,7 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
     Repair(table);
     EXPECT_EQ(Outline(), before) << table;
   }
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
+  m_Device.RunInVisits(
       "CREATE TRIGGER Full BEFORE UPDATE ON Category WHEN new.CategoryTitle = 'Checklist' BEGIN SELECT "
       "RAISE(FAIL, 'no room'); END");
   EXPECT_EQ(Apply(), DefaultsResult::Failed);
@@ -114,13 +103,11 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
 
 TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  const auto shingles = m_Device.StepKey(u"20.1");
-  m_Device.Store(shingles, [](data::StepTable& step) { step.m_InspectResult = u"Poor"; });
-  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) {
-    step.m_InspectResult = u"Gone with an older library";
-    step.m_Materials = u"Wood;";
-  });
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) { step.m_InspectResult = u"Poor"; });
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Poor' WHERE StepNumber = '20.1'");
+  m_Device.RunInVisits(
+      "UPDATE Step SET InspectResult = 'Gone with an older library', Materials = 'Wood;' WHERE StepNumber = "
+      "'20.2'");
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Poor' WHERE StepNumber = '20.3'");
   EXPECT_TRUE(ApplyStepDefaults(Data(), category));
   const std::vector<Text> lines = Outline();
   EXPECT_THAT(std::vector<Text>(lines.begin() + 1, lines.begin() + 5),
@@ -128,10 +115,9 @@ TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {
                           u"  20.2|Gutters|Good|Wood;|",  // not a choice of the type: the default instead
                           u"  20.3|Notes|||"));           // no choices: nothing can be selected
 
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) {
-    step.m_RatingType = u"Condition";
-    step.m_InspectResult = u"Good \"as new\"";
-  });
+  m_Device.RunInVisits(
+      "UPDATE Step SET RatingType = 'Condition', InspectResult = 'Good \"as new\"' WHERE StepNumber = "
+      "'20.3'");
   EXPECT_TRUE(ApplyStepDefaults(Data(), category));
   EXPECT_EQ(Outline()[1], u"20 Roof (Complete)");
   EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.3")), u"20.3|Notes|Good \"as new\"||");
@@ -140,7 +126,7 @@ TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {
 // When the choices cannot be read, every rating looks as if its type did not know it.
 TEST_F(DefaultsTest, OfOneCategoryNeverReplaceARatingThatCouldNotBeLookedUp) {
   const auto category = m_Device.OpenCategory(u"Roof");
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) { step.m_InspectResult = u"Poor"; });
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Poor' WHERE StepNumber = '20.1'");
   const auto before = Outline();
   for (const char* table : {"RatingChoices", "MaterialTemplate"}) {
     Break(table);

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "editing/RatingFlags.h"
-#include "editing/Ratings.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
@@ -53,21 +52,21 @@ TEST_F(StepEditingTest, RatingIsAChoiceOfTheTypeAndCompletes) {
 
 TEST_F(StepEditingTest, FailureOnTheWayKeepsStepAndFlagTogether) {
   const auto sump = m_Device.StepKey(u"9.1");
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
   EXPECT_EQ(m_Editing.Rate(sump, u"Yes"), Result::Failed);
   EXPECT_EQ(m_Editing.AppendComment(sump, u"Dry."), Result::Failed);
   EXPECT_EQ(m_Device.Finding(sump), u"9.1|Sump|||");
-  m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
+  m_Device.RunInVisits("DROP TRIGGER Full");
 
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE RatingChoices RENAME TO Gone");
+  m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
   EXPECT_EQ(m_Editing.Rate(sump, u"Yes"), Result::Failed) << "not \"not offered\": nobody knows";
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE Gone RENAME TO RatingChoices");
+  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO RatingChoices");
   EXPECT_EQ(m_Editing.Rate(sump, u"Yes"), Result::Done);
 }
 
 TEST_F(StepEditingTest, StepThatLostItsCategoryStillTakesAFinding) {
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Category WHERE CategoryTitle = 'Roof'");
+  m_Device.RunInVisits("DELETE FROM Category WHERE CategoryTitle = 'Roof'");
   EXPECT_EQ(m_Editing.Rate(m_Shingles, u"Poor"), Result::Done);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor||");
 }
@@ -97,35 +96,24 @@ TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Other:Tin"), Result::Done);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
 
-  for (const TextView wrong : {u"", u"  ", u"Other:", u"Tin;Lead"})
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"other:Tin"), Result::Done);
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
+  for (const TextView wrong : {u"", u"  ", u"Other:", u"other:", u"Tin;Lead"})
     EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, wrong), Result::NotOffered);
   EXPECT_EQ(m_Editing.AddMaterial(m_Gutters, u"Slate"), Result::NotOffered) << "no free box";
   EXPECT_EQ(m_Editing.AddMaterial(4711, u"Wood"), Result::NoSuchStep);
 
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE MaterialTemplate RENAME TO Gone");
+  m_Device.RunInLibrary("ALTER TABLE MaterialTemplate RENAME TO Gone");
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood"), Result::Failed);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
 }
 
-TEST_F(StepEditingTest, ChoicesAndDefaultOfAType) {
-  const auto names = [this](TextView type) {
-    std::vector<Text> found;
-    for (const RatingChoice& choice : ChoicesOf(Data(), type)) found.push_back(choice.name);
-    return found;
-  };
-  EXPECT_THAT(names(u"Condition"), ElementsAre(u"Good", u"Poor", u"Good \"as new\""));
-  EXPECT_THAT(names(u"condition"), ElementsAre());
-  EXPECT_THAT(names(u""), ElementsAre());
-  EXPECT_EQ(DefaultChoice(Data(), u"Condition"), u"Good");
-  bool failed = false;
-  EXPECT_EQ(DefaultChoice(Data(), u"Presence", &failed), std::nullopt);
-  EXPECT_FALSE(failed);
-}
-
 // "Poor" of one type says nothing about "Poor" of another.
 TEST_F(StepEditingTest, FlagsGoByTheExactPairOfTypeAndChoice) {
-  m_Device.Library().AddRatingType(u"Mild", {{.name = u"Poor"}, {.name = u"Dead", .isSummary = true}});
-  m_Device.Run(data::DatabaseKind::Template, "UPDATE RatingChoices SET RedFlag = -1 WHERE RedFlag = 1");
+  m_Device.RunInLibrary(
+      "INSERT INTO RatingType (ID, RatingType) VALUES (3, 'Mild'); INSERT INTO RatingChoices (RatingTypeID, "
+      "ChoiceName, SummaryFlag) VALUES (3, 'Poor', 0), (3, 'Dead', 1)");
+  m_Device.RunInLibrary("UPDATE RatingChoices SET RedFlag = -1 WHERE RedFlag = 1");
   RatingFlags flags(m_Device.GetWorkspace());
   EXPECT_TRUE(flags.IsBold(u"Condition", u"Poor"));
   EXPECT_TRUE(flags.IsRed(u"Condition", u"Poor")) << "-1 is yes too";

@@ -79,21 +79,20 @@ TEST_F(VisitScriptTest, RefusesWhatTheLibraryDoesNotOfferAndLeavesNothing) {
     std::string_view script;
     TextView names;
   };
-  for (
-      const auto& [script, names] : std::initializer_list<Case>{
-          {"type = \"House\"\n[header]\ncolour = \"red\"", u"colour"},
-          {"type = \"House\"\n[header]\ndate = \"soon\"", u"date"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Pool\"", u"Pool"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.9\"", u"20.9"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.1\"\nrating = "
-           "\"Superb\"",
-           u"Superb"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = "
-           "\"20.2\"\nmaterials = "
-           "[\"Gold\"]",
-           u"Gold"},
-          {"type = \"House\"\n[[category]]\ntitle = \"Checklist\"\n[[category.field]]\nlabel = \"Cat fed\"",
-           u"Cat fed"}}) {
+  for (const auto& [script, names] : std::initializer_list<Case>{
+           {"type = \"House\"\n[header]\ncolour = \"red\"", u"colour"},
+           {"type = \"House\"\n[header]\ndate = \"soon\"", u"date"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Pool\"", u"Pool"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.9\"",
+            u"20.9"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.1\"\nrating "
+            "= \"Superb\"",
+            u"Superb"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = "
+            "\"20.2\"\nmaterials = [\"Gold\"]",
+            u"Gold"},
+           {"type = \"House\"\n[[category]]\ntitle = \"Checklist\"\n[[category.field]]\nlabel = \"Cat fed\"",
+            u"Cat fed"}}) {
     m_Problem.clear();
     EXPECT_EQ(Play(script), std::nullopt) << script;
     EXPECT_TRUE(device::Contains(m_Problem, names)) << device::ToUtf8(m_Problem);
@@ -114,13 +113,8 @@ TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
   const auto entry = [this] {
     return *data::OptionText(m_Device.GetWorkspace().Options(), u"InspectorEntry");
   };
-  Document().Inspection().m_ClientName = u"A client";
-  EXPECT_TRUE(script->SetUpDevice(Document(), m_Problem));
-  EXPECT_EQ(entry(), u"") << "somebody works here already";
-  EXPECT_EQ(Owner(), std::nullopt);
-
-  Document().Reopen();
-  EXPECT_TRUE(script->SetUpDevice(Document(), m_Problem));
+  EXPECT_TRUE(IsUnused(Data()));
+  EXPECT_TRUE(script->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   m_Device.Open();
   EXPECT_EQ(entry(), u"Marguerite; 4417");
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 15);
@@ -129,12 +123,16 @@ TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
   EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
 
   const auto other = Read("[owner]\nname = \"Someone\"\n[options]\nInspectorEntry = \"Someone\"");
-  EXPECT_TRUE(other->SetUpDevice(Document(), m_Problem));
+  EXPECT_TRUE(other->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   EXPECT_EQ(entry(), u"Marguerite; 4417");
   EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
   m_Device.GetWorkspace().Options().m_InspectorEntry.clear();
-  EXPECT_FALSE(Read("[options]\nColour = 1")->SetUpDevice(Document(), m_Problem));
+  EXPECT_FALSE(Read("[options]\nColour = 1")->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
   EXPECT_TRUE(device::Contains(m_Problem, u"Colour"));
+
+  Document().Inspection().m_PrivateNotes = u"Ask about the roof.";
+  ASSERT_TRUE(Document().Inspection().Write());
+  EXPECT_FALSE(IsUnused(Data())) << "somebody works here already";
 }
 
 TEST_F(VisitScriptTest, CopiesFilesOnceAndWhole) {

@@ -2,15 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include "data/FieldTable.h"
-#include "device/Format.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
 namespace {
 
 using device::Answer;
-using device::Format;
 using ::testing::ElementsAre;
 
 constexpr auto kFirstQuestion = u"Are you sure you want to delete this Inspection?";
@@ -89,31 +86,16 @@ TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
 
 TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
   const auto key = m_Device.Visit(u"House");
-  data::InspectionTable& inspection = Document().Inspection();
-  inspection.m_ClientName = u"Halvorsen";
-  inspection.m_InspectionNum = u"7";
-  inspection.m_PrivateNotes = u"Gate code";
-  inspection.m_Reserve9 = -1;
-  inspection.m_InspectionDate = device::MakeCalendarTime(2020, 2, 29, 8, 30);
-  ASSERT_TRUE(inspection.Write());
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Cellar");
-  const auto form = m_Device.OpenCategory(u"Checklist");
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) {
-    step.m_InspectResult = u"Poor";
-    step.m_Comments = u"Loose.";
-    step.m_SummaryComment = u"Fix it.";
-    step.m_BitmapPath = u"\\a.jpg";
-    step.m_PictureBefore = -1;
-  });
-  data::FieldTable field(Data());
-  field.OpenSQL(Format(u"SELECT * FROM Field WHERE CategoryID = %d", form));
-  ASSERT_TRUE(field.GetRecord(0));
-  field.m_AssignedValue = u"done";
-  ASSERT_TRUE(field.Write());
-  ASSERT_TRUE(Document().SetCurrentCategory(0));
-  Document().Categories().m_NotPresentFlag = -1;
-  ASSERT_TRUE(Document().Categories().Write());
+  m_Device.OpenCategory(u"Checklist");
+  m_Device.RunInVisits(
+      "UPDATE Step SET InspectResult = 'Poor', Comments = 'Loose.', SummaryComment = 'Fix it.', BitmapPath = "
+      "'\\a.jpg', PictureBefore = -1 WHERE StepNumber = '20.1'");
+  m_Device.RunInVisits(
+      "UPDATE Field SET AssignedValue = 'done'; UPDATE Category SET NotPresentFlag = -1 WHERE CategoryTitle "
+      "= 'Attic'; UPDATE Inspection SET ClientName = 'Halvorsen', InspectionNum = '7', PrivateNotes = 'Gate "
+      "code', Reserve9 = 1, InspectionDate = '2020-02-29T08:30:00' WHERE DocType = 'House'");
   m_Device.Visit(u"Condo");
 
   Prompts().QueueText(kNumberQuestion, std::nullopt);
@@ -125,20 +107,14 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
   EXPECT_EQ(m_Device.Outline(1003), m_Device.Outline(key));
   EXPECT_EQ(Document().CurrentRow(), 0);
 
-  ASSERT_TRUE(Document().SelectInspection(1003));
-  EXPECT_EQ(inspection.m_ClientName, u"Halvorsen");
-  EXPECT_EQ(inspection.m_PrivateNotes, u"Gate code");
-  EXPECT_EQ(inspection.m_Reserve9, -1);
-  EXPECT_EQ(inspection.m_DocType, u"House");
-  EXPECT_EQ(inspection.m_InspectionDate, device::MakeCalendarTime(2020, 2, 29, 8, 30));
-  EXPECT_EQ(inspection.m_InspectionNum, u"8") << "typed by a person: what stands before the text is cut";
-  data::StepTable copy(Data());
-  copy.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", m_Device.StepKey(u"20.1")));
-  ASSERT_TRUE(copy.GetRecord(0));
-  EXPECT_EQ(copy.m_StepID, 1004) << "four steps were there";
-  EXPECT_EQ(copy.m_SummaryComment, u"Fix it.");
-  EXPECT_EQ(copy.m_BitmapPath, u"\\a.jpg");
-  EXPECT_NE(copy.m_PictureBefore, 0);
+  // The number is typed by a person: what stands before the text is cut.
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName, PrivateNotes, Reserve9, DocType, InspectionDate, "
+                                  "InspectionNum FROM Inspection WHERE InspectionID = 1003"),
+            "Halvorsen|Gate code|1|House|2020-02-29T08:30:00|8");
+  EXPECT_EQ(
+      m_Device.Visits().Ask(
+          "SELECT StepID, SummaryComment, BitmapPath, PictureBefore FROM Step WHERE StepNumber = '20.1'"),
+      "1000|Fix it.|\\a.jpg|-1\n1004|Fix it.|\\a.jpg|1");
 
   ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
   const auto& window = *Prompts().ProgressWindows()[0];
@@ -157,8 +133,7 @@ TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
   m_Device.Visit(u"House");
   m_Device.OpenCategory(u"Roof");
   const Text counts = m_Device.RowCounts();
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
   Prompts().QueueText(kNumberQuestion, u"8");
   EXPECT_EQ(OnDuplicate(1), std::nullopt);
   EXPECT_EQ(m_Device.RowCounts(), counts);

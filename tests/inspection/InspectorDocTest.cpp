@@ -18,10 +18,9 @@ class InspectorDocTest : public tests::VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    data::InspectionTable row(Data());
-    row.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", key));
-    EXPECT_TRUE(row.GetRecord(0));
-    return device::Format(u"%s|%d|%s", row.m_DocType, row.m_InspectionTypeID, row.m_GeneralInformation);
+    return device::FromUtf8(m_Device.Visits().Ask(
+        "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
+        std::to_string(key)));
   }
   Text HeldHeader() {
     const data::InspectionTable& row = Document().Inspection();
@@ -174,8 +173,8 @@ TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
 }
 
 TEST_F(InspectorDocTest, LastOfSeveralTypesWithOneNameGivesTheKey) {
-  m_Device.Library().AddType(u"House");
-  m_Device.Library().AddType(u"Barn \"old\"");
+  m_Device.RunInLibrary(
+      "INSERT INTO InspectionType (ID, InspectionType) VALUES (3, 'House'), (4, 'Barn \"old\"')");
   const auto key = m_Device.Visit(u"");
   Document().ChangeDocType(u"House");
   EXPECT_TRUE(Document().FinishDocTypeChange());
@@ -257,8 +256,8 @@ TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
   const Text counts = m_Device.RowCounts();
   EXPECT_FALSE(Document().DeleteSelectedInspection(2));
   const Text question =
-      u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling "
-      u"Address: 418 Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
+      u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling Address: 418 "
+      u"Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
   Prompts().Queue(question, Answer::No);
   EXPECT_FALSE(Document().DeleteSelectedInspection(1));
   EXPECT_EQ(m_Device.RowCounts(), counts);
@@ -303,9 +302,9 @@ TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspection) {
 TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT "
-               "RAISE(FAIL, 'kept'); END");
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT RAISE(FAIL, "
+      "'kept'); END");
   Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
   EXPECT_FALSE(Document().DeleteAllInspections());
   EXPECT_EQ(m_Device.RowCounts(), counts);

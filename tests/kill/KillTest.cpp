@@ -159,10 +159,10 @@ public:
     for (const auto& [step, result] : m_Results) expected += step + "|" + result + "\n";
     m_Tablet.Expect(Results() == expected, "an earlier rating has changed");
     m_Tablet.Expect(
-        m_Tablet.Ask(
-            "SELECT count(*) FROM Category WHERE InspectionID = " + m_Key +
-            " AND CategoryID IN (SELECT CategoryID FROM Step) AND CompleteFlag = EXISTS (SELECT 1 FROM "
-            "Step WHERE Step.CategoryID = Category.CategoryID AND InspectResult = '')") == "0\n",
+        m_Tablet.Ask("SELECT count(*) FROM Category WHERE InspectionID = " + m_Key +
+                     " AND CategoryID IN (SELECT CategoryID FROM Step) AND CompleteFlag = EXISTS (SELECT 1 "
+                     "FROM Step WHERE Step.CategoryID = Category.CategoryID AND InspectResult = '')") ==
+            "0\n",
         "a complete flag does not fit its steps");
     return now == m_Choice;
   }

@@ -92,8 +92,7 @@ std::string Tablet::Content(const std::string& inspectionID) {
              "CommentText FROM Category WHERE InspectionID = " +
              inspectionID + " ORDER BY CategoryNumber, CategoryTitle") +
          Ask("SELECT StepNumber, StepTitle, InspectResult, Materials, Comments, RatingType FROM Step JOIN "
-             "Category "
-             "USING (CategoryID) WHERE InspectionID = " +
+             "Category USING (CategoryID) WHERE InspectionID = " +
              inspectionID + " ORDER BY CategoryNumber, StepNumber, StepID");
 }
 

@@ -18,13 +18,8 @@ TEST(ImportTest, ReadsFilesInPathOrderAndRowsInTheirLines) {
   folder.Put("in/a/.2.toml.swp.toml", "[[");
   folder.Put("in/readme.md", "[[");
   ASSERT_EQ(device.Import(folder / "in"), u"");
-  std::vector<int> types;
-  for (const NamedRow& row : device.Rows(u"RatingType")) types.push_back(row.Number(u"ID"));
-  EXPECT_EQ(types, (std::vector<int>{1, 2, 3, 4}));
-  std::vector<std::pair<int, int>> links;
-  for (const NamedRow& row : device.Rows(u"CategoryStep"))
-    links.emplace_back(row.Number(u"CategoryID"), row.Number(u"StepID"));
-  EXPECT_EQ(links, (std::vector<std::pair<int, int>>{{20, 8}, {-1, 8}, {20, 8}, {5, 6}, {20, 9}, {1, 7}}));
+  EXPECT_EQ(device.Ask("SELECT * FROM RatingType"), "1||\n2||\n3||\n4||");
+  EXPECT_EQ(device.Ask("SELECT * FROM CategoryStep"), "20|8\n-1|8\n20|8\n5|6\n20|9\n1|7");
 }
 
 TEST(ImportTest, GivesKeysLeftOutTheirNeutralValueAndLinksTheirText) {
@@ -33,12 +28,10 @@ TEST(ImportTest, GivesKeysLeftOutTheirNeutralValueAndLinksTheirText) {
                               "ForType = [5]\nNulls = [\"Rating\"]\n[[Options]]\nColumnWidth1 = 2\n"
                               "ReportIcon = \"\"\"00fF\n a1\"\"\"\n"),
             u"");
-  const data::RawRow comment = {40, 0, Text(), std::monostate(), Text(), Text(), 0};
-  EXPECT_EQ(device.Rows(u"Comments").at(0).values, comment);
-  EXPECT_EQ(device.Rows(u"StepComment").at(0).values, (data::RawRow{-12, 40, Text(u"-12-40")}));
-  EXPECT_EQ(device.Rows(u"CategoryComment").at(0).values, (data::RawRow{3, 40, Text(u"3-40")}));
-  EXPECT_EQ(device.Rows(u"MaterialComment").at(0).values, (data::RawRow{4, 40, Text(u"4-40")}));
-  EXPECT_EQ(device.Rows(u"InspectionTypeComment").at(0).values, (data::RawRow{5, 40, Text(u"5-40")}));
+  EXPECT_EQ(device.Ask("SELECT * FROM Comments"), "40|0||NULL|||0");
+  EXPECT_EQ(device.Ask("SELECT * FROM StepComment UNION ALL SELECT * FROM CategoryComment UNION ALL SELECT * "
+                       "FROM MaterialComment UNION ALL SELECT * FROM InspectionTypeComment"),
+            "-12|40|-12-40\n3|40|3-40\n4|40|4-40\n5|40|5-40");
   EXPECT_EQ(device.GetWorkspace().Options().m_ReportIcon, (data::ByteArray{0x00, 0xFF, 0xA1}));
   EXPECT_EQ(device.GetWorkspace().Options().m_ColumnWidth[0], 2);
 }
@@ -49,7 +42,7 @@ TEST(ImportTest, ReadsWhatPlainEditorsWrite) {
                 "\xEF\xBB\xBF# Words\r\n[[Pickers]]\r\nPickerName = \"\xC3\x89tat\"\r\n\r\nPickers2 = 1\r\n"),
             u"library.toml, line 5: [[Pickers]] has no key Pickers2. Nothing was changed.");
   ASSERT_EQ(device.ImportText("\xEF\xBB\xBF[[Pickers]]\r\nPickerName = \"\xC3\x89tat\"\r\n"), u"");
-  EXPECT_EQ(device.Rows(u"Pickers").at(0).String(u"PickerName"), u"\u00c9tat");
+  EXPECT_EQ(device.Ask("SELECT PickerName FROM Pickers"), "\xC3\x89tat");
 }
 
 TEST(ImportTest, ReadsTheExampleOfTheGuide) {
@@ -57,7 +50,7 @@ TEST(ImportTest, ReadsTheExampleOfTheGuide) {
   const std::size_t begin = guide.find("```toml\n") + 8;
   LibraryDevice device;
   ASSERT_EQ(device.ImportText(guide.substr(begin, guide.find("```\n", begin) - begin)), u"");
-  EXPECT_EQ(device.Rows(u"MaterialComment").size(), 1u);
+  EXPECT_EQ(device.Ask("SELECT count(*) FROM MaterialComment"), "1");
 }
 
 TEST(ImportTest, ReplacesTheLibraryButNotWhatBelongsToTheDevice) {
@@ -71,23 +64,15 @@ TEST(ImportTest, ReplacesTheLibraryButNotWhatBelongsToTheDevice) {
   EXPECT_EQ(options.m_UserName + options.m_Pswrd + options.m_FooterText + options.m_FinePrint, u"upnew");
   EXPECT_EQ(options.m_Port, 9);
   EXPECT_EQ(options.m_DataVersion, u"5.0");
-  EXPECT_EQ(device.Rows(u"UniqueID").size(), 1u);
+  EXPECT_EQ(device.Ask("SELECT * FROM UniqueID"), "Comments|25003");
 
   ASSERT_EQ(device.ImportText("[[UniqueID]]\nTableName = \"X\"\nNextID = 5\n"), u"");
-  EXPECT_TRUE(device.Rows(u"Pickers").empty());
-  EXPECT_EQ(device.Rows(u"UniqueID").at(0).String(u"TableName"), u"X");
-  EXPECT_EQ(device.Rows(u"Options").at(0).String(u"FooterText"), u"new");
+  EXPECT_EQ(device.Ask("SELECT * FROM Pickers"), "");
+  EXPECT_EQ(device.Ask("SELECT TableName, FooterText FROM UniqueID, Options"), "X|new");
 
   // The copy is a database with the library as it was.
   ASSERT_NE(device.Copy(), "");
-  FixedClock clock;
-  ScriptedPrompts prompts;
-  device::FaultLog faults(prompts, clock, device.Folder() / "copy.log");
-  data::Connection copy(device.Copy(), faults);
-  ASSERT_EQ(copy.Open(), u"");
-  std::vector<data::RawRow> pickers;
-  EXPECT_TRUE(data::ReadRawRows(copy, *data::FindLayout(u"Pickers"), pickers));
-  EXPECT_EQ(pickers.size(), 1u);
+  EXPECT_EQ(Shell(device.Copy()).Ask("SELECT count(*) FROM Pickers"), "1");
 }
 
 TEST(ImportTest, NamesFileLineAndKeyAndChangesNothing) {

@@ -6,46 +6,28 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "data/FreshDatabase.h"
 #include "data/RowDump.h"
 #include "data/StartUp.h"
 #include "library/Library.h"
+#include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
 
 using device::Text;
-using device::TextView;
-
-// One row, by the names of its columns.
-struct NamedRow {
-  const data::TableLayout* table = nullptr;
-  data::RawRow values;
-
-  const data::RawValue& operator[](TextView column) const {
-    std::size_t at = 0;
-    while (table->columns[at].name != column) ++at;
-    return values[at];
-  }
-  std::int32_t Number(TextView column) const { return std::get<std::int32_t>((*this)[column]); }
-  const Text& String(TextView column) const { return std::get<Text>((*this)[column]); }
-  bool IsSet(TextView column) const { return Number(column) != 0; }
-};
 
 using Library = std::map<Text, std::vector<data::RawRow>>;
 
 class LibraryDevice : ScriptedMachine {
 public:
   LibraryDevice() {
-    const auto documents = m_Folder / "My Documents";
-    EXPECT_EQ(
-        data::CreateFreshDatabase(documents / "Template_Data.cdb", data::DatabaseKind::Template, m_Faults),
-        u"");
-    EXPECT_EQ(data::CreateFreshDatabase(documents / "Inspection_Data.cdb", data::DatabaseKind::Inspection,
-                                        m_Faults),
-              u"");
+    for (const auto& [name, kind] : {std::pair{"Template_Data.cdb", data::DatabaseKind::Template},
+                                     {"Inspection_Data.cdb", data::DatabaseKind::Inspection}})
+      EXPECT_EQ(data::CreateFreshDatabase(m_Folder / "My Documents" / name, kind, m_Faults), u"");
     m_Workspace = data::StartData(m_Machine).workspace;
     if (!m_Workspace) ADD_FAILURE() << "The databases do not start.";
     m_Prompts.Forget();
@@ -71,14 +53,8 @@ public:
 
   void Run(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
 
-  std::vector<NamedRow> Rows(TextView table) {
-    const data::TableLayout* const layout = data::FindLayout(table);
-    std::vector<data::RawRow> rows;
-    EXPECT_TRUE(data::ReadRawRows(Connection(), *layout, rows));
-    std::vector<NamedRow> named;
-    for (data::RawRow& row : rows) named.push_back({layout, std::move(row)});
-    return named;
-  }
+  // What another program finds in the Template database.
+  std::string Ask(const std::string& sql) { return Shell(Connection().File()).Ask(sql); }
   // Every table of the Template database.
   Library Everything() {
     Library all;

@@ -82,6 +82,28 @@ TEST(RoundTripTest, KeepsEveryCharacterByteAndDigit) {
   ExpectRoundTrip(device);
 }
 
+TEST(RoundTripTest, TakesWhatReadsAsYes) {
+  LibraryDevice device;
+  device.Run("INSERT INTO Comments (ID, VoidFlag) VALUES (1, -1), (2, 7), (3, 0.5), (4, 0), (5, NULL)");
+  ExpectRoundTrip(device);
+}
+
+TEST(ExportTest, RefusesAValueThatWouldComeBackAsAnother) {
+  for (const auto& [column, value] : {std::pair{"OwnerID", "99999999999"},
+                                      {"OwnerID", "1.5"},
+                                      {"OwnerID", "'many'"},
+                                      {"Comments", "x'00ff'"},
+                                      {"Comments", "CAST(x'ff' AS TEXT)"},
+                                      {"VoidFlag", "'maybe'"}}) {
+    LibraryDevice device;
+    device.Run(std::string("INSERT INTO Comments (ID, ") + column + ") VALUES (1, NULL), (2, " + value + ")");
+    EXPECT_THAT(device::ToUtf8(device.Export(device.Folder() / "out")),
+                testing::HasSubstr(std::string("table Comments, column ") + column + ", row 2: "))
+        << value;
+    EXPECT_FALSE(device.Files().Exists(device.Folder() / "out"));
+  }
+}
+
 TEST(RoundTripTest, NeverWritesTheLogin) {
   LibraryDevice device;
   device.Run(

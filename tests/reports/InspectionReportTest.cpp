@@ -2,7 +2,6 @@
 #include "reports/InspectionReport.h"
 
 #include "ReportFixture.h"
-#include "data/CategoryTable.h"
 
 namespace inspector::reports {
 namespace {
@@ -15,12 +14,14 @@ class InspectionReportTest : public testing::Test {
 protected:
   // Three categories with two steps each.
   void SetUp() override {
-    m_InspectionID = device.AddInspection(u"H/104: a.");
-    for (const Text title : {u"Roof", u"Attic", u"Cellar"}) {
-      const std::int32_t category = device.AddCategory(m_InspectionID, u"10", title);
-      device.AddStep(category, u"1", u"Marginal", title + u" one.");
-      device.AddStep(category, u"2", u"", title + u" two.");
-    }
+    device.RunInVisits(
+        "INSERT INTO Inspection (InspectionID, InspectionNum) VALUES (1001, 'H/104: a.');"
+        "INSERT INTO Category (CategoryID, InspectionID, CategoryNumber, CategoryTitle) VALUES (1, 1001, "
+        "'10', 'Roof'), (2, 1001, '10', 'Attic'), (3, 1001, '10', 'Cellar');"
+        "INSERT INTO Step (CategoryID, StepNumber, InspectResult, Comments) SELECT CategoryID, '1', "
+        "'Marginal', CategoryTitle || ' one.' FROM Category;"
+        "INSERT INTO Step (CategoryID, StepNumber, InspectResult, Comments) SELECT CategoryID, '2', '', "
+        "CategoryTitle || ' two.' FROM Category");
   }
 
   ReportOutcome Write(std::vector<Text> deselected = {}) {
@@ -41,7 +42,7 @@ protected:
   }
 
   ReportDevice device;
-  std::int32_t m_InspectionID = 0;
+  const std::int32_t m_InspectionID = 1001;
   std::filesystem::path m_Target = device.folder / "out" / "report.rtf";
 };
 
@@ -121,13 +122,7 @@ TEST_F(InspectionReportTest, WhatDoesNotExistIsNamed) {
 }
 
 TEST_F(InspectionReportTest, SkippedCategoriesAreNotInIt) {
-  {
-    data::CategoryTable table(device.GetWorkspace().GetDatabases());
-    table.OpenSQL(u"SELECT * FROM Category WHERE CategoryTitle = \"Attic\"");
-    ASSERT_TRUE(table.GetRecord(0));
-    table.m_NotPresentFlag = -1;
-    ASSERT_TRUE(table.Write());
-  }
+  device.RunInVisits("UPDATE Category SET NotPresentFlag = -1 WHERE CategoryTitle = 'Attic'");
   ASSERT_EQ(Write({u"Cellar", u"roof"}).result, ReportResult::Written);
   const std::string report = ContentOf(m_Target);
   EXPECT_NE(report.find("Roof two."), std::string::npos);  // deselected by its exact name only
@@ -137,9 +132,9 @@ TEST_F(InspectionReportTest, SkippedCategoriesAreNotInIt) {
 }
 
 TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
-  const std::int32_t category = device.AddCategory(m_InspectionID, u"90", u"Pictures");
-  device.AddStep(category, u"1", u"", u"***Path=\\gone.jpg*** ***Picture-4*** ***Path=\\there.jpg***");
-  device.AddStep(category, u"2", u"", u"***Path=\\gone.jpg***");
+  device.RunInVisits(
+      "INSERT INTO Step (CategoryID, StepNumber, Comments) VALUES (1, '3', '***Path=\\gone.jpg*** "
+      "***Picture-4*** ***Path=\\there.jpg***'), (1, '4', '***Path=\\gone.jpg***')");
   device.folder.Put("there.jpg", "x");
   std::filesystem::create_directories(device.Home() / "HousePhotoP.jpg");  // there, but no file
   const ReportOutcome outcome = Write();
@@ -156,8 +151,22 @@ TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
 
 TEST_F(InspectionReportTest, AnInspectionThatCannotBeReadMakesNoReport) {
   device.folder.Put("out/report.rtf", "an older report");
-  data::Connection& connection = device.GetWorkspace().InspectionConnection();
   for (const std::string damage : {"DROP TABLE Step", "CREATE TABLE Step (StepID integer)"}) {
+    device.RunInVisits(damage);
+    device.GetWorkspace().InspectionConnection().SchemaChanged();
+    device.prompts.Forget();
+    EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
+    EXPECT_FALSE(device.prompts.Messages().empty()) << damage;
+  }
+  ExpectOnlyThere("an older report");
+}
+
+// Without the flags of the ratings nothing would be red or bold, as if no finding were serious.
+TEST_F(InspectionReportTest, RatingsThatCannotBeReadMakeNoReport) {
+  device.folder.Put("out/report.rtf", "an older report");
+  data::Connection& connection = device.GetWorkspace().TemplateConnection();
+  for (const std::string damage :
+       {"DROP TABLE RatingChoices", "CREATE VIEW RatingChoices AS SELECT * FROM Gone"}) {
     ASSERT_TRUE(connection.ExecuteNative(damage));
     connection.SchemaChanged();
     device.prompts.Forget();

@@ -4,12 +4,7 @@
 #include <map>
 #include <set>
 
-#include "data/CategoryTable.h"
 #include "data/FreshDatabase.h"
-#include "data/InspectionTable.h"
-#include "data/InspectionTypeTable.h"
-#include "data/RatingChoicesTable.h"
-#include "data/RatingTypeTable.h"
 #include "data/StartUp.h"
 #include "device/OwnerRecord.h"
 
@@ -49,148 +44,95 @@ void PutEntries(ReportDevice& device, const json& folder) {
   }
 }
 
-void StoreOptions(data::Workspace& workspace, const json& options) {
-  data::OptionsTable table(workspace.GetDatabases());
-  table.Open();
-  if (!table.GetRecord(0)) table.PrepareNew();
-  table.m_ReportFontName = TextOf(options["ReportFontName"]);
-  table.m_ReportFontSize = options["ReportFontSize"];
-  for (std::size_t i = 0; i < 5; ++i) table.m_ColumnWidth[i] = options["ColumnWidths"][i];
-  table.m_StepSpacing = options["StepSpacing"];
-  table.m_HideRatings = options["HideRatings"].get<bool>() ? -1 : 0;
-  table.m_OmitPictures = options["LeavePicturesOut"].get<bool>() ? -1 : 0;
-  table.m_DefaultPictCardPath = TextOf(options["DefaultPictCardPath"]);
-  table.m_FinePrint = TextOf(options["FinePrint"]);
-  table.m_DefinitionOfTerms = TextOf(options["DefinitionOfTerms"]);
-  table.m_FooterText = TextOf(options["FooterText"]);
-  table.m_InspectorEntry = TextOf(options["Inspector"]);
-  for (std::size_t i = 0; i < 8; ++i) table.m_HeaderLabel[i] = TextOf(options["HeaderLabels"][i]);
-  ASSERT_TRUE(table.Write());
-  workspace.ForgetOptions();
+std::string Quoted(const std::string& text) {
+  std::string quoted = "'";
+  for (const char byte : text) quoted += byte == '\'' ? "''" : std::string(1, byte);
+  return quoted + "'";
 }
 
-void StoreTemplates(data::Workspace& workspace, const json& visit) {
-  data::InspectionTypeTable types(workspace.GetDatabases());
-  types.PrepareNew();
-  types.m_Layout = TextOf(visit["firstTypeLayout"]);
-  ASSERT_TRUE(types.Write());
-  data::RatingTypeTable ratingTypes(workspace.GetDatabases());
-  data::RatingChoicesTable choices(workspace.GetDatabases());
-  std::map<Text, std::int32_t> ids;
+using Row = std::vector<std::pair<std::string, json>>;
+
+std::string InsertSql(const std::string& table, const Row& row) {
+  std::string names;
+  std::string values;
+  for (const auto& [name, value] : row) {
+    names += (names.empty() ? "" : ", ") + name;
+    values += (values.empty() ? "" : ", ") + (value.is_string() ? Quoted(value) : value.dump());
+  }
+  return "INSERT INTO " + table + " (" + names + ") VALUES (" + values + ");";
+}
+
+std::string OptionsSql(const json& options) {
+  Row row = {{"DataVersion", "5.0"}};
+  for (const char* name : {"ReportFontName", "ReportFontSize", "StepSpacing", "HideRatings",
+                           "DefaultPictCardPath", "FinePrint", "DefinitionOfTerms", "FooterText"})
+    row.emplace_back(name, options[name]);
+  row.emplace_back("OmitPictures", options["LeavePicturesOut"]);
+  row.emplace_back("InspectorEntry", options["Inspector"]);
+  for (std::size_t i = 0; i < 5; ++i)
+    row.emplace_back("ColumnWidth" + std::to_string(i + 1), options["ColumnWidths"][i]);
+  const char* const kLabels[] = {"DwellingAddress",   "ClientAddress", "ClientAgent", "DocType",
+                                 "RealEstateCompany", "DocNumber",     "ClientName",  "Date"};
+  for (std::size_t i = 0; i < 8; ++i)
+    row.emplace_back(std::string("Label") + kLabels[i], options["HeaderLabels"][i]);
+  return "DELETE FROM Options;" + InsertSql("Options", row);
+}
+
+std::string TemplatesSql(const json& visit) {
+  std::string sql = InsertSql("InspectionType", {{"Layout", visit["firstTypeLayout"]}});
+  std::map<std::string, std::size_t> ids;
   for (const json& choice : visit["ratingChoices"]) {
-    const auto [id, isNew] =
-        ids.emplace(TextOf(choice["ratingType"]), static_cast<std::int32_t>(ids.size()) + 1);
-    if (isNew) {
-      ratingTypes.PrepareNew();
-      ratingTypes.m_ID = id->second;
-      ratingTypes.m_RatingType = id->first;
-      ASSERT_TRUE(ratingTypes.Write());
-    }
-    choices.PrepareNew();
-    choices.m_RatingTypeID = id->second;
-    choices.m_ChoiceName = TextOf(choice["choice"]);
-    choices.m_BoldFlag = choice["bold"].get<bool>() ? -1 : 0;
-    choices.m_RedFlag = choice["red"].get<bool>() ? -1 : 0;
-    ASSERT_TRUE(choices.Write());
+    const auto [id, isNew] = ids.emplace(choice["ratingType"], ids.size() + 1);
+    if (isNew) sql += InsertSql("RatingType", {{"ID", id->second}, {"RatingType", id->first}});
+    sql += InsertSql("RatingChoices", {{"RatingTypeID", id->second},
+                                       {"ChoiceName", choice["choice"]},
+                                       {"BoldFlag", choice["bold"]},
+                                       {"RedFlag", choice["red"]}});
   }
+  return sql;
 }
 
-void StoreOwner(const device::Machine& machine, const json& owner) {
-  const device::OwnerRecord record{
-      TextOf(owner["name"]), TextOf(owner["company"]), TextOf(owner["address"]), {}};
-  ASSERT_TRUE(machine.registry.WriteBinary(Text(data::kOwnerKey), u"Owner", record.Encode()));
-}
-
-void StoreHeader(data::InspectionTable& inspection, const json& header) {
-  inspection.m_InspectionNum = TextOf(header["documentNumber"]);
-  inspection.m_InspectionDate =
-      device::FromIso(header["date"].get<std::string>()).value_or(device::CalendarTime{});
-  inspection.m_DwellingAddress = TextOf(header["dwellingAddress"]);
-  inspection.m_CityStateZip = TextOf(header["dwellingCityStateZip"]);
-  inspection.m_ClientName = TextOf(header["clientName"]);
-  inspection.m_ClientAddress = TextOf(header["clientAddress"]);
-  inspection.m_ClientCityStateZip = TextOf(header["clientCityStateZip"]);
-  inspection.m_ClientAgent = TextOf(header["clientAgent"]);
-  inspection.m_RealEstateCompany = TextOf(header["realEstateCompany"]);
-}
-
-void StoreSteps(data::Workspace& workspace, std::int32_t categoryID, const json& steps) {
-  data::StepTable table(workspace.GetDatabases());
-  for (const json& step : steps) {
-    table.PrepareNew();
-    table.m_CategoryID = categoryID;
-    table.m_StepNumber = TextOf(step["number"]);
-    table.m_StepTitle = TextOf(step["title"]);
-    table.m_RatingType = TextOf(step["ratingType"]);
-    table.m_InspectResult = TextOf(step["rating"]);
-    table.m_Materials = TextOf(step["materials"]);
-    table.m_Comments = TextOf(step["comments"]);
-    ASSERT_TRUE(table.Write());
+std::string InspectionSql(const json& visit) {
+  const json& header = visit["header"];
+  std::string sql = InsertSql("Inspection", {{"InspectionID", 1001},
+                                             {"InspectionNum", header["documentNumber"]},
+                                             {"InspectionDate", header["date"]},
+                                             {"DwellingAddress", header["dwellingAddress"]},
+                                             {"CityStateZip", header["dwellingCityStateZip"]},
+                                             {"ClientName", header["clientName"]},
+                                             {"ClientAddress", header["clientAddress"]},
+                                             {"ClientCityStateZip", header["clientCityStateZip"]},
+                                             {"ClientAgent", header["clientAgent"]},
+                                             {"RealEstateCompany", header["realEstateCompany"]},
+                                             {"GeneralInformation", visit["generalInformation"]}});
+  int id = 2000;
+  for (const json& category : visit["categories"]) {
+    sql += InsertSql("Category", {{"CategoryID", ++id},
+                                  {"InspectionID", 1001},
+                                  {"CategoryNumber", category["number"]},
+                                  {"CategoryTitle", category["title"]},
+                                  {"NotPresentFlag", category["notPresent"]}});
+    for (const json& step : category["steps"])
+      sql += InsertSql("Step", {{"CategoryID", id},
+                                {"StepNumber", step["number"]},
+                                {"StepTitle", step["title"]},
+                                {"RatingType", step["ratingType"]},
+                                {"InspectResult", step["rating"]},
+                                {"Materials", step["materials"]},
+                                {"Comments", step["comments"]}});
   }
-}
-
-void StoreCategories(data::Workspace& workspace, std::int32_t inspectionID, const json& categories) {
-  data::CategoryTable table(workspace.GetDatabases());
-  std::int32_t categoryID = 2000;
-  for (const json& category : categories) {
-    table.PrepareNew();
-    table.m_CategoryID = ++categoryID;
-    table.m_InspectionID = inspectionID;
-    table.m_CategoryNumber = TextOf(category["number"]);
-    table.m_CategoryTitle = TextOf(category["title"]);
-    table.m_NotPresentFlag = category["notPresent"].get<bool>() ? -1 : 0;
-    ASSERT_TRUE(table.Write());
-    StoreSteps(workspace, categoryID, category["steps"]);
-  }
+  return sql;
 }
 
 }  // namespace
 
-ReportDevice::ReportDevice()
-    : m_Paths(folder.Path()),
-      m_Registry(files, folder / "registry.toml"),
-      m_Faults(prompts, m_Clock, folder / "faults.log"),
-      m_Machine{m_Paths, files, m_Registry, prompts, m_Clock, m_Faults} {
-  const device::DatabasePaths paths{Text(data::kDefaultTemplatePath), Text(data::kDefaultInspectionPath)};
-  std::filesystem::create_directories(folder / "My Documents");
-  for (const auto& [path, kind] : {std::pair{paths.templatePath, data::DatabaseKind::Template},
-                                   std::pair{paths.inspectionPath, data::DatabaseKind::Inspection}}) {
-    EXPECT_EQ(data::CreateFreshDatabase(m_Paths.Resolve(path), kind, m_Faults), Text());
-  }
-  m_Workspace = std::make_unique<data::Workspace>(m_Machine, paths);
-  EXPECT_EQ(m_Workspace->GetDatabases().Open(), Text());
-}
-
-std::int32_t ReportDevice::AddInspection(const Text& documentNumber) {
-  data::InspectionTable table(m_Workspace->GetDatabases());
-  table.PrepareNew();
-  table.m_InspectionID = ++m_LastID;
-  table.m_InspectionNum = documentNumber;
-  EXPECT_TRUE(table.Write());
-  return m_LastID;
-}
-
-std::int32_t ReportDevice::AddCategory(std::int32_t inspectionID, const Text& number, const Text& title) {
-  data::CategoryTable table(m_Workspace->GetDatabases());
-  table.PrepareNew();
-  table.m_CategoryID = ++m_LastID;
-  table.m_InspectionID = inspectionID;
-  table.m_CategoryNumber = number;
-  table.m_CategoryTitle = title;
-  EXPECT_TRUE(table.Write());
-  return m_LastID;
-}
-
-void ReportDevice::AddStep(std::int32_t categoryID, const Text& number, const Text& rating,
-                           const Text& comments) {
-  data::StepTable table(m_Workspace->GetDatabases());
-  table.PrepareNew();
-  table.m_CategoryID = categoryID;
-  table.m_StepNumber = number;
-  table.m_StepTitle = u"Step " + number;
-  table.m_InspectResult = rating;
-  table.m_Comments = comments;
-  EXPECT_TRUE(table.Write());
+ReportDevice::ReportDevice() {
+  for (const auto& [name, kind] :
+       {std::pair{"My Documents/Template_Data.cdb", data::DatabaseKind::Template},
+        std::pair{"My Documents/Inspection_Data.cdb", data::DatabaseKind::Inspection}})
+    EXPECT_EQ(data::CreateFreshDatabase(folder / name, kind, m_Faults), u"");
+  m_Workspace = data::StartData(m_Machine).workspace;
+  if (!m_Workspace) std::abort();  // every test would go on without a database
 }
 
 std::filesystem::path ExpectedFolder() {
@@ -229,21 +171,13 @@ json ReadVisit(const json& variant) {
 
 std::int32_t StoreVisit(ReportDevice& device, const json& visit) {
   for (const json& folder : visit["device"]) PutEntries(device, folder);
-  data::Workspace& workspace = device.GetWorkspace();
-  data::Transaction templates(workspace.TemplateConnection());
-  data::Transaction inspections(workspace.InspectionConnection());
-  StoreOptions(workspace, visit["options"]);
-  StoreTemplates(workspace, visit);
-  StoreOwner(device.GetMachine(), visit["owner"]);
-  data::InspectionTable inspection(workspace.GetDatabases());
-  inspection.PrepareNew();
-  inspection.m_InspectionID = 1001;
-  StoreHeader(inspection, visit["header"]);
-  inspection.m_GeneralInformation = TextOf(visit["generalInformation"]);
-  EXPECT_TRUE(inspection.Write());
-  StoreCategories(workspace, 1001, visit["categories"]);
-  EXPECT_TRUE(templates.Commit());
-  EXPECT_TRUE(inspections.Commit());
+  device.RunInLibrary(OptionsSql(visit["options"]) + TemplatesSql(visit));
+  device.RunInVisits(InspectionSql(visit));
+  device.GetWorkspace().ForgetOptions();
+  const json& owner = visit["owner"];
+  const device::OwnerRecord record{
+      TextOf(owner["name"]), TextOf(owner["company"]), TextOf(owner["address"]), {}};
+  EXPECT_TRUE(device.GetMachine().registry.WriteBinary(Text(data::kOwnerKey), u"Owner", record.Encode()));
   return 1001;
 }
 

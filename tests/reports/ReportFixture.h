@@ -4,7 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "data/StepTable.h"
 #include "data/Workspace.h"
 #include "device/Machine.h"
 #include "reports/InspectionReport.h"
@@ -26,7 +25,7 @@ public:
 };
 
 // Empty databases; a test adds what it needs.
-class ReportDevice {
+class ReportDevice : ScriptedMachine {
 public:
   ReportDevice();
 
@@ -34,24 +33,19 @@ public:
   data::Workspace& GetWorkspace() { return *m_Workspace; }
   const device::Machine& GetMachine() const { return m_Machine; }
   int Faults() const { return m_Faults.Count(); }
+  void RunInLibrary(const std::string& sql) {
+    EXPECT_TRUE(m_Workspace->TemplateConnection().ExecuteNative(sql)) << sql;
+  }
+  void RunInVisits(const std::string& sql) {
+    EXPECT_TRUE(m_Workspace->InspectionConnection().ExecuteNative(sql)) << sql;
+  }
 
-  std::int32_t AddInspection(const device::Text& documentNumber);
-  std::int32_t AddCategory(std::int32_t inspectionID, const device::Text& number, const device::Text& title);
-  void AddStep(std::int32_t categoryID, const device::Text& number, const device::Text& rating,
-               const device::Text& comments);
-
-  TemporaryFolder folder;
-  FaultyFiles files;
-  ScriptedPrompts prompts;
+  TemporaryFolder& folder = m_Folder;
+  FaultyFiles& files = m_Files;
+  ScriptedPrompts& prompts = m_Prompts;
 
 private:
-  FixedClock m_Clock;
-  device::DevicePaths m_Paths;
-  device::Registry m_Registry;
-  device::FaultLog m_Faults;
-  device::Machine m_Machine;
   std::unique_ptr<data::Workspace> m_Workspace;
-  std::int32_t m_LastID = 1000;
 };
 
 // The folder with small-inspection.json and the reports that are expected of it.

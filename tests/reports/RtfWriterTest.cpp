@@ -75,40 +75,6 @@ TEST(RtfWriterTest, ColumnsAreCutToWholeTwipsOneByOne) {
             -108);  // from a damaged row
 }
 
-TEST(RtfWriterTest, RowsBeginByTheLayout) {
-  const auto rowOf = [](int columns, int fontSize) {
-    Desk desk({u"Arial", fontSize, columns, {0.5, 1.5, 1.25, 0.75, 2.5}, {}, {}});
-    desk.writer.BeginTableRow();
-    return desk.Taken();
-  };
-  EXPECT_EQ(rowOf(4, 12),
-            "\\trowd\\trgaph108\\trleft-"
-            "108\\fs24\\trhdr\\cellx612\\cellx2772\\cellx4572\\cellx5652\\cellx9252\\intbl\\ql ");
-  EXPECT_EQ(
-      rowOf(3, 10),
-      "\\trowd\\trgaph108\\trleft-108\\fs20\\trhdr\\cellx612\\cellx2772\\cellx4572\\cellx5652\\intbl\\ql ");
-  EXPECT_EQ(rowOf(2, 10),
-            "\\trowd\\trgaph108\\trleft-108\\fs20\\trhdr\\cellx612\\cellx2772\\cellx4572\\intbl\\ql ");
-  EXPECT_EQ(rowOf(1, 12), "");
-  EXPECT_EQ(rowOf(5, 12), "\\cell\\row ");
-}
-
-TEST(RtfWriterTest, OnlyTheFirstTitleIsTheReportsOwn) {
-  Desk desk;
-  desk.writer.WriteSectionTitle(u"Roof {a}");
-  desk.writer.WriteSectionTitle(u"Attic {a}");
-  desk.writer.WritePageBreak();
-  desk.writer.WriteSectionBreak();
-  desk.writer.WriteDocumentEnd();
-  EXPECT_EQ(
-      desk.Taken(),
-      "(first)Roof \\{a\\}"
-      "\\pard \\par\\pard \\s15\\ql\\widctlpar\\tqc\\tx5040\\tqr\\tx10080 {\\cs17\\fs24\\b\\ul Attic \\{a\\}"
-      "\\b0\\ul0\\par\\par}\\pard"
-      "\\pard \\nowidctlpar\\widctlpar\\adjustright {\\page \\par }"
-      "\\sect \\sectd \\linex0\\endnhere }");
-}
-
 TEST(RtfWriterTest, APictureStandsInHexWithItsLastByteTwice) {
   Desk desk;
   std::string bytes;

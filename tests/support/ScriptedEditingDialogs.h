@@ -28,16 +28,16 @@ public:
   void QueuePickerEdit(std::function<void()> work) { m_PickerEdits.push_back(std::move(work)); }
 
   const std::vector<CategoryCopies>& CopiesSuggested() const { return m_CopiesSuggested; }
-  // (row, tab) of each sheet.
-  const std::vector<std::pair<int, int>>& SheetsOpened() const { return m_SheetsOpened; }
+  // (step, tab) of each sheet.
+  const std::vector<std::pair<std::int32_t, int>>& SheetsOpened() const { return m_SheetsOpened; }
   const std::vector<device::Text>& PickersEdited() const { return m_PickersEdited; }
 
   std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) override {
     m_CopiesSuggested.push_back(suggested);
     return Take(m_Copies, "Duplicate Category").value_or(std::nullopt);
   }
-  bool OpenStepProperties(int stepRow, int tab) override {
-    m_SheetsOpened.emplace_back(stepRow, tab);
+  bool OpenStepProperties(std::int32_t, std::int32_t stepID, int tab) override {
+    m_SheetsOpened.emplace_back(stepID, tab);
     const auto work = Take(m_Sheets, "Step Properties");
     return work && (*work)();
   }
@@ -62,7 +62,7 @@ private:
   std::deque<std::function<bool()>> m_Sheets;
   std::deque<std::function<void()>> m_PickerEdits;
   std::vector<CategoryCopies> m_CopiesSuggested;
-  std::vector<std::pair<int, int>> m_SheetsOpened;
+  std::vector<std::pair<std::int32_t, int>> m_SheetsOpened;
   std::vector<device::Text> m_PickersEdited;
 };
 

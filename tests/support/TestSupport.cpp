@@ -43,11 +43,15 @@ std::optional<Value> TakeFirst(std::deque<std::optional<Value>>& queue, const ch
 
 class RecordingWindow : public device::ProgressWindow {
 public:
-  RecordingWindow(std::shared_ptr<ScriptedPrompts::Progress> record, std::optional<int> cancelAtStep)
-      : m_Record(std::move(record)), m_CancelAtStep(cancelAtStep) {}
+  RecordingWindow(std::shared_ptr<ScriptedPrompts::Progress> record, std::optional<int> cancelAtStep,
+                  std::function<void()> atStatus)
+      : m_Record(std::move(record)), m_CancelAtStep(cancelAtStep), m_AtStatus(std::move(atStatus)) {}
   ~RecordingWindow() override { m_Record->open = false; }
 
-  void SetStatus(const Text& status) override { m_Record->statuses.push_back(status); }
+  void SetStatus(const Text& status) override {
+    m_Record->statuses.push_back(status);
+    m_AtStatus();
+  }
   void SetRange(int low, int high) override {
     m_Record->low = low;
     m_Record->high = high;
@@ -65,6 +69,7 @@ public:
 private:
   std::shared_ptr<ScriptedPrompts::Progress> m_Record;
   std::optional<int> m_CancelAtStep;
+  std::function<void()> m_AtStatus;
 };
 
 class FaultyInput : public device::InputFile {
@@ -170,7 +175,7 @@ std::unique_ptr<device::ProgressWindow> ScriptedPrompts::OpenProgress(const Text
   record->title = title;
   record->cancellable = cancellable;
   m_ProgressWindows.push_back(record);
-  return std::make_unique<RecordingWindow>(record, cancellable ? m_CancelAtStep : std::nullopt);
+  return std::make_unique<RecordingWindow>(record, cancellable ? m_CancelAtStep : std::nullopt, m_AtStatus);
 }
 
 TemporaryFolder::TemporaryFolder() {

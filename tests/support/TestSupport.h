@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -49,6 +50,8 @@ public:
   void QueueDatabasePaths(std::optional<device::DatabasePaths> answer);
   // The next cancellable windows count as cancelled from this step on (0: at once).
   void CancelAtStep(int step) { m_CancelAtStep = step; }
+  // Called whenever a progress window is told its status.
+  void AtStatus(std::function<void()> call) { m_AtStatus = std::move(call); }
 
   const std::vector<device::Message>& Messages() const { return m_Messages; }
   // "Title: text" of each message, in the order in which they came.
@@ -72,6 +75,7 @@ private:
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
   std::deque<std::optional<device::DatabasePaths>> m_DatabasePaths;
   std::optional<int> m_CancelAtStep;
+  std::function<void()> m_AtStatus = [] {};
   std::vector<device::Message> m_Messages;
   std::vector<device::TextQuestion> m_TextQuestions;
   std::vector<device::SaveQuestion> m_SaveQuestions;

@@ -1,173 +1,57 @@
 #include "support/VisitFixture.h"
 
-#include "data/CategoryCommentTable.h"
-#include "data/CategoryStepTable.h"
-#include "data/CategoryTemplateTable.h"
-#include "data/CommentsTable.h"
-#include "data/FieldTable.h"
-#include "data/FieldTemplateTable.h"
 #include "data/FreshDatabase.h"
-#include "data/InspectionTypeCategoryTable.h"
-#include "data/InspectionTypeCommentTable.h"
-#include "data/InspectionTypeTable.h"
-#include "data/MaterialCommentTable.h"
-#include "data/MaterialTemplateTable.h"
-#include "data/PickersTable.h"
-#include "data/RatingChoicesTable.h"
-#include "data/RatingTypeTable.h"
 #include "data/StartUp.h"
-#include "data/StepTemplateTable.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
-#include "editing/Completeness.h"
 
 namespace inspector::tests {
 namespace {
 
 using device::Format;
 
-// Adds a row whose members `fill` sets.
-template <typename Table, typename Fill>
-void Add(data::Databases& databases, Fill fill) {
-  Table row(databases);
-  row.PrepareNew();
-  fill(row);
-  EXPECT_TRUE(row.Write());
-}
+constexpr const char* kLibrary = R"(
+INSERT INTO RatingType (ID, RatingType) VALUES (1, 'Condition'), (2, 'Presence');
+INSERT INTO RatingChoices (ID, RatingTypeID, ChoiceName, DefaultFlag, BoldFlag, CommentPromptFlag, SummaryFlag,
+  RedFlag) VALUES (1, 1, 'Good', 1, 0, 0, 0, 0), (2, 1, 'Poor', 0, 1, 1, 1, 1),
+  (3, 1, 'Good "as new"', 0, 0, 0, 0, 0), (4, 2, 'Yes', 0, 0, 0, 0, 0), (5, 2, 'No', 0, 0, 0, 0, 0);
+INSERT INTO InspectionType (ID, InspectionType, Layout) VALUES (1, 'House', '4 Column'), (2, 'Condo', '3 Column');
+INSERT INTO CategoryTemplate (ID, Title, CategoryNumber, FormType, ExcludeFromApplyDefault) VALUES
+  (1, 'Roof', 20, 0, 0), (2, 'Cellar', 9, 0, 0), (3, 'Safety', 30, 0, 1), (4, 'Checklist', 99, 1, 0),
+  (5, 'Attic', 15, 0, 0), (6, 'Kitchen', 70, 0, 0);
+INSERT INTO InspectionTypeCategory VALUES (1, 1), (1, 2), (1, 3), (1, 4), (1, 5), (2, 6);
+INSERT INTO StepTemplate (ID, StepNumber, Title, RatingTypeID, Keyword, StepInfo) VALUES
+  (1, '20.1', 'Shingles', 1, 'Roof-Covering', 'Look'), (2, '20.2', 'Gutters', 1, 'Roof-Drainage*', '12'),
+  (3, '20.3', 'Notes', 77, NULL, NULL), (4, '9.1', 'Sump', 2, '', ''), (5, '30.1', 'Alarms', 1, '', ''),
+  (6, '70.1', 'Sink', 1, '', '');
+INSERT INTO CategoryStep VALUES (1, 1), (1, 2), (1, 3), (2, 4), (3, 5), (6, 6);
+INSERT INTO FieldTemplate (ID, Label, Type, Sequence, CategoryID) VALUES
+  (1, 'Doors locked', 2, 2, 4), (2, 'Stove off', 2, 1, 4);
+INSERT INTO MaterialTemplate (ID, StepID, Material, MaterialOrder, CommentsExist, DefaultMaterial) VALUES
+  (1, 1, 'Asphalt', 1, 1, 1), (2, 1, 'Wood', 2, 0, 0), (3, 1, 'Wood Siding', 3, 0, 0), (4, 1, 'Other:', 4, 0, 0),
+  (5, 2, 'Copper', 5, 0, 1);
+INSERT INTO Comments (ID, Comments) VALUES (1, 'Shingles last 20 years.'), (2, 'Second comment.'),
+  (3, '[*Scope]Seen from the ground.'), (4, 'Not a default comment.'), (5, '[*Age]Built in 1968.'),
+  (6, '[*Roof]Walked on.');
+INSERT INTO MaterialComment VALUES (1, 1, '1-1'), (1, 2, '1-2');
+INSERT INTO InspectionTypeComment (InspectionTypeID, CommentID) VALUES (1, 3), (1, 4), (1, 5);
+INSERT INTO CategoryComment (CategoryID, CommentID) VALUES (1, 6);
+)";
 
-int YesNo(bool value) {
-  return value ? -1 : 0;
-}
+// Category, steps and fields of the inspection %d.
+constexpr const char16_t* kOutline =
+    uR"(
+WITH Mine AS (SELECT * FROM Category WHERE InspectionID = %d)
+SELECT Line FROM (
+  SELECT CategoryNumber AS A, CategoryTitle AS B, '' AS C, printf('%%s %%s (%%s)', CategoryNumber, CategoryTitle, CASE
+    WHEN NotPresentFlag THEN 'Not Present' WHEN CompleteFlag THEN 'Complete' ELSE 'Incomplete' END) AS Line FROM Mine
+  UNION ALL SELECT CategoryNumber, CategoryTitle, StepNumber,
+    printf('  %%s|%%s|%%s|%%s|%%s', StepNumber, StepTitle, InspectResult, Materials, Comments)
+    FROM Step JOIN Mine USING (CategoryID)
+  UNION ALL SELECT CategoryNumber, CategoryTitle, SequenceNumber, printf('  %%s=%%s', FieldLabel, AssignedValue)
+    FROM Field JOIN Mine USING (CategoryID)) ORDER BY A, B, C <> '', C)";
 
 }  // namespace
-
-std::int32_t TemplateLibrary::AddRatingType(const Text& name, const std::vector<Choice>& choices) {
-  const std::int32_t id = ++m_RatingTypes;
-  Add<data::RatingTypeTable>(m_Databases, [&](auto& row) {
-    row.m_ID = id;
-    row.m_RatingType = name;
-  });
-  for (const Choice& choice : choices) {
-    Add<data::RatingChoicesTable>(m_Databases, [&](auto& row) {
-      row.m_ID = ++m_RatingChoices;
-      row.m_RatingTypeID = id;
-      row.m_ChoiceName = choice.name;
-      row.m_DefaultFlag = YesNo(choice.isDefault);
-      row.m_BoldFlag = YesNo(choice.isBold);
-      row.m_CommentPromptFlag = YesNo(choice.prompts);
-      row.m_SummaryFlag = YesNo(choice.isSummary);
-      row.m_RedFlag = YesNo(choice.isRed);
-    });
-  }
-  return id;
-}
-
-std::int32_t TemplateLibrary::AddType(const Text& name, const Text& layout) {
-  Add<data::InspectionTypeTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Types;
-    row.m_InspectionType = name;
-    row.m_Layout = layout;
-  });
-  return m_Types;
-}
-
-std::int32_t TemplateLibrary::AddCategory(std::int32_t type, const Category& category) {
-  Add<data::CategoryTemplateTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Categories;
-    row.m_Title = category.title;
-    row.m_CategoryNumber = category.number;
-    row.m_FormType = category.formType;
-    row.m_ExcludeFromApplyDefault = YesNo(category.excluded);
-  });
-  Add<data::InspectionTypeCategoryTable>(m_Databases, [&](auto& row) {
-    row.m_InspectionTypeID = type;
-    row.m_CategoryID = m_Categories;
-  });
-  return m_Categories;
-}
-
-std::int32_t TemplateLibrary::AddStep(std::int32_t category, const Step& step) {
-  Add<data::StepTemplateTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Steps;
-    row.m_StepNumber = step.number;
-    row.m_Title = step.title;
-    row.m_RatingTypeID = step.ratingType;
-    row.m_Keyword = step.keyword;
-    row.m_StepInfo = step.info;
-  });
-  Add<data::CategoryStepTable>(m_Databases, [&](auto& row) {
-    row.m_CategoryID = category;
-    row.m_StepID = m_Steps;
-  });
-  return m_Steps;
-}
-
-void TemplateLibrary::AddField(std::int32_t category, const Text& label, std::int32_t sequence) {
-  Add<data::FieldTemplateTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Fields;
-    row.m_Label = label;
-    row.m_Type = 2;
-    row.m_Sequence = sequence;
-    row.m_CategoryID = category;
-  });
-}
-
-std::int32_t TemplateLibrary::AddMaterial(std::int32_t step, const Text& material, bool isDefault) {
-  Add<data::MaterialTemplateTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Materials;
-    row.m_StepID = step;
-    row.m_Material = material;
-    row.m_MaterialOrder = m_Materials;
-    row.m_DefaultMaterial = YesNo(isDefault);
-  });
-  return m_Materials;
-}
-
-std::int32_t TemplateLibrary::AddComment(const Text& comment) {
-  Add<data::CommentsTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Comments;
-    row.m_Comments = comment;
-  });
-  return m_Comments;
-}
-
-void TemplateLibrary::AddCommentToType(std::int32_t type, const Text& comment) {
-  const std::int32_t id = AddComment(comment);
-  Add<data::InspectionTypeCommentTable>(m_Databases, [&](auto& row) {
-    row.m_InspectionTypeID = type;
-    row.m_CommentID = id;
-  });
-}
-
-void TemplateLibrary::AddCommentToCategory(std::int32_t category, const Text& comment) {
-  const std::int32_t id = AddComment(comment);
-  Add<data::CategoryCommentTable>(m_Databases, [&](auto& row) {
-    row.m_CategoryID = category;
-    row.m_CommentID = id;
-  });
-}
-
-void TemplateLibrary::AddCommentToMaterial(std::int32_t material, const Text& comment) {
-  const std::int32_t id = AddComment(comment);
-  Add<data::MaterialCommentTable>(m_Databases, [&](auto& row) {
-    row.m_MaterialID = material;
-    row.m_CommentID = id;
-    row.m_LinkKey = Format(u"%d-%d", material, id);
-  });
-  data::MaterialTemplateTable row(m_Databases);
-  row.OpenSQL(Format(u"SELECT * FROM MaterialTemplate WHERE ID = %d", material));
-  EXPECT_TRUE(row.GetRecord(0));
-  row.m_CommentsExist = -1;
-  EXPECT_TRUE(row.Write());
-}
-
-void TemplateLibrary::AddPicker(const Text& list, const Text& choice) {
-  Add<data::PickersTable>(m_Databases, [&](auto& row) {
-    row.m_ID = ++m_Pickers;
-    row.m_PickerName = list;
-    row.m_PickerChoice = choice;
-  });
-}
 
 VisitDevice::VisitDevice() {
   const std::filesystem::path documents = m_Folder / "My Documents";
@@ -175,7 +59,7 @@ VisitDevice::VisitDevice() {
                                    std::pair{"Inspection_Data.cdb", data::DatabaseKind::Inspection}})
     EXPECT_EQ(data::CreateFreshDatabase(documents / name, kind, m_Faults), u"");
   Open();
-  MakeLibrary();
+  RunInLibrary(kLibrary);
 }
 
 VisitDevice::~VisitDevice() {
@@ -183,7 +67,6 @@ VisitDevice::~VisitDevice() {
 }
 
 void VisitDevice::Close() {
-  m_Library.reset();
   m_Document.reset();
   m_Workspace.reset();
 }
@@ -195,51 +78,8 @@ void VisitDevice::Open() {
     ADD_FAILURE() << "The databases do not start.";
     std::abort();  // every test would go on without a database
   }
-  m_Library = std::make_unique<TemplateLibrary>(Databases());
   m_Document = std::make_unique<inspection::CInspectorDoc>(*m_Workspace);
   EXPECT_TRUE(m_Document->IsOpen());
-}
-
-void VisitDevice::MakeLibrary() {
-  const data::ReadScope reading(Databases().Template());
-  data::Transaction transaction(Databases().Template());
-  TemplateLibrary& library = *m_Library;
-  const auto condition = library.AddRatingType(
-      u"Condition", {{.name = u"Good", .isDefault = true},
-                     {.name = u"Poor", .isBold = true, .prompts = true, .isSummary = true, .isRed = true},
-                     {.name = u"Good \"as new\""}});
-  const auto presence = library.AddRatingType(u"Presence", {{.name = u"Yes"}, {.name = u"No"}});
-
-  const auto house = library.AddType(u"House", u"4 Column");
-  const auto roof = library.AddCategory(house, {u"Roof", 20});
-  const auto cellar = library.AddCategory(house, {u"Cellar", 9});
-  const auto safety = library.AddCategory(house, {u"Safety", 30, 0, true});
-  const auto checklist = library.AddCategory(house, {u"Checklist", 99, 1});
-  library.AddCategory(house, {u"Attic", 15});
-  const auto shingles = library.AddStep(roof, {u"20.1", u"Shingles", condition, u"Roof-Covering", u"Look"});
-  const auto gutters = library.AddStep(roof, {u"20.2", u"Gutters", condition, u"Roof-Drainage*", u"12"});
-  library.AddStep(roof, {u"20.3", u"Notes", 77});
-  library.AddStep(cellar, {u"9.1", u"Sump", presence});
-  library.AddStep(safety, {u"30.1", u"Alarms", condition});
-  library.AddField(checklist, u"Doors locked", 2);
-  library.AddField(checklist, u"Stove off", 1);
-
-  const auto asphalt = library.AddMaterial(shingles, u"Asphalt", true);
-  library.AddMaterial(shingles, u"Wood");
-  library.AddMaterial(shingles, u"Wood Siding");
-  library.AddMaterial(shingles, u"Other:");
-  library.AddMaterial(gutters, u"Copper", true);
-  library.AddCommentToMaterial(asphalt, u"Shingles last 20 years.");
-  library.AddCommentToMaterial(asphalt, u"Second comment.");
-  library.AddCommentToType(house, u"[*Scope]Seen from the ground.");
-  library.AddCommentToType(house, u"Not a default comment.");
-  library.AddCommentToType(house, u"[*Age]Built in 1968.");
-  library.AddCommentToCategory(roof, u"[*Roof]Walked on.");
-
-  const auto condo = library.AddType(u"Condo", u"3 Column");
-  const auto kitchen = library.AddCategory(condo, {u"Kitchen", 70});
-  library.AddStep(kitchen, {u"70.1", u"Sink", condition});
-  EXPECT_TRUE(transaction.Commit());
 }
 
 std::int32_t VisitDevice::Visit(const Text& type) {
@@ -258,68 +98,41 @@ std::int32_t VisitDevice::OpenCategory(const Text& title) {
 }
 
 std::int32_t VisitDevice::StepKey(const Text& number) {
-  data::StepTable step(Databases());
-  step.OpenSQL(
-      Format(u"SELECT Step.* FROM Step INNER JOIN Category ON Step.CategoryID = Category.CategoryID "
-             u"WHERE ((Category.InspectionID = %d) AND (Step.StepNumber = \"%s\"))",
-             m_Document->Inspection().m_InspectionID, number));
-  EXPECT_TRUE(step.GetRecord(0)) << device::ToUtf8(number);
-  return step.m_StepID;
+  const auto found =
+      Visits().Rows(device::ToUtf8(Format(u"SELECT StepID FROM Step JOIN Category USING (CategoryID) WHERE "
+                                          u"InspectionID = %d AND StepNumber = '%s'",
+                                          m_Document->Inspection().m_InspectionID, number)));
+  EXPECT_EQ(found.size(), 1u) << device::ToUtf8(number);
+  return found.empty() ? 0 : std::stoi(found[0]);
 }
 
 Text VisitDevice::Finding(std::int32_t stepID) {
-  data::StepTable step(Databases());
-  step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
-  EXPECT_TRUE(step.GetRecord(0)) << stepID;
-  return Format(u"%s|%s|%s|%s|%s", step.m_StepNumber, step.m_StepTitle, step.m_InspectResult,
-                step.m_Materials, step.m_Comments);
+  const auto found = Visits().Rows(
+      "SELECT StepNumber, StepTitle, InspectResult, Materials, Comments FROM Step WHERE StepID = " +
+      std::to_string(stepID));
+  EXPECT_EQ(found.size(), 1u) << stepID;
+  return found.empty() ? Text() : device::FromUtf8(found[0]);
 }
 
 void VisitDevice::Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change) {
   data::StepTable step(Databases());
   step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
-  ASSERT_TRUE(step.GetRecord(0)) << stepID;
+  EXPECT_TRUE(step.GetRecord(0));
   change(step);
   EXPECT_TRUE(step.Write());
 }
 
 std::vector<Text> VisitDevice::Outline(std::int32_t inspectionID) {
   std::vector<Text> lines;
-  data::CategoryTable categories(Databases());
-  categories.OpenSQL(
-      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
-             inspectionID));
-  for (int n = 0; n < categories.RecordCount() && categories.GetRecord(n); ++n) {
-    lines.push_back(Format(u"%s %s (%s)", categories.m_CategoryNumber, categories.m_CategoryTitle,
-                           editing::StatusOf(categories)));
-    data::StepTable steps(Databases());
-    steps.OpenSQL(
-        Format(u"SELECT * FROM Step WHERE CategoryID = %d Order By StepNumber", categories.m_CategoryID));
-    for (int s = 0; s < steps.RecordCount() && steps.GetRecord(s); ++s)
-      lines.push_back(Format(u"  %s|%s|%s|%s|%s", steps.m_StepNumber, steps.m_StepTitle,
-                             steps.m_InspectResult, steps.m_Materials, steps.m_Comments));
-    data::FieldTable fields(Databases());
-    fields.OpenSQL(Format(u"SELECT * FROM Field WHERE Field.CategoryID = %d Order By Field.SequenceNumber",
-                          categories.m_CategoryID));
-    for (int f = 0; f < fields.RecordCount() && fields.GetRecord(f); ++f)
-      lines.push_back(Format(u"  %s=%s", fields.m_FieldLabel, fields.m_AssignedValue));
-  }
+  for (const std::string& line : Visits().Rows(device::ToUtf8(Format(kOutline, inspectionID))))
+    lines.push_back(device::FromUtf8(line));
   return lines;
 }
 
 Text VisitDevice::RowCounts() {
-  data::InspectionTable inspections(Databases());
-  data::CategoryTable categories(Databases());
-  data::StepTable steps(Databases());
-  data::FieldTable fields(Databases());
-  Text counts;
-  for (data::TableRecordset* table :
-       {static_cast<data::TableRecordset*>(&inspections), static_cast<data::TableRecordset*>(&categories),
-        static_cast<data::TableRecordset*>(&steps), static_cast<data::TableRecordset*>(&fields)}) {
-    EXPECT_TRUE(table->Open());
-    counts += Format(u"%s%s %d", counts.empty() ? u"" : u", ", table->TableName(), table->RecordCount());
-  }
-  return counts;
+  return device::FromUtf8(Visits().Ask(
+      "SELECT printf('Inspection %d, Category %d, Step %d, Field %d', (SELECT count(*) FROM Inspection), "
+      "(SELECT count(*) FROM Category), (SELECT count(*) FROM Step), (SELECT count(*) FROM Field))"));
 }
 
 void VisitDevice::Run(data::DatabaseKind kind, const std::string& sql) {

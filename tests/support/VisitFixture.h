@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,67 +14,14 @@
 #include "device/FaultLog.h"
 #include "device/Registry.h"
 #include "inspection/InspectorDoc.h"
+#include "support/LibraryAdditions.h"
+#include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
 
 using device::Text;
 using device::TextView;
-
-// What an office prepares. Every verb adds rows through the table classes and returns the new key; keys count
-// up from 1 in each table, so that the same calls make the same library.
-class TemplateLibrary {
-public:
-  explicit TemplateLibrary(data::Databases& databases) : m_Databases(databases) {}
-
-  struct Choice {
-    Text name;
-    bool isDefault = false;
-    bool isBold = false;
-    bool prompts = false;
-    bool isSummary = false;
-    bool isRed = false;
-  };
-  std::int32_t AddRatingType(const Text& name, const std::vector<Choice>& choices);
-
-  std::int32_t AddType(const Text& name, const Text& layout = u"");
-  struct Category {
-    Text title;
-    std::int32_t number = 10;
-    std::int32_t formType = 0;
-    bool excluded = false;
-  };
-  std::int32_t AddCategory(std::int32_t type, const Category& category);
-  struct Step {
-    Text number;
-    Text title;
-    std::int32_t ratingType = 0;
-    Text keyword = u"";
-    Text info = u"";
-  };
-  std::int32_t AddStep(std::int32_t category, const Step& step);
-  void AddField(std::int32_t category, const Text& label, std::int32_t sequence);
-  std::int32_t AddMaterial(std::int32_t step, const Text& material, bool isDefault = false);
-  void AddCommentToType(std::int32_t type, const Text& comment);
-  void AddCommentToCategory(std::int32_t category, const Text& comment);
-  // Also marks the material as having comments.
-  void AddCommentToMaterial(std::int32_t material, const Text& comment);
-  void AddPicker(const Text& list, const Text& choice);
-
-private:
-  std::int32_t AddComment(const Text& comment);
-
-  data::Databases& m_Databases;
-  std::int32_t m_RatingTypes = 0;
-  std::int32_t m_RatingChoices = 0;
-  std::int32_t m_Types = 0;
-  std::int32_t m_Categories = 0;
-  std::int32_t m_Steps = 0;
-  std::int32_t m_Fields = 0;
-  std::int32_t m_Materials = 0;
-  std::int32_t m_Comments = 0;
-  std::int32_t m_Pickers = 0;
-};
 
 // Two fresh databases in a temporary folder, started as the application starts. Its library:
 //
@@ -103,7 +50,6 @@ public:
   data::Workspace& GetWorkspace() { return *m_Workspace; }
   data::Databases& Databases() { return m_Workspace->GetDatabases(); }
   inspection::CInspectorDoc& Document() { return *m_Document; }
-  TemplateLibrary& Library() { return *m_Library; }
   ScriptedPrompts& Prompts() { return m_Prompts; }
   device::FaultLog& Faults() { return m_Faults; }
   const std::filesystem::path& Root() const { return m_Folder.Path(); }
@@ -116,8 +62,10 @@ public:
   std::int32_t StepKey(const Text& number);
   // "number|title|result|materials|comments" of a step, as stored.
   Text Finding(std::int32_t stepID);
+
   // Changes columns of a stored step as another program could.
   void Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change);
+  LibraryAdditions Library() { return LibraryAdditions(Databases()); }
 
   // One line per category of the inspection: "number title (status)", then one per step or field of it.
   std::vector<Text> Outline(std::int32_t inspectionID);
@@ -125,13 +73,15 @@ public:
   Text RowCounts();
   // A table that is gone makes every statement about it fail: in another program's words.
   void Run(data::DatabaseKind kind, const std::string& sql);
+  void RunInLibrary(const std::string& sql) { Run(data::DatabaseKind::Template, sql); }
+  void RunInVisits(const std::string& sql) { Run(data::DatabaseKind::Inspection, sql); }
+
+  // Another program that has the Inspection database open.
+  Shell Visits() const { return Shell(m_Folder / "My Documents/Inspection_Data.cdb"); }
 
 private:
-  void MakeLibrary();
-
   std::unique_ptr<data::Workspace> m_Workspace;
   std::unique_ptr<inspection::CInspectorDoc> m_Document;
-  std::unique_ptr<TemplateLibrary> m_Library;
 };
 
 class VisitTest : public ::testing::Test {

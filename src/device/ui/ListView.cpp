@@ -16,6 +16,10 @@ ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* 
     : QTableView(parent), m_Model(new ListModel(source, std::move(columns), this)) {
   setModel(m_Model);
   setItemDelegate(new RowDelegate(this));
+  // Only the rows on the screen are measured: measuring a row fetches it.
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { FitVisibleRows(); });
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { FitVisibleRows(); });
+  connect(m_Model, &QAbstractItemModel::dataChanged, this, [this] { FitVisibleRows(); });
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
@@ -49,11 +53,11 @@ void ListView::Refill() {
     const QSignalBlocker quiet(selectionModel());
     m_Model->Reset();
     if (row >= 0 && row < m_Model->rowCount()) {
-      setCurrentIndex(m_Model->index(row, column));
-      selectRow(row);
+      setCurrentIndex(m_Model->index(row, column));  // selects the row; selectRow would leave the column
     }
   }
   verticalScrollBar()->setValue(top);
+  FitVisibleRows();
   viewport()->update();
 }
 
@@ -72,7 +76,6 @@ void ListView::SelectRow(int row) {
     return;
   }
   setCurrentIndex(m_Model->index(row, std::max(currentIndex().column(), 0)));
-  selectRow(row);
   scrollTo(m_Model->index(row, 0));
 }
 
@@ -81,7 +84,9 @@ int ListView::TopRow() const {
 }
 
 void ListView::ScrollToTop(int row) {
-  if (row >= 0 && row < m_Model->rowCount()) scrollTo(m_Model->index(row, 0), PositionAtTop);
+  if (row < 0 || row >= m_Model->rowCount()) return;
+  executeDelayedItemsLayout();  // rows that were just read have no place before
+  scrollTo(m_Model->index(row, 0), PositionAtTop);
 }
 
 void ListView::LayOut() {
@@ -91,6 +96,17 @@ void ListView::LayOut() {
   m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
   for (std::size_t n = 0; n < m_Widths.size(); ++n)
     horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);
+  FitVisibleRows();
+}
+
+void ListView::FitVisibleRows() {
+  if (!isVisible()) return;
+  const int usual = verticalHeader()->defaultSectionSize();
+  for (int row = TopRow(); row < m_Model->rowCount() && rowViewportPosition(row) < viewport()->height();
+       ++row) {
+    const int needed = std::max(usual, sizeHintForRow(row));
+    if (rowHeight(row) != needed) setRowHeight(row, needed);
+  }
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {

@@ -8,7 +8,7 @@
 
 namespace inspector::device::ui {
 
-// Columns fill the width, so nothing is scrolled sideways; a cell takes two lines at most. Whole rows are
+// Columns fill the width, so nothing is scrolled sideways; a row is as high as its words need. Whole rows are
 // selected, one at a time unless told otherwise.
 //
 // A click, or Enter on the current cell, calls `onClick` with row and column; Space does it for the mark
@@ -43,6 +43,7 @@ protected:
 
 private:
   void LayOut();
+  void FitVisibleRows();
   void Click(int row, int column);
 
   ListModel* m_Model;  // owned by Qt, as child

@@ -10,6 +10,24 @@ namespace inspector::device::ui {
 namespace {
 
 constexpr int kCheckSize = 24;
+constexpr int kMargins = 8;  // beside the words of a cell
+
+// A word that is wider than its cell would be cut: it may go on in the next line, at any letter.
+QString BreakLongWords(const QString& text, const QFontMetrics& metrics, int width) {
+  if (width <= 0 || metrics.horizontalAdvance(text) <= width) return text;
+  QString broken;
+  QString word;
+  for (const QChar letter : text) {
+    const bool ends = letter.isSpace() || letter == u'-' || letter == u'/';
+    if (!ends && !word.isEmpty() && metrics.horizontalAdvance(word + letter) > width) {
+      broken += QChar(0x200B);  // a line may end here
+      word.clear();
+    }
+    word = ends ? QString() : word + letter;
+    broken += letter;
+  }
+  return broken;
+}
 
 }  // namespace
 
@@ -30,6 +48,9 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
       option->backgroundBrush = option->palette.button();
       break;
   }
+  const int taken =
+      option->features & QStyleOptionViewItem::HasDecoration ? option->decorationSize.width() : 0;
+  option->text = BreakLongWords(option->text, option->fontMetrics, option->rect.width() - kMargins - taken);
 }
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

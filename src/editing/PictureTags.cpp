@@ -1,8 +1,8 @@
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 #include <algorithm>
 
-namespace inspector::reports {
+namespace inspector::editing {
 namespace {
 
 using device::Contains;
@@ -79,4 +79,4 @@ GenericPicture ReadGenericPicture(TextView tag) {
   return picture;
 }
 
-}  // namespace inspector::reports
+}  // namespace inspector::editing

@@ -8,7 +8,7 @@
 #include "device/Files.h"
 #include "device/Text.h"
 
-namespace inspector::reports {
+namespace inspector::editing {
 
 using device::Text;
 using device::TextView;
@@ -38,4 +38,4 @@ private:
   std::optional<std::vector<Text>> m_Names;
 };
 
-}  // namespace inspector::reports
+}  // namespace inspector::editing

@@ -10,7 +10,7 @@
 
 #include "device/Text.h"
 
-namespace inspector::reports {
+namespace inspector::editing {
 
 using device::Text;
 using device::TextView;
@@ -40,4 +40,4 @@ struct GenericPicture {
 };
 GenericPicture ReadGenericPicture(TextView tag);
 
-}  // namespace inspector::reports
+}  // namespace inspector::editing

@@ -1,11 +1,11 @@
-#include "reports/CardPictures.h"
+#include "editing/CardPictures.h"
 
 #include <algorithm>
 #include <system_error>
 
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
-namespace inspector::reports {
+namespace inspector::editing {
 namespace {
 
 constexpr int kMostPasses = 101;
@@ -57,4 +57,4 @@ std::vector<Text> CardPictures::ListEntries() const {
   return entries;
 }
 
-}  // namespace inspector::reports
+}  // namespace inspector::editing

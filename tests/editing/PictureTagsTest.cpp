@@ -1,8 +1,8 @@
-#include "reports/PictureTags.h"
+#include "editing/PictureTags.h"
 
 #include <gtest/gtest.h>
 
-namespace inspector::reports {
+namespace inspector::editing {
 namespace {
 
 using device::ToUtf8;
@@ -98,4 +98,4 @@ TEST(PictureTagsTest, AGenericPictureHasItsNumber) {
 }
 
 }  // namespace
-}  // namespace inspector::reports
+}  // namespace inspector::editing

@@ -1,8 +1,8 @@
-#include "reports/CardPictures.h"
+#include "editing/CardPictures.h"
 
 #include "support/TestSupport.h"
 
-namespace inspector::reports {
+namespace inspector::editing {
 namespace {
 
 std::vector<Text> Numbered(int count) {
@@ -71,4 +71,4 @@ TEST(CardPicturesTest, TheFolderIsPutBeforeTheNameAsItIs) {
 }
 
 }  // namespace
-}  // namespace inspector::reports
+}  // namespace inspector::editing

@@ -1,0 +1,223 @@
+#include "editing/CategoryList.h"
+
+#include <algorithm>
+
+#include "device/Format.h"
+#include "editing/AddressCaption.h"
+#include "editing/CategoryDuplication.h"
+#include "editing/CategoryOpening.h"
+#include "editing/Completeness.h"
+#include "editing/RowFilter.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+
+constexpr int kMarkColumn = 0;
+constexpr TextView kNotPresent = u"Not Present";
+constexpr TextView kSetNotPresent = u"Set Not Present";
+constexpr TextView kSetPresent = u"Set Present";
+
+// Nothing for a form, and for a category whose steps are still to be made.
+std::optional<int> StepsToRate(data::Databases& databases, const data::CategoryTable& category) {
+  if (category.m_Type == kFormCategory) return std::nullopt;
+  if (category.m_CompleteFlag) return 0;
+  const std::optional<int> unrated = UnratedSteps(databases, category.m_CategoryID);
+  return unrated == 0 ? std::nullopt : unrated;
+}
+
+}  // namespace
+
+CategoryList::CategoryList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
+    : m_Document(document),
+      m_Dialogs(dialogs),
+      m_Databases(document.GetWorkspace().GetDatabases()),
+      m_List(m_Databases) {}
+
+std::vector<device::ListColumn> CategoryList::Columns() {
+  using Align = device::ListColumn::Align;
+  return {{u"*", 25, Align::Centre, true}, {u"Category", 125}, {u"Status", 100}};
+}
+
+Text CategoryList::Caption() const {
+  return AddressCaption(m_Document.Inspection());
+}
+
+void CategoryList::Show() {
+  m_Document.FinishDocTypeChange();
+  Refill();
+}
+
+void CategoryList::Refill() {
+  m_List.OpenSQL(
+      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+             m_Document.Inspection().m_InspectionID));
+  FilterRows();
+}
+
+void CategoryList::SetFilter(TextView words) {
+  m_Filter = device::WordFilter(words);
+  FilterRows();
+}
+
+void CategoryList::FilterRows() {
+  m_Shown = FilteredRecords(m_List, m_Filter, [&] { return m_List.m_CategoryTitle; });
+}
+
+std::optional<CategoryList::Row> CategoryList::RowAt(int row) {
+  if (row < 0 || row >= RowCount() || !m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]))
+    return std::nullopt;
+  const bool marked = std::find(m_Marked.begin(), m_Marked.end(), m_List.m_CategoryID) != m_Marked.end();
+  return Row{m_List.m_CategoryID, marked, m_List.m_CategoryTitle, StatusOf(m_List),
+             StepsToRate(m_Databases, m_List)};
+}
+
+device::ListRow CategoryList::ShownRow(int row) {
+  const std::optional<Row> shown = RowAt(row);
+  if (!shown) return {{u"", u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
+  const bool absent = shown->status == kNotPresent;
+  const Text left =
+      !absent && shown->toRate.value_or(0) > 0 ? Format(u"\n%d to rate", *shown->toRate) : Text();
+  return {{u"", shown->title, shown->status + left},
+          shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
+          absent ? device::RowTone::Muted : device::RowTone::Normal};
+}
+
+CategoryList::Left CategoryList::WhatIsLeft() {
+  const data::ReadScope reading(m_Databases.Inspection());
+  Left left;
+  for (int record = 0; record < m_List.RecordCount(); ++record) {
+    if (!m_List.GetRecord(record) || m_List.m_NotPresentFlag) continue;
+    if (!m_List.m_CompleteFlag) ++left.categories;
+    left.steps += StepsToRate(m_Databases, m_List).value_or(0);
+  }
+  return left;
+}
+
+Text CategoryList::LeftCaption() {
+  const Left left = WhatIsLeft();
+  return Format(u"%d of %d categories to complete, %d %s to rate", left.categories, m_List.RecordCount(),
+                left.steps, left.steps == 1 ? u"step" : u"steps");
+}
+
+CategoryList::Screen CategoryList::Click(int row, int column, int topRow) {
+  if (column == kMarkColumn) Mark(row);
+  return column > kMarkColumn ? Open(row, topRow) : Screen::None;
+}
+
+void CategoryList::Mark(int row) {
+  const std::optional<Row> clicked = RowAt(row);
+  if (clicked && !clicked->marked) m_Marked = {clicked->categoryID};
+}
+
+void CategoryList::MarkToo(int row) {
+  const std::optional<Row> clicked = RowAt(row);
+  if (clicked && !clicked->marked) m_Marked.push_back(clicked->categoryID);
+}
+
+CategoryList::Screen CategoryList::Open(int row, int topRow) {
+  if (m_Document.FinishDocTypeChange()) {  // the rows on the screen are gone
+    Refill();
+    return Screen::None;
+  }
+  const bool isThere = RowAt(row).has_value();
+  if (isThere && m_List.m_NotPresentFlag) return Screen::None;
+  m_Document.LoadCategories();
+  if (!m_Document.SetCurrentCategory(
+          isThere ? m_Document.Categories().FindRowOf(m_List, m_Shown[static_cast<std::size_t>(row)]) : -1))
+    return Screen::None;
+  m_Document.SetCategoryTopIndex(topRow);
+  return m_Document.Categories().m_Type == kFormCategory ? Screen::Form : Screen::Steps;
+}
+
+// The record of a category among those shown, -1 when it is none of them.
+int CategoryList::RecordOf(std::int32_t categoryID) {
+  data::CategoryTable found(m_Databases);
+  found.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
+  const int record = m_List.FindRowOf(found, 0);
+  return std::find(m_Shown.begin(), m_Shown.end(), record) == m_Shown.end() ? -1 : record;
+}
+
+std::vector<int> CategoryList::MarkedRows() {
+  std::vector<int> records;
+  for (const std::int32_t key : m_Marked)
+    if (const int record = RecordOf(key); record >= 0) records.push_back(record);
+  return records;
+}
+
+bool CategoryList::Toggle(int record, Text& caption) {
+  if (!m_List.GetRecord(record)) return false;
+  const bool absent = caption == kSetNotPresent;
+  m_List.m_NotPresentFlag = absent ? -1 : 0;
+  caption = absent ? kSetPresent : kSetNotPresent;
+  return m_List.Write();
+}
+
+bool CategoryList::TogglePresence() {
+  m_Document.FinishDocTypeChange();
+  data::Transaction transaction(m_Databases.Inspection());
+  if (!transaction.IsOpen()) return false;
+  Text caption = m_ToggleCaption;
+  for (const int record : MarkedRows())
+    if (!Toggle(record, caption)) return false;
+  if (!transaction.Commit()) return false;
+  m_ToggleCaption = caption;
+  m_Document.LoadCategories();
+  return true;
+}
+
+bool CategoryList::RenameRow(int record) {
+  if (!m_List.GetRecord(record)) return false;
+  const Text title = m_List.m_CategoryTitle;
+  const std::optional<Text> entered = m_Document.GetWorkspace().GetPrompts().AskText(
+      {u"Enter the new name for " + title, u"Rename Category", title});
+  if (!entered) return true;
+  data::Transaction transaction(m_Databases.Inspection());
+  if (!transaction.IsOpen()) return false;
+  if (!m_List.GetRecord(record)) {  // deleted by another program while the dialog was open
+    if (!m_List.Failed()) m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
+    return false;
+  }
+  m_List.m_CategoryTitle = device::StripLeadingControls(*entered);
+  return m_List.Write() && transaction.Commit();
+}
+
+bool CategoryList::Rename() {
+  m_Document.FinishDocTypeChange();
+  bool renamed = true;
+  for (const int record : MarkedRows()) renamed = RenameRow(record) && renamed;
+  m_Document.LoadCategories();
+  Refill();
+  return renamed;
+}
+
+bool CategoryList::DuplicateRow(int record) {
+  if (!m_List.GetRecord(record)) return false;
+  CategoryDuplication duplication(m_Document.GetWorkspace(), m_List);
+  const auto suggested = duplication.Suggest();
+  if (!suggested) return false;
+  const auto wanted = m_Dialogs.AskDuplicateCategory(*suggested);
+  if (!wanted) return true;
+  const bool made = duplication.Make(*wanted);
+  m_Document.LoadCategories();
+  m_Document.SetCategoryTopIndex(0);
+  return made;
+}
+
+bool CategoryList::Duplicate() {
+  m_Document.FinishDocTypeChange();
+  bool made = true;
+  for (const int record : MarkedRows()) made = DuplicateRow(record) && made;
+  Refill();
+  return made;
+}
+
+DefaultsResult CategoryList::ApplyDefaults() {
+  m_Document.FinishDocTypeChange();
+  const DefaultsResult result = editing::ApplyDefaults(m_Document);
+  Refill();
+  return result;
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,92 @@
+// What the category list shows and does: statuses, marks, opening, and the commands on marked categories.
+#pragma once
+
+#include <vector>
+
+#include "device/ListColumns.h"
+#include "device/RowSource.h"
+#include "device/WordFilter.h"
+#include "editing/Defaults.h"
+#include "editing/EditingDialogs.h"
+#include "inspection/InspectorDoc.h"
+
+namespace inspector::editing {
+
+// Rows are counted from 0 in the order of the list, over those that the filter leaves. Every row is fetched
+// when it is asked for. Lives as long as its screen: the marks and the caption of the toggle do too.
+class CategoryList : public device::RowSource {
+public:
+  CategoryList(inspection::CInspectorDoc& document, EditingDialogs& dialogs);
+
+  // "*", "Category", "Status".
+  static std::vector<device::ListColumn> Columns();
+
+  // To be called on every showing: reads the categories of the current inspection.
+  void Show();
+  Text Caption() const;
+  // Leaves the rows whose titles hold these words; all when there are none.
+  void SetFilter(TextView words);
+
+  struct Row {
+    std::int32_t categoryID = 0;
+    bool marked = false;
+    Text title;
+    Text status;                // "Not Present", "Complete" or "Incomplete"
+    std::optional<int> toRate;  // steps without a rating; nothing for a form and while it was never opened
+  };
+  int RowCount() const override { return static_cast<int>(m_Shown.size()); }
+  // Nothing for a row that another program deleted.
+  std::optional<Row> RowAt(int row);
+  // Under the status: how many steps are still to be rated.
+  device::ListRow ShownRow(int row) override;
+  // What is left in the whole inspection, absent categories aside.
+  struct Left {
+    int categories = 0;  // neither complete nor absent
+    int steps = 0;       // without a rating, of the categories that were opened
+  };
+  Left WhatIsLeft();
+  // "4 of 5 categories to complete, 12 steps to rate".
+  Text LeftCaption();
+
+  enum class Screen { None, Steps, Form };
+  // In the first column: marks the row instead of those marked before. Elsewhere: opens the category, unless
+  // it is not present. `topRow` is the topmost row of the list, to come back to.
+  Screen Click(int row, int column, int topRow);
+  Screen Open(int row, int topRow);
+  int TopRow() const { return m_Document.CategoryTopIndex(); }
+  void Mark(int row);
+  // Beside those marked before. No click does this.
+  void MarkToo(int row);
+  bool HasMarks() { return !MarkedRows().empty(); }
+
+  // The commands loop over the marked rows that the filter leaves. False when something could not be written.
+  //
+  // The caption is also the state: a press turns "Set Not Present" into absent and "Set Present", and
+  // anything else, so also the "Not Present" of the beginning, into present and "Set Not Present". It is
+  // looked at for each marked row anew.
+  const Text& ToggleCaption() const { return m_ToggleCaption; }
+  bool TogglePresence();
+  bool Rename();
+  bool Duplicate();
+  DefaultsResult ApplyDefaults();
+
+private:
+  void Refill();
+  void FilterRows();
+  std::vector<int> MarkedRows();
+  int RecordOf(std::int32_t categoryID);
+  bool Toggle(int record, Text& caption);
+  bool RenameRow(int record);
+  bool DuplicateRow(int record);
+
+  inspection::CInspectorDoc& m_Document;
+  EditingDialogs& m_Dialogs;
+  data::Databases& m_Databases;
+  data::CategoryTable m_List;  // not the document's own: showing a row must not make it current
+  std::vector<int> m_Shown;    // records of m_List
+  device::WordFilter m_Filter;
+  std::vector<std::int32_t> m_Marked;  // keys, in the order of marking
+  Text m_ToggleCaption = u"Not Present";
+};
+
+}  // namespace inspector::editing

@@ -1,0 +1,69 @@
+#include "editing/CommentEditing.h"
+
+#include "editing/CommentPicker.h"
+#include "editing/Placeholders.h"
+#include "editing/StepEditing.h"
+
+namespace inspector::editing {
+
+void CommentEditing::ShowStep() {
+  m_Selection = {};
+  if (!m_Picklist || m_Picklist->StepTemplateID() != m_Sheet.StepTemplateID())
+    m_Picklist.emplace(m_Sheet.GetWorkspace(), m_Sheet.StepTemplateID());
+}
+
+TextChange CommentEditing::Apply(TextChange change) {
+  Text comments = m_Sheet.Draft().comments;
+  change.ApplyTo(comments);
+  m_Sheet.SetComments(std::move(comments));
+  m_Selection.begin = m_Selection.end = change.CaretAfter();
+  return change;
+}
+
+std::optional<TextChange> CommentEditing::Insert(TextView comment) {
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  const std::optional<Text> filled = FillPlaceholders(workspace.GetDatabases(), m_Dialogs, comment);
+  if (!filled) return std::nullopt;
+  return Apply(InsertComment(m_Sheet.Draft().comments, m_Selection, *filled,
+                             StepEditing(workspace).CommentSeparator()));
+}
+
+std::vector<TextChange> CommentEditing::InsertAll(const std::vector<Text>& comments) {
+  std::vector<TextChange> changes;
+  for (const Text& comment : comments)
+    if (std::optional<TextChange> change = Insert(comment)) changes.push_back(std::move(*change));
+  return changes;
+}
+
+std::vector<TextChange> CommentEditing::OpenPicker() {
+  CommentPicker picker(m_Picklist->Comments(), true);
+  if (!m_Dialogs.PickComments(picker)) return {};
+  m_Picklist->Delete(picker.Deleted());
+  return InsertAll(picker.Chosen());
+}
+
+std::vector<TextChange> CommentEditing::OfferMaterialComments(std::int32_t materialID) {
+  std::optional<std::vector<LibraryComment>> comments =
+      CommentsOfMaterial(m_Sheet.GetWorkspace().GetDatabases(), materialID);
+  if (!comments || comments->empty()) return {};
+  CommentPicker picker(std::move(*comments), false);
+  if (!m_Dialogs.PickComments(picker)) return {};
+  return InsertAll(picker.Chosen());
+}
+
+CommentPicklist::Result CommentEditing::AddToPicklist() {
+  const StepDraft& draft = m_Sheet.Draft();
+  return m_Picklist->Add(draft.comments, m_Selection, draft.result);
+}
+
+std::optional<TextChange> CommentEditing::AddCameraPicture() {
+  const std::optional<Text> tag = TakeCameraTag(m_Sheet.GetWorkspace());
+  if (!tag) return std::nullopt;
+  return Apply(AppendTag(m_Sheet.Draft().comments, *tag));
+}
+
+TextChange CommentEditing::AddKnownPicture(TextView devicePath) {
+  return Apply(AppendTag(m_Sheet.Draft().comments, KnownPictureTag(devicePath)));
+}
+
+}  // namespace inspector::editing

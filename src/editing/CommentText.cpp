@@ -1,0 +1,23 @@
+#include "editing/CommentText.h"
+
+#include <algorithm>
+
+namespace inspector::editing {
+
+TextChange InsertComment(TextView text, const TextSelection& selection, TextView comment,
+                         TextView separator) {
+  TextChange change;
+  change.at = std::min(std::max(selection.begin, selection.end), text.size());
+  const TextView before = text.substr(0, change.at);
+  const TextView after = text.substr(change.at);
+  if (!before.empty() && !before.ends_with(separator)) change.replacement += separator;
+  change.replacement += comment;
+  if (!after.empty() && !after.starts_with(separator)) change.replacement += separator;
+  return change;
+}
+
+TextChange AppendTag(TextView text, TextView tag) {
+  return {text.size(), 0, Text(tag)};
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,76 @@
+#include "editing/PictureAttachment.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "device/Format.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+
+constexpr std::size_t kLongestStem = 60;
+
+// "=" would make "Path=" possible, ":" and "\" a drive; the others are no part of a name somewhere.
+constexpr TextView kForbidden = u";*=:\\/\"<>|?";
+
+bool IsTrailSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+Text CleanStem(TextView original) {
+  Text stem(original.substr(0, original.rfind(u'.')));
+  for (char16_t& unit : stem)
+    if (unit < u' ' || kForbidden.find(unit) != TextView::npos) unit = u'-';
+  if (stem.size() > kLongestStem)
+    stem.resize(IsTrailSurrogate(stem[kLongestStem]) ? kLongestStem - 1 : kLongestStem);
+  const std::size_t begin = stem.find_first_not_of(u" .");
+  if (begin == Text::npos) return u"Picture";
+  return stem.substr(begin, stem.find_last_not_of(u" .") + 1 - begin);
+}
+
+}  // namespace
+
+Text AttachmentFolder(std::int32_t inspectionID) {
+  return Format(u"\\My Documents\\Pictures\\%d\\", inspectionID);
+}
+
+Text AttachmentName(TextView original, const std::vector<Text>& taken) {
+  const Text stem = CleanStem(original);
+  Text name = stem + u".jpg";
+  for (int n = 2; std::any_of(taken.begin(), taken.end(),
+                              [&](const Text& other) { return device::EqualIgnoringCase(other, name); });
+       ++n)
+    name = Format(u"%s-%d.jpg", stem, n);
+  return name;
+}
+
+std::optional<Text> StoreAttachment(const device::Machine& machine, std::int32_t inspectionID,
+                                    TextView original, std::string_view jpeg) {
+  const Text folder = AttachmentFolder(inspectionID);
+  const Text name = AttachmentName(original, machine.files.ListEntries(machine.paths.Resolve(folder)));
+  const Text path = folder + name;
+  const auto file = machine.files.Create(machine.paths.Resolve(path));
+  if (!file->Write(jpeg) || !file->Commit()) {
+    machine.faults.Report(Format(
+        u"The picture %s could not be stored (%s). The comment is as it was; free some room and attach the "
+        u"picture again.",
+        path, device::FromUtf8(file->Error())));
+    return std::nullopt;
+  }
+  return path;
+}
+
+Text PicturePathOf(const device::DevicePaths& paths, const std::filesystem::path& file) {
+  std::error_code error;
+  const std::filesystem::path root = std::filesystem::weakly_canonical(paths.Root(), error);
+  const std::filesystem::path whole = std::filesystem::weakly_canonical(file, error);
+  const std::filesystem::path below = whole.lexically_relative(root);
+  if (error || below.empty() || *below.begin() == "..") return device::FromUtf8(file.native());
+  Text path;
+  for (const std::filesystem::path& part : below) path += u"\\" + device::FromUtf8(part.native());
+  return path;
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,76 @@
+#include "editing/Placeholders.h"
+
+#include <algorithm>
+
+#include "data/PickersTable.h"
+#include "device/Format.h"
+
+namespace inspector::editing {
+namespace {
+
+constexpr char16_t kCaret = u'^';
+
+// "(a,b,c)": up to each comma, the last one up to the parenthesis.
+void AddAlternatives(TextView name, std::vector<Text>& choices) {
+  name.remove_prefix(1);
+  name = name.substr(0, name.find(u')'));
+  for (Text& alternative : device::Split(name, u',')) choices.push_back(std::move(alternative));
+}
+
+}  // namespace
+
+std::optional<Placeholder> FindPlaceholder(TextView text, std::size_t from) {
+  const std::size_t begin = text.find(kCaret, from);
+  if (begin == TextView::npos) return std::nullopt;
+  const std::size_t end = text.find(kCaret, begin + 1);
+  if (end == TextView::npos) return std::nullopt;
+  return Placeholder{begin, end + 1 - begin, Text(text.substr(begin + 1, end - begin - 1))};
+}
+
+ReplacementQuestion QuestionFor(data::Databases& databases, TextView name) {
+  ReplacementQuestion question;
+  if (name.empty()) {
+    question.prompt = u"Replace ^ with:";
+    return question;
+  }
+  question.prompt = device::Format(u"Replace ^%s^ with:", name);
+  question.offersChoices = true;
+  data::PickersTable picker(databases);
+  picker.OpenSQL(device::Format(
+      u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"%s\" ORDER BY PickerChoice;", name));
+  for (int n = 0; n < picker.RecordCount(); ++n)
+    if (picker.GetRecord(n)) question.choices.push_back(picker.m_PickerChoice);
+  if (name.starts_with(u'(')) AddAlternatives(name, question.choices);
+  return question;
+}
+
+std::optional<Text> FillPlaceholders(data::Databases& databases, SheetDialogs& dialogs, TextView text) {
+  Text filled(text);
+  std::size_t from = 0;
+  while (const std::optional<Placeholder> gap = FindPlaceholder(filled, from)) {
+    const std::optional<Text> words = dialogs.AskReplacement(QuestionFor(databases, gap->name));
+    if (!words) return std::nullopt;
+    filled.replace(gap->at, gap->length, *words);
+    from = gap->at + words->size();
+  }
+  return filled;
+}
+
+bool IsFilledFrom(TextView filled, TextView prepared) {
+  std::optional<Placeholder> gap = FindPlaceholder(prepared);
+  if (!gap) return filled == prepared;
+  if (!filled.starts_with(prepared.substr(0, gap->at))) return false;
+  filled.remove_prefix(gap->at);
+  std::size_t end = gap->at + gap->length;
+  // Between two gaps the first place will do; only the last piece has to stand at the end.
+  while ((gap = FindPlaceholder(prepared, end))) {
+    const TextView between = prepared.substr(end, gap->at - end);
+    const std::size_t found = filled.find(between);
+    if (found == TextView::npos) return false;
+    filled.remove_prefix(found + between.size());
+    end = gap->at + gap->length;
+  }
+  return filled.ends_with(prepared.substr(end));
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,221 @@
+#include "editing/StepList.h"
+
+#include <algorithm>
+
+#include "data/MaterialTemplateTable.h"
+#include "device/Format.h"
+#include "editing/AddressCaption.h"
+#include "editing/CategoryOpening.h"
+#include "editing/Completeness.h"
+#include "editing/Defaults.h"
+#include "editing/RatingDropDown.h"
+#include "editing/RowFilter.h"
+#include "editing/StepDuplication.h"
+#include "editing/StepEditing.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+
+constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
+constexpr auto kNone = u"None";
+constexpr auto kHasInfo = u"Info";
+constexpr auto kNotRated = u"Not rated";
+constexpr auto kCommentAsked = u"Asked for";
+constexpr int kCommentsPage = 1;
+constexpr int kLastPage = 3;
+
+Text Done(bool done) {
+  return done ? u"Complete" : u"Incomplete";
+}
+
+}  // namespace
+
+StepList::StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
+    : m_Document(document),
+      m_Dialogs(dialogs),
+      m_Databases(document.GetWorkspace().GetDatabases()),
+      m_List(m_Databases) {}
+
+std::vector<device::ListColumn> StepList::Columns() {
+  // The status columns are as narrow as a finger, so that the words of a step have room beside them.
+  using Align = device::ListColumn::Align;
+  return {{u"Steps:", 80},
+          {u"Rating", 60},
+          {u"Materials", 27, Align::Centre},
+          {u"Comments", 27, Align::Centre},
+          {u"Picture", 27, Align::Centre},
+          {u"Info", 27, Align::Centre}};
+}
+
+Text StepList::Caption() const {
+  return AddressCaption(m_Document.Inspection());
+}
+
+bool StepList::Show() {
+  m_Document.FinishDocTypeChange();
+  m_Choices.clear();
+  m_OffersMaterials.clear();
+  const bool opened = OpenCategory(m_Databases, m_Document.Categories());
+  m_Document.LoadCategories();  // without steps it is complete now
+  Refill();
+  return opened && !m_List.Failed();
+}
+
+void StepList::Refill() {
+  m_List.OpenSQL(Format(kStepsInOrder, m_List.TableName(), m_Document.Categories().m_CategoryID));
+  FilterRows();
+}
+
+void StepList::SetFilter(TextView words) {
+  m_Filter = device::WordFilter(words);
+  FilterRows();
+}
+
+void StepList::FilterRows() {
+  m_Shown = FilteredRecords(m_List, m_Filter,
+                            [&] { return Format(u"%s. %s", m_List.m_StepNumber, m_List.m_StepTitle); });
+}
+
+bool StepList::Read(int row) {
+  return row >= 0 && row < RowCount() && m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]);
+}
+
+bool StepList::HasMaterials(std::int32_t stepTemplateID) {
+  const auto known = m_OffersMaterials.find(stepTemplateID);
+  if (known != m_OffersMaterials.end()) return known->second;
+  data::MaterialTemplateTable materials(m_Databases);
+  materials.OpenSQL(
+      Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder", stepTemplateID));
+  if (materials.Failed()) return false;
+  return m_OffersMaterials.emplace(stepTemplateID, materials.RecordCount() > 0).first->second;
+}
+
+const std::vector<RatingChoice>& StepList::Choices(const Text& ratingType) {
+  const auto known = m_Choices.find(ratingType);
+  if (known != m_Choices.end()) return known->second;
+  return m_Choices.emplace(ratingType, ChoicesOf(m_Databases, ratingType)).first->second;
+}
+
+StepList::Attention StepList::AttentionFor(const data::StepTable& step) {
+  if (step.m_InspectResult < u" ") return Attention::NotRated;
+  if (!step.m_Comments.empty()) return Attention::None;
+  for (const RatingChoice& choice : Choices(step.m_RatingType))
+    if (choice.name == step.m_InspectResult)
+      return choice.promptsForComment ? Attention::CommentAsked : Attention::None;
+  return Attention::None;
+}
+
+std::optional<StepList::Row> StepList::RowAt(int row) {
+  if (!Read(row)) return std::nullopt;
+  Row shown;
+  shown.stepID = m_List.m_StepID;
+  shown.label = m_Document.GetWorkspace().Options().m_ShowStepNumbers
+                    ? Format(u"%s. %s", m_List.m_StepNumber, m_List.m_StepTitle)
+                    : m_List.m_StepTitle;
+  shown.rating = m_List.m_InspectResult;
+  shown.hasMaterials = HasMaterials(m_List.m_StepTemplateID);
+  shown.materials =
+      m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
+  shown.comments = Done(!m_List.m_Comments.empty());
+  shown.picture = Done(!m_List.m_BitmapPath.empty());
+  shown.hasInfo = m_List.m_StepInfoExists != 0;
+  shown.attention = AttentionFor(m_List);
+  return shown;
+}
+
+device::ListRow StepList::ShownRow(int row) {
+  const std::optional<Row> shown = RowAt(row);
+  if (!shown) return {{u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
+  const auto tone =
+      shown->attention == Attention::None ? device::RowTone::Normal : device::RowTone::Attention;
+  const Text comments = shown->attention == Attention::CommentAsked ? kCommentAsked : shown->comments;
+  const Text rating = shown->attention == Attention::NotRated ? Text(kNotRated) : shown->rating;
+  return {
+      {shown->label, rating, shown->materials, comments, shown->picture, shown->hasInfo ? kHasInfo : kNone},
+      device::CheckImage::None,
+      tone};
+}
+
+int StepList::RowOf(std::int32_t stepID) const {
+  data::StepTable found(m_Databases);
+  found.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
+  const auto row = std::find(m_Shown.begin(), m_Shown.end(), m_List.FindRowOf(found, 0));
+  return row == m_Shown.end() ? -1 : static_cast<int>(row - m_Shown.begin());
+}
+
+int StepList::StepsToRate() {
+  return UnratedSteps(m_Databases, m_Document.Categories().m_CategoryID).value_or(0);
+}
+
+Text StepList::LeftCaption() {
+  return Format(u"%d of %d steps to rate", StepsToRate(), m_List.RecordCount());
+}
+
+std::vector<Text> StepList::RatingEntries(int row) {
+  std::vector<Text> entries;
+  if (!Read(row)) return entries;
+  for (const RatingChoice& choice : Choices(m_List.m_RatingType)) entries.push_back(choice.name);
+  entries.emplace_back(entries.empty() ? kNoRatings : kClearRating);
+  return entries;
+}
+
+bool StepList::ChangeRating(int row, TextView entry) {
+  if (entry == kNoRatings || !Read(row)) return false;
+  const std::int32_t stepID = m_List.m_StepID;
+  bool prompts = false;
+  StepEditing editing(m_Document.GetWorkspace());
+  const StepEditing::Result result =
+      editing.Rate(stepID, entry == kClearRating ? TextView() : entry, &prompts);
+  if (result == StepEditing::Result::NoSuchStep)
+    m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
+  if (result != StepEditing::Result::Done) return false;
+  m_Document.LoadCategories();
+  if (prompts) OpenPage(row, kCommentsPage);
+  return true;
+}
+
+bool StepList::Click(int row, int column) {
+  if (column == kStep) return OpenStep(row);
+  return column >= kMaterials && OpenPage(row, column - kMaterials);
+}
+
+bool StepList::OpenStep(int row) {
+  const int wanted = std::clamp(m_Document.GetWorkspace().Options().m_DefStepTab, 0, kLastPage);
+  const std::optional<Row> step = RowAt(row);
+  return step && OpenPage(row, IsMaterialsPage(wanted) && !step->hasMaterials ? kCommentsPage : wanted);
+}
+
+// `page` counts all four; the sheet counts those that it has.
+bool StepList::OpenPage(int row, int page) {
+  const std::optional<Row> step = RowAt(row);
+  if (!step || (IsMaterialsPage(page) && !step->hasMaterials)) return false;
+  m_Dialogs.OpenStepProperties(m_List.m_CategoryID, step->stepID, step->hasMaterials ? page : page - 1);
+  m_Document.LoadCategories();
+  Refill();
+  return true;
+}
+
+bool StepList::ApplyDefaults() {
+  m_Document.FinishDocTypeChange();
+  const bool applied = ApplyStepDefaults(m_Databases, m_Document.Categories().m_CategoryID);
+  m_Document.LoadCategories();
+  Refill();
+  return applied;
+}
+
+std::optional<int> StepList::DuplicateStep(int row) {
+  if (!Read(row)) return std::nullopt;
+  StepDuplication duplication(m_Databases, m_List);
+  const std::optional<Text> suggested = duplication.SuggestedName();
+  if (!suggested) return std::nullopt;
+  const std::optional<Text> name = m_Document.GetWorkspace().GetPrompts().AskText(
+      {u"Enter the name for the new duplicated step:", u"Duplicate Step", *suggested});
+  const std::optional<std::int32_t> copy = name ? duplication.Make(*name) : std::nullopt;
+  m_Document.LoadCategories();
+  Refill();
+  return copy ? std::optional(RowOf(*copy)) : std::nullopt;
+}
+
+}  // namespace inspector::editing

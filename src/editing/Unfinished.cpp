@@ -1,0 +1,168 @@
+#include "editing/Unfinished.h"
+
+#include <algorithm>
+
+#include "data/RatingChoicesTable.h"
+#include "data/RatingTypeTable.h"
+#include "device/Format.h"
+#include "editing/CategoryOpening.h"
+#include "editing/PictureTagText.h"
+#include "editing/PictureTags.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Format;
+
+// What sorts before a blank counts as empty.
+bool IsEmpty(const Text& text) {
+  return text < u" ";
+}
+
+bool IsBlank(TextView text) {
+  return text.find_first_not_of(u" \r\n\t") == TextView::npos;
+}
+
+}  // namespace
+
+Text UnfinishedStep::Reasons() const {
+  Text reasons;
+  const auto add = [&reasons](bool applies, TextView reason) {
+    if (!applies) return;
+    if (!reasons.empty()) reasons += u", ";
+    reasons += reason;
+  };
+  add(stepID == 0, u"not opened yet");
+  add(needsRating, u"no rating");
+  add(needsComment, u"the rating asks for a comment");
+  add(lacksPicture, u"a picture is missing");
+  if (!reasons.empty() && reasons.front() >= u'a' && reasons.front() <= u'z')
+    reasons.front() = static_cast<char16_t>(reasons.front() - u'a' + u'A');
+  return reasons;
+}
+
+Unfinished::Unfinished(data::Workspace& workspace, std::int32_t inspectionID)
+    : m_Workspace(workspace), m_InspectionID(inspectionID) {}
+
+bool Unfinished::ReadChoices() {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const data::ReadScope reading(databases.Template());
+  m_Prompting.clear();
+  std::multimap<std::int32_t, Text> typeNames;
+  data::RatingTypeTable types(databases);
+  types.Open();
+  for (int n = 0; n < types.RecordCount(); ++n)
+    if (types.GetRecord(n)) typeNames.emplace(types.m_ID, types.m_RatingType);
+  data::RatingChoicesTable choices(databases);
+  choices.Open();
+  for (int n = 0; n < choices.RecordCount(); ++n) {
+    if (!choices.GetRecord(n) || !choices.m_CommentPromptFlag) continue;
+    const auto [first, last] = typeNames.equal_range(choices.m_RatingTypeID);
+    for (auto name = first; name != last; ++name) m_Prompting.emplace(name->second, choices.m_ChoiceName);
+  }
+  return !types.Failed() && !choices.Failed();
+}
+
+bool Unfinished::Refresh() {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const data::ReadScope reading(databases.Inspection());
+  m_Card.emplace(m_Workspace.GetMachine().files, m_Workspace.GetMachine().paths,
+                 m_Workspace.Options().m_DefaultPictCardPath);
+  m_Categories.clear();
+  m_StepOrder.clear();
+  m_Steps.clear();
+  bool complete = ReadChoices();
+  data::CategoryTable categories(databases);
+  categories.OpenSQL(
+      Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
+             m_InspectionID));
+  for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (!categories.GetRecord(n)) continue;
+    m_Categories.push_back(categories.m_CategoryID);
+    complete = AddCategory(categories, m_Steps) && complete;
+  }
+  return complete && !categories.Failed();
+}
+
+bool Unfinished::RefreshCategory(std::int32_t categoryID) {
+  const auto place = std::find(m_Categories.begin(), m_Categories.end(), categoryID);
+  if (place == m_Categories.end()) return Refresh();
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const data::ReadScope reading(databases.Inspection());
+  data::CategoryTable category(databases);
+  category.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
+  if (!category.GetRecord(0)) return Refresh();
+  m_Card.emplace(m_Workspace.GetMachine().files, m_Workspace.GetMachine().paths,
+                 m_Workspace.Options().m_DefaultPictCardPath);
+  std::vector<UnfinishedStep> found;
+  const bool complete = AddCategory(category, found);
+  std::erase_if(m_Steps, [categoryID](const UnfinishedStep& step) { return step.categoryID == categoryID; });
+  const auto comesLater = [&](const UnfinishedStep& step) {
+    return std::find(m_Categories.begin(), place, step.categoryID) == place;
+  };
+  m_Steps.insert(std::find_if(m_Steps.begin(), m_Steps.end(), comesLater), found.begin(), found.end());
+  return complete;
+}
+
+bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found) {
+  std::vector<std::int32_t>& order = m_StepOrder[category.m_CategoryID];
+  order.clear();
+  if (category.m_NotPresentFlag || category.m_Type == kFormCategory) return true;
+  data::StepTable steps(m_Workspace.GetDatabases());
+  steps.OpenSQL(Format(u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber", steps.TableName(),
+                       category.m_CategoryID));
+  if (steps.Failed()) return false;
+  UnfinishedStep step;
+  step.categoryID = category.m_CategoryID;
+  step.categoryTitle = category.m_CategoryTitle;
+  if (steps.RecordCount() == 0 && !category.m_CompleteFlag) found.push_back(step);
+  for (int n = 0; n < steps.RecordCount(); ++n) {
+    if (!steps.GetRecord(n)) continue;
+    order.push_back(steps.m_StepID);
+    step.needsRating = IsEmpty(steps.m_InspectResult);
+    step.needsComment = !step.needsRating && IsBlank(steps.m_Comments) &&
+                        m_Prompting.contains({steps.m_RatingType, steps.m_InspectResult});
+    step.lacksPicture = LacksPicture(steps);
+    if (!step.needsRating && !step.needsComment && !step.lacksPicture) continue;
+    step.stepID = steps.m_StepID;
+    step.stepNumber = steps.m_StepNumber;
+    step.title = steps.m_StepTitle;
+    found.push_back(step);
+  }
+  return !steps.Failed();
+}
+
+bool Unfinished::LacksPicture(const data::StepTable& step) {
+  const device::Machine& machine = m_Workspace.GetMachine();
+  if (!step.m_BitmapPath.empty() && !machine.files.Exists(machine.paths.ResolvePicture(step.m_BitmapPath)))
+    return true;
+  if (FindFirstTag(step.m_Comments).empty()) return false;
+  const std::vector<CommentPicture> pictures = PicturesOfComment(step.m_Comments, *m_Card, machine);
+  return std::any_of(pictures.begin(), pictures.end(), [](const CommentPicture& picture) {
+    return picture.missing && ClassifyTag(picture.tag) != kError;
+  });
+}
+
+int Unfinished::CountOf(std::int32_t categoryID) const {
+  return static_cast<int>(std::count_if(m_Steps.begin(), m_Steps.end(), [&](const UnfinishedStep& step) {
+    return step.categoryID == categoryID;
+  }));
+}
+
+std::optional<UnfinishedStep> Unfinished::NextAfter(const PlaceInVisit& place) const {
+  if (m_Steps.empty()) return std::nullopt;
+  const auto placeOf = [this](std::int32_t categoryID, std::int32_t stepID) {
+    const auto category = std::find(m_Categories.begin(), m_Categories.end(), categoryID);
+    std::ptrdiff_t row = -1;
+    const auto order = m_StepOrder.find(categoryID);
+    if (stepID != 0 && order != m_StepOrder.end())
+      row = std::find(order->second.begin(), order->second.end(), stepID) - order->second.begin();
+    return std::pair(category - m_Categories.begin(), row);
+  };
+  const auto here = placeOf(place.categoryID, place.stepID);
+  for (const UnfinishedStep& step : m_Steps)
+    if (placeOf(step.categoryID, step.stepID) > here) return step;
+  return m_Steps.front();
+}
+
+}  // namespace inspector::editing

@@ -1,0 +1,67 @@
+// What is left to do in a visit.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "data/CategoryTable.h"
+#include "data/StepTable.h"
+#include "data/Workspace.h"
+#include "editing/CardPictures.h"
+
+namespace inspector::editing {
+
+struct UnfinishedStep {
+  std::int32_t categoryID = 0;
+  std::int32_t stepID = 0;  // 0 for a category whose steps are not made yet
+  Text categoryTitle;
+  Text stepNumber;
+  Text title;
+  bool needsRating = false;
+  bool needsComment = false;  // its rating asks for one
+  bool lacksPicture = false;  // a tag, or the step's picture, names a file that is not there
+
+  // "No rating, a picture is missing"
+  Text Reasons() const;
+};
+
+// Where a person is: a step of a category, or a category as a whole.
+struct PlaceInVisit {
+  std::int32_t categoryID = 0;
+  std::int32_t stepID = 0;
+};
+
+// Categories that are marked as not present, and forms, leave nothing to do.
+class Unfinished {
+public:
+  Unfinished(data::Workspace& workspace, std::int32_t inspectionID);
+
+  // Reads the whole visit. False when it could not all be read; what was found stays.
+  bool Refresh();
+  // Reads one category anew, after a change in it.
+  bool RefreshCategory(std::int32_t categoryID);
+
+  // In the order of categories and steps.
+  const std::vector<UnfinishedStep>& Steps() const { return m_Steps; }
+  int Count() const { return static_cast<int>(m_Steps.size()); }
+  int CountOf(std::int32_t categoryID) const;
+  // The first one after the place, beginning anew after the last; nothing when all is done.
+  std::optional<UnfinishedStep> NextAfter(const PlaceInVisit& place) const;
+
+private:
+  bool ReadChoices();
+  bool AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found);
+  bool LacksPicture(const data::StepTable& step);
+
+  data::Workspace& m_Workspace;
+  std::int32_t m_InspectionID;
+  std::set<std::pair<Text, Text>> m_Prompting;                    // (rating type, choice)
+  std::optional<CardPictures> m_Card;                             // as it is since the last refresh
+  std::vector<std::int32_t> m_Categories;                         // in their order
+  std::map<std::int32_t, std::vector<std::int32_t>> m_StepOrder;  // of each category
+  std::vector<UnfinishedStep> m_Steps;
+};
+
+}  // namespace inspector::editing

@@ -1,0 +1,91 @@
+#include "editing/ui/CategoryView.h"
+
+#include <QAction>
+#include <QApplication>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+constexpr int kMarkColumn = 0;
+constexpr int kTitleColumn = 1;  // so that Enter opens and Space marks
+
+}  // namespace
+
+CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent)
+    : ListScreen(parent), m_List(document, dialogs) {
+  Build(m_List, CategoryList::Columns(), QStringLiteral("categories"));
+  m_Rows->SetEmptyText(
+      QStringLiteral("No categories. Choose a Doc Type in the header, or clear the search."));
+  m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
+  m_Duplicate =
+      AddCommand("duplicate", QStringLiteral("&Duplicate..."), QKeySequence(Qt::CTRL | Qt::Key_D), [this] {
+        m_List.Duplicate();
+        ShowRows();
+      });
+  m_Rename = AddCommand("rename", QStringLiteral("&Rename..."), QKeySequence(Qt::Key_F2), [this] {
+    m_List.Rename();
+    ShowRows();
+  });
+  m_NotPresent = AddCommand("notPresent", device::ui::ToQString(m_List.ToggleCaption()),
+                            QKeySequence(Qt::CTRL | Qt::Key_T), [this] {
+                              m_List.TogglePresence();
+                              Refresh();
+                            });
+  AddCommand("defaults", QStringLiteral("D&efaults"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [this] {
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+    m_List.ApplyDefaults();
+    QApplication::restoreOverrideCursor();
+    ShowRows();
+  });
+  FollowState();
+}
+
+void CCategoryView::OnShow() {
+  m_List.Show();
+  ShowRows();
+  const int top = m_List.TopRow();
+  m_Rows->ScrollToTop(top);
+  if (!m_Rows->currentIndex().isValid() || m_Rows->currentIndex().column() == kMarkColumn)
+    m_Rows->setCurrentIndex(m_Rows->Model().index(top, kTitleColumn));
+  m_Rows->setFocus();
+}
+
+void CCategoryView::OnSearch(const device::Text& words) {
+  m_List.SetFilter(words);
+  ShowRows();
+}
+
+void CCategoryView::OnRow(int row, int column) {
+  if (column == kMarkColumn && QApplication::keyboardModifiers() & Qt::ControlModifier) {
+    m_List.MarkToo(row);
+    Refresh();
+    return;
+  }
+  const CategoryList::Screen screen = m_List.Click(row, column, m_Rows->TopRow());
+  if (screen != CategoryList::Screen::None) {
+    if (onOpen) onOpen(screen);
+    return;
+  }
+  Refresh();
+}
+
+void CCategoryView::ShowRows() {
+  m_Rows->Refill();
+  FollowState();
+}
+
+void CCategoryView::Refresh() {
+  m_Rows->Model().RefreshAll();
+  FollowState();
+}
+
+void CCategoryView::FollowState() {
+  ShowCaptions(m_List.Caption(), m_List.LeftCaption());
+  const bool marked = m_List.HasMarks();
+  for (QAction* action : {m_Duplicate, m_Rename, m_NotPresent}) action->setEnabled(marked);
+  m_NotPresent->setText(device::ui::ToQString(m_List.ToggleCaption()));
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,49 @@
+// The text field of a comment.
+#pragma once
+
+#include <QPlainTextEdit>
+#include <functional>
+
+#include "editing/CommentText.h"
+#include "editing/Shortcuts.h"
+
+namespace inspector::editing::ui {
+
+// Shows stored text, whose lines end in "\r\n", and gives it back that way. A word that is finished expands
+// when it is a shortcut, as a step of its own for undo. Pictures that are pasted or dropped go to
+// `onPictures`.
+class CommentBox : public QPlainTextEdit {
+public:
+  explicit CommentBox(QWidget* parent = nullptr);
+
+  // Forgets what undo could take back.
+  void Load(TextView stored);
+  Text Stored() const;
+  TextSelection StoredSelection() const;
+  // Does again what was done to `before`, the text as it is shown now. The caret moves behind it.
+  void Apply(Text before, const std::vector<TextChange>& changes);
+  // Puts another text in the place of the whole, for undo one step.
+  void Replace(TextView stored);
+  void SetShortcuts(const Shortcuts* shortcuts) { m_Shortcuts = shortcuts; }
+
+  std::function<void()> onEdited;
+  std::function<void()> onLeft;  // the field loses the focus
+  std::function<void(const QMimeData& pictures)> onPictures;
+
+protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  bool canInsertFromMimeData(const QMimeData* source) const override;
+  void insertFromMimeData(const QMimeData* source) override;
+
+private:
+  void ExpandFinishedWord(const QString& typed);
+  bool HasPictures(const QMimeData& source) const;
+
+  const Shortcuts* m_Shortcuts = nullptr;
+  Text m_Loaded;  // as it is stored, while nothing was changed
+  bool m_IsLoading = false;
+};
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,236 @@
+#include "editing/ui/CommentsPage.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "device/Format.h"
+#include "device/ListColumns.h"
+#include "device/ui/TextConversion.h"
+#include "editing/PictureAttachment.h"
+#include "editing/ui/CommentBox.h"
+#include "editing/ui/PictureStrip.h"
+
+namespace inspector::editing::ui {
+
+using device::ui::ToQString;
+
+namespace {
+
+// A drop-down that asks for its entries when it is opened: most steps are passed without a look at it.
+class PicklistBox : public QComboBox {
+public:
+  using QComboBox::QComboBox;
+  std::function<void()> onOpen;
+  void showPopup() override {
+    onOpen();
+    QComboBox::showPopup();
+  }
+};
+
+std::filesystem::path HostPath(const QString& name) {
+  return QFile::encodeName(name).toStdString();
+}
+
+}  // namespace
+
+CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent)
+    : QWidget(parent), m_Sheet(sheet), m_Editing(sheet, dialogs) {
+  setObjectName(QStringLiteral("commentsPage"));
+  m_Comment = new CommentBox(this);
+  m_Comment->setObjectName(QStringLiteral("commentBox"));
+  m_Comment->setAccessibleName(tr("Comment"));
+  m_Comment->onEdited = [this] {
+    if (m_IsApplying) return;
+    m_Sheet.SetComments(m_Comment->Stored());
+    m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
+    if (onEdited) onEdited();
+  };
+  m_Comment->onLeft = [this] { m_Editing.SaveSelection(m_Comment->StoredSelection()); };
+  m_Comment->onPictures = [this](const QMimeData& pictures) { AttachFrom(pictures); };
+  m_Pictures = new PictureStrip(sheet.GetWorkspace(), this);
+  m_Pictures->onChange = [this](const Text& comment) { m_Comment->Replace(comment); };
+
+  auto* picklist = new PicklistBox(this);
+  picklist->onOpen = [this] { FillPicklist(); };
+  m_Picklist = picklist;
+  m_Picklist->setObjectName(QStringLiteral("picklist"));
+  m_Picklist->setAccessibleName(tr("Prepared comments"));
+  m_Picklist->setPlaceholderText(tr("Prepared comments"));
+  m_Picklist->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  m_Picklist->setMinimumContentsLength(8);
+  QPushButton* insert = AddButton(tr("&Insert"), "insertButton");
+  QPushButton* pick = AddButton(tr("Pic&ker..."), "pickerButton");
+  QPushButton* add = AddButton(tr("A&dd Com"), "addCommentButton");
+  QPushButton* camera = AddButton(tr("Came&ra"), "cameraButton");
+  QPushButton* attach = AddButton(tr("&Attach..."), "attachButton");
+  QPushButton* newest = AddButton(tr("Ne&west"), "newestButton");
+  newest->setToolTip(tr("Attach the newest picture of the card"));
+  connect(insert, &QPushButton::clicked, this, [this] { InsertPicked(); });
+  connect(pick, &QPushButton::clicked, this, [this] { Do([this] { return m_Editing.OpenPicker(); }); });
+  connect(add, &QPushButton::clicked, this, [this] { m_Editing.AddToPicklist(); });
+  connect(camera, &QPushButton::clicked, this, [this] {
+    Do([this]() -> std::vector<TextChange> {
+      if (auto change = m_Editing.AddCameraPicture()) return {*change};
+      return {};
+    });
+  });
+  connect(attach, &QPushButton::clicked, this, [this] {
+    QFileDialog dialog(this, tr("Attach pictures"), {},
+                       tr("Pictures (*.jpg *.jpeg *.png *.gif *.bmp *.2bp)"));
+    dialog.setObjectName(QStringLiteral("attachDialog"));
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    if (dialog.exec() != QDialog::Accepted) return;
+    std::vector<std::filesystem::path> files;
+    for (const QString& file : dialog.selectedFiles()) files.push_back(HostPath(file));
+    Attach(files);
+  });
+  connect(newest, &QPushButton::clicked, this, [this] { AttachNewest(); });
+
+  m_Summary = new CommentBox(this);
+  m_Summary->setObjectName(QStringLiteral("summaryComment"));
+  m_Summary->setAccessibleName(tr("Summary comment"));
+  m_Summary->setFixedHeight(std::max(device::kSmallestTarget, 2 * fontMetrics().lineSpacing() + 14));
+  m_Summary->onEdited = [this] {
+    m_Sheet.SetSummaryComment(m_Summary->Stored());
+    if (onEdited) onEdited();
+  };
+  auto* caption = new QLabel(tr("&Summary comment"), this);
+  caption->setBuddy(m_Summary);
+
+  auto* buttons = new QGridLayout;
+  buttons->addWidget(m_Picklist, 0, 0, 1, 2);
+  buttons->addWidget(insert, 0, 2);
+  buttons->addWidget(pick, 1, 0);
+  buttons->addWidget(add, 1, 1);
+  buttons->addWidget(camera, 1, 2);
+  buttons->addWidget(attach, 2, 0);
+  buttons->addWidget(newest, 2, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_Comment, 3);
+  layout->addWidget(m_Pictures);
+  layout->addLayout(buttons);
+  layout->addWidget(caption);
+  layout->addWidget(m_Summary);
+  QWidget* previous = m_Comment;
+  for (QWidget* next :
+       {static_cast<QWidget*>(m_Picklist), static_cast<QWidget*>(insert), static_cast<QWidget*>(pick),
+        static_cast<QWidget*>(add), static_cast<QWidget*>(camera), static_cast<QWidget*>(attach),
+        static_cast<QWidget*>(newest), static_cast<QWidget*>(m_Summary)}) {
+    setTabOrder(previous, next);
+    previous = next;
+  }
+}
+
+CCommentsPage::~CCommentsPage() = default;
+
+QPushButton* CCommentsPage::AddButton(const QString& caption, const char* name) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  return button;
+}
+
+void CCommentsPage::ShowStep() {
+  m_Editing.ShowStep();
+  if (!m_Shortcuts) m_Shortcuts.emplace(m_Sheet.GetWorkspace().GetDatabases());
+  m_Comment->SetShortcuts(&*m_Shortcuts);
+  m_Summary->SetShortcuts(&*m_Shortcuts);
+  m_Comment->Load(m_Sheet.Draft().comments);
+  m_Summary->Load(m_Sheet.Draft().summaryComment);
+  m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
+  m_Picklist->clear();
+  m_Picklist->setCurrentIndex(-1);
+}
+
+// Group headings stand between the entries and cannot be chosen.
+void CCommentsPage::FillPicklist() {
+  const QString chosen = m_Picklist->currentData().toString();
+  m_Picklist->clear();
+  Text group;
+  for (const LibraryComment& comment : m_Editing.Picklist().Comments()) {
+    if (comment.group != group) {
+      group = comment.group;
+      m_Picklist->addItem(ToQString(device::Format(u"<<%s>>", group)));
+      m_Picklist->setItemData(m_Picklist->count() - 1, 0, Qt::UserRole - 1);  // no flags
+    }
+    const QString text = ToQString(comment.text);
+    m_Picklist->addItem(device::ui::ToDisplay(comment.text).replace(u'\n', u' '), text);
+  }
+  m_Picklist->setCurrentIndex(m_Picklist->findData(chosen));
+}
+
+void CCommentsPage::InsertPicked() {
+  const QString text = m_Picklist->currentData().toString();
+  if (text.isEmpty()) return;
+  Do([&]() -> std::vector<TextChange> {
+    if (auto change = m_Editing.Insert(device::ui::FromQString(text))) return {*change};
+    return {};
+  });
+}
+
+// What the logic did to the draft is done to the text field as well, so that undo knows it.
+void CCommentsPage::Do(const std::function<std::vector<TextChange>()>& work) {
+  const Text before = m_Sheet.Draft().comments;
+  const std::vector<TextChange> changes = work();
+  m_Comment->setFocus();
+  if (changes.empty()) return;
+  m_IsApplying = true;
+  m_Comment->Apply(before, changes);
+  m_IsApplying = false;
+  m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
+  if (onEdited) onEdited();
+}
+
+void CCommentsPage::OfferMaterialComments(std::int32_t materialID) {
+  Do([&] { return m_Editing.OfferMaterialComments(materialID); });
+}
+
+bool CCommentsPage::Store(const Text& name, const QByteArray& jpeg) {
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  if (jpeg.isEmpty()) {
+    device::Alert(workspace.GetPrompts(), device::Format(u"%s is no picture that can be read.", name));
+    return false;
+  }
+  const auto path = StoreAttachment(workspace.GetMachine(), m_Sheet.InspectionID(), name,
+                                    {jpeg.constData(), static_cast<std::size_t>(jpeg.size())});
+  if (!path) return false;
+  Do([&]() -> std::vector<TextChange> { return {m_Editing.AddKnownPicture(*path)}; });
+  return true;
+}
+
+void CCommentsPage::Attach(const std::vector<std::filesystem::path>& files) {
+  for (const std::filesystem::path& file : files)
+    Store(device::FromUtf8(file.filename().native()), MakeJpeg(file, m_Form));
+}
+
+void CCommentsPage::AttachNewest() {
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  const Text& folder = workspace.Options().m_DefaultPictCardPath;
+  const std::filesystem::path path = workspace.GetMachine().paths.ResolvePicture(folder);
+  const QDir card(QFile::decodeName(path.c_str()));
+  const QFileInfoList files = card.entryInfoList(
+      {QStringLiteral("*.jpg"), QStringLiteral("*.jpeg"), QStringLiteral("*.png")}, QDir::Files, QDir::Time);
+  if (files.isEmpty())
+    device::Alert(workspace.GetPrompts(), device::Format(u"There is no picture in the folder %s.", folder));
+  else
+    Attach({HostPath(files.front().absoluteFilePath())});
+}
+
+void CCommentsPage::AttachFrom(const QMimeData& pictures) {
+  std::vector<std::filesystem::path> files;
+  for (const QUrl& url : pictures.urls()) files.push_back(HostPath(url.toLocalFile()));
+  if (!files.empty())
+    Attach(files);
+  else
+    Store(u"Pasted.jpg", MakeJpeg(qvariant_cast<QImage>(pictures.imageData()), m_Form));
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,57 @@
+// The Comments tab: the comment, its prepared comments and its pictures.
+#pragma once
+
+#include <QWidget>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "editing/CommentEditing.h"
+#include "editing/ui/PictureFile.h"
+
+class QComboBox;
+class QMimeData;
+class QPushButton;
+class QVBoxLayout;
+
+namespace inspector::editing::ui {
+
+class CommentBox;
+class PictureStrip;
+
+class CCommentsPage : public QWidget {
+public:
+  CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent);
+  ~CCommentsPage() override;
+
+  void ShowStep();
+  void OfferMaterialComments(std::int32_t materialID);
+  // Copies each picture into the inspection's folder and puts its tag into the comment.
+  void Attach(const std::vector<std::filesystem::path>& files);
+  void SetAttachmentForm(const AttachmentForm& form) { m_Form = form; }
+
+  std::function<void()> onEdited;  // the comment changed
+
+private:
+  QPushButton* AddButton(const QString& caption, const char* name);
+  void FillPicklist();
+  void InsertPicked();
+  void AttachNewest();
+  void AttachFrom(const QMimeData& pictures);
+  bool Store(const Text& name, const QByteArray& jpeg);
+  void Do(const std::function<std::vector<TextChange>()>& work);
+
+  StepSheet& m_Sheet;
+  CommentEditing m_Editing;
+  std::optional<Shortcuts> m_Shortcuts;  // as they were when the sheet was opened
+  AttachmentForm m_Form;
+  CommentBox* m_Comment;
+  CommentBox* m_Summary;
+  PictureStrip* m_Pictures;
+  QComboBox* m_Picklist;
+  std::vector<QPushButton*> m_Buttons;
+  bool m_IsApplying = false;
+};
+
+}  // namespace inspector::editing::ui

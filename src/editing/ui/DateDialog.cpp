@@ -1,0 +1,44 @@
+#include "editing/ui/DateDialog.h"
+
+#include <QDialogButtonBox>
+#include <QTableView>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "device/ListColumns.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+const QString kFormat = QStringLiteral("M/d/yyyy");
+
+}  // namespace
+
+DateDialog::DateDialog(const QString& title, const QString& current, QWidget* parent)
+    : QDialog(parent), m_Calendar(new QCalendarWidget(this)) {
+  setObjectName(QStringLiteral("dateDialog"));
+  setWindowTitle(title);
+  m_Calendar->setObjectName(QStringLiteral("calendar"));
+  m_Calendar->setAccessibleName(title);
+  m_Calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+  m_Calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
+  // A week of days that a finger hits, and a line of their names.
+  m_Calendar->setMinimumSize(7 * device::kSmallestTarget, 8 * device::kSmallestTarget);
+  for (auto* button : m_Calendar->findChildren<QToolButton*>())
+    if (button->accessibleName().isEmpty()) button->setAccessibleName(button->objectName());
+  const QDate date = QDate::fromString(current, kFormat);
+  if (date.isValid()) m_Calendar->setSelectedDate(date);
+  connect(m_Calendar, &QCalendarWidget::activated, this, &QDialog::accept);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_Calendar);
+  layout->addWidget(buttons);
+}
+
+QString DateDialog::Chosen() const {
+  return m_Calendar->selectedDate().toString(kFormat);
+}
+
+}  // namespace inspector::editing::ui

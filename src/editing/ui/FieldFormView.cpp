@@ -1,0 +1,123 @@
+#include "editing/ui/FieldFormView.h"
+
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+#include "editing/ui/FieldEditor.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+using device::ui::ToQString;
+
+constexpr int kPause = 700;       // milliseconds without a key after which is stored
+constexpr int kWidestForm = 640;  // logical pixels; longer lines are hard to read
+
+QLabel* MakeLabel(const char* name, QWidget* parent) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(QLatin1String(name));
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  return label;
+}
+
+}  // namespace
+
+CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent)
+    : Screen(parent),
+      m_Form(document, dialogs),
+      m_Caption(MakeLabel("caption", this)),
+      m_Area(new QScrollArea(this)),
+      m_Left(MakeLabel("whatIsLeft", this)) {
+  m_Area->setObjectName(QStringLiteral("fields"));
+  m_Area->setAccessibleName(QStringLiteral("Fields"));
+  m_Area->setWidgetResizable(true);
+  m_Area->setFrameShape(QFrame::NoFrame);
+  m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  m_Area->setFocusPolicy(Qt::NoFocus);
+  m_Pause.setSingleShot(true);
+  m_Pause.setInterval(kPause);
+  connect(&m_Pause, &QTimer::timeout, this, [this] { Flush(); });
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(6, 6, 6, 6);
+  layout->addWidget(m_Caption);
+  layout->addWidget(m_Area, 1);
+  layout->addWidget(m_Left);
+}
+
+CFieldFormView::~CFieldFormView() {
+  // The focus leaves a field while the window goes, when nothing is left to store it with.
+  for (FieldEditor* editor : m_Editors) editor->onEntered = nullptr;
+}
+
+QString CFieldFormView::Title() const {
+  return ToQString(m_Form.CategoryTitle());
+}
+
+void CFieldFormView::OnShow() {
+  m_Form.Show();
+  MakeEditors();
+  ShowCaptions();
+  if (!m_Editors.empty()) m_Editors.front()->Entry()->setFocus();
+}
+
+void CFieldFormView::MakeEditors() {
+  m_Editors.clear();
+  auto* form = new QWidget;
+  form->setMaximumWidth(kWidestForm);
+  auto* layout = new QVBoxLayout(form);
+  layout->setContentsMargins(0, 0, 6, 0);
+  for (int field = 0; field < m_Form.FieldCount(); ++field) {
+    const std::optional<FieldForm::Field> shown = m_Form.FieldAt(field);
+    if (!shown) continue;
+    auto* editor = new FieldEditor(*shown, m_Form.Choices(field), field, form);
+    editor->onTyped = [this] { m_Pause.start(); };
+    editor->onEntered = [this] { Flush(); };
+    editor->onEditList = [this, field] { EditList(field); };
+    m_Editors.push_back(editor);
+    layout->addWidget(editor);
+  }
+  layout->addStretch(1);
+  m_Area->setWidget(form);  // deletes the form before
+}
+
+bool CFieldFormView::Store(int field) {
+  FieldEditor& editor = *m_Editors[static_cast<std::size_t>(field)];
+  if (!editor.HasChanges()) return true;
+  if (!m_Form.Enter(field, editor.Value())) return false;
+  editor.Stored();
+  const std::optional<FieldForm::Field> stored = m_Form.FieldAt(field);
+  editor.ShowDoubt(stored ? stored->doubt : device::Text());
+  return true;
+}
+
+bool CFieldFormView::Flush() {
+  m_Pause.stop();
+  bool stored = true;
+  bool changed = false;
+  for (std::size_t field = 0; field < m_Editors.size(); ++field) {
+    changed = changed || m_Editors[field]->HasChanges();
+    stored = Store(static_cast<int>(field)) && stored;
+  }
+  if (changed) ShowCaptions();
+  return stored;
+}
+
+bool CFieldFormView::OnLeave() {
+  const bool stored = Flush();
+  return m_Form.Leave() && stored;
+}
+
+void CFieldFormView::EditList(int field) {
+  m_Form.EditList(field);
+  m_Editors[static_cast<std::size_t>(field)]->SetChoices(m_Form.Choices(field));
+}
+
+void CFieldFormView::ShowCaptions() {
+  const device::Text caption = m_Form.Caption();
+  m_Caption->setText(ToQString(caption));
+  m_Caption->setVisible(!caption.empty());
+  m_Left->setText(ToQString(m_Form.LeftCaption()));
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,40 @@
+// The form of a category: every field with what fits its kind. What is typed is stored when typing pauses.
+#pragma once
+
+#include <QLabel>
+#include <QScrollArea>
+#include <QTimer>
+
+#include "device/ui/Screen.h"
+#include "editing/FieldForm.h"
+
+namespace inspector::editing::ui {
+
+class FieldEditor;
+
+class CFieldFormView : public device::ui::Screen {
+public:
+  CFieldFormView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent = nullptr);
+
+  ~CFieldFormView() override;
+
+  QString Title() const override;
+  void OnShow() override;
+  bool OnLeave() override;
+  bool Flush() override;
+
+private:
+  void MakeEditors();
+  bool Store(int field);
+  void EditList(int field);
+  void ShowCaptions();
+
+  FieldForm m_Form;
+  QLabel* m_Caption;
+  QScrollArea* m_Area;
+  QLabel* m_Left;
+  QTimer m_Pause;
+  std::vector<FieldEditor*> m_Editors;  // owned by Qt, below the area
+};
+
+}  // namespace inspector::editing::ui

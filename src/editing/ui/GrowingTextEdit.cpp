@@ -1,0 +1,41 @@
+#include "editing/ui/GrowingTextEdit.h"
+
+#include <QEvent>
+#include <algorithm>
+
+#include "device/ListColumns.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+constexpr int kMostLines = 8;
+
+}  // namespace
+
+GrowingTextEdit::GrowingTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+  setTabChangesFocus(true);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  connect(this, &QPlainTextEdit::textChanged, this, [this] { Fit(); });
+  Fit();
+}
+
+void GrowingTextEdit::Fit() {
+  // The document of a plain text edit counts its height in lines, wrapped ones included.
+  const int lines = std::clamp(qRound(document()->size().height()), 1, kMostLines);
+  const int margins = 2 * frameWidth() + 2 * qRound(document()->documentMargin());
+  const int height = std::max(device::kSmallestTarget, lines * fontMetrics().lineSpacing() + margins + 2);
+  if (height != minimumHeight() || height != maximumHeight()) setFixedHeight(height);
+}
+
+void GrowingTextEdit::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  Fit();
+}
+
+void GrowingTextEdit::changeEvent(QEvent* event) {
+  QPlainTextEdit::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
+}
+
+}  // namespace inspector::editing::ui

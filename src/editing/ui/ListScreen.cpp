@@ -1,0 +1,66 @@
+#include "editing/ui/ListScreen.h"
+
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::editing::ui {
+
+using device::ui::ToQString;
+
+void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn> columns,
+                       const QString& what) {
+  m_Caption = new QLabel(this);
+  m_Caption->setObjectName(QStringLiteral("caption"));
+  m_Caption->setTextFormat(Qt::PlainText);
+  m_Caption->setWordWrap(true);
+
+  m_Search = new QLineEdit(this);
+  m_Search->setObjectName(QStringLiteral("searchField"));
+  m_Search->setPlaceholderText(QStringLiteral("Find"));
+  m_Search->setAccessibleName(QStringLiteral("Find ") + what);
+  m_Search->setClearButtonEnabled(true);
+  connect(m_Search, &QLineEdit::textChanged, this,
+          [this](const QString& text) { OnSearch(device::ui::FromQString(text)); });
+  connect(m_Search, &QLineEdit::returnPressed, this, [this] { m_Rows->setFocus(); });
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+    m_Search->setFocus(Qt::ShortcutFocusReason);
+    m_Search->selectAll();
+  });
+  auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), m_Search);
+  leave->setContext(Qt::WidgetShortcut);
+  connect(leave, &QShortcut::activated, this, [this] {
+    m_Search->clear();
+    m_Rows->setFocus();
+  });
+
+  m_Rows = new device::ui::ListView(source, std::move(columns), this);
+  m_Rows->setObjectName(QStringLiteral("rows"));
+  m_Rows->setAccessibleName(QString(what).replace(0, 1, what.at(0).toUpper()));
+
+  m_Left = new QLabel(this);
+  m_Left->setObjectName(QStringLiteral("whatIsLeft"));
+  m_Left->setTextFormat(Qt::PlainText);
+  m_Left->setWordWrap(true);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(6, 6, 6, 6);
+  for (QWidget* part : {static_cast<QWidget*>(m_Caption), static_cast<QWidget*>(m_Search)})
+    layout->addWidget(part);
+  layout->addWidget(m_Rows, 1);
+  layout->addWidget(m_Left);
+}
+
+void ListScreen::ShowCaptions(device::TextView caption, device::TextView left) {
+  m_Caption->setText(ToQString(caption));
+  m_Caption->setVisible(!caption.empty());
+  m_Left->setText(ToQString(left));
+}
+
+void ListScreen::ClearSearch() {
+  m_Search->clear();
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,116 @@
+#include "editing/ui/PickerEditorDialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::editing::ui {
+
+using device::ui::FromQString;
+using device::ui::ToQString;
+
+PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& picker, QWidget* parent)
+    : QDialog(parent), m_Workspace(workspace), m_Editor(workspace) {
+  setObjectName(QStringLiteral("pickerEditorDialog"));
+  setWindowTitle(tr("Edit Pickers"));
+  m_Pickers = new QComboBox(this);
+  m_Pickers->setObjectName(QStringLiteral("pickers"));
+  m_Pickers->setAccessibleName(tr("Picker"));
+  m_Pickers->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  auto* caption = new QLabel(tr("&Picker"), this);
+  caption->setBuddy(m_Pickers);
+  m_Choices = new QListWidget(this);
+  m_Choices->setObjectName(QStringLiteral("pickerItems"));
+  m_Choices->setAccessibleName(tr("Items of the picker"));
+  const auto makeButton = [this](const QString& text, const char* name) {
+    auto* button = new QPushButton(text, this);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+  };
+  QPushButton* newPicker = makeButton(tr("New Pic&ker..."), "newPickerButton");
+  m_DeletePicker = makeButton(tr("De&lete Picker"), "deletePickerButton");
+  m_New = makeButton(tr("&New Item..."), "newItemButton");
+  m_Edit = makeButton(tr("&Edit Item..."), "editItemButton");
+  m_Delete = makeButton(tr("&Delete Item"), "deleteItemButton");
+  const auto item = [this] { return static_cast<std::size_t>(std::max(0, m_Choices->currentRow())); };
+  connect(m_Pickers, &QComboBox::activated, this, [this] { FillChoices(); });
+  connect(newPicker, &QPushButton::clicked, this, [this] { NewPicker(); });
+  connect(m_DeletePicker, &QPushButton::clicked, this, [this] {
+    if (m_Editor.DeletePicker(Picker())) FillPickers({});
+  });
+  connect(m_New, &QPushButton::clicked, this, [this] {
+    if (m_Editor.AddItem(Picker())) FillChoices();
+  });
+  connect(m_Edit, &QPushButton::clicked, this, [this, item] {
+    if (m_Editor.EditItem(Picker(), item())) FillChoices();
+  });
+  connect(m_Delete, &QPushButton::clicked, this, [this, item] {
+    if (m_Editor.DeleteItem(Picker(), item())) FillChoices();
+  });
+  connect(m_Choices, &QListWidget::currentRowChanged, this, [this](int row) {
+    m_Edit->setEnabled(row >= 0);
+    m_Delete->setEnabled(row >= 0);
+  });
+  auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QGridLayout(this);
+  layout->addWidget(caption, 0, 0, 1, 2);
+  layout->addWidget(m_Pickers, 1, 0, 1, 2);
+  layout->addWidget(newPicker, 2, 0);
+  layout->addWidget(m_DeletePicker, 2, 1);
+  layout->addWidget(m_Choices, 3, 0, 1, 2);
+  layout->addWidget(m_New, 4, 0);
+  layout->addWidget(m_Edit, 4, 1);
+  layout->addWidget(m_Delete, 5, 0);
+  layout->addWidget(close, 5, 1);
+  layout->setRowStretch(3, 1);
+  layout->setColumnStretch(0, 1);
+  layout->setColumnStretch(1, 1);
+  resize(440, 560);
+  FillPickers(picker);
+}
+
+Text PickerEditorDialog::Picker() const {
+  return FromQString(m_Pickers->currentText());
+}
+
+void PickerEditorDialog::FillPickers(const Text& chosen) {
+  m_Pickers->clear();
+  for (const Text& name : m_Editor.Names()) m_Pickers->addItem(ToQString(name));
+  const QString wanted = ToQString(chosen);
+  if (!wanted.isEmpty() && m_Pickers->findText(wanted, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0)
+    m_Pickers->addItem(wanted);
+  if (!wanted.isEmpty())
+    m_Pickers->setCurrentIndex(m_Pickers->findText(wanted, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  FillChoices();
+}
+
+void PickerEditorDialog::FillChoices() {
+  const bool isOne = m_Pickers->currentIndex() >= 0;
+  m_New->setEnabled(isOne);
+  m_DeletePicker->setEnabled(isOne);
+  const int row = m_Choices->currentRow();
+  m_Choices->clear();
+  if (isOne)
+    for (const Text& choice : m_Editor.Choices(Picker())) m_Choices->addItem(ToQString(choice));
+  m_Choices->setCurrentRow(std::min(std::max(row, 0), m_Choices->count() - 1));
+  m_Edit->setEnabled(m_Choices->count() > 0);
+  m_Delete->setEnabled(m_Choices->count() > 0);
+}
+
+void PickerEditorDialog::NewPicker() {
+  const std::optional<Text> name =
+      m_Workspace.GetPrompts().AskText({u"Enter the name of the new picker.", u"New Picker", {}});
+  const Text entered = device::StripLeadingControls(name.value_or(Text()));
+  if (entered.empty()) return;
+  m_Editor.AddItem(entered);
+  FillPickers(entered);
+}
+
+}  // namespace inspector::editing::ui

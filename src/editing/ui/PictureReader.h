@@ -1,0 +1,31 @@
+// Reads pictures on a thread of its own, one after the other, so that typing and moving on never wait for
+// one.
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QThreadPool>
+#include <atomic>
+#include <filesystem>
+#include <functional>
+
+namespace inspector::editing::ui {
+
+class PictureReader : public QObject {
+public:
+  using Receive = std::function<void(const QImage& picture)>;
+
+  explicit PictureReader(QObject* parent);
+  ~PictureReader() override;  // waits for the picture that is being read
+
+  // `receive` is called on the thread of this object; with a null image for what cannot be read.
+  void Read(const std::filesystem::path& file, const QSize& bounds, Receive receive);
+  // What was asked for is not wanted any more: nothing of it is received.
+  void Forget();
+
+private:
+  QThreadPool m_Pool;
+  std::atomic<int> m_Generation = 0;
+};
+
+}  // namespace inspector::editing::ui

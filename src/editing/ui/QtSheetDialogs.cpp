@@ -1,0 +1,42 @@
+#include "editing/ui/QtSheetDialogs.h"
+
+#include <QFile>
+#include <QFileDialog>
+
+#include "device/ui/TextConversion.h"
+#include "editing/ui/CommentPickerDialog.h"
+#include "editing/ui/PlaceholderDialog.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+// "Name (*.a;*.b)|*.a; *.b||" as Qt writes it: "Name (*.a *.b)".
+QString QtFilter(const Text& filter) {
+  const std::vector<Text> parts = device::Split(filter, u'|');
+  if (parts.size() < 2) return {};
+  const TextView name = TextView(parts[0]).substr(0, parts[0].find(u'('));
+  return device::ui::ToQString(Text(name) + u"(" + device::ReplaceAll(parts[1], u";", u"") + u")");
+}
+
+}  // namespace
+
+std::optional<Text> QtSheetDialogs::AskReplacement(const ReplacementQuestion& question) {
+  PlaceholderDialog dialog(question, &m_Parent);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Entered();
+}
+
+bool QtSheetDialogs::PickComments(CommentPicker& picker) {
+  CommentPickerDialog dialog(picker, &m_Parent);
+  return dialog.exec() == QDialog::Accepted;
+}
+
+std::optional<std::filesystem::path> QtSheetDialogs::AskPictureFile(const Text& filter) {
+  QFileDialog dialog(&m_Parent, QObject::tr("Open"), {}, QtFilter(filter));
+  dialog.setObjectName(QStringLiteral("pictureFileDialog"));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return std::filesystem::path(QFile::encodeName(dialog.selectedFiles().front()).toStdString());
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,56 @@
+#include "editing/ui/ReviewCommentsView.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "device/ui/ListView.h"
+#include "device/ui/TextConversion.h"
+
+namespace inspector::editing::ui {
+
+CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_t inspectionID,
+                                         QWidget* parent)
+    : QWidget(parent), m_Review(workspace, inspectionID) {
+  setObjectName(QStringLiteral("reviewCommentsView"));
+  m_Filter = new QComboBox(this);
+  m_Filter->setObjectName(QStringLiteral("ratingFilter"));
+  m_Filter->setAccessibleName(tr("Show ratings"));
+  for (const Text& filter : m_Review.Filters()) m_Filter->addItem(device::ui::ToQString(filter));
+  auto* caption = new QLabel(tr("&Show"), this);
+  caption->setBuddy(m_Filter);
+  m_List = new device::ui::ListView(*this, {{u"Step", 40}, {u"Rating", 60}, {u"Comments", 140}}, this);
+  m_List->setObjectName(QStringLiteral("commentedSteps"));
+  m_List->setAccessibleName(tr("Commented steps"));
+  m_List->SetEmptyText(tr("No step has a comment here."));
+  m_List->onClick = [this](int row, int) {
+    const CommentReview::Row step = m_Review.RowAt(row);
+    if (step.stepID == 0) return;
+    m_Review.Remember(step.stepID);
+    if (onOpen) onOpen(step.categoryID, step.stepID);
+  };
+  connect(m_Filter, &QComboBox::activated, this, [this] { Refill(); });
+  auto* top = new QHBoxLayout;
+  top->addWidget(caption);
+  top->addWidget(m_Filter, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(top);
+  layout->addWidget(m_List, 1);
+  Refill();
+}
+
+void CReviewCommentsView::Refill() {
+  m_Review.SetFilter(device::ui::FromQString(m_Filter->currentText()));
+  m_List->Refill();
+  m_List->SelectRow(m_Review.RememberedRow());
+}
+
+device::ListRow CReviewCommentsView::ShownRow(int row) {
+  const CommentReview::Row step = m_Review.RowAt(row);
+  // On the two lines of a row, blank lines would hide the words after them.
+  const Text words = device::ReplaceAll(device::ReplaceAll(step.comments, u"\r", u" "), u"\n", u" ");
+  return {{step.stepNumber, step.result, words}, device::CheckImage::None, device::RowTone::Normal};
+}
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,40 @@
+// The steps of one category: rate them here, open the rest in "Step Properties".
+#pragma once
+
+#include "editing/StepList.h"
+#include "editing/ui/ListScreen.h"
+
+class QMenu;
+
+namespace inspector::editing::ui {
+
+class CStepListView : public ListScreen {
+public:
+  CStepListView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent = nullptr);
+
+  QString Title() const override;
+  // Stays on its row when the category is the one it showed before.
+  void OnShow() override;
+
+  // Selects a step of the shown category; false when it is not among them.
+  bool SelectStep(std::int32_t stepID);
+  // The key of the selected step, -1 for none.
+  std::int32_t SelectedStep();
+
+private:
+  void OnSearch(const device::Text& words) override;
+  void OnRow(int row, int column);
+  // The choices of the row's rating type, below its cell.
+  void OfferRatings(int row);
+  void Rate(std::int32_t stepID, const device::Text& entry);
+  void DuplicateStep();
+  void ShowRows();
+  void FollowState();
+
+  StepList m_List;
+  QAction* m_Properties;
+  QAction* m_Duplicate;
+  std::int32_t m_CategoryID = 0;
+};
+
+}  // namespace inspector::editing::ui

@@ -1,0 +1,198 @@
+#include "editing/ui/StepPropertySheet.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+#include "editing/ui/CommentsPage.h"
+#include "editing/ui/MaterialsPage.h"
+#include "editing/ui/PicturePage.h"
+#include "editing/ui/StepInfoPage.h"
+
+namespace inspector::editing::ui {
+
+using device::ui::ToQString;
+
+namespace {
+
+constexpr int kTypingPause = 800;  // milliseconds
+
+}  // namespace
+
+CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWidget* parent)
+    : QDialog(parent), m_Dialogs(*this), m_Sheet(document) {
+  setObjectName(QStringLiteral("stepPropertySheet"));
+  setWindowTitle(QStringLiteral("Step Properties"));
+  m_Caption = new QLabel(this);
+  m_Caption->setObjectName(QStringLiteral("stepCaption"));
+  m_Caption->setTextFormat(Qt::PlainText);
+  m_Caption->setWordWrap(true);
+  QFont bold = m_Caption->font();
+  bold.setBold(true);
+  m_Caption->setFont(bold);
+  m_Rating = new QComboBox(this);
+  m_Rating->setObjectName(QStringLiteral("rating"));
+  m_Rating->setAccessibleName(tr("Rating"));
+  auto* ratingCaption = new QLabel(tr("Ratin&g"), this);
+  ratingCaption->setBuddy(m_Rating);
+  connect(m_Rating, &QComboBox::activated, this, [this](int entry) { PickRating(entry); });
+
+  m_Tabs = new QTabWidget(this);
+  m_Tabs->setObjectName(QStringLiteral("pages"));
+  m_Tabs->setAccessibleName(tr("Pages"));
+  m_Tabs->tabBar()->setAccessibleName(tr("Pages"));
+  m_Materials = new CMaterialsPage(m_Sheet, m_Dialogs, this);
+  m_Comments = new CCommentsPage(m_Sheet, m_Dialogs, this);
+  m_Picture = new CPicturePage(m_Sheet, m_Dialogs, this);
+  m_Info = new CStepInfoPage(m_Sheet, this);
+  m_Materials->onTicked = [this] { m_Sheet.SaveNow(); };
+  m_Materials->onHasComments = [this](std::int32_t material) { m_Comments->OfferMaterialComments(material); };
+  for (std::function<void()>* edited : {&m_Materials->onEdited, &m_Comments->onEdited, &m_Picture->onEdited})
+    *edited = [this] { SaveSoon(); };
+
+  m_Previous = new QPushButton(QStringLiteral("<<"), this);
+  m_Previous->setObjectName(QStringLiteral("previousButton"));
+  m_Previous->setAccessibleName(tr("Previous step"));
+  m_Next = new QPushButton(QStringLiteral(">>"), this);
+  m_Next->setObjectName(QStringLiteral("nextButton"));
+  m_Next->setAccessibleName(tr("Next step"));
+  for (QPushButton* button : {m_Previous, m_Next}) button->setAutoDefault(false);
+  connect(m_Previous, &QPushButton::clicked, this, [this] { Move(false); });
+  connect(m_Next, &QPushButton::clicked, this, [this] { Move(true); });
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), this), &QShortcut::activated, this,
+          [this] { Move(false); });
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), this), &QShortcut::activated, this,
+          [this] { Move(true); });
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+  m_Pause.setSingleShot(true);
+  m_Pause.setInterval(kTypingPause);
+  connect(&m_Pause, &QTimer::timeout, this, [this] { m_Sheet.SaveNow(); });
+  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state != Qt::ApplicationActive) m_Sheet.SaveNow();
+  });
+  connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this] { m_Sheet.SaveNow(); });
+
+  auto* rating = new QHBoxLayout;
+  rating->addWidget(ratingCaption);
+  rating->addWidget(m_Rating, 1);
+  auto* bottom = new QHBoxLayout;
+  bottom->addWidget(m_Previous);
+  bottom->addWidget(m_Next);
+  bottom->addWidget(buttons, 1);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_Caption);
+  layout->addLayout(rating);
+  layout->addWidget(m_Tabs, 1);
+  layout->addLayout(bottom);
+  resize(480, 760);
+}
+
+bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
+  if (!m_Sheet.Open(categoryID, stepID)) return false;
+  ShowStep();
+  const StepSheet::Page page = tab ? m_Sheet.PageAt(*tab) : m_Sheet.DefaultPage();
+  for (std::size_t n = 0; n < m_Sheet.Pages().size(); ++n)
+    if (m_Sheet.Pages()[n] == page) m_Tabs->setCurrentIndex(static_cast<int>(n));
+  return true;
+}
+
+void CStepPropertySheet::ShowStep() {
+  m_Caption->setText(ToQString(m_Sheet.Caption()));
+  m_Materials->ShowStep();
+  m_Comments->ShowStep();
+  m_Picture->ShowStep();
+  m_Info->ShowStep();
+  ArrangePages();
+  m_Rating->clear();
+  for (const Text& entry : m_Sheet.Ratings().Entries()) m_Rating->addItem(ToQString(entry));
+  ShowRating();
+  m_Previous->setEnabled(!m_Sheet.IsFirst());
+  m_Next->setEnabled(!m_Sheet.IsLast());
+}
+
+// The page in front stays in front where the next step has it as well.
+void CStepPropertySheet::ArrangePages() {
+  const bool hasMaterials = m_Sheet.Pages().front() == StepSheet::Page::Materials;
+  const int place = m_Tabs->indexOf(m_Materials);
+  if (m_Tabs->count() > 0 && hasMaterials == (place >= 0)) return;
+  QWidget* const front = m_Tabs->currentWidget();
+  m_Tabs->clear();
+  m_Materials->setVisible(hasMaterials);
+  if (hasMaterials) m_Tabs->addTab(m_Materials, tr("&Materials"));
+  m_Tabs->addTab(m_Comments, tr("&Comments"));
+  m_Tabs->addTab(m_Picture, tr("Pict&ure"));
+  m_Tabs->addTab(m_Info, tr("In&fo"));
+  if (front && m_Tabs->indexOf(front) >= 0) m_Tabs->setCurrentWidget(front);
+  FitTabs();
+}
+
+// With large text on a narrow screen the tabs take a smaller one, so that all stand side by side.
+void CStepPropertySheet::FitTabs() {
+  QTabBar* const bar = m_Tabs->tabBar();
+  const qreal full = font().pointSizeF();
+  for (qreal size = full; size >= full / 2; size -= full / 16) {
+    QFont smaller = font();
+    smaller.setPointSizeF(size);
+    if (bar->font() != smaller) bar->setFont(smaller);
+    if (bar->sizeHint().width() <= m_Tabs->width()) return;
+  }
+}
+
+void CStepPropertySheet::ShowRating() {
+  const auto entry = m_Sheet.Ratings().EntryOf(m_Sheet.Draft().result);
+  // A result that is no choice any more is shown, and stays until another is picked.
+  m_Rating->setPlaceholderText(ToQString(m_Sheet.Draft().result));
+  m_Rating->setCurrentIndex(entry ? static_cast<int>(*entry) : -1);
+}
+
+void CStepPropertySheet::PickRating(int entry) {
+  if (entry < 0) return;
+  m_Sheet.PickRating(static_cast<std::size_t>(entry));
+  ShowRating();
+  m_Sheet.SaveNow();
+}
+
+void CStepPropertySheet::Move(bool forward) {
+  m_Pause.stop();
+  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) ShowStep();
+}
+
+void CStepPropertySheet::SaveSoon() {
+  m_Pause.start();
+}
+
+void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  FitTabs();
+}
+
+void CStepPropertySheet::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::FontChange) FitTabs();
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) m_Sheet.SaveNow();
+}
+
+void CStepPropertySheet::done(int result) {
+  m_Pause.stop();
+  if (!m_Sheet.SaveNow()) {
+    if (!device::ConfirmCaution(m_Sheet.GetWorkspace().GetPrompts(),
+                                u"This step could not be written. Close it and lose what was changed?"))
+      return;
+    m_Sheet.Discard();
+  }
+  QDialog::done(result);
+}
+
+}  // namespace inspector::editing::ui

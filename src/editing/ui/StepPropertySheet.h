@@ -1,0 +1,63 @@
+// The "Step Properties" sheet on the screen.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+
+#include "editing/StepSheet.h"
+#include "editing/ui/QtSheetDialogs.h"
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QTabWidget;
+
+namespace inspector::editing::ui {
+
+class CCommentsPage;
+class CMaterialsPage;
+class CPicturePage;
+class CStepInfoPage;
+
+// What is typed is written a moment after the typing pauses, when the window loses the focus, on every move
+// and when the sheet closes; Cancel closes it, too, and keeps the text. To be opened with OpenStep, then
+// exec.
+class CStepPropertySheet : public QDialog {
+public:
+  CStepPropertySheet(inspection::CInspectorDoc& document, QWidget* parent);
+
+  // On the page that stands at `tab` among those the step has; without, on the option's. False when there is
+  // no such step.
+  bool OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
+  StepSheet& Logic() { return m_Sheet; }
+
+  void done(int result) override;
+
+protected:
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+private:
+  void ShowStep();
+  void ArrangePages();
+  void FitTabs();
+  void ShowRating();
+  void PickRating(int entry);
+  void Move(bool forward);
+  void SaveSoon();
+
+  QtSheetDialogs m_Dialogs;
+  StepSheet m_Sheet;
+  QTimer m_Pause;
+  QLabel* m_Caption;
+  QComboBox* m_Rating;
+  QTabWidget* m_Tabs;
+  CMaterialsPage* m_Materials;
+  CCommentsPage* m_Comments;
+  CPicturePage* m_Picture;
+  CStepInfoPage* m_Info;
+  QPushButton* m_Previous;
+  QPushButton* m_Next;
+};
+
+}  // namespace inspector::editing::ui

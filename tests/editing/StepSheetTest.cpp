@@ -1,0 +1,281 @@
+#include "editing/StepSheet.h"
+
+#include <gmock/gmock.h>
+
+#include "device/Format.h"
+#include "editing/CommentEditing.h"
+#include "editing/CommentPicker.h"
+#include "support/ScriptedSheetDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::editing {
+namespace {
+
+using device::Answer;
+using ::testing::ElementsAre;
+using Page = StepSheet::Page;
+
+class StepSheetTest : public tests::VisitTest {
+protected:
+  void SetUp() override {
+    m_Visit = m_Device.Visit(u"House");
+    m_Roof = m_Device.OpenCategory(u"Roof");
+    m_Shingles = m_Device.StepKey(u"20.1");
+    m_Gutters = m_Device.StepKey(u"20.2");
+    m_Notes = m_Device.StepKey(u"20.3");
+    ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Shingles));
+  }
+  Text RoofStatus() {
+    for (const Text& line : m_Device.Outline(m_Visit))
+      if (line.starts_with(u"20 Roof")) return line;
+    return {};
+  }
+  data::StepTable& Stored(std::int32_t stepID) {
+    m_Step.OpenSQL(device::Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
+    EXPECT_TRUE(m_Step.GetRecord(0));
+    return m_Step;
+  }
+
+  std::int32_t m_Visit = 0;
+  std::int32_t m_Roof = 0;
+  std::int32_t m_Shingles = 0;
+  std::int32_t m_Gutters = 0;
+  std::int32_t m_Notes = 0;
+  data::StepTable m_Step{Data()};
+  tests::ScriptedSheetDialogs m_Dialogs;
+  StepSheet m_Sheet{Document()};
+};
+
+TEST_F(StepSheetTest, PagesFollowTheMaterialsOfTheStep) {
+  EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
+  EXPECT_EQ(m_Sheet.StepInfo(), u"Look");
+  EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Materials, Page::Comments, Page::Picture, Page::Info));
+  EXPECT_EQ(m_Sheet.PageAt(1), Page::Comments);
+  EXPECT_TRUE(m_Sheet.IsFirst());
+  EXPECT_FALSE(m_Sheet.IsLast());
+  EXPECT_FALSE(m_Sheet.MoveToPrevious());
+
+  ASSERT_TRUE(m_Sheet.MoveTo(m_Notes));
+  EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Comments, Page::Picture, Page::Info));
+  EXPECT_EQ(m_Sheet.PageAt(0), Page::Comments);
+  EXPECT_EQ(m_Sheet.PageAt(9), Page::Info);
+  EXPECT_TRUE(m_Sheet.IsLast());
+  EXPECT_FALSE(m_Sheet.MoveToNext());
+  for (const auto& [option, page] : {std::pair{0, Page::Comments}, std::pair{2, Page::Picture},
+                                     std::pair{3, Page::Info}, std::pair{-4, Page::Comments}}) {
+    m_Device.GetWorkspace().Options().m_DefStepTab = option;
+    EXPECT_EQ(m_Sheet.DefaultPage(), page);
+  }
+  ASSERT_TRUE(m_Sheet.MoveToPrevious());
+  EXPECT_EQ(m_Sheet.Caption(), u"20.2. Gutters");
+  EXPECT_EQ(m_Sheet.Pages().size(), 4u);
+  EXPECT_FALSE(m_Sheet.Open(m_Roof, 4711));
+  EXPECT_FALSE(m_Sheet.HasStep());
+}
+
+TEST_F(StepSheetTest, MovingWritesEverythingBack) {
+  m_Device.Store(m_Gutters, [](auto& step) { step.m_InspectResult = u"Good"; });
+  m_Device.Store(m_Notes, [](auto& step) { step.m_InspectResult = u"Seen"; });
+  m_Sheet.PickRating(1);
+  m_Sheet.SetComments(u"\tWorn.\r\n\"Twice\"");
+  m_Sheet.SetSummaryComment(u"In short.");
+  m_Sheet.SetMaterialNote(u"North side.");
+  m_Sheet.SetBitmapPath(u"\\roof.jpg");
+  m_Sheet.SetPictureBefore(true);
+  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 1, true));
+  EXPECT_EQ(RoofStatus(), u"20 Roof (Incomplete)");
+  ASSERT_TRUE(m_Sheet.MoveToNext());
+  EXPECT_EQ(RoofStatus(), u"20 Roof (Complete)");
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor|Wood;|Worn.\r\n\"Twice\"");
+  const data::StepTable& stored = Stored(m_Shingles);
+  EXPECT_EQ(stored.m_SummaryComment, u"In short.");
+  EXPECT_EQ(stored.m_MaterialNote, u"North side.");
+  EXPECT_EQ(stored.m_BitmapPath, u"\\roof.jpg");
+  EXPECT_EQ(stored.m_PictureBefore, -1);
+
+  EXPECT_EQ(m_Sheet.Draft().result, u"Good");
+  m_Sheet.PickRating(3);  // "<clear>"
+  ASSERT_TRUE(m_Sheet.MoveToPrevious());
+  EXPECT_EQ(RoofStatus(), u"20 Roof (Incomplete)");
+  EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters|||");
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Worn.\r\n\"Twice\"");
+}
+
+TEST_F(StepSheetTest, NothingIsWrittenWithoutAChange) {
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "CREATE TRIGGER Watch BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'written'); END");
+  EXPECT_TRUE(m_Sheet.SaveNow());
+  EXPECT_TRUE(m_Sheet.MoveToNext());
+  EXPECT_TRUE(m_Sheet.MoveToNext());
+  m_Sheet.PickRating(0);  // "<no ratings>" is no choice
+  EXPECT_TRUE(m_Sheet.MoveToPrevious());
+}
+
+TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Sheet.SetComments(u"Typed.");
+  EXPECT_FALSE(m_Sheet.MoveToNext());
+  EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Typed.");
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
+  m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
+  EXPECT_TRUE(m_Sheet.SaveNow());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
+}
+
+TEST_F(StepSheetTest, AnotherProgramsWritingStaysWhereThePersonChangedNothing) {
+  m_Device.Store(m_Shingles, [](auto& step) {
+    step.m_InspectResult = u"Poor";
+    step.m_Materials = u"Wood;";
+  });
+  m_Sheet.SetComments(u"Mine.");
+  EXPECT_TRUE(m_Sheet.SaveNow());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor|Wood;|Mine.");
+
+  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Step WHERE StepNumber IN ('20.1', '20.2')");
+  m_Sheet.SetComments(u"Too late.");
+  EXPECT_FALSE(m_Sheet.MoveToNext()) << "and it is told";
+  EXPECT_EQ(m_Device.Faults().Count(), 1);
+  m_Sheet.Discard();
+  EXPECT_TRUE(m_Sheet.MoveToNext()) << "over the step that is gone as well";
+  EXPECT_EQ(m_Sheet.StepID(), m_Notes);
+}
+
+TEST_F(StepSheetTest, FreeMaterialAndPlaceholdersAreAskedFor) {
+  m_Device.Library().AddMaterial(1, u"^(Tin,Lead)^ sheet");
+  ASSERT_TRUE(m_Sheet.MoveToNext());
+  ASSERT_TRUE(m_Sheet.MoveToPrevious());
+  const Text question = u"Enter the new material for: \r\nShingles";
+  for (const std::optional<Text>& nothing : {std::optional<Text>(), std::optional<Text>(u"  ")}) {
+    Prompts().QueueText(question, nothing);
+    EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
+    EXPECT_FALSE(m_Sheet.Materials()[3].ticked);
+  }
+  Prompts().QueueText(question, u"Slate; black");
+  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
+  EXPECT_EQ(Prompts().TextQuestions()[0].title, u"Other Material");
+  m_Dialogs.QueueReplacement(std::nullopt);
+  EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 4, true));
+  m_Dialogs.QueueReplacement(u"Lead");
+  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 4, true));
+  ASSERT_TRUE(m_Sheet.MoveToNext());
+  EXPECT_EQ(Stored(m_Shingles).m_Materials, u"Other:Slate, black;Lead sheet;");
+
+  ASSERT_TRUE(m_Sheet.MoveToPrevious());
+  EXPECT_EQ(m_Sheet.Materials()[4].caption, u"Lead sheet");
+  EXPECT_TRUE(m_Sheet.Materials()[4].ticked);
+  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 4, false));
+  EXPECT_EQ(m_Sheet.Materials()[4].caption, u"^(Tin,Lead)^ sheet");
+  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 3, false));
+  Prompts().QueueText(question, std::nullopt);
+  EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
+  EXPECT_EQ(Prompts().TextQuestions().back().initial, u"Slate, black");
+}
+
+TEST_F(StepSheetTest, MaterialsThatCouldNotBeReadAreLeftAlone) {
+  m_Device.Store(m_Gutters, [](auto& step) { step.m_Materials = u"Copper;"; });
+  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE MaterialTemplate RENAME TO Gone");
+  ASSERT_TRUE(m_Sheet.MoveToNext());
+  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE Gone RENAME TO MaterialTemplate");
+  m_Sheet.SetComments(u"Dented.");
+  ASSERT_TRUE(m_Sheet.MoveToNext());
+  EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters||Copper;|Dented.");
+}
+
+class CommentEditingTest : public StepSheetTest {
+protected:
+  void SetUp() override {
+    StepSheetTest::SetUp();
+    m_Device.Library().AddCommentToStep(1, u"Worn at ^(eaves,ridge)^.", u"Wear");
+    m_Device.Library().AddCommentToStep(1, u"Steep.");
+    m_Comments.ShowStep();
+  }
+  // The draft again, from what was handed back.
+  Text Replayed(Text before, const std::vector<TextChange>& changes) {
+    for (const TextChange& change : changes) change.ApplyTo(before);
+    return before;
+  }
+
+  CommentEditing m_Comments{m_Sheet, m_Dialogs};
+};
+
+TEST_F(CommentEditingTest, PickedCommentsGoInOneAfterTheOther) {
+  m_Sheet.SetComments(u"Before.");
+  m_Comments.SaveSelection({7, 7});
+  m_Dialogs.QueuePicker([](CommentPicker& picker) {
+    picker.ToggleChoice(1);
+    picker.ToggleChoice(0);
+    return true;
+  });
+  m_Dialogs.QueueReplacement(u"ridge");
+  const auto changes = m_Comments.OpenPicker();
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Before.  Worn at ridge.  Steep.");
+  EXPECT_EQ(Replayed(u"Before.", changes), m_Sheet.Draft().comments);
+
+  m_Device.GetWorkspace().Options().m_BlankLineBetweenComments = -1;
+  EXPECT_TRUE(m_Comments.Insert(u"Next."));
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Before.  Worn at ridge.  Steep.\r\n\r\nNext.");
+}
+
+TEST_F(CommentEditingTest, CancellingInsertsNothing) {
+  m_Dialogs.QueuePicker([](CommentPicker& picker) {
+    picker.ToggleChoice(0);
+    picker.Delete(1);
+    return false;
+  });
+  EXPECT_TRUE(m_Comments.OpenPicker().empty());
+  m_Dialogs.QueueReplacement(std::nullopt);
+  EXPECT_FALSE(m_Comments.Insert(u"^^ is loose."));
+  EXPECT_EQ(m_Sheet.Draft().comments, u"");
+  EXPECT_EQ(m_Comments.Picklist().Comments().size(), 2u);
+}
+
+TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
+  m_Dialogs.QueuePicker([](CommentPicker& picker) {
+    picker.Delete(1);
+    picker.ToggleChoice(0);
+    return true;
+  });
+  Prompts().Queue(u"Please confirm the deleting of these comments.", Answer::Yes);
+  m_Comments.OpenPicker();
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Steep.");
+  EXPECT_EQ(m_Comments.Picklist().Comments().size(), 1u);
+
+  m_Sheet.SetComments(u"Typed words.");
+  m_Comments.SaveSelection({0, 5});
+  Prompts().Queue(u"Are you sure you want to add this comment to your picklist?", Answer::Yes);
+  EXPECT_EQ(m_Comments.AddToPicklist(), CommentPicklist::Result::Done);
+  EXPECT_EQ(m_Comments.Picklist().Comments().back().text, u"Typed");
+}
+
+TEST_F(CommentEditingTest, ATickedMaterialOffersItsComments) {
+  m_Dialogs.QueuePicker([](CommentPicker& picker) {
+    EXPECT_FALSE(picker.MayDelete());
+    EXPECT_EQ(picker.Rows().size(), 2u);
+    picker.ToggleChoice(1);
+    return true;
+  });
+  m_Comments.OfferMaterialComments(m_Sheet.Materials()[0].materialID);
+  EXPECT_EQ(m_Sheet.Draft().comments, u"Second comment.");
+  EXPECT_TRUE(m_Comments.OfferMaterialComments(m_Sheet.Materials()[1].materialID).empty())
+      << "without comments nothing is asked";
+}
+
+TEST_F(CommentEditingTest, CameraPicturesAreNumberedOn) {
+  m_Device.GetWorkspace().Options().m_NextPictNumber = -3;
+  m_Sheet.SetComments(u"See.");
+  ASSERT_TRUE(m_Comments.AddCameraPicture());
+  ASSERT_TRUE(m_Comments.AddCameraPicture());
+  EXPECT_EQ(m_Sheet.Draft().comments, u"See. ***Picture-1;Scaling=100*** ***Picture-2;Scaling=100***");
+  m_Device.GetWorkspace().ForgetOptions();
+  EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
+
+  m_Device.Run(data::DatabaseKind::Template,
+               "CREATE TRIGGER Full BEFORE UPDATE ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  EXPECT_FALSE(m_Comments.AddCameraPicture()) << "a number must not be given twice";
+  EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
+}
+
+}  // namespace
+}  // namespace inspector::editing

@@ -1,0 +1,102 @@
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+#include "device/ui/ListView.h"
+#include "device/ui/TextConversion.h"
+#include "editing/ui/PickerEditorDialog.h"
+#include "editing/ui/ReviewCommentsView.h"
+#include "editing/ui/ShortcutEditorDialog.h"
+#include "support/ScriptedDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+using device::Answer;
+using ::testing::ElementsAre;
+
+class EditorDialogsTest : public tests::VisitTest {
+protected:
+  static std::vector<Text> Items(const QListWidget& list) {
+    std::vector<Text> items;
+    for (int n = 0; n < list.count(); ++n) items.push_back(device::ui::FromQString(list.item(n)->text()));
+    return items;
+  }
+};
+
+TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
+  m_Device.Library().AddPicker(u"Colour", u"red");
+  PickerEditorDialog dialog(m_Device.GetWorkspace(), u"Brand", nullptr);
+  const auto& items = *dialog.findChild<QListWidget*>("pickerItems");
+  EXPECT_EQ(dialog.findChild<QComboBox*>("pickers")->currentText(), QStringLiteral("Brand"));
+  EXPECT_FALSE(dialog.findChild<QAbstractButton*>("editItemButton")->isEnabled());
+  Prompts().QueueText(u"Enter the new text for this picker.", u"Oak");
+  tests::PressButton(dialog, "newItemButton");
+  Prompts().QueueText(u"Edit the text for this picker item.", u"Elm");
+  tests::PressButton(dialog, "editItemButton");
+  EXPECT_THAT(Items(items), ElementsAre(u"Elm"));
+  Prompts().QueueText(u"Enter the name of the new picker.", u"Size");
+  Prompts().QueueText(u"Enter the new text for this picker.", u"large");
+  tests::PressButton(dialog, "newPickerButton");
+  EXPECT_THAT(Items(items), ElementsAre(u"large"));
+  Prompts().Queue(u"Are you sure you want to delete this picker and all its items?", Answer::Yes);
+  tests::PressButton(dialog, "deletePickerButton");
+  EXPECT_THAT(PickerEditor(m_Device.GetWorkspace()).Names(), ElementsAre(u"Brand", u"Colour"));
+}
+
+TEST_F(EditorDialogsTest, ShortcutsAreAddedChangedAndDeleted) {
+  ShortcutEditorDialog dialog(m_Device.GetWorkspace(), nullptr);
+  auto& word = *dialog.findChild<QLineEdit*>("shortCut");
+  auto& expanded = *dialog.findChild<QPlainTextEdit*>("expanded");
+  auto& list = *dialog.findChild<QListWidget*>("shortcuts");
+  word.setText(QStringLiteral("two words"));
+  expanded.setPlainText(QStringLiteral("One\nTwo"));
+  tests::PressButton(dialog, "addShortcutButton");
+  EXPECT_FALSE(dialog.findChild<QLabel*>("problem")->text().isEmpty());
+  word.setText(QStringLiteral("ot"));
+  tests::PressButton(dialog, "addShortcutButton");
+  EXPECT_THAT(Items(list), ElementsAre(u"ot – One Two"));
+  list.setCurrentRow(0);
+  EXPECT_EQ(expanded.toPlainText(), QStringLiteral("One\nTwo"));
+  expanded.setPlainText(QStringLiteral("Three"));
+  tests::PressButton(dialog, "changeShortcutButton");
+  EXPECT_THAT(Items(list), ElementsAre(u"ot – Three"));
+  Prompts().Queue(u"Are you sure you want to delete this shortcut?", Answer::Yes);
+  tests::PressButton(dialog, "deleteShortcutButton");
+  EXPECT_THAT(Items(list), ElementsAre());
+  EXPECT_FALSE(dialog.findChild<QAbstractButton*>("deleteShortcutButton")->isEnabled());
+}
+
+TEST_F(EditorDialogsTest, TheReviewOpensTheStepThatIsTapped) {
+  const auto visit = m_Device.Visit(u"House");
+  const auto roof = m_Device.OpenCategory(u"Roof");
+  const auto gutters = m_Device.StepKey(u"20.2");
+  for (const auto step : {m_Device.StepKey(u"20.1"), gutters})
+    m_Device.Store(step, [&](auto& row) {
+      row.m_Comments = u"Seen.";
+      row.m_InspectResult = row.m_StepID == gutters ? u"Poor" : u"Good";
+    });
+  CReviewCommentsView view(m_Device.GetWorkspace(), visit);
+  view.resize(480, 600);
+  view.show();
+  auto& list = *static_cast<device::ui::ListView*>(view.findChild<QTableView*>("commentedSteps"));
+  EXPECT_EQ(list.Model().rowCount(), 2);
+  auto& filter = *view.findChild<QComboBox*>("ratingFilter");
+  filter.setCurrentText(QStringLiteral("***Summary Only***"));
+  Q_EMIT filter.activated(filter.currentIndex());
+  ASSERT_EQ(list.Model().rowCount(), 1);
+  std::pair<std::int32_t, std::int32_t> opened;
+  view.onOpen = [&](std::int32_t category, std::int32_t step) { opened = {category, step}; };
+  list.onClick(0, 2);
+  EXPECT_EQ(opened, std::pair(roof, gutters));
+}
+
+}  // namespace
+}  // namespace inspector::editing::ui

@@ -1,0 +1,128 @@
+#include "editing/ui/StepListView.h"
+
+#include <gmock/gmock.h>
+
+#include <QMenu>
+
+#include "editing/ui/Clicks.h"
+#include "support/ScriptedEditingDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+using tests::CellText;
+using tests::ClickCell;
+using tests::Part;
+
+class StepListViewTest : public tests::VisitTest {
+protected:
+  void SetUp() override {
+    m_Device.Visit(u"House");
+    m_View.resize(480, 560);
+    Show(u"Roof");
+  }
+  void Show(const Text& category) {
+    for (int n = 0; Document().Categories().m_CategoryTitle != category; ++n)
+      ASSERT_TRUE(Document().SetCurrentCategory(n));
+    m_View.show();
+    m_View.OnShow();
+    QApplication::processEvents();
+  }
+  void Rate(int row, const char* choice) {
+    ClickCell(m_View.Rows(), row, StepList::kRating);
+    auto* menu = m_View.findChild<QMenu*>(QStringLiteral("ratingMenu"));
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions())
+      if (action->text() == QLatin1String(choice)) action->trigger();
+    menu->close();
+    delete menu;
+  }
+  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
+
+  tests::ScriptedEditingDialogs m_Dialogs;
+  CStepListView m_View{m_Device.Document(), m_Dialogs};
+};
+
+TEST_F(StepListViewTest, RatesInTheList) {
+  EXPECT_EQ(m_View.Title(), QStringLiteral("Roof"));
+  EXPECT_EQ(Part<QLabel>(m_View, "whatIsLeft").text(), QStringLiteral("3 of 3 steps to rate"));
+  EXPECT_EQ(CellText(m_View.Rows(), 0, StepList::kRating), QStringLiteral("Not rated"));
+  Rate(0, "Good");
+  EXPECT_EQ(CellText(m_View.Rows(), 0, StepList::kRating), QStringLiteral("Good"));
+  EXPECT_EQ(Part<QLabel>(m_View, "whatIsLeft").text(), QStringLiteral("2 of 3 steps to rate"));
+  m_Dialogs.QueueSheet([] { return false; });
+  Rate(1, "Poor");
+  EXPECT_EQ(CellText(m_View.Rows(), 1, StepList::kComments), QStringLiteral("Asked for"));
+  Rate(2, "<no ratings>");
+  EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|||");
+  Rate(0, "<clear>");
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||");
+}
+
+TEST_F(StepListViewTest, ColumnsOpenTheSheetAndTheListFollows) {
+  m_Dialogs.QueueSheet([this] {
+    m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) { step.m_Comments = u"Leaves."; });
+    return true;
+  });
+  ClickCell(m_View.Rows(), 1, StepList::kComments);
+  EXPECT_EQ(m_Dialogs.SheetsOpened().back().second, 1);
+  EXPECT_EQ(CellText(m_View.Rows(), 1, StepList::kComments), QStringLiteral("Complete"));
+  EXPECT_EQ(m_View.Rows().SelectedRow(), 1);
+  m_Dialogs.QueueSheet([] { return true; });
+  EXPECT_TRUE(tests::Run(m_View, "stepProperties"));
+  EXPECT_EQ(m_Dialogs.SheetsOpened().back(), (std::pair{m_Device.StepKey(u"20.2"), 0}));
+}
+
+TEST_F(StepListViewTest, CommandsAndSearch) {
+  EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.2")));
+  Prompts().QueueText(u"Duplicate Step", u"Vents");
+  EXPECT_TRUE(tests::Run(m_View, "duplicateStep"));
+  EXPECT_EQ(m_View.SelectedStep(), m_Device.StepKey(u"20.2a")) << "the copy is selected";
+  EXPECT_TRUE(tests::Run(m_View, "stepDefaults"));
+  EXPECT_EQ(CellText(m_View.Rows(), 0, StepList::kMaterials), QStringLiteral("Complete"));
+  EXPECT_EQ(CellText(m_View.Rows(), 3, StepList::kMaterials), QStringLiteral("None"));
+
+  auto& search = Part<QLineEdit>(m_View, "searchField");
+  search.setText(QStringLiteral("not"));
+  ASSERT_EQ(m_View.Rows().Model().rowCount(), 1);
+  EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.1")))
+      << "a search does not hide a step that is asked for";
+  search.setText(QStringLiteral("not"));
+  Show(u"Cellar");
+  EXPECT_TRUE(search.text().isEmpty());
+  EXPECT_EQ(m_View.Rows().Model().rowCount(), 1);
+}
+
+// Nothing of a row is out of reach at the width of a handheld: every column is wide enough for a finger.
+TEST_F(StepListViewTest, ColumnsFitAFingerAndRowsTheirWords) {
+  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) {
+    step.m_StepTitle = u"Gutters, downspouts, splash blocks, leaders and extensions to the lawn";
+  });
+  Show(u"Roof");
+  device::ui::ListView& rows = m_View.Rows();
+  int right = 0;
+  for (int column = 0; column < rows.Model().columnCount(); ++column) {
+    EXPECT_GE(rows.columnWidth(column), device::kSmallestTarget) << column;
+    right += rows.columnWidth(column);
+  }
+  EXPECT_LE(right, rows.viewport()->width());
+  EXPECT_GT(rows.rowHeight(1), rows.rowHeight(0));
+}
+
+TEST_F(StepListViewTest, LongCategoryFetchesWhatItShows) {
+  m_Device.Run(
+      data::DatabaseKind::Inspection,
+      "WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 399) INSERT INTO Step "
+      "(StepID, StepTitle, StepNumber, CategoryID) SELECT 5000 + i, 'Joist ' || i, '20.' || i, " +
+          std::to_string(Document().Categories().m_CategoryID) + " FROM n");
+  Show(u"Roof");
+  ASSERT_EQ(m_View.Rows().Model().rowCount(), 303);
+  EXPECT_TRUE(m_View.SelectStep(5350));
+  EXPECT_EQ(m_View.SelectedStep(), 5350);
+  m_View.OnShow();
+  EXPECT_EQ(m_View.SelectedStep(), 5350);
+}
+
+}  // namespace
+}  // namespace inspector::editing::ui

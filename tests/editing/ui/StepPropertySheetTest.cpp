@@ -1,0 +1,300 @@
+#include "editing/ui/StepPropertySheet.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QTabWidget>
+#include <QTableView>
+#include <QUrl>
+
+#include "device/ui/ListView.h"
+#include "device/ui/TextConversion.h"
+#include "editing/ui/CommentBox.h"
+#include "editing/ui/PictureFile.h"
+#include "editing/ui/PictureReader.h"
+#include "support/ScriptedDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::editing::ui {
+namespace {
+
+using device::ui::FromQString;
+
+class StepPropertySheetTest : public tests::VisitTest {
+protected:
+  void SetUp() override {
+    m_Device.Visit(u"House");
+    m_Roof = m_Device.OpenCategory(u"Roof");
+    m_Shingles = m_Device.StepKey(u"20.1");
+    m_Gutters = m_Device.StepKey(u"20.2");
+    m_Device.Library().AddShortcut(u"gfi", u"ground fault");
+    ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
+    m_Sheet.show();
+    QApplication::processEvents();
+  }
+  template <typename Control>
+  Control& Find(const char* name) {
+    return *m_Sheet.findChild<Control*>(QLatin1String(name));
+  }
+  CommentBox& Comment() {
+    return *static_cast<CommentBox*>(m_Sheet.findChild<QPlainTextEdit*>("commentBox"));
+  }
+  void Type(QWidget& field, const QString& text) {
+    for (const QChar letter : text) {
+      const int key = letter == u'\n' ? Qt::Key_Return : 0;
+      QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier,
+                      letter == u'\n' ? QStringLiteral("\r") : QString(letter));
+      QApplication::sendEvent(&field, &press);
+    }
+  }
+  void WaitUntil(const std::function<bool()>& holds) {
+    QElapsedTimer clock;
+    for (clock.start(); !holds() && clock.elapsed() < 5000;)
+      QApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_TRUE(holds());
+  }
+  void Pick(int entry) {
+    auto& rating = Find<QComboBox>("rating");
+    rating.setCurrentIndex(entry);
+    Q_EMIT rating.activated(entry);
+  }
+
+  std::int32_t m_Roof = 0;
+  std::int32_t m_Shingles = 0;
+  std::int32_t m_Gutters = 0;
+  tests::ScriptedDialogs m_Person;
+  CStepPropertySheet m_Sheet{Document(), nullptr};
+};
+
+TEST_F(StepPropertySheetTest, MovesAndShowsThePagesOfEachStep) {
+  auto& tabs = Find<QTabWidget>("pages");
+  EXPECT_EQ(m_Sheet.windowTitle(), QStringLiteral("Step Properties"));
+  EXPECT_EQ(Find<QLabel>("stepCaption").text(), QStringLiteral("20.1. Shingles"));
+  EXPECT_EQ(tabs.count(), 4);
+  EXPECT_EQ(tabs.currentIndex(), 1);
+  EXPECT_FALSE(Find<QAbstractButton>("previousButton").isEnabled());
+  tests::PressButton(m_Sheet, "nextButton");
+  tests::PressButton(m_Sheet, "nextButton");
+  EXPECT_EQ(Find<QLabel>("stepCaption").text(), QStringLiteral("20.3. Notes"));
+  EXPECT_EQ(tabs.count(), 3) << "no materials";
+  EXPECT_EQ(tabs.currentWidget()->objectName(), QStringLiteral("commentsPage"));
+  EXPECT_EQ(Find<QComboBox>("rating").itemText(0), QStringLiteral("<no ratings>"));
+  EXPECT_FALSE(Find<QAbstractButton>("nextButton").isEnabled());
+  tests::PressButton(m_Sheet, "previousButton");
+  EXPECT_EQ(tabs.count(), 4);
+  EXPECT_EQ(tabs.currentIndex(), 1) << "the comments stay in front";
+}
+
+TEST_F(StepPropertySheetTest, WritesAMomentAfterTypingPauses) {
+  Type(Comment(), QStringLiteral("Worn.\nTwice."));
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
+  WaitUntil([this] { return m_Device.Finding(m_Shingles) == u"20.1|Shingles|||Worn.\r\nTwice."; });
+  Type(Comment(), QStringLiteral(" More."));
+  m_Sheet.reject();  // Cancel keeps what was typed
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Worn.\r\nTwice. More.");
+}
+
+TEST_F(StepPropertySheetTest, OneUndoTakesAShortcutBack) {
+  Type(Comment(), QStringLiteral("No GFI, "));
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"No ground fault, ");
+  Comment().undo();  // the blank
+  Comment().undo();
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"No GFI,");
+}
+
+TEST_F(StepPropertySheetTest, RatingIsPickedAndCleared) {
+  Pick(1);
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor||");
+  Pick(3);
+  EXPECT_EQ(Find<QComboBox>("rating").currentIndex(), -1);
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
+}
+
+TEST_F(StepPropertySheetTest, ATickedMaterialIsWrittenAndOffersItsComments) {
+  m_Person.Expect("commentPickerDialog", [](QDialog& dialog) {
+    auto* list = static_cast<device::ui::ListView*>(dialog.findChild<QTableView*>("commentList"));
+    dialog.findChild<QLineEdit*>("filterField")->setText(QStringLiteral("years LAST"));
+    EXPECT_EQ(list->Model().rowCount(), 1);
+    list->onClick(0, 1);
+    dialog.accept();
+  });
+  tests::PressButton(m_Sheet, "material0");
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"Shingles last 20 years.");
+  Prompts().QueueText(u"Enter the new material for: \r\nShingles", std::nullopt);
+  tests::PressButton(m_Sheet, "material3");
+  EXPECT_FALSE(Find<QCheckBox>("material3").isChecked());
+  tests::PressButton(m_Sheet, "nextButton");
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;|Shingles last 20 years.");
+}
+
+TEST_F(StepPropertySheetTest, PreparedCommentsFillTheirGapsAndUndoTakesThemBack) {
+  m_Device.Library().AddCommentToStep(1, u"Worn at ^(eaves,ridge)^.", u"Wear");
+  auto& picklist = Find<QComboBox>("picklist");
+  picklist.showPopup();
+  picklist.hidePopup();
+  ASSERT_EQ(picklist.count(), 2);
+  EXPECT_EQ(picklist.itemText(0), QStringLiteral("<<Wear>>"));
+  picklist.setCurrentIndex(1);
+  m_Person.ExpectPress("placeholderDialog", QStringLiteral("Cancel"));
+  tests::PressButton(m_Sheet, "insertButton");
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"");
+  m_Person.Expect("placeholderDialog", [](QDialog& dialog) {
+    auto* choices = dialog.findChild<QComboBox*>("replacementChoices");
+    EXPECT_EQ(choices->count(), 2);
+    choices->setCurrentText(QStringLiteral("ridge & hip"));
+    dialog.accept();
+  });
+  tests::PressButton(m_Sheet, "insertButton");
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"Worn at ridge & hip.");
+  EXPECT_EQ(Comment().toPlainText(), QStringLiteral("Worn at ridge & hip."));
+  Comment().undo();
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"");
+}
+
+TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
+  QImage large(2000, 1000, QImage::Format_RGB32);
+  large.fill(Qt::red);
+  const std::filesystem::path folder = m_Device.Root() / "Camera";
+  std::filesystem::create_directories(folder);
+  ASSERT_TRUE(large.save(QString::fromStdString(folder / "a;b.png")));
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder / "a;b.png")),
+                   QUrl::fromLocalFile(QString::fromStdString(folder / "none.jpg"))});
+  tests::PressButton(m_Sheet, "cameraButton");
+  Comment().onPictures(dropped);
+  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is no picture that can be read.");
+  const Text visit = device::Decimal(Document().Inspection().m_InspectionID);
+  const Text known = u" ***Path=\\My Documents\\Pictures\\" + visit + u"\\a-b.jpg;Scaling=100***";
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u" ***Picture-1;Scaling=100***" + known);
+  const auto stored = m_Device.Root() / "My Documents/Pictures" / device::ToUtf8(visit) / "a-b.jpg";
+  EXPECT_EQ(QImage(QString::fromStdString(stored)).size(), QSize(1600, 800));
+
+  auto& strip = Find<QListWidget>("commentPictures");
+  ASSERT_EQ(strip.count(), 2);
+  EXPECT_EQ(strip.item(0)->text(), QStringLiteral("missing"));
+  strip.setCurrentRow(1);
+  tests::PressButton(m_Sheet, "pictureEarlierButton");
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, known + u" ***Picture-1;Scaling=100***");
+  strip.setCurrentRow(1);
+  tests::PressButton(m_Sheet, "removePictureButton");
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, known);
+  Comment().undo();
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, known + u" ***Picture-1;Scaling=100***");
+}
+
+TEST_F(StepPropertySheetTest, ThePictureOfTheStepIsSetAndCleared) {
+  auto& path = Find<QLineEdit>("imagePath");
+  path.setText(QStringLiteral("\\gone.jpg"));
+  Q_EMIT path.textEdited(path.text());
+  Q_EMIT path.editingFinished();
+  tests::PressButton(m_Sheet, "pictureBefore");
+  EXPECT_EQ(m_Sheet.Logic().Draft().bitmapPath, u"\\gone.jpg");
+  EXPECT_TRUE(m_Sheet.Logic().Draft().pictureBefore);
+  tests::PressButton(m_Sheet, "clearPictureButton");
+  EXPECT_EQ(m_Sheet.Logic().Draft().bitmapPath, u"");
+  EXPECT_TRUE(path.text().isEmpty());
+}
+
+TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "CREATE TRIGGER Full BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  Type(Comment(), QStringLiteral("Typed."));
+  const Text question = u"This step could not be written. Close it and lose what was changed?";
+  Prompts().Queue(question, device::Answer::No);
+  m_Sheet.accept();
+  EXPECT_TRUE(m_Sheet.isVisible());
+  m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
+  m_Sheet.accept();
+  EXPECT_FALSE(m_Sheet.isVisible());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
+}
+
+// Every control of the pages has a name to be read out and is large enough for a finger.
+TEST_F(StepPropertySheetTest, EveryControlHasANameAndASize) {
+  m_Sheet.resize(480, 800);
+  auto& tabs = Find<QTabWidget>("pages");
+  for (int page = 0; page < tabs.count(); ++page) {
+    tabs.setCurrentIndex(page);
+    QApplication::processEvents();
+    EXPECT_LE(m_Sheet.minimumSizeHint().width(), 480);
+    for (QWidget* control : m_Sheet.findChildren<QWidget*>()) {
+      const bool isControl = qobject_cast<QAbstractButton*>(control) || qobject_cast<QComboBox*>(control) ||
+                             qobject_cast<QLineEdit*>(control);
+      if (!isControl || !control->isVisible() || control->objectName().startsWith(QLatin1String("qt_")))
+        continue;
+      auto* button = qobject_cast<QAbstractButton*>(control);
+      EXPECT_TRUE(!control->accessibleName().isEmpty() || (button && !button->text().isEmpty()))
+          << control->objectName().toStdString();
+      EXPECT_GE(control->height(), device::kSmallestTarget) << control->objectName().toStdString();
+    }
+  }
+}
+
+TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
+  const auto& root = m_Device.Root();
+  QImage small(40, 40, QImage::Format_RGB32);
+  small.fill(Qt::blue);
+  ASSERT_TRUE(small.save(QString::fromStdString(root / "good.png")));
+  std::filesystem::copy(root / "registry.toml", root / "bad.jpg");
+  PictureReader reader(nullptr);
+  std::vector<QSize> received;
+  const auto receive = [&](const QImage& picture) { received.push_back(picture.size()); };
+  reader.Read(root / "good.png", {64, 64}, receive);
+  reader.Forget();
+  reader.Read(root / "bad.jpg", {64, 64}, receive);
+  reader.Read(root / "good.png", {20, 64}, receive);
+  EXPECT_TRUE(received.empty()) << "nothing comes before the events are looked at";
+  WaitUntil([&] { return received.size() == 2; });
+  EXPECT_THAT(received, ::testing::ElementsAre(QSize(0, 0), QSize(20, 20)));
+
+  Type(Comment(), QStringLiteral("***Path=\\bad.jpg***"));
+  const auto& strip = Find<QListWidget>("commentPictures");
+  ASSERT_EQ(strip.count(), 1);
+  WaitUntil([&] { return strip.item(0)->text() == QStringLiteral("unreadable"); });
+}
+
+TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
+  const tests::TemporaryFolder folder;
+  std::string bitmap("BM", 2);
+  const auto add = [&bitmap](std::uint32_t value, int bytes) {
+    for (int n = 0; n < bytes; ++n) bitmap.push_back(static_cast<char>(value >> (8 * n) & 0xFF));
+  };
+  add(0, 8);
+  add(70, 4);  // where the pixels begin
+  add(40, 4);
+  add(5, 4);
+  add(2, 4);
+  add(1, 2);
+  add(2, 2);  // bits a pixel
+  add(0, 24);
+  for (const std::uint32_t colour : {0x000000u, 0xFF0000u, 0x00FF00u, 0xFFFFFFu}) add(colour, 4);
+  bitmap += std::string("\x1B\x40\x00\x00", 4) + std::string("\xE4\xC0\x00\x00", 4);  // 0 1 2 3 1; 3 2 1 0 3
+  const QImage picture = ReadPicture(folder.Put("a.2bp", bitmap), {100, 100});
+  ASSERT_EQ(picture.size(), QSize(5, 2));
+  EXPECT_EQ(picture.pixelColor(0, 0), QColor(Qt::white)) << "the last row stored is the first shown";
+  EXPECT_EQ(picture.pixelColor(1, 0), QColor(0, 255, 0));
+  EXPECT_EQ(picture.pixelColor(1, 1), QColor(255, 0, 0));
+  EXPECT_EQ(picture.pixelColor(4, 1), QColor(255, 0, 0));
+  for (std::size_t size : {std::size_t{2}, std::size_t{54}, bitmap.size() - 1})
+    EXPECT_TRUE(ReadPicture(folder.Put("cut.2bp", bitmap.substr(0, size)), {100, 100}).isNull());
+  EXPECT_TRUE(ReadPicture(folder / "none.jpg", {100, 100}).isNull());
+  EXPECT_TRUE(MakeJpeg(folder.Put("broken.jpg", "\xFF\xD8\xFF\xE0 no picture"), {}).isEmpty());
+
+  QImage clear(3, 3, QImage::Format_ARGB32);
+  clear.fill(Qt::transparent);
+  const QImage paper = QImage::fromData(MakeJpeg(clear, {}));
+  EXPECT_GT(paper.pixelColor(1, 1).red(), 250) << "what is transparent is as white as paper";
+}
+
+}  // namespace
+}  // namespace inspector::editing::ui

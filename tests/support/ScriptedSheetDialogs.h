@@ -1,0 +1,64 @@
+// An inspector whose answers to the dialogs of "Step Properties" are known beforehand.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "editing/SheetDialogs.h"
+
+namespace inspector::tests {
+
+// An answer is taken by one question. A question that nobody expected fails the test and is cancelled, as do
+// answers that are left over.
+class ScriptedSheetDialogs : public editing::SheetDialogs {
+public:
+  ~ScriptedSheetDialogs() override {
+    EXPECT_TRUE(m_Replacements.empty()) << "a placeholder was not asked for";
+    EXPECT_TRUE(m_Pickers.empty()) << "the comment picker was not opened";
+    EXPECT_TRUE(m_Files.empty()) << "no picture file was asked for";
+  }
+
+  void QueueReplacement(std::optional<device::Text> answer) { m_Replacements.push_back(std::move(answer)); }
+  // `work` is what the inspector does in the picker; it says whether the dialog is closed with OK.
+  void QueuePicker(std::function<bool(editing::CommentPicker&)> work) {
+    m_Pickers.push_back(std::move(work));
+  }
+  void QueuePictureFile(std::optional<std::filesystem::path> file) { m_Files.push_back(std::move(file)); }
+
+  const std::vector<editing::ReplacementQuestion>& Questions() const { return m_Questions; }
+
+  std::optional<device::Text> AskReplacement(const editing::ReplacementQuestion& question) override {
+    m_Questions.push_back(question);
+    return Take(m_Replacements, "a placeholder").value_or(std::nullopt);
+  }
+  bool PickComments(editing::CommentPicker& picker) override {
+    const auto work = Take(m_Pickers, "the comment picker");
+    return work && (*work)(picker);
+  }
+  std::optional<std::filesystem::path> AskPictureFile(const device::Text&) override {
+    return Take(m_Files, "a picture file").value_or(std::nullopt);
+  }
+
+private:
+  template <typename Value>
+  std::optional<Value> Take(std::deque<Value>& queue, const char* about) {
+    if (queue.empty()) {
+      ADD_FAILURE() << about << " was not expected";
+      return std::nullopt;
+    }
+    Value value = std::move(queue.front());
+    queue.pop_front();
+    return value;
+  }
+
+  std::deque<std::optional<device::Text>> m_Replacements;
+  std::deque<std::function<bool(editing::CommentPicker&)>> m_Pickers;
+  std::deque<std::optional<std::filesystem::path>> m_Files;
+  std::vector<editing::ReplacementQuestion> m_Questions;
+};
+
+}  // namespace inspector::tests
