@@ -2,6 +2,7 @@
 
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
+#include "inspection/InspectionFilter.h"
 #include "inspection/InspectionRows.h"
 
 namespace inspector::inspection {
@@ -61,6 +62,26 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
     return std::nullopt;
   m_Document.Reopen();
   return copy.m_InspectionID;
+}
+
+std::optional<InspectionOverview::MergePair> InspectionOverview::OnMerge(int selected,
+                                                                         const ChooseOther& choose) {
+  device::Prompts& prompts = m_Document.GetWorkspace().GetPrompts();
+  const std::optional<Row> first = RowAt(selected);
+  if (!first) {
+    device::ShowError(prompts, u"You must select an inspection before pressing the button.");
+    return std::nullopt;
+  }
+  OtherInspections others(*this, selected);
+  if (others.RowCount() == 0) {
+    device::Alert(prompts, u"There is no other inspection to merge with.");
+    return std::nullopt;
+  }
+  const std::optional<int> chosen = choose(others);
+  if (!chosen) return std::nullopt;
+  const std::optional<Row> second = RowAt(others.PositionOf(*chosen));
+  if (!second) return std::nullopt;
+  return MergePair{first->inspectionID, second->inspectionID};
 }
 
 }  // namespace inspector::inspection

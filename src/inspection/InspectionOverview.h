@@ -1,9 +1,12 @@
-// What the inspection list shows and does: one row per inspection, delete and duplicate.
+// What the inspection list shows and does: one row per inspection, delete, duplicate, and the choice for a
+// merge.
 #pragma once
 
 #include <array>
+#include <functional>
 #include <optional>
 
+#include "device/RowSource.h"
 #include "inspection/InspectorDoc.h"
 
 namespace inspector::inspection {
@@ -29,6 +32,26 @@ public:
   bool OnDelete(int selected, int selectedCount);
   // Asks for the new document number and copies the inspection with all that belongs to it.
   std::optional<std::int32_t> OnDuplicate(int selected);
+  // Makes the selected row the document's current inspection. Says so when it is gone.
+  bool OnOpen(int selected) { return selected >= 0 && MakeCurrent(selected); }
+
+  // Shows the other inspections and returns the row chosen among them; nothing for Cancel.
+  using ChooseOther = std::function<std::optional<int>(device::RowSource& others)>;
+  struct MergePair {
+    std::int32_t kept = 0;
+    std::int32_t merged = 0;
+  };
+  // Refuses without a selection. The two inspections to merge; nothing is changed.
+  std::optional<MergePair> OnMerge(int selected, const ChooseOther& choose);
+
+  // While it lives, every RowAt reads the same moment, without a lock of its own.
+  class ReadAll {
+  public:
+    explicit ReadAll(InspectionOverview& overview) : m_Scope(overview.m_List.GetConnection()) {}
+
+  private:
+    data::ReadScope m_Scope;
+  };
 
 private:
   bool MakeCurrent(int selected);

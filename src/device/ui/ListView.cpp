@@ -39,6 +39,9 @@ ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* 
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (onSelect) onSelect(SelectedRow());
   });
+  connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (onOpen) onOpen(index.row());
+  });
   LayOut();
 }
 
@@ -142,7 +145,7 @@ void ListView::mouseReleaseEvent(QMouseEvent* event) {
 void ListView::keyPressEvent(QKeyEvent* event) {
   const QModelIndex current = currentIndex();
   if (current.isValid() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
-    Click(current.row(), current.column());
+    onOpen ? onOpen(current.row()) : Click(current.row(), current.column());
     return;
   }
   if (current.isValid() && event->key() == Qt::Key_Space) {

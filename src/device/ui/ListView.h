@@ -31,6 +31,7 @@ public:
   void SetEmptyText(const QString& text) { m_EmptyText = text; }
 
   std::function<void(int row, int column)> onClick;
+  std::function<void(int row)> onOpen;
   std::function<void(int row)> onSelect;
 
 protected:

@@ -1,0 +1,21 @@
+// What the main window remembers of itself from one run to the next.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "device/Registry.h"
+
+namespace inspector::app {
+
+struct AppSettings {
+  device::Text colours = u"light";   // "light", "dark" or "contrast"
+  int textPercent = 100;             // 100, 125, 150 or 200
+  std::vector<std::uint8_t> window;  // size and place, in the words of the window system
+};
+
+// What is missing or makes no sense has its value from above.
+AppSettings ReadAppSettings(const device::Registry& registry);
+bool WriteAppSettings(device::Registry& registry, const AppSettings& settings);
+
+}  // namespace inspector::app

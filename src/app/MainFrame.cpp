@@ -1,0 +1,299 @@
+#include "app/MainFrame.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "app/OptionsSheet.h"
+#include "device/ui/TextConversion.h"
+#include "device/ui/Theme.h"
+#include "inspection/ui/InspectionOverviewView.h"
+#include "inspection/ui/InspectionSetupView2.h"
+#include "inspection/ui/InspectorView.h"
+
+namespace inspector::app {
+
+using device::ui::Screen;
+using device::ui::ToQString;
+
+namespace {
+
+constexpr int kRememberAfter = 2000;  // milliseconds: the registry is synced to disk each time
+constexpr QSize kFirstSize(1280, 800);
+
+}  // namespace
+
+CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
+    : m_Document(document),
+      m_Machine(document.GetWorkspace().GetMachine()),
+      m_Settings(ReadAppSettings(m_Machine.registry)),
+      m_Back(new QPushButton(QStringLiteral("\u2039 Back"))),
+      m_Title(new QLabel),
+      m_Stack(new QStackedWidget),
+      m_Bar(new device::ui::CommandBar) {
+  setObjectName(QStringLiteral("mainFrame"));
+  setWindowTitle(QStringLiteral("Inspector"));
+  m_Back->setObjectName(QStringLiteral("backButton"));
+  m_Back->setAccessibleName(QStringLiteral("Back"));
+  m_Back->setToolTip(QStringLiteral("Back (Alt+Left)"));
+  connect(m_Back, &QPushButton::clicked, this, [this] { GoBack(); });
+  m_Title->setObjectName(QStringLiteral("title"));
+  m_Title->setAccessibleName(QStringLiteral("Title"));
+  m_Title->setTextFormat(Qt::PlainText);
+  m_Title->setWordWrap(true);
+  m_Title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+  auto* top = new QHBoxLayout;
+  top->setContentsMargins(8, 6, 8, 6);
+  top->addWidget(m_Back);
+  top->addWidget(m_Title, 1);
+  auto* whole = new QWidget(this);
+  auto* layout = new QVBoxLayout(whole);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addLayout(top);
+  layout->addWidget(m_Stack, 1);
+  layout->addWidget(m_Bar);
+  setCentralWidget(whole);
+  statusBar()->setSizeGripEnabled(false);
+  setMinimumSize(320, 400);
+
+  MakeScreens();
+  MakeMenus();
+  m_PlaceTimer.setSingleShot(true);
+  m_PlaceTimer.setInterval(kRememberAfter);
+  connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
+  connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
+  UseTheme();
+  Bring(*m_Overview);
+}
+
+CMainFrame::~CMainFrame() = default;
+
+void CMainFrame::MakeScreens() {
+  using namespace inspection::ui;
+  m_Overview = new CInspectionOverview(m_Document);
+  m_Header = new CInspectorView(m_Document);
+  m_SetUp = new CInspectionSetupView2(m_Document);
+  for (Screen* screen :
+       {static_cast<Screen*>(m_Overview), static_cast<Screen*>(m_Header), static_cast<Screen*>(m_SetUp)}) {
+    screen->onTitleChanged = [this] { ShowTitle(); };
+    m_Stack->addWidget(screen);
+  }
+  m_Overview->beforeChange = [this] { return CurrentScreen()->Flush(); };
+  m_Overview->onOpened = [this] { Bring(*m_Header); };
+  m_Overview->onChanged = [this] { m_PlaceTimer.start(); };
+  for (HeaderView* form : {static_cast<HeaderView*>(m_Header), static_cast<HeaderView*>(m_SetUp)})
+    form->onEditList = [this](const device::Text& list) { EditList(list); };
+  m_Header->onDocTypeChanged = [this] {
+    statusBar()->showMessage(QStringLiteral("The categories of this type are set up."), 8000);
+  };
+}
+
+QAction* CMainFrame::AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
+                                    const QKeySequence& key, std::function<void()> run) {
+  QAction* const action = menu->addAction(caption);
+  action->setObjectName(QLatin1String(objectName));
+  action->setShortcut(key);
+  connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+  return action;
+}
+
+void CMainFrame::MakeMenus() {
+  QMenu* const go = menuBar()->addMenu(QStringLiteral("&Go"));
+  AddMenuCommand(go, "goBack", QStringLiteral("&Back"), QKeySequence(Qt::ALT | Qt::Key_Left),
+                 [this] { GoBack(); });
+  AddMenuCommand(go, "goInspections", QStringLiteral("&Inspections"), QKeySequence(Qt::CTRL | Qt::Key_1),
+                 [this] { Bring(*m_Overview); });
+  AddMenuCommand(go, "goHeader", QStringLiteral("&Client and dwelling"), QKeySequence(Qt::CTRL | Qt::Key_2),
+                 [this] { Bring(*m_Header); });
+  AddMenuCommand(go, "goSetUp", QStringLiteral("&Agents and date"), QKeySequence(Qt::CTRL | Qt::Key_3),
+                 [this] { Bring(*m_SetUp); });
+  go->addSeparator();
+  AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
+                 [this] { close(); });
+  m_ScreenMenu = menuBar()->addMenu(QStringLiteral("&Commands"));
+  MakeViewMenu();
+  QMenu* const tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  AddMenuCommand(tools, "options", QStringLiteral("&Options..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+                 [this] { OpenOptions(); });
+  AddMenuCommand(tools, "about", QStringLiteral("&About"), {}, [this] { OpenAbout(); });
+
+  // What a screen offers on its way to the next one.
+  auto* next = new QAction(QStringLiteral("A&gents, date"), m_Header);
+  next->setObjectName(QStringLiteral("agents"));
+  connect(next, &QAction::triggered, this, [this] { Bring(*m_SetUp); });
+  m_Header->addAction(next);
+}
+
+void CMainFrame::MakeViewMenu() {
+  QMenu* const view = menuBar()->addMenu(QStringLiteral("&View"));
+  const auto choice = [&](QActionGroup* group, const char* name, const QString& caption, bool checked,
+                          std::function<void()> run) {
+    QAction* const action = AddMenuCommand(view, name, caption, {}, std::move(run));
+    action->setCheckable(true);
+    action->setChecked(checked);
+    group->addAction(action);
+  };
+  auto* colours = new QActionGroup(this);
+  const auto colour = [&](const char* name, const QString& caption, const device::Text& value) {
+    choice(colours, name, caption, m_Settings.colours == value, [this, value] {
+      m_Settings.colours = value;
+      UseTheme();
+      m_PlaceTimer.start();
+    });
+  };
+  colour("light", QStringLiteral("&Light"), u"light");
+  colour("dark", QStringLiteral("&Dark"), u"dark");
+  colour("contrast", QStringLiteral("&High contrast"), u"contrast");
+  view->addSeparator();
+  auto* sizes = new QActionGroup(this);
+  for (const int percent : {100, 125, 150, 200})
+    choice(sizes, "text", QStringLiteral("Text %1 %").arg(percent), m_Settings.textPercent == percent,
+           [this, percent] {
+             m_Settings.textPercent = percent;
+             UseTheme();
+             m_PlaceTimer.start();
+           });
+}
+
+void CMainFrame::UseTheme() {
+  device::ui::Theme theme;
+  theme.textPercent = m_Settings.textPercent;
+  if (m_Settings.colours == u"dark") theme.colours = device::ui::Colours::Dark;
+  if (m_Settings.colours == u"contrast") theme.colours = device::ui::Colours::HighContrast;
+  device::ui::ApplyTheme(*qApp, theme);
+  QFont heading = QApplication::font();
+  heading.setPointSizeF(heading.pointSizeF() * 1.2);
+  heading.setBold(true);
+  m_Title->setFont(heading);
+}
+
+Screen* CMainFrame::CurrentScreen() const {
+  return dynamic_cast<Screen*>(m_Stack->currentWidget());
+}
+
+bool CMainFrame::Bring(Screen& screen) {
+  Screen* const present = CurrentScreen();
+  if (present == &screen && !m_Bar->findChildren<QPushButton*>().isEmpty()) return true;
+  if (present && present != &screen) {
+    if (!present->OnLeave()) return false;
+    // Going back to where one came from is no longer way.
+    const auto before = std::find(m_Trail.begin(), m_Trail.end(), &screen);
+    if (before != m_Trail.end()) {
+      m_Trail.erase(before, m_Trail.end());
+    } else {
+      m_Trail.push_back(present);
+    }
+  }
+  m_Stack->setCurrentWidget(&screen);
+  screen.OnShow();
+  ShowTitle();
+  ShowCommands();
+  m_Back->setEnabled(!m_Trail.empty());
+  m_PlaceTimer.start();
+  return true;
+}
+
+bool CMainFrame::GoBack() {
+  return !m_Trail.empty() && Bring(*m_Trail.back());
+}
+
+void CMainFrame::ShowCommands() {
+  const QList<QAction*> actions = CurrentScreen()->actions();
+  m_Bar->SetActions(actions);
+  m_ScreenMenu->clear();
+  m_ScreenMenu->addActions(actions);
+  m_ScreenMenu->setEnabled(!actions.isEmpty());
+}
+
+void CMainFrame::ShowTitle() {
+  m_Title->setText(CurrentScreen()->Title());
+}
+
+void CMainFrame::Restore() {
+  const QByteArray stored(reinterpret_cast<const char*>(m_Settings.window.data()),
+                          static_cast<qsizetype>(m_Settings.window.size()));
+  if (stored.isEmpty() || !restoreGeometry(stored)) resize(kFirstSize.boundedTo(screen()->availableSize()));
+
+  const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
+  if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
+  Bring(*m_Header);
+  const data::InspectionTable& inspection = m_Document.Inspection();
+  const device::Text& name =
+      inspection.m_DwellingAddress.empty() ? inspection.m_ClientName : inspection.m_DwellingAddress;
+  statusBar()->showMessage(QStringLiteral("Back where you were: %1")
+                               .arg(name.empty() ? QStringLiteral("the last inspection") : ToQString(name)),
+                           15000);
+}
+
+device::LastPlace CMainFrame::Place() const {
+  device::LastPlace place;
+  if (m_Document.HasInspection() && CurrentScreen() != m_Overview)
+    place.inspectionID = m_Document.Inspection().m_InspectionID;
+  return place;
+}
+
+void CMainFrame::RememberPlace() {
+  m_PlaceTimer.stop();
+  const QByteArray geometry = saveGeometry();
+  m_Settings.window.assign(geometry.begin(), geometry.end());
+  if (!WriteAppSettings(m_Machine.registry, m_Settings) ||
+      !device::WriteLastPlace(m_Machine.registry, Place()))
+    m_Machine.faults.Report(m_Machine.registry.LastError());
+}
+
+void CMainFrame::FlushAll() {
+  CurrentScreen()->Flush();
+  RememberPlace();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+  if (!CurrentScreen()->OnLeave()) {
+    event->ignore();
+    return;
+  }
+  RememberPlace();
+  QMainWindow::closeEvent(event);
+}
+
+void CMainFrame::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  // A box of our own takes the focus as well; only another program's window counts.
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget())
+    if (Screen* const screen = CurrentScreen()) screen->Flush();
+}
+
+void CMainFrame::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Back && GoBack()) return;
+  QMainWindow::keyPressEvent(event);
+}
+
+void CMainFrame::EditList(const device::Text& pickerList) {
+  device::Alert(m_Machine.prompts,
+                u"The editor of the list \"" + pickerList + u"\" is not part of this version yet.");
+}
+
+void CMainFrame::OpenOptions() {
+  COptionsSheet sheet(m_Document.GetWorkspace(), this);
+  sheet.exec();
+  if (sheet.MustQuit()) close();
+}
+
+void CMainFrame::OpenAbout() {
+  device::Alert(m_Machine.prompts,
+                device::FromUtf8("Inspector " INSPECTOR_VERSION
+                                 "\n\nRecords a home inspection step by step and writes its "
+                                 "report.\n\nThis device: " +
+                                 m_Machine.paths.Root().string()));
+}
+
+}  // namespace inspector::app

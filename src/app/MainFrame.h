@@ -1,0 +1,84 @@
+// The main window: one screen at a time, its commands in a menu, in a bar of large buttons and by key.
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+#include <vector>
+
+#include "app/AppSettings.h"
+#include "device/LastPlace.h"
+#include "device/ui/CommandBar.h"
+#include "device/ui/Screen.h"
+#include "inspection/InspectorDoc.h"
+
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+
+namespace inspector::inspection::ui {
+class CInspectionOverview;
+class CInspectorView;
+class CInspectionSetupView2;
+class HeaderView;
+}  // namespace inspector::inspection::ui
+
+namespace inspector::app {
+
+// The document outlives the window. Closing the window writes what was entered first, and stays open when
+// that fails.
+class CMainFrame : public QMainWindow {
+public:
+  explicit CMainFrame(inspection::CInspectorDoc& document);
+  ~CMainFrame() override;
+
+  // Size and place of the last run, and the inspection that was worked on; says so in the status bar.
+  void Restore();
+  // Writes what was typed and where the person is. To be called when the system is about to end the program.
+  void FlushAll();
+
+  device::ui::Screen* CurrentScreen() const;
+  // False when the present screen could not be left.
+  bool Bring(device::ui::Screen& screen);
+  bool GoBack();
+  inspection::ui::CInspectionOverview& Overview() { return *m_Overview; }
+  inspection::ui::CInspectorView& Header() { return *m_Header; }
+  inspection::ui::CInspectionSetupView2& SetUp() { return *m_SetUp; }
+
+  // Dialogs that belong to the whole program.
+  void OpenOptions();
+  void OpenAbout();
+
+protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+private:
+  void MakeScreens();
+  void MakeMenus();
+  void MakeViewMenu();
+  QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
+                          const QKeySequence& key, std::function<void()> run);
+  void ShowCommands();
+  void ShowTitle();
+  void UseTheme();
+  device::LastPlace Place() const;
+  void RememberPlace();
+  void EditList(const device::Text& pickerList);
+
+  inspection::CInspectorDoc& m_Document;
+  device::Machine m_Machine;
+  AppSettings m_Settings;
+  QPushButton* m_Back;
+  QLabel* m_Title;
+  QStackedWidget* m_Stack;
+  device::ui::CommandBar* m_Bar;
+  QMenu* m_ScreenMenu = nullptr;
+  inspection::ui::CInspectionOverview* m_Overview = nullptr;
+  inspection::ui::CInspectorView* m_Header = nullptr;
+  inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
+  std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
+  QTimer m_PlaceTimer;
+};
+
+}  // namespace inspector::app

@@ -1,0 +1,49 @@
+// The options as pages of named entries, read and saved as one.
+#pragma once
+
+#include <map>
+#include <span>
+
+#include "data/StartUp.h"
+
+namespace inspector::app {
+
+using device::Text;
+using device::TextView;
+
+struct OptionEntry {
+  enum class Kind { YesNo, Line, Lines, Number, Inches, Choice, Secret };
+
+  TextView name;  // of the option; "Owner..." and "...Path" for what is kept elsewhere
+  TextView caption;
+  Kind kind = Kind::Line;
+  std::vector<TextView> choices = {};  // as stored
+  std::vector<TextView> shown = {};    // the same as shown, where that differs
+  int limit = 0;                       // most characters, 0 for no limit
+};
+
+struct OptionsPage {
+  TextView title;
+  TextView explanation;
+  std::vector<OptionEntry> entries;
+};
+
+const std::vector<OptionsPage>& OptionsPages();
+
+class OptionsForm {
+public:
+  explicit OptionsForm(data::Workspace& workspace) : m_Workspace(workspace) {}
+
+  using Values = std::map<TextView, Text>;
+  // Yes/no as "TRUE" and "FALSE", lines with the device's line ends.
+  Values Load();
+  // What a person must correct first: the caption of the entry and why. Empty when everything can be saved.
+  Text WhyNot(const Values& values);
+  // Owner, options and paths. After MustQuit the program must end.
+  data::OptionsSaved Save(const Values& values);
+
+private:
+  data::Workspace& m_Workspace;
+};
+
+}  // namespace inspector::app

@@ -1,0 +1,73 @@
+#include "app/OptionsSheet.h"
+
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QScrollArea>
+#include <QScroller>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "device/ui/PickerCombo.h"
+#include "device/ui/TextConversion.h"
+
+namespace inspector::app {
+
+COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
+    : QDialog(parent),
+      m_Workspace(workspace),
+      m_Form(workspace),
+      m_Values(m_Form.Load()),
+      m_Chooser(new device::ui::DropDown(this)),
+      m_Stack(new QStackedWidget(this)) {
+  setObjectName(QStringLiteral("optionsSheet"));
+  setWindowTitle(QStringLiteral("Options"));
+  m_Chooser->setObjectName(QStringLiteral("pageField"));
+  m_Chooser->setAccessibleName(QStringLiteral("Page of the options"));
+  for (const OptionsPage& page : OptionsPages()) {
+    m_Chooser->addItem(device::ui::ToQString(page.title));
+    auto* scroll = new QScrollArea(m_Stack);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    QScroller::grabGesture(scroll->viewport(), QScroller::TouchGesture);
+    auto* view = new COptionsPage(page, scroll);
+    view->Show(m_Values);
+    scroll->setWidget(view);
+    m_Stack->addWidget(scroll);
+    m_Pages.push_back(view);
+  }
+  connect(m_Chooser, &QComboBox::currentIndexChanged, m_Stack, &QStackedWidget::setCurrentIndex);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(m_Chooser);
+  layout->addWidget(m_Stack, 1);
+  layout->addWidget(buttons);
+  resize(460, 640);
+}
+
+void COptionsSheet::ShowPage(TextView title) {
+  m_Chooser->setCurrentIndex(m_Chooser->findText(device::ui::ToQString(title)));
+}
+
+void COptionsSheet::accept() {
+  for (const COptionsPage* page : m_Pages) page->TakeOver(m_Values);
+  if (const Text problem = m_Form.WhyNot(m_Values); !problem.empty()) {
+    device::ShowError(m_Workspace.GetPrompts(), problem);
+    return;
+  }
+  switch (m_Form.Save(m_Values)) {
+    case data::OptionsSaved::Failed:
+      return;  // told; what was entered stays
+    case data::OptionsSaved::MustQuit:
+      m_MustQuit = true;
+      break;
+    case data::OptionsSaved::Done:
+      break;
+  }
+  QDialog::accept();
+}
+
+}  // namespace inspector::app

@@ -1,0 +1,36 @@
+#include "app/Program.h"
+
+#include "app/AppSettings.h"
+#include "app/MainFrame.h"
+#include "data/StartUp.h"
+#include "device/ui/Theme.h"
+
+namespace inspector::app {
+
+int RunProgram(QApplication& application, const ProgramSettings& settings) {
+  const device::DevicePaths paths(settings.home);
+  device::HostFiles files;
+  device::Registry registry(files, settings.home / "registry.toml");
+  device::ui::QtPrompts prompts(paths);
+  device::SystemClock clock;
+  device::FaultLog faults(prompts, clock, settings.home / "inspector.log");
+  const device::Machine machine{paths, files, registry, prompts, clock, faults};
+
+  // The questions of start-up are the last windows to close when there is no main window yet.
+  QApplication::setQuitOnLastWindowClosed(false);
+  device::ui::ApplyTheme(application, {});
+  data::StartUp start = data::StartData(machine);
+  if (start.result != data::StartUpResult::Ready)
+    return start.result == data::StartUpResult::Terminated ? 0 : 1;
+  inspection::CInspectorDoc document(*start.workspace);
+  if (!document.IsOpen()) return 1;
+
+  CMainFrame frame(document);
+  prompts.SetWindow(&frame);
+  frame.Restore();
+  frame.show();
+  QApplication::setQuitOnLastWindowClosed(true);
+  return QApplication::exec();
+}
+
+}  // namespace inspector::app

@@ -1,0 +1,21 @@
+// One run of the application: the machine it stands on, start-up, the main window.
+#pragma once
+
+#include <QApplication>
+#include <filesystem>
+
+#include "device/ui/QtPrompts.h"
+
+namespace inspector::app {
+
+class CMainFrame;
+
+struct ProgramSettings {
+  std::filesystem::path home;  // the device root
+};
+
+// Returns the exit code: 0 after the window was closed, and after a fault of the databases' structure, which
+// has been told; 1 when start-up failed or was left.
+int RunProgram(QApplication& application, const ProgramSettings& settings);
+
+}  // namespace inspector::app

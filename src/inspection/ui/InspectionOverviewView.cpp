@@ -1,0 +1,149 @@
+#include "inspection/ui/InspectionOverviewView.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "device/ui/ChoiceDialog.h"
+#include "device/ui/TextConversion.h"
+
+namespace inspector::inspection::ui {
+
+using device::ui::ListView;
+
+std::vector<device::ListColumn> InspectionColumns() {
+  return {{u"Client Name", 68}, {u"Address", 74}, {u"City/State/Zip", 58}, {u"Doc #", 40}};
+}
+
+CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* parent)
+    : Screen(parent),
+      m_Document(document),
+      m_Overview(document),
+      m_Rows(m_Overview),
+      m_Find(new QLineEdit(this)),
+      m_List(new ListView(m_Rows, InspectionColumns(), this)) {
+  setObjectName(QStringLiteral("inspectionOverview"));
+  m_Find->setObjectName(QStringLiteral("findField"));
+  m_Find->setAccessibleName(QStringLiteral("Find inspections"));
+  m_Find->setPlaceholderText(QStringLiteral("Find"));
+  m_Find->setClearButtonEnabled(true);
+  m_List->setObjectName(QStringLiteral("inspectionList"));
+  m_List->setAccessibleName(QStringLiteral("Inspections"));
+  m_List->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(8, 8, 8, 0);
+  layout->addWidget(m_Find);
+  layout->addWidget(m_List, 1);
+
+  connect(m_Find, &QLineEdit::textChanged, this, [this](const QString& text) {
+    m_Rows.SetFilter(device::ui::FromQString(text));
+    m_List->SetEmptyText(m_Rows.IsFiltering() ? QStringLiteral("No inspection holds these words.")
+                                              : QString());
+    m_List->Model().Reset();
+    UpdateCommands();
+  });
+  connect(m_Find, &QLineEdit::returnPressed, this, [this] {
+    if (m_List->SelectedRow() < 0) m_List->SelectRow(0);
+    m_List->setFocus();
+  });
+  m_List->onSelect = [this](int) { UpdateCommands(); };
+  m_List->onOpen = [this](int) { Open(); };
+  AddCommands();
+}
+
+void CInspectionOverview::AddCommands() {
+  const auto needsSelection = [this](QAction* action) { m_NeedSelection.push_back(action); };
+  needsSelection(
+      AddCommand("open", QStringLiteral("&Open"), QKeySequence(Qt::CTRL | Qt::Key_O), [this] { Open(); }));
+  AddCommand("new", QStringLiteral("&New"), QKeySequence::New, [this] { New(); });
+  needsSelection(AddCommand("duplicate", QStringLiteral("D&uplicate"), QKeySequence(Qt::CTRL | Qt::Key_D),
+                            [this] { Duplicate(); }));
+  needsSelection(AddCommand("delete", QStringLiteral("&Delete"), QKeySequence(Qt::CTRL | Qt::Key_Delete),
+                            [this] { Delete(); }));
+  // Stays enabled without a selection, because it says what is missing.
+  AddCommand("merge", QStringLiteral("&Merge"), QKeySequence(Qt::CTRL | Qt::Key_M), [this] { Merge(); });
+  AddCommand("deleteAll", QStringLiteral("Delete &All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Delete),
+             [this] { DeleteAll(); });
+  UpdateCommands();
+}
+
+void CInspectionOverview::UpdateCommands() {
+  const bool selected = m_List->SelectedRow() >= 0;
+  for (QAction* action : m_NeedSelection) action->setEnabled(selected);
+}
+
+void CInspectionOverview::OnShow() {
+  Refill();
+  if (m_Document.HasInspection()) Select(m_Document.Inspection().m_InspectionID);
+  m_List->setFocus();
+}
+
+void CInspectionOverview::Refill() {
+  m_Overview.Refill();
+  m_Rows.Refill();
+  m_List->Refill();
+  UpdateCommands();
+}
+
+void CInspectionOverview::Select(std::int32_t inspectionID) {
+  m_List->SelectRow(m_Rows.ShownOf(m_Overview.RowOf(inspectionID)));
+}
+
+void CInspectionOverview::Changed(std::int32_t selectID) {
+  Refill();
+  Select(selectID);
+  if (onChanged) onChanged();
+}
+
+void CInspectionOverview::Open() {
+  const int position = SelectedPosition();
+  if (position < 0 || !MayChange()) return;
+  if (m_Overview.OnOpen(position)) {
+    if (onOpened) onOpened();
+  } else {
+    Refill();
+  }
+}
+
+void CInspectionOverview::New() {
+  if (!MayChange()) return;
+  const auto key = m_Document.NewInspection();
+  if (!key) return;
+  m_Find->clear();  // a new inspection has no words to be found by
+  Changed(*key);
+  if (onOpened) onOpened();
+}
+
+void CInspectionOverview::Duplicate() {
+  if (!MayChange()) return;
+  if (const auto key = m_Overview.OnDuplicate(SelectedPosition())) Changed(*key);
+}
+
+void CInspectionOverview::Delete() {
+  const int shown = m_List->SelectedRow();
+  if (!MayChange() || !m_Overview.OnDelete(SelectedPosition(), m_List->SelectedCount())) return;
+  Changed(-1);
+  m_List->SelectRow(std::min(shown, m_Rows.RowCount() - 1));
+}
+
+void CInspectionOverview::Merge() {
+  const auto pair = m_Overview.OnMerge(SelectedPosition(), [this](device::RowSource& others) {
+    device::ui::ChoiceDialog dialog(QStringLiteral("Merge Inspections"),
+                                    QStringLiteral("Choose the inspection to merge with:"), others,
+                                    InspectionColumns(), window());
+    return dialog.exec() == QDialog::Accepted && dialog.Chosen() >= 0 ? std::optional(dialog.Chosen())
+                                                                      : std::nullopt;
+  });
+  if (!pair) return;
+  device::Alert(m_Document.GetWorkspace().GetPrompts(),
+                u"Merging two inspections is not part of this version. Nothing was changed.");
+}
+
+void CInspectionOverview::DeleteAll() {
+  if (!MayChange() || !m_Document.DeleteAllInspections()) return;
+  m_Find->clear();
+  Changed(m_Document.Inspection().m_InspectionID);
+  m_List->SelectRow(0);
+}
+
+}  // namespace inspector::inspection::ui

@@ -1,0 +1,53 @@
+// The screen that lists every inspection.
+#pragma once
+
+#include "device/ui/ListView.h"
+#include "device/ui/Screen.h"
+#include "inspection/InspectionFilter.h"
+
+class QLineEdit;
+
+namespace inspector::inspection::ui {
+
+class CInspectionOverview : public device::ui::Screen {
+public:
+  explicit CInspectionOverview(CInspectorDoc& document, QWidget* parent = nullptr);
+
+  QString Title() const override { return QStringLiteral("Inspections"); }
+  // Reads the list again; the current inspection stays selected.
+  void OnShow() override;
+  void Refill();
+
+  // An inspection was made current and is to be worked on.
+  std::function<void()> onOpened;
+  // The document's inspection is another one now, or was deleted.
+  std::function<void()> onChanged;
+  // Must be asked before the document goes to another inspection.
+  std::function<bool()> beforeChange;
+
+private:
+  void AddCommands();
+  int SelectedPosition() const { return m_Rows.PositionOf(m_List->SelectedRow()); }
+  void Select(std::int32_t inspectionID);
+  bool MayChange() const { return !beforeChange || beforeChange(); }
+  void Changed(std::int32_t selectID);
+  void Open();
+  void New();
+  void Duplicate();
+  void Delete();
+  void Merge();
+  void DeleteAll();
+  void UpdateCommands();
+
+  CInspectorDoc& m_Document;
+  InspectionOverview m_Overview;
+  InspectionFilter m_Rows;
+  QLineEdit* m_Find;
+  device::ui::ListView* m_List;
+  std::vector<QAction*> m_NeedSelection;
+};
+
+// The four columns, also of the list from which a second inspection is chosen.
+std::vector<device::ListColumn> InspectionColumns();
+
+}  // namespace inspector::inspection::ui

@@ -1,0 +1,25 @@
+// The second header form: agents, date and time.
+#pragma once
+
+#include "inspection/ui/HeaderView.h"
+
+class QDateTimeEdit;
+
+namespace inspector::inspection::ui {
+
+class CInspectionSetupView2 : public HeaderView {
+public:
+  explicit CInspectionSetupView2(CInspectorDoc& document, QWidget* parent = nullptr);
+
+  QString Title() const override { return QStringLiteral("Agents and date"); }
+  bool Flush() override;
+
+protected:
+  void Fill() override;
+
+private:
+  QDateTimeEdit* m_Date;
+  bool m_DateTouched = false;
+};
+
+}  // namespace inspector::inspection::ui

@@ -1,0 +1,100 @@
+#include "inspection/ui/InspectorView.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+#include "device/ui/TextConversion.h"
+
+namespace inspector::inspection::ui {
+namespace {
+
+constexpr int kLookEvery = 50;  // milliseconds
+
+}  // namespace
+
+CInspectorView::CInspectorView(CInspectorDoc& document, QWidget* parent)
+    : HeaderView(document, HeaderPage::Dwelling, parent),
+      m_DocType(new device::ui::DropDown(this)),
+      m_Progress(new QWidget(this)) {
+  setObjectName(QStringLiteral("inspectorView"));
+  m_DocType->setObjectName(QStringLiteral("docTypeField"));
+  AddRow(QStringLiteral("Doc Type"), m_DocType);
+  AddFields();
+
+  auto* label = new QLabel(QStringLiteral("Setting up the categories of this type..."), m_Progress);
+  auto* bar = new QProgressBar(m_Progress);
+  bar->setRange(0, 0);
+  bar->setTextVisible(false);
+  bar->setAccessibleName(QStringLiteral("Setting up the categories"));
+  auto* inside = new QVBoxLayout(m_Progress);
+  inside->setContentsMargins(12, 8, 12, 8);
+  inside->addWidget(label);
+  inside->addWidget(bar);
+  static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_Progress);
+  m_Progress->hide();
+
+  connect(m_DocType, &QComboBox::activated, this, [this] { SelectDocType(); });
+  m_Poll.setInterval(kLookEvery);
+  connect(&m_Poll, &QTimer::timeout, this, [this] {
+    if (!Document().IsChangingDocType()) Flush();
+    // Also when nothing was changed, which has been told.
+    if (!Document().IsChangingDocType()) {
+      m_Poll.stop();
+      ShowProgress(false);
+      ShowStoredDocType();
+    }
+  });
+}
+
+QString CInspectorView::Title() const {
+  const Text& address = Document().Inspection().m_DwellingAddress;
+  return address.empty() ? QStringLiteral("Inspection") : device::ui::ToQString(address);
+}
+
+void CInspectorView::Fill() {
+  HeaderView::Fill();
+  ShowStoredDocType();
+}
+
+void CInspectorView::ShowStoredDocType() {
+  const std::vector<Text> types = Form().DocTypes();
+  m_DocType->clear();
+  for (const Text& type : types) m_DocType->addItem(device::ui::ToQString(type));
+  const QString stored = device::ui::ToQString(Document().Inspection().m_DocType);
+  int index = m_DocType->findText(stored, Qt::MatchExactly | Qt::MatchCaseSensitive);
+  // A type that the library no longer has is shown all the same.
+  if (index < 0 && !stored.isEmpty()) {
+    m_DocType->addItem(stored);
+    index = m_DocType->count() - 1;
+  }
+  m_DocType->setCurrentIndex(index);
+}
+
+void CInspectorView::SelectDocType() {
+  if (m_DocType->currentIndex() < 0) return;
+  const Text type = device::ui::FromQString(m_DocType->currentText());
+  switch (Form().SelectDocType(Entered(), type)) {
+    case DocTypeChoice::Same:
+      break;
+    case DocTypeChoice::Refused:
+      ShowStoredDocType();
+      break;
+    case DocTypeChoice::Change:
+      ShowProgress(true);
+      m_Poll.start();
+      break;
+  }
+}
+
+void CInspectorView::OnDocTypeChanged() {
+  ShowProgress(false);
+  if (onDocTypeChanged) onDocTypeChanged();
+}
+
+void CInspectorView::ShowProgress(bool running) {
+  m_Progress->setVisible(running);
+  m_DocType->setEnabled(!running);
+}
+
+}  // namespace inspector::inspection::ui

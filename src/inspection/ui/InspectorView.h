@@ -1,0 +1,34 @@
+// The first header form: doc type, client and dwelling.
+#pragma once
+
+#include "inspection/ui/HeaderView.h"
+
+class QLabel;
+class QProgressBar;
+
+namespace inspector::inspection::ui {
+
+class CInspectorView : public HeaderView {
+public:
+  explicit CInspectorView(CInspectorDoc& document, QWidget* parent = nullptr);
+
+  QString Title() const override;
+
+  // The type was applied: the inspection has other categories now.
+  std::function<void()> onDocTypeChanged;
+
+protected:
+  void Fill() override;
+  void OnDocTypeChanged() override;
+
+private:
+  void SelectDocType();
+  void ShowStoredDocType();
+  void ShowProgress(bool running);
+
+  device::ui::DropDown* m_DocType;
+  QWidget* m_Progress;
+  QTimer m_Poll;
+};
+
+}  // namespace inspector::inspection::ui

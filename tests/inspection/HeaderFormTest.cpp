@@ -1,0 +1,94 @@
+#include "inspection/HeaderForm.h"
+
+#include <gmock/gmock.h>
+
+#include "support/VisitFixture.h"
+
+namespace inspector::inspection {
+namespace {
+
+using device::Answer;
+using ::testing::ElementsAre;
+
+class HeaderFormTest : public tests::VisitTest {
+protected:
+  static const HeaderField* Field(TextView name) { return FindHeaderField(name); }
+  Text Stored(std::int32_t key) {
+    Document().SelectInspection(key);
+    return Document().Inspection().m_ClientName;
+  }
+
+  HeaderForm m_Form{Document()};
+};
+
+TEST_F(HeaderFormTest, IsFilledForAnotherInspectionOnly) {
+  EXPECT_TRUE(m_Form.MustFill());
+  EXPECT_FALSE(m_Form.MustFill());
+  m_Device.Visit(u"House");
+  EXPECT_TRUE(m_Form.MustFill());
+  Document().SelectInspection(1000);
+  EXPECT_TRUE(m_Form.MustFill());
+}
+
+TEST_F(HeaderFormTest, WritesOnceWhatWasTyped) {
+  const auto key = m_Device.Visit(u"House");
+  m_Form.MustFill();
+  EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"\tAna Ruiz"}}));
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
+  // Nothing differs: the row of another program must not be written over.
+  m_Device.Run(data::DatabaseKind::Inspection,
+               "UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
+  EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}}));
+  EXPECT_EQ(Stored(key), u"Other");
+}
+
+// The window still holds the words of the former inspection when the document has gone to another one.
+TEST_F(HeaderFormTest, WritesNothingIntoAnotherInspection) {
+  m_Device.Visit(u"House");
+  m_Form.MustFill();
+  Document().SelectInspection(1000);
+  EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}}));
+  m_Form.TakeOverDate(device::MakeCalendarTime(2026, 5, 31));
+  EXPECT_EQ(Stored(1000), u"");
+}
+
+TEST_F(HeaderFormTest, EditsTheListThatIsOffered) {
+  const HeaderField& field = *Field(u"citystatezip");
+  EXPECT_EQ(m_Form.ListToEdit(field), u"Label01");
+  EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Edit List..."));
+  m_Device.Library().AddPicker(u"EvalCityStateZip", u"Alder Creek");
+  EXPECT_EQ(m_Form.ListToEdit(field), u"EvalCityStateZip");
+  EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Alder Creek", u"Edit List..."));
+  m_Device.Library().AddPicker(u"Label01", u"Birch Falls");
+  EXPECT_EQ(m_Form.ListToEdit(field), u"Label01");
+  EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Birch Falls", u"Edit List..."));
+}
+
+// In this order: take over what was typed, compare, ask, hand on.
+TEST_F(HeaderFormTest, ChangesTheTypeAfterTakingOverAndAsking) {
+  const auto key = m_Device.Visit(u"");
+  m_Form.MustFill();
+  const HeaderForm::EnteredFields entered{{Field(u"client"), u"Ana Ruiz"}};
+  EXPECT_EQ(m_Form.SelectDocType(entered, u""), DocTypeChoice::Same);
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
+  EXPECT_EQ(m_Form.SelectDocType(entered, u"House"), DocTypeChoice::Change)
+      << "the first type without a question";
+  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(m_Form.Save(entered));
+  const auto outline = m_Device.Outline(key);
+  EXPECT_FALSE(outline.empty());
+
+  EXPECT_EQ(m_Form.SelectDocType(entered, u"House"), DocTypeChoice::Same);
+  Prompts().Queue(u"Data Alert", Answer::Cancel);
+  EXPECT_EQ(m_Form.SelectDocType(entered, u"Condo"), DocTypeChoice::Refused);
+  EXPECT_EQ(m_Device.Outline(key), outline);
+  Prompts().Queue(u"Data Alert", Answer::Ok);
+  EXPECT_EQ(m_Form.SelectDocType({{Field(u"client"), u"A. Ruiz"}}, u"Condo"), DocTypeChoice::Change);
+  Document().FinishDocTypeChange();
+  EXPECT_TRUE(m_Form.Save({}));
+  EXPECT_EQ(Stored(key), u"A. Ruiz");
+  EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
+}
+
+}  // namespace
+}  // namespace inspector::inspection

@@ -1,0 +1,147 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDateTimeEdit>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include "inspection/ui/InspectionSetupView2.h"
+#include "inspection/ui/InspectorView.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::inspection::ui {
+namespace {
+
+using device::Answer;
+using device::ui::PickerCombo;
+
+class HeaderViewTest : public tests::VisitTest {
+protected:
+  template <typename Field>
+  static Field& Find(QWidget& view, const char* name) {
+    return *dynamic_cast<Field*>(view.findChild<QWidget*>(QLatin1String(name)));
+  }
+  static void Choose(QComboBox& combo, const QString& text) {
+    combo.setCurrentIndex(combo.findText(text));
+    Q_EMIT combo.activated(combo.currentIndex());
+  }
+  // Lets the program's loop run until it is so.
+  template <typename Condition>
+  static bool Wait(Condition condition) {
+    return QTest::qWaitFor(condition, 10000);
+  }
+};
+
+TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
+  const auto key = m_Device.Visit(u"House");
+  CInspectorView view(Document());
+  view.resize(480, 700);
+  view.show();
+  view.OnShow();
+  Document().Inspection();
+  QTest::keyClicks(&Find<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
+  EXPECT_TRUE(Wait([&] {
+    data::InspectionTable row(Data());
+    row.OpenSQL(u"SELECT * FROM Inspection WHERE InspectionID = 1001");
+    return row.GetRecord(0) && row.m_ClientName == u"Ana Ruiz";
+  }));
+  EXPECT_EQ(key, 1001);
+
+  // The other form and another inspection show their own.
+  Document().SelectInspection(1000);
+  view.OnShow();
+  EXPECT_TRUE(Find<QLineEdit>(view, "clientField").text().isEmpty());
+}
+
+TEST_F(HeaderViewTest, KeepsLineEndsThatNobodyTouched) {
+  m_Device.Visit(u"House");
+  Document().Inspection().m_GeneralInformation = u"One\rTwo";
+  Document().SaveHeader();
+  CInspectorView view(Document());
+  view.OnShow();
+  EXPECT_TRUE(view.Flush());
+  EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"One\rTwo");
+  auto& general = Find<QPlainTextEdit>(view, "generalField");
+  EXPECT_EQ(general.toPlainText(), QStringLiteral("One\nTwo"));
+  general.appendPlainText(QStringLiteral("Three"));
+  EXPECT_TRUE(view.Flush());
+  EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"One\r\nTwo\r\nThree");
+}
+
+TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
+  const auto key = m_Device.Visit(u"");
+  CInspectorView view(Document());
+  view.show();
+  view.OnShow();
+  auto& general = Find<QPlainTextEdit>(view, "generalField");
+  general.setPlainText(QStringLiteral("Dry day."));
+  auto& type = Find<QComboBox>(view, "docTypeField");
+  EXPECT_EQ(type.currentIndex(), -1);
+  int changes = 0;
+  view.onDocTypeChanged = [&] { ++changes; };
+  Choose(type, QStringLiteral("House"));
+  Find<QLineEdit>(view, "clientField").setText(QStringLiteral("Ana Ruiz"));
+  EXPECT_TRUE(Wait([&] { return changes == 1; }));
+  EXPECT_EQ(general.toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
+  EXPECT_TRUE(view.OnLeave());
+  Document().SelectInspection(key);
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
+  EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"Dry day.  Seen from the ground.  Built in 1968.");
+  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
+
+  // Cancel brings the former selection back.
+  Prompts().Queue(u"Data Alert", Answer::Cancel);
+  Choose(type, QStringLiteral("Condo"));
+  EXPECT_EQ(type.currentText(), QStringLiteral("House"));
+
+  // Leaving while the worker runs waits for it and loses nothing.
+  Prompts().Queue(u"Data Alert", Answer::Ok);
+  Choose(type, QStringLiteral("Condo"));
+  Find<QLineEdit>(view, "clientField").setText(QStringLiteral("A. Ruiz"));
+  EXPECT_TRUE(view.OnLeave());
+  Document().SelectInspection(key);
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"A. Ruiz");
+  EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
+}
+
+TEST_F(HeaderViewTest, OpensTheListEditorAndKeepsTheValue) {
+  m_Device.Library().AddPicker(u"Realtor", u"M. Cole");
+  m_Device.Visit(u"House");
+  CInspectionSetupView2 view(Document());
+  view.OnShow();
+  auto& agent = Find<PickerCombo>(view, "agentField");
+  ASSERT_EQ(agent.count(), 2);
+  Choose(agent, QStringLiteral("M. Cole"));
+  EXPECT_EQ(agent.Value(), u"M. Cole");
+  std::vector<Text> edited;
+  view.onEditList = [&](const Text& list) {
+    edited.push_back(list);
+    m_Device.Library().AddPicker(list, u"P. Lind");
+  };
+  Choose(agent, QStringLiteral("Edit List..."));
+  EXPECT_THAT(edited, ::testing::ElementsAre(u"Realtor"));
+  EXPECT_EQ(agent.Value(), u"M. Cole");
+  EXPECT_EQ(agent.count(), 3) << "the list is read again";
+}
+
+TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
+  m_Device.Visit(u"House");
+  Document().Inspection().m_InspectionDate = {};
+  Document().SaveHeader();
+  CInspectionSetupView2 view(Document());
+  view.OnShow();
+  auto& date = Find<QDateTimeEdit>(view, "dateField");
+  EXPECT_EQ(date.text(), QStringLiteral("No date"));
+  EXPECT_TRUE(view.OnLeave());
+  EXPECT_TRUE(Document().Inspection().m_InspectionDate.IsZero());
+  date.setDateTime(QDateTime(QDate(2026, 5, 3), QTime(14, 5)));
+  EXPECT_EQ(date.text(), QStringLiteral("05/03/2026 02:05 PM"));
+  EXPECT_TRUE(view.OnLeave());
+  Document().SelectInspection(1001);
+  EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 3, 14, 5));
+}
+
+}  // namespace
+}  // namespace inspector::inspection::ui

@@ -1,0 +1,101 @@
+#include "inspection/ui/InspectionOverviewView.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QDialog>
+#include <QLineEdit>
+#include <QTest>
+
+#include "device/ui/TextConversion.h"
+#include "support/ScriptedDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::inspection::ui {
+namespace {
+
+using device::Answer;
+using device::ui::ListView;
+
+class InspectionOverviewViewTest : public tests::VisitTest {
+protected:
+  InspectionOverviewViewTest() {
+    m_Device.Visit(u"House");
+    m_Device.Visit(u"Condo");
+    m_View.resize(480, 700);
+    m_View.show();
+    m_View.onOpened = [this] { ++m_Opened; };
+    m_View.OnShow();
+  }
+  ListView& List() {
+    return *dynamic_cast<ListView*>(m_View.findChild<QWidget*>(QStringLiteral("inspectionList")));
+  }
+  void Run(const char* command) { m_View.findChild<QAction*>(QLatin1String(command))->trigger(); }
+  int Count() { return List().model()->rowCount(); }
+
+  CInspectionOverview m_View{Document()};
+  int m_Opened = 0;
+};
+
+TEST_F(InspectionOverviewViewTest, OpensTheRowThatIsSelected) {
+  EXPECT_EQ(List().SelectedRow(), 2) << "the current inspection";
+  List().SelectRow(1);
+  QTest::keyClick(&List(), Qt::Key_Return);
+  EXPECT_EQ(m_Opened, 1);
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1001);
+  Prompts().Queue(u"Warning", Answer::Yes);
+  Run("new");
+  EXPECT_EQ(m_Opened, 2);
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1003);
+}
+
+TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
+  Document().CreateInspection([](data::InspectionTable& row) { row.m_ClientName = u"Ana Ruiz"; });
+  m_View.OnShow();
+  m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
+  ASSERT_EQ(Count(), 1);
+  EXPECT_FALSE(m_View.findChild<QAction*>(QStringLiteral("delete"))->isEnabled()) << "nothing is selected";
+  List().SelectRow(0);
+  Prompts().QueueText(u"Enter the Doc # of the new Inspection:", u"77");
+  Run("duplicate");
+  ASSERT_EQ(Count(), 2);
+  EXPECT_EQ(List().SelectedRow(), 1) << "the copy";
+  Prompts().Queue(u"Caution", Answer::Yes);
+  Prompts().Queue(u"Warning", Answer::Yes);
+  Run("delete");
+  EXPECT_EQ(Count(), 1);
+  m_View.findChild<QLineEdit*>()->clear();
+  EXPECT_EQ(Count(), 4);
+}
+
+TEST_F(InspectionOverviewViewTest, RefusesToDeleteSeveralAtOnce) {
+  List().selectAll();
+  Prompts().Queue(u"Caution", Answer::Yes);
+  Run("delete");
+  EXPECT_EQ(Prompts().Messages().back().text, u"Only one inspection can be deleted at a time.");
+  EXPECT_EQ(Count(), 3);
+  Prompts().Queue(u"Warning", Answer::Yes);
+  Run("deleteAll");
+  EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(InspectionOverviewViewTest, MergeChoosesASecondInspectionAndChangesNothing) {
+  tests::ScriptedDialogs person;
+  const Text counts = m_Device.RowCounts();
+  List().clearSelection();
+  Run("merge");
+  EXPECT_EQ(Prompts().Messages().back().title, u"Error");
+  List().SelectRow(1);
+  person.Expect("choiceDialog", [](QDialog& dialog) {
+    auto& list = *dynamic_cast<ListView*>(dialog.findChild<QWidget*>(QStringLiteral("choiceList")));
+    EXPECT_EQ(list.model()->rowCount(), 2);
+    list.SelectRow(0);
+    dialog.accept();
+  });
+  Run("merge");
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"Nothing was changed"));
+  EXPECT_EQ(m_Device.RowCounts(), counts);
+}
+
+}  // namespace
+}  // namespace inspector::inspection::ui
