@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "app/OptionsSheet.h"
+#include "app/ReportCommand.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
 #include "inspection/ui/InspectionOverviewView.h"
@@ -83,8 +84,12 @@ void CMainFrame::MakeScreens() {
   m_Overview = new CInspectionOverview(m_Document);
   m_Header = new CInspectorView(m_Document);
   m_SetUp = new CInspectionSetupView2(m_Document);
-  for (Screen* screen :
-       {static_cast<Screen*>(m_Overview), static_cast<Screen*>(m_Header), static_cast<Screen*>(m_SetUp)}) {
+  m_Visit =
+      std::make_unique<VisitScreens>(m_Document, *this, [this](Screen& screen) { return Bring(screen); });
+  m_Visit->onPlaceChanged = [this] { m_PlaceTimer.start(); };
+  std::vector<Screen*> screens = m_Visit->All();
+  screens.insert(screens.begin(), {m_Overview, m_Header, m_SetUp});
+  for (Screen* screen : screens) {
     screen->onTitleChanged = [this] { ShowTitle(); };
     m_Stack->addWidget(screen);
   }
@@ -92,7 +97,7 @@ void CMainFrame::MakeScreens() {
   m_Overview->onOpened = [this] { Bring(*m_Header); };
   m_Overview->onChanged = [this] { m_PlaceTimer.start(); };
   for (HeaderView* form : {static_cast<HeaderView*>(m_Header), static_cast<HeaderView*>(m_SetUp)})
-    form->onEditList = [this](const device::Text& list) { EditList(list); };
+    form->onEditList = [this](const device::Text& list) { m_Visit->EditPickerList(list); };
   m_Header->onDocTypeChanged = [this] {
     statusBar()->showMessage(QStringLiteral("The categories of this type are set up."), 8000);
   };
@@ -117,12 +122,26 @@ void CMainFrame::MakeMenus() {
                  [this] { Bring(*m_Header); });
   AddMenuCommand(go, "goSetUp", QStringLiteral("&Agents and date"), QKeySequence(Qt::CTRL | Qt::Key_3),
                  [this] { Bring(*m_SetUp); });
+  AddMenuCommand(go, "goCategories", QStringLiteral("C&ategories and steps"),
+                 QKeySequence(Qt::CTRL | Qt::Key_4), [this] { Bring(m_Visit->Categories()); });
+  AddMenuCommand(go, "goReview", QStringLiteral("&Review comments"), QKeySequence(Qt::CTRL | Qt::Key_5),
+                 [this] { Bring(m_Visit->Review()); });
+  AddMenuCommand(go, "goUnfinished", QStringLiteral("&Unfinished"), QKeySequence(Qt::CTRL | Qt::Key_6),
+                 [this] { Bring(m_Visit->WhatIsLeft()); });
+  AddMenuCommand(go, "nextUnfinished", QStringLiteral("&Next unfinished"), QKeySequence(Qt::Key_F8), [this] {
+    if (CurrentScreen()->Flush()) m_Visit->OpenNextUnfinished();
+  });
   go->addSeparator();
   AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
                  [this] { close(); });
   m_ScreenMenu = menuBar()->addMenu(QStringLiteral("&Commands"));
+  MakeVisitMenu();
   MakeViewMenu();
   QMenu* const tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."), {},
+                 [this] { m_Visit->EditPickerList({}); });
+  AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."), {},
+                 [this] { m_Visit->EditShortcuts(); });
   AddMenuCommand(tools, "options", QStringLiteral("&Options..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
                  [this] { OpenOptions(); });
   AddMenuCommand(tools, "about", QStringLiteral("&About"), {}, [this] { OpenAbout(); });
@@ -132,6 +151,26 @@ void CMainFrame::MakeMenus() {
   next->setObjectName(QStringLiteral("agents"));
   connect(next, &QAction::triggered, this, [this] { Bring(*m_SetUp); });
   m_Header->addAction(next);
+}
+
+void CMainFrame::MakeVisitMenu() {
+  QMenu* const report = menuBar()->addMenu(QStringLiteral("&Report"));
+  QAction* const write = AddMenuCommand(report, "report", QStringLiteral("Inspection &report..."),
+                                        QKeySequence(Qt::CTRL | Qt::Key_R), [this] { Report(); });
+  // The ways that are taken most lie in the bar of the screens, too.
+  const auto offer = [&](Screen& from, const char* name, const QString& caption, std::function<void()> run) {
+    auto* action = new QAction(caption, &from);
+    action->setObjectName(QLatin1String(name));
+    connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+    from.addAction(action);
+  };
+  for (Screen* const form : {static_cast<Screen*>(m_Header), static_cast<Screen*>(m_SetUp)})
+    offer(*form, "categories", QStringLiteral("&Categories"), [this] { Bring(m_Visit->Categories()); });
+  offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
+        [this] { Bring(m_Visit->WhatIsLeft()); });
+  offer(m_Visit->Categories(), "review", QStringLiteral("Re&view"), [this] { Bring(m_Visit->Review()); });
+  m_Visit->Categories().addAction(write);
+  m_Visit->WhatIsLeft().addAction(write);
 }
 
 void CMainFrame::MakeViewMenu() {
@@ -226,7 +265,10 @@ void CMainFrame::Restore() {
 
   const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
   if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
+  // Back leads up from there: inspections, header, categories.
   Bring(*m_Header);
+  if (place.categoryID > 0 && Bring(m_Visit->Categories()))
+    m_Visit->OpenPlace(place.categoryID, place.stepID);
   const data::InspectionTable& inspection = m_Document.Inspection();
   const device::Text& name =
       inspection.m_DwellingAddress.empty() ? inspection.m_ClientName : inspection.m_DwellingAddress;
@@ -237,8 +279,13 @@ void CMainFrame::Restore() {
 
 device::LastPlace CMainFrame::Place() const {
   device::LastPlace place;
-  if (m_Document.HasInspection() && CurrentScreen() != m_Overview)
-    place.inspectionID = m_Document.Inspection().m_InspectionID;
+  const Screen* const screen = CurrentScreen();
+  if (!m_Document.HasInspection() || screen == m_Overview) return place;
+  place.inspectionID = m_Document.Inspection().m_InspectionID;
+  if (screen == m_Header || screen == m_SetUp) return place;
+  const editing::PlaceInVisit inVisit = m_Visit->Place();
+  if (inVisit.categoryID > 0) place.categoryID = inVisit.categoryID;
+  if (inVisit.stepID > 0) place.stepID = inVisit.stepID;
   return place;
 }
 
@@ -277,9 +324,10 @@ void CMainFrame::keyPressEvent(QKeyEvent* event) {
   QMainWindow::keyPressEvent(event);
 }
 
-void CMainFrame::EditList(const device::Text& pickerList) {
-  device::Alert(m_Machine.prompts,
-                u"The editor of the list \"" + pickerList + u"\" is not part of this version yet.");
+void CMainFrame::Report() {
+  if (!CurrentScreen()->Flush()) return;
+  const device::Text file = WriteReport(m_Document, *this);
+  if (!file.empty()) statusBar()->showMessage(QStringLiteral("The report is written: ") + ToQString(file));
 }
 
 void CMainFrame::OpenOptions() {

@@ -3,13 +3,16 @@
 
 #include <QMainWindow>
 #include <QTimer>
+#include <memory>
 #include <vector>
 
 #include "app/AppSettings.h"
+#include "app/VisitScreens.h"
 #include "device/LastPlace.h"
 #include "device/ui/CommandBar.h"
 #include "device/ui/Screen.h"
 #include "inspection/InspectorDoc.h"
+#include "inspection/UndoLog.h"
 
 class QLabel;
 class QPushButton;
@@ -44,6 +47,8 @@ public:
   inspection::ui::CInspectorView& Header() { return *m_Header; }
   inspection::ui::CInspectionSetupView2& SetUp() { return *m_SetUp; }
 
+  VisitScreens& Visit() { return *m_Visit; }
+
   // Dialogs that belong to the whole program.
   void OpenOptions();
   void OpenAbout();
@@ -56,6 +61,7 @@ protected:
 private:
   void MakeScreens();
   void MakeMenus();
+  void MakeVisitMenu();
   void MakeViewMenu();
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
@@ -64,7 +70,7 @@ private:
   void UseTheme();
   device::LastPlace Place() const;
   void RememberPlace();
-  void EditList(const device::Text& pickerList);
+  void Report();
 
   inspection::CInspectorDoc& m_Document;
   device::Machine m_Machine;
@@ -77,6 +83,7 @@ private:
   inspection::ui::CInspectionOverview* m_Overview = nullptr;
   inspection::ui::CInspectorView* m_Header = nullptr;
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
+  std::unique_ptr<VisitScreens> m_Visit;
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_PlaceTimer;
 };

@@ -1,0 +1,42 @@
+#include "app/ReportCommand.h"
+
+#include "device/Format.h"
+#include "device/RowSource.h"
+#include "device/ui/ChoiceDialog.h"
+#include "reports/InspectionReport.h"
+#include "reports/ReportLayout.h"
+
+namespace inspector::app {
+namespace {
+
+class LayoutRows : public device::RowSource {
+public:
+  int RowCount() const override { return static_cast<int>(reports::Layouts().size()); }
+  device::ListRow ShownRow(int row) override {
+    return {{device::Text(reports::Layouts()[static_cast<std::size_t>(row)]->Name())},
+            device::CheckImage::None,
+            device::RowTone::Normal};
+  }
+};
+
+}  // namespace
+
+device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window) {
+  document.FinishDocTypeChange();
+  LayoutRows layouts;
+  device::ui::ChoiceDialog dialog(QStringLiteral("Inspection Report"), QStringLiteral("Choose the layout:"),
+                                  layouts, {{u"Layout", 240}}, &window);
+  if (dialog.exec() != QDialog::Accepted || dialog.Chosen() < 0) return {};
+  reports::ReportRequest request;
+  request.inspectionID = document.Inspection().m_InspectionID;
+  request.layout = device::Text(reports::Layouts()[static_cast<std::size_t>(dialog.Chosen())]->Name());
+  data::Workspace& workspace = document.GetWorkspace();
+  const reports::ReportOutcome outcome = reports::WriteInspectionReport(workspace, request);
+  device::Text notes;
+  for (const device::Text& note : outcome.notes) notes += (notes.empty() ? u"" : u"\n") + note;
+  if (!notes.empty()) device::Alert(workspace.GetPrompts(), notes);
+  if (outcome.result != reports::ReportResult::Written) return {};
+  return device::FromUtf8(outcome.file.string());
+}
+
+}  // namespace inspector::app

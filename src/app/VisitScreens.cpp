@@ -1,0 +1,131 @@
+#include "app/VisitScreens.h"
+
+#include "app/ReviewScreen.h"
+#include "editing/CategoryOpening.h"
+#include "editing/ui/CategoryView.h"
+#include "editing/ui/FieldFormView.h"
+#include "editing/ui/PickerEditorDialog.h"
+#include "editing/ui/ShortcutEditorDialog.h"
+#include "editing/ui/StepListView.h"
+#include "editing/ui/StepPropertySheet.h"
+#include "editing/ui/UnfinishedView.h"
+
+namespace inspector::app {
+
+using device::ui::Screen;
+
+VisitScreens::VisitScreens(inspection::CInspectorDoc& document, QWidget& window,
+                           std::function<bool(Screen&)> bring)
+    : m_Document(document),
+      m_Window(window),
+      m_Bring(std::move(bring)),
+      m_Categories(new editing::ui::CCategoryView(document, m_Dialogs, &window)),
+      m_Steps(new editing::ui::CStepListView(document, m_Dialogs, &window)),
+      m_Form(new editing::ui::CFieldFormView(document, m_Dialogs, &window)),
+      m_Review(new ReviewScreen(document, &window)),
+      m_Unfinished(new editing::ui::CUnfinishedView(document, &window)) {
+  m_Dialogs.SetWindow(&window);
+  Connect();
+}
+
+void VisitScreens::Connect() {
+  m_Dialogs.onOpenStepProperties = [this](std::int32_t categoryID, std::int32_t stepID, int tab) {
+    return OpenSheet(categoryID, stepID, tab);
+  };
+  m_Dialogs.onOpenPickerEditor = [this](const device::Text& list) { EditPickerList(list); };
+  m_Categories->onOpen = [this](editing::CategoryList::Screen screen) {
+    m_Place = {m_Document.Categories().m_CategoryID, 0};
+    m_Bring(screen == editing::CategoryList::Screen::Form ? static_cast<Screen&>(*m_Form) : *m_Steps);
+  };
+  m_Review->onOpen = [this](std::int32_t categoryID, std::int32_t stepID) {
+    OpenSheet(categoryID, stepID, std::nullopt);
+    m_Review->OnShow();
+  };
+  m_Unfinished->onOpen = [this](const editing::UnfinishedStep& step) {
+    if (step.stepID == 0) {
+      ShowCategory(step.categoryID);
+      return;
+    }
+    OpenSheet(step.categoryID, step.stepID, std::nullopt);
+    m_Unfinished->OnShow();
+  };
+}
+
+std::vector<Screen*> VisitScreens::All() const {
+  return {m_Categories, m_Steps, m_Form, m_Review, m_Unfinished};
+}
+
+Screen& VisitScreens::Categories() {
+  return *m_Categories;
+}
+
+Screen& VisitScreens::Review() {
+  return *m_Review;
+}
+
+Screen& VisitScreens::WhatIsLeft() {
+  return *m_Unfinished;
+}
+
+bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
+  editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
+  if (!sheet.OpenStep(categoryID, stepID, tab)) return false;
+  m_Place = {categoryID, stepID};
+  if (onPlaceChanged) onPlaceChanged();
+  const bool accepted = sheet.exec() == QDialog::Accepted;
+  m_Place = {sheet.Logic().CategoryID(), sheet.Logic().StepID()};
+  if (onPlaceChanged) onPlaceChanged();
+  return accepted;
+}
+
+bool VisitScreens::ShowCategory(std::int32_t categoryID) {
+  m_Document.FinishDocTypeChange();
+  m_Document.LoadCategories();
+  data::CategoryTable& categories = m_Document.Categories();
+  for (int row = 0; row < categories.RecordCount(); ++row) {
+    if (!categories.GetRecord(row) || categories.m_CategoryID != categoryID) continue;
+    m_Document.SetCurrentCategory(row);
+    m_Place = {categoryID, 0};
+    return m_Bring(categories.m_Type == editing::kFormCategory ? static_cast<Screen&>(*m_Form) : *m_Steps);
+  }
+  m_Document.LoadCategories();
+  return false;
+}
+
+bool VisitScreens::OpenPlace(std::int32_t categoryID, std::int32_t stepID) {
+  if (!ShowCategory(categoryID)) return false;
+  m_Place.stepID = stepID;
+  if (stepID > 0) m_Steps->SelectStep(stepID);
+  return true;
+}
+
+editing::PlaceInVisit VisitScreens::Place() const {
+  return m_Place;
+}
+
+void VisitScreens::OpenNextUnfinished() {
+  m_Document.FinishDocTypeChange();
+  editing::Unfinished unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
+  unfinished.Refresh();
+  const std::optional<editing::UnfinishedStep> next = unfinished.NextAfter(m_Place);
+  if (!next) {
+    device::Alert(m_Document.GetWorkspace().GetPrompts(), u"Nothing is left to do in this visit.");
+    return;
+  }
+  if (!ShowCategory(next->categoryID) || next->stepID == 0) return;
+  m_Steps->SelectStep(next->stepID);
+  OpenSheet(next->categoryID, next->stepID, std::nullopt);
+  m_Steps->OnShow();
+}
+
+void VisitScreens::EditPickerList(const device::Text& list) {
+  editing::ui::PickerEditorDialog editor(m_Document.GetWorkspace(), list, &m_Window);
+  editor.exec();
+}
+
+void VisitScreens::EditShortcuts() {
+  editing::ui::ShortcutEditorDialog editor(m_Document.GetWorkspace(), &m_Window);
+  editor.exec();
+}
+
+}  // namespace inspector::app

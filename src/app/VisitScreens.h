@@ -1,0 +1,64 @@
+// The screens of a visit's findings, and the ways between them: categories, steps, forms, review, what is
+// left.
+#pragma once
+
+#include <functional>
+
+#include "device/ui/Screen.h"
+#include "editing/Unfinished.h"
+#include "editing/ui/QtEditingDialogs.h"
+#include "inspection/InspectorDoc.h"
+
+namespace inspector::editing::ui {
+class CCategoryView;
+class CStepListView;
+class CFieldFormView;
+class CUnfinishedView;
+}  // namespace inspector::editing::ui
+
+namespace inspector::app {
+
+class ReviewScreen;
+
+class VisitScreens {
+public:
+  // `bring` shows a screen; false when the present one could not be left. The screens belong to `window`.
+  VisitScreens(inspection::CInspectorDoc& document, QWidget& window,
+               std::function<bool(device::ui::Screen&)> bring);
+  VisitScreens(const VisitScreens&) = delete;
+  VisitScreens& operator=(const VisitScreens&) = delete;
+
+  std::vector<device::ui::Screen*> All() const;
+  device::ui::Screen& Categories();
+  device::ui::Screen& Review();
+  device::ui::Screen& WhatIsLeft();
+
+  // The next step that still needs something after where the person is, opened in its sheet; says so when
+  // there is none.
+  void OpenNextUnfinished();
+  // Shows the category; with a step, its sheet as well. False when they are not there.
+  bool OpenPlace(std::int32_t categoryID, std::int32_t stepID);
+  // Where the person is: nothing before a category was opened.
+  editing::PlaceInVisit Place() const;
+  std::function<void()> onPlaceChanged;
+  void EditPickerList(const device::Text& list);
+  void EditShortcuts();
+
+private:
+  void Connect();
+  bool ShowCategory(std::int32_t categoryID);
+  bool OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
+
+  inspection::CInspectorDoc& m_Document;
+  QWidget& m_Window;
+  std::function<bool(device::ui::Screen&)> m_Bring;
+  editing::ui::QtEditingDialogs m_Dialogs;
+  editing::ui::CCategoryView* m_Categories;
+  editing::ui::CStepListView* m_Steps;
+  editing::ui::CFieldFormView* m_Form;
+  ReviewScreen* m_Review;
+  editing::ui::CUnfinishedView* m_Unfinished;
+  editing::PlaceInVisit m_Place;
+};
+
+}  // namespace inspector::app
