@@ -9,9 +9,11 @@
 #include "device/LastPlace.h"
 #include "device/ui/CommandBar.h"
 #include "device/ui/Screen.h"
+#include "device/ui/Theme.h"
 #include "inspection/InspectorDoc.h"
 
 class QLabel;
+class QMenu;
 class QPushButton;
 class QStackedWidget;
 
@@ -44,6 +46,8 @@ public:
   inspection::ui::CInspectorView& Header() { return *m_Header; }
   inspection::ui::CInspectionSetupView2& SetUp() { return *m_SetUp; }
 
+  // Until the person chooses other colours; nothing is remembered.
+  void Show(const device::ui::Theme& theme);
   // Dialogs that belong to the whole program.
   void OpenOptions();
   void OpenAbout();

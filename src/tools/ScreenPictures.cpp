@@ -35,8 +35,7 @@ public:
 
   bool AllWritten() const { return m_AllWritten; }
   void Take(QWidget& window, const std::string& name) {
-    window.resize(m_Setting.size.boundedTo(window.isWindow() && !window.parentWidget() ? m_Setting.size
-                                                                                       : window.sizeHint()));
+    window.resize(m_Setting.size);
     window.show();
     QApplication::processEvents();
     const std::filesystem::path file = m_Folder / (name + "-" + m_Setting.suffix + ".png");
@@ -51,11 +50,11 @@ private:
   bool m_AllWritten = true;
 };
 
-bool TakeAll(QApplication& application, inspection::CInspectorDoc& document, const Setting& setting,
+bool TakeAll(inspection::CInspectorDoc& document, const Setting& setting,
              const std::filesystem::path& folder) {
   Album album(folder, setting);
   app::CMainFrame frame(document);
-  device::ui::ApplyTheme(application, setting.theme);
+  frame.Show(setting.theme);
   frame.resize(setting.size);
   frame.show();
   album.Take(frame, "inspections");
@@ -78,8 +77,7 @@ bool TakeAll(QApplication& application, inspection::CInspectorDoc& document, con
 
 }  // namespace
 
-bool WriteScreenPictures(QApplication& application, const std::filesystem::path& home,
-                         const std::filesystem::path& folder) {
+bool WriteScreenPictures(const std::filesystem::path& home, const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
   const device::DevicePaths paths(home);
@@ -101,8 +99,7 @@ bool WriteScreenPictures(QApplication& application, const std::filesystem::path&
   // The visit that holds most stands last: a fresh device begins with an empty one.
   document.SetCurrentInspection(document.Inspection().RecordCount() - 1);
   bool allWritten = true;
-  for (const Setting& setting : kSettings)
-    allWritten = TakeAll(application, document, setting, folder) && allWritten;
+  for (const Setting& setting : kSettings) allWritten = TakeAll(document, setting, folder) && allWritten;
   return allWritten;
 }
 

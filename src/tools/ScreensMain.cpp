@@ -1,4 +1,5 @@
 // inspector-screens [--home DIR] FOLDER: needs no display.
+#include <QApplication>
 #include <QCommandLineParser>
 
 #include "device/DefaultHome.h"
@@ -20,8 +21,6 @@ int main(int count, char** words) {
   const std::filesystem::path root = parser.isSet(home)
                                          ? std::filesystem::path(parser.value(home).toStdString())
                                          : inspector::device::DefaultHome();
-  return inspector::tools::WriteScreenPictures(application, root,
-                                               parser.positionalArguments().first().toStdString())
-             ? 0
-             : 1;
+  return inspector::tools::WriteScreenPictures(root, parser.positionalArguments().first().toStdString()) ? 0
+                                                                                                         : 1;
 }
