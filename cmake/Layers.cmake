@@ -11,7 +11,7 @@ function(inspector_folder folder)
   set(target "inspector_${suffix}")
   file(GLOB sources CONFIGURE_DEPENDS
        "${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp" "${PROJECT_SOURCE_DIR}/src/${folder}/*.h")
-  list(FILTER sources EXCLUDE REGEX "/Main\\.cpp$") # belongs to the folder's program
+  list(FILTER sources EXCLUDE REGEX "Main\\.cpp$") # belongs to a program of the folder
   add_library(${target} STATIC ${sources})
   set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
 

@@ -54,6 +54,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
 
   auto* top = new QHBoxLayout;
   top->setContentsMargins(8, 6, 8, 6);
+  top->setSpacing(14);
   top->addWidget(m_Back);
   top->addWidget(m_Title, 1);
   auto* whole = new QWidget(this);
@@ -209,6 +210,10 @@ void CMainFrame::UseTheme() {
   theme.textPercent = m_Settings.textPercent;
   if (m_Settings.colours == u"dark") theme.colours = device::ui::Colours::Dark;
   if (m_Settings.colours == u"contrast") theme.colours = device::ui::Colours::HighContrast;
+  Show(theme);
+}
+
+void CMainFrame::Show(const device::ui::Theme& theme) {
   device::ui::ApplyTheme(*qApp, theme);
   QFont heading = QApplication::font();
   heading.setPointSizeF(heading.pointSizeF() * 1.2);

@@ -11,10 +11,12 @@
 #include "device/LastPlace.h"
 #include "device/ui/CommandBar.h"
 #include "device/ui/Screen.h"
+#include "device/ui/Theme.h"
 #include "inspection/InspectorDoc.h"
 #include "inspection/UndoLog.h"
 
 class QLabel;
+class QMenu;
 class QPushButton;
 class QStackedWidget;
 
@@ -49,6 +51,8 @@ public:
 
   VisitScreens& Visit() { return *m_Visit; }
 
+  // Until the person chooses other colours; nothing is remembered.
+  void Show(const device::ui::Theme& theme);
   // Dialogs that belong to the whole program.
   void OpenOptions();
   void OpenAbout();

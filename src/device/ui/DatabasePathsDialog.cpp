@@ -25,6 +25,7 @@ DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* 
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  layout->addStretch(1);
   layout->addWidget(buttons);
   setMinimumWidth(420);
   m_Template->setFocus();

@@ -1,6 +1,29 @@
 #include "device/ui/TouchStyle.h"
 
+#include <QPainter>
+#include <QStyleOption>
+
+#include "device/ui/Theme.h"
+
 namespace inspector::device::ui {
+namespace {
+
+constexpr int kFieldMargin = 6;  // beside the text of a field
+
+void DrawFrame(const QStyleOption& option, QPainter& painter) {
+  if (!IsDark(option.palette)) return;
+  QColor line = option.palette.color(QPalette::Text);
+  // Black on black has no shades: there the line is as clear as the text.
+  if (option.palette.color(QPalette::Window) != Qt::black) line.setAlpha(110);
+  if (option.state & QStyle::State_HasFocus) line = option.palette.color(QPalette::Highlight);
+  painter.save();
+  painter.setPen(line);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+  painter.restore();
+}
+
+}  // namespace
 
 TouchStyle::TouchStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
@@ -47,6 +70,26 @@ int TouchStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+QRect TouchStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                 const QWidget* widget) const {
+  const QRect rect = QProxyStyle::subElementRect(element, option, widget);
+  return element == SE_LineEditContents ? rect.adjusted(kFieldMargin, 0, -kFieldMargin, 0) : rect;
+}
+
+void TouchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                               const QWidget* widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  if (element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_IndicatorCheckBox ||
+      element == PE_IndicatorRadioButton || element == PE_IndicatorItemViewItemCheck)
+    DrawFrame(*option, *painter);
+}
+
+void TouchStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+  if (control == CC_ComboBox || control == CC_SpinBox) DrawFrame(*option, *painter);
 }
 
 int TouchStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -12,7 +12,7 @@ namespace inspector::inspection::ui {
 using device::ui::ListView;
 
 std::vector<device::ListColumn> InspectionColumns() {
-  return {{u"Client Name", 68}, {u"Address", 74}, {u"City/State/Zip", 58}, {u"Doc #", 40}};
+  return {{u"Client Name", 66}, {u"Address", 70}, {u"City/State/Zip", 56}, {u"Doc #", 48}};
 }
 
 CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* parent)

@@ -266,7 +266,7 @@ TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
 TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
   const tests::TemporaryFolder folder;
   std::string bitmap("BM", 2);
-  const auto add = [&bitmap](std::uint32_t value, int bytes) {
+  const auto add = [&bitmap](std::uint64_t value, int bytes) {
     for (int n = 0; n < bytes; ++n) bitmap.push_back(static_cast<char>(value >> (8 * n) & 0xFF));
   };
   add(0, 8);
