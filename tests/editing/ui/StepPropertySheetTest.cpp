@@ -266,8 +266,9 @@ TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
 TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
   const tests::TemporaryFolder folder;
   std::string bitmap("BM", 2);
-  const auto add = [&bitmap](std::uint64_t value, int bytes) {
-    for (int n = 0; n < bytes; ++n) bitmap.push_back(static_cast<char>(value >> (8 * n) & 0xFF));
+  const auto add = [&bitmap](std::uint32_t value, int bytes) {
+    for (int n = 0; n < bytes; ++n)
+      bitmap.push_back(n < 4 ? static_cast<char>(value >> (8 * n) & 0xFF) : '\0');
   };
   add(0, 8);
   add(70, 4);  // where the pixels begin
