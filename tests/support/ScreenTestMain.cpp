@@ -6,8 +6,8 @@
 
 #include "device/ui/Theme.h"
 
-// What the font and input libraries below Qt keep until the end of the process; and what Qt 6.4 loses for
-// each list that a finger can drag.
+// What Qt and the font and input libraries below it keep until the end of the process: also one gesture
+// recogniser for each list that a finger scrolls.
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:QScroller::grabGesture\nleak:libfontconfig\nleak:libglib\nleak:libdbus\nleak:"
          "libqoffscreen\nleak:libpango\n";
