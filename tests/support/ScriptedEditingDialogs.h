@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "editing/EditingDialogs.h"
+#include "support/TakeAnswer.h"
 
 namespace inspector::tests {
 
@@ -34,30 +35,19 @@ public:
 
   std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) override {
     m_CopiesSuggested.push_back(suggested);
-    return Take(m_Copies, "Duplicate Category").value_or(std::nullopt);
+    return TakeAnswer(m_Copies, "Duplicate Category").value_or(std::nullopt);
   }
   bool OpenStepProperties(std::int32_t, std::int32_t stepID, int tab) override {
     m_SheetsOpened.emplace_back(stepID, tab);
-    const auto work = Take(m_Sheets, "Step Properties");
+    const auto work = TakeAnswer(m_Sheets, "Step Properties");
     return work && (*work)();
   }
   void OpenPickerEditor(const device::Text& pickerName) override {
     m_PickersEdited.push_back(pickerName);
-    if (const auto work = Take(m_PickerEdits, "the picker editor")) (*work)();
+    if (const auto work = TakeAnswer(m_PickerEdits, "the picker editor")) (*work)();
   }
 
 private:
-  template <typename Value>
-  std::optional<Value> Take(std::deque<Value>& queue, const char* about) {
-    if (queue.empty()) {
-      ADD_FAILURE() << about << " was not expected";
-      return std::nullopt;
-    }
-    Value value = std::move(queue.front());
-    queue.pop_front();
-    return value;
-  }
-
   std::deque<std::optional<CategoryCopies>> m_Copies;
   std::deque<std::function<bool()>> m_Sheets;
   std::deque<std::function<void()>> m_PickerEdits;

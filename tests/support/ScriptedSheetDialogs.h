@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "editing/SheetDialogs.h"
+#include "support/TakeAnswer.h"
 
 namespace inspector::tests {
 
@@ -33,28 +34,17 @@ public:
 
   std::optional<device::Text> AskReplacement(const editing::ReplacementQuestion& question) override {
     m_Questions.push_back(question);
-    return Take(m_Replacements, "a placeholder").value_or(std::nullopt);
+    return TakeAnswer(m_Replacements, "a placeholder").value_or(std::nullopt);
   }
   bool PickComments(editing::CommentPicker& picker) override {
-    const auto work = Take(m_Pickers, "the comment picker");
+    const auto work = TakeAnswer(m_Pickers, "the comment picker");
     return work && (*work)(picker);
   }
   std::optional<std::filesystem::path> AskPictureFile(const device::Text&) override {
-    return Take(m_Files, "a picture file").value_or(std::nullopt);
+    return TakeAnswer(m_Files, "a picture file").value_or(std::nullopt);
   }
 
 private:
-  template <typename Value>
-  std::optional<Value> Take(std::deque<Value>& queue, const char* about) {
-    if (queue.empty()) {
-      ADD_FAILURE() << about << " was not expected";
-      return std::nullopt;
-    }
-    Value value = std::move(queue.front());
-    queue.pop_front();
-    return value;
-  }
-
   std::deque<std::optional<device::Text>> m_Replacements;
   std::deque<std::function<bool(editing::CommentPicker&)>> m_Pickers;
   std::deque<std::optional<std::filesystem::path>> m_Files;
