@@ -34,6 +34,7 @@ constexpr QSize kFirstSize(1280, 800);
 
 CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
     : m_Document(document),
+      m_UndoLog(document),
       m_Machine(document.GetWorkspace().GetMachine()),
       m_Settings(ReadAppSettings(m_Machine.registry)),
       m_Back(new QPushButton(QStringLiteral("\u2039 Back"))),
@@ -72,6 +73,11 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   MakeMenus();
   m_PlaceTimer.setSingleShot(true);
   m_PlaceTimer.setInterval(kRememberAfter);
+  // Later: what is recorded may be an action whose button the bar is just calling.
+  m_UndoLog.onChanged = [this] {
+    QMetaObject::invokeMethod(
+        this, [this] { ShowUndo(); }, Qt::QueuedConnection);
+  };
   connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
   UseTheme();
@@ -139,6 +145,9 @@ void CMainFrame::MakeMenus() {
   MakeVisitMenu();
   MakeViewMenu();
   QMenu* const tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  m_Undo = AddMenuCommand(tools, "undo", {}, QKeySequence::Undo, [this] { Undo(); });
+  ShowUndo();
+  tools->addSeparator();
   AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."), {},
                  [this] { m_Visit->EditPickerList({}); });
   AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."), {},
@@ -251,9 +260,30 @@ bool CMainFrame::GoBack() {
   return !m_Trail.empty() && Bring(*m_Trail.back());
 }
 
+void CMainFrame::ShowUndo() {
+  const QString action = ToQString(m_UndoLog.Action());
+  m_Undo->setEnabled(!action.isEmpty());
+  m_Undo->setText(action.isEmpty() ? QStringLiteral("&Undo") : QStringLiteral("&Undo %1").arg(action));
+  if (CurrentScreen()) ShowCommands();
+}
+
+void CMainFrame::Undo() {
+  if (!CurrentScreen()->Flush()) return;
+  const QString action = ToQString(m_UndoLog.Action());
+  const std::int32_t category = m_Document.Categories().m_CategoryID;
+  if (!m_UndoLog.Undo()) return;
+  // A category that went away takes its screen along.
+  if (!m_Visit->IsInCategory(*CurrentScreen()) || m_Document.Categories().m_CategoryID == category ||
+      !Bring(m_Visit->Categories()))
+    CurrentScreen()->OnShow();
+  ShowTitle();
+  statusBar()->showMessage(QStringLiteral("Taken back: %1").arg(action), 8000);
+}
+
 void CMainFrame::ShowCommands() {
   const QList<QAction*> actions = CurrentScreen()->actions();
-  m_Bar->SetActions(actions);
+  // What can be taken back is one tap away for as long as it can.
+  m_Bar->SetActions(m_Undo->isEnabled() ? actions + QList{m_Undo} : actions);
   m_ScreenMenu->clear();
   m_ScreenMenu->addActions(actions);
   m_ScreenMenu->setEnabled(!actions.isEmpty());

@@ -70,6 +70,8 @@ private:
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
   void ShowCommands();
+  void ShowUndo();
+  void Undo();
   void ShowTitle();
   void UseTheme();
   device::LastPlace Place() const;
@@ -77,6 +79,7 @@ private:
   void Report();
 
   inspection::CInspectorDoc& m_Document;
+  inspection::UndoLog m_UndoLog;
   device::Machine m_Machine;
   AppSettings m_Settings;
   QPushButton* m_Back;
@@ -84,6 +87,7 @@ private:
   QStackedWidget* m_Stack;
   device::ui::CommandBar* m_Bar;
   QMenu* m_ScreenMenu = nullptr;
+  QAction* m_Undo = nullptr;
   inspection::ui::CInspectionOverview* m_Overview = nullptr;
   inspection::ui::CInspectorView* m_Header = nullptr;
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;

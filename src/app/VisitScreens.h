@@ -32,6 +32,8 @@ public:
   device::ui::Screen& Categories();
   device::ui::Screen& Review();
   device::ui::Screen& WhatIsLeft();
+  // The steps or the form of the document's current category.
+  bool IsInCategory(const device::ui::Screen& screen) const;
 
   // The next step that still needs something after where the person is, opened in its sheet; says so when
   // there is none.

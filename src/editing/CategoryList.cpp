@@ -8,6 +8,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/RowFilter.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 namespace {
@@ -207,9 +208,14 @@ bool CategoryList::DuplicateRow(int record) {
 
 bool CategoryList::Duplicate() {
   m_Document.FinishDocTypeChange();
+  Refill();
+  const int before = m_List.RecordCount();
+  inspection::UndoRecording recording(m_Document, u"Duplicate Category",
+                                      {m_Document.Inspection().m_InspectionID});
   bool made = true;
   for (const int record : MarkedRows()) made = DuplicateRow(record) && made;
   Refill();
+  if (m_List.RecordCount() > before) recording.Done();
   return made;
 }
 

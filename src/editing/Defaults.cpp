@@ -9,6 +9,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/Ratings.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 namespace {
@@ -129,9 +130,12 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
   if (!device::ConfirmCaution(workspace.GetPrompts(),
                               u"Please confirm the applying of all defaults. This action can not be undone."))
     return DefaultsResult::Refused;
-  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), document.Inspection().m_InspectionID);
+  const std::int32_t inspectionID = document.Inspection().m_InspectionID;
+  inspection::UndoRecording recording(document, u"Defaults", {inspectionID});
+  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID);
   document.LoadCategories();
   if (!applied) return DefaultsResult::Failed;
+  recording.Done();
   device::Alert(workspace.GetPrompts(), u"Done!");
   return DefaultsResult::Done;
 }

@@ -12,6 +12,7 @@
 #include "editing/RowFilter.h"
 #include "editing/StepDuplication.h"
 #include "editing/StepEditing.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 namespace {
@@ -199,7 +200,9 @@ bool StepList::OpenPage(int row, int page) {
 
 bool StepList::ApplyDefaults() {
   m_Document.FinishDocTypeChange();
+  inspection::UndoRecording recording(m_Document, u"Defaults", {m_Document.Inspection().m_InspectionID});
   const bool applied = ApplyStepDefaults(m_Databases, m_Document.Categories().m_CategoryID);
+  if (applied) recording.Done();
   m_Document.LoadCategories();
   Refill();
   return applied;
@@ -212,7 +215,11 @@ std::optional<int> StepList::DuplicateStep(int row) {
   if (!suggested) return std::nullopt;
   const std::optional<Text> name = m_Document.GetWorkspace().GetPrompts().AskText(
       {u"Enter the name for the new duplicated step:", u"Duplicate Step", *suggested});
-  const std::optional<std::int32_t> copy = name ? duplication.Make(*name) : std::nullopt;
+  if (!name) return std::nullopt;
+  inspection::UndoRecording recording(m_Document, u"Duplicate Step",
+                                      {m_Document.Inspection().m_InspectionID});
+  const std::optional<std::int32_t> copy = duplication.Make(*name);
+  if (copy) recording.Done();
   m_Document.LoadCategories();
   Refill();
   return copy ? std::optional(RowOf(*copy)) : std::nullopt;

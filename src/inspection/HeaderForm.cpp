@@ -100,7 +100,10 @@ bool HeaderForm::Save(const EnteredFields& entered) {
 DocTypeChoice HeaderForm::SelectDocType(const EnteredFields& entered, TextView newType) {
   TakeOver(entered);
   const DocTypeChoice choice = ConfirmDocTypeChange(m_Document, newType);
-  if (choice == DocTypeChoice::Change) m_Document.ChangeDocType(newType);
+  if (choice == DocTypeChoice::Change) {
+    Save(entered);  // taking the change back must not take back what was typed before it
+    m_Document.ChangeDocType(newType);
+  }
   return choice;
 }
 

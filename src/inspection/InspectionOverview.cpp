@@ -4,6 +4,7 @@
 #include "device/Format.h"
 #include "inspection/InspectionFilter.h"
 #include "inspection/InspectionRows.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::inspection {
 
@@ -46,6 +47,7 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
       {u"Enter the Doc # of the new Inspection:", u"Duplicate Inspection", {}});
   if (!number || !MakeCurrent(selected)) return std::nullopt;
 
+  UndoRecording recording(m_Document, u"Duplicate Inspection", {});
   data::Databases& databases = workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return std::nullopt;
@@ -60,6 +62,7 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
                                workspace.GetPrompts()) ||
       !transaction.Commit())
     return std::nullopt;
+  recording.Made(copy.m_InspectionID);
   m_Document.Reopen();
   return copy.m_InspectionID;
 }

@@ -6,6 +6,7 @@
 #include "device/Format.h"
 #include "device/Threads.h"
 #include "inspection/InspectionRows.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::inspection {
 namespace {
@@ -97,6 +98,15 @@ bool CInspectorDoc::SetCurrentCategory(int row) {
   return true;
 }
 
+bool CInspectorDoc::SelectCategory(std::int32_t categoryID) {
+  LoadCategories();
+  for (int row = 0; row < m_Categories.RecordCount(); ++row)
+    if (m_Categories.GetRecord(row) && m_Categories.m_CategoryID == categoryID)
+      return SetCurrentCategory(row);
+  m_Categories.GetRecord(m_CurrentCategory);
+  return false;
+}
+
 bool CInspectorDoc::WriteNewInspection(const FillInspection& fill, TextView type) {
   data::Databases& databases = m_Workspace.GetDatabases();
   const std::lock_guard lock(m_ChangeDocTypeMutex);
@@ -143,6 +153,8 @@ void CInspectorDoc::ChangeDocType(TextView newType) {
     device::Alert(m_Workspace.GetPrompts(), u"There is no inspection to change. Create one first.");
     return;
   }
+  m_DocTypeRecording =
+      std::make_unique<UndoRecording>(*this, u"Doc Type", std::vector{m_Inspection.m_InspectionID});
   m_TextBeforeWorker = m_Inspection.m_GeneralInformation;
   DocTypeState state{m_Inspection.m_InspectionID, m_Inspection.m_InspectionTypeID, m_Inspection.m_DocType,
                      m_Inspection.m_GeneralInformation};
@@ -171,6 +183,7 @@ bool CInspectorDoc::FinishDocTypeChange() {
   m_Worker.join();
   m_Workspace.GetMachine().faults.ShowPending();
   const std::optional<DocTypeState> result = std::exchange(m_WorkerResult, std::nullopt);
+  const std::unique_ptr<UndoRecording> recording = std::move(m_DocTypeRecording);
   if (!result) return false;
   m_Inspection.m_InspectionTypeID = result->inspectionTypeID;
   m_Inspection.m_DocType = result->docType;
@@ -178,6 +191,7 @@ bool CInspectorDoc::FinishDocTypeChange() {
   m_Inspection.m_GeneralInformation += result->generalInformation.substr(m_TextBeforeWorker.size());
   m_CurrentCategory = 0;
   LoadCategories();
+  recording->Done();
   return true;
 }
 
@@ -205,7 +219,9 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
       m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;
   const std::int32_t key = m_Inspection.m_InspectionID;
+  UndoRecording recording(*this, u"Delete", {key});
   const bool deleted = DeleteCurrentWhole();
+  if (deleted) recording.Done();
   deleted ? Reopen() : ReopenAt(key);
   return deleted;
 }
@@ -215,10 +231,22 @@ bool CInspectorDoc::DeleteAllInspections() {
   if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
   FinishDocTypeChange();
   const std::int32_t former = m_Inspection.m_InspectionID;
+  UndoRecording recording(*this, u"Delete All", m_UndoLog ? AllInspections() : std::vector<std::int32_t>());
   const bool deleted = ReplaceAllByOne();
+  if (deleted) recording.Done();
   if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
   deleted ? Reopen() : ReopenAt(former);
   return deleted;
+}
+
+std::vector<std::int32_t> CInspectorDoc::AllInspections() {
+  const data::ReadScope reading(m_Workspace.InspectionConnection());
+  std::vector<std::int32_t> keys;
+  data::InspectionTable all(m_Workspace.GetDatabases());
+  all.Open();
+  for (int row = 0; row < all.RecordCount(); ++row)
+    if (all.GetRecord(row)) keys.push_back(all.m_InspectionID);
+  return keys;
 }
 
 // Each in a function of its own: what failed must be rolled back before the table is read again.

@@ -4,9 +4,11 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
+#include <vector>
 
 #include "data/CategoryTable.h"
 #include "data/InspectionTable.h"
@@ -15,6 +17,9 @@
 #include "inspection/DocTypeChange.h"
 
 namespace inspector::inspection {
+
+class UndoLog;
+class UndoRecording;
 
 // Lives on the thread of the screens. Opening it on a database without inspections adds an empty one.
 //
@@ -51,6 +56,8 @@ public:
   int CurrentCategory() const { return m_CurrentCategory; }
   // Reads row n of the categories. "No Category records in current selection." when there is none.
   bool SetCurrentCategory(int row);
+  // Makes the category with this key the current one; false when the inspection has none such.
+  bool SelectCategory(std::int32_t categoryID);
   // The topmost row of the category list when a category was last opened; 0 for another inspection.
   int CategoryTopIndex() const { return m_CategoryTopIndex; }
   void SetCategoryTopIndex(int row) { m_CategoryTopIndex = row; }
@@ -79,10 +86,15 @@ public:
   // Asks, deletes every inspection, and leaves one fresh empty one.
   bool DeleteAllInspections();
 
+  // Where actions are recorded, to be taken back; null, as in the beginning, for nowhere. Not owned.
+  void SetUndoLog(UndoLog* log) { m_UndoLog = log; }
+  UndoLog* GetUndoLog() const { return m_UndoLog; }
+
 private:
   bool ReopenAt(std::int32_t inspectionID);
   bool DeleteCurrentWhole();
   bool ReplaceAllByOne();
+  std::vector<std::int32_t> AllInspections();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
   void RunWorker(const Text& newType, DocTypeState state);
 
@@ -94,12 +106,14 @@ private:
   int m_CurrentCategory = 0;
   int m_CategoryTopIndex = 0;
   bool m_IsOpen = false;
+  UndoLog* m_UndoLog = nullptr;
 
   std::mutex m_ChangeDocTypeMutex;
   std::thread m_Worker;
   std::atomic<bool> m_WorkerRuns = false;
   Text m_TextBeforeWorker;                     // the general information that the worker started from
   std::optional<DocTypeState> m_WorkerResult;  // read after the worker was joined
+  std::unique_ptr<UndoRecording> m_DocTypeRecording;
 };
 
 }  // namespace inspector::inspection

@@ -1,6 +1,7 @@
 #include "inspection/UndoLog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace inspector::inspection {
 namespace {
@@ -14,9 +15,10 @@ constexpr int kCategoryOfField = 1;
 
 }  // namespace
 
-InspectionSnapshot::InspectionSnapshot(std::int32_t inspectionID) : m_InspectionID(inspectionID) {
-  m_Tables.emplace_back(u"Inspection", kInspectionID, std::vector{m_InspectionID});
-  m_Tables.emplace_back(u"Category", kInspectionOfCategory, std::vector{m_InspectionID});
+InspectionSnapshot::InspectionSnapshot(std::vector<std::int32_t> inspections)
+    : m_Inspections(std::move(inspections)) {
+  m_Tables.emplace_back(u"Inspection", kInspectionID, m_Inspections);
+  m_Tables.emplace_back(u"Category", kInspectionOfCategory, m_Inspections);
 }
 
 bool InspectionSnapshot::Take(data::Connection& connection) {
@@ -30,7 +32,7 @@ bool InspectionSnapshot::Take(data::Connection& connection) {
 
 bool InspectionSnapshot::PutBack(data::Connection& connection) const {
   // The categories that it has now may be others, and their steps and fields go with them.
-  InspectionSnapshot now(m_InspectionID);
+  InspectionSnapshot now(m_Inspections);
   if (!now.Take(connection)) return false;
   const std::vector<std::int32_t> categories = now.m_Tables[1].Numbers(kCategoryID);
   return data::RowSnapshot(u"Step", kCategoryOfStep, categories).PutBack(connection) &&
@@ -39,42 +41,32 @@ bool InspectionSnapshot::PutBack(data::Connection& connection) const {
                      [&](const data::RowSnapshot& table) { return table.PutBack(connection); });
 }
 
-void UndoLog::Before(TextView action, std::int32_t inspectionID) {
-  m_Document.FinishDocTypeChange();
-  m_Entry.emplace(Entry{Text(action), InspectionSnapshot(inspectionID), std::nullopt});
-  if (!m_Entry->before.Take(m_Document.GetWorkspace().InspectionConnection())) Forget();
+UndoLog::UndoLog(CInspectorDoc& document) : m_Document(document) {
+  m_Document.SetUndoLog(this);
 }
 
-void UndoLog::Done(std::optional<std::int32_t> created) {
-  if (!m_Entry) return;
-  m_Document.FinishDocTypeChange();
-  if (created) {
-    // Of an inspection that was not there, what stood before is nothing: taking it back deletes it.
-    m_Entry->before = InspectionSnapshot(*created);
-  }
-  InspectionSnapshot after(m_Entry->before.InspectionID());
-  if (!after.Take(m_Document.GetWorkspace().InspectionConnection())) return Forget();
-  m_Entry->after = std::move(after);
-}
-
-void UndoLog::Forget() {
-  m_Entry.reset();
+UndoLog::~UndoLog() {
+  m_Document.SetUndoLog(nullptr);
 }
 
 const Text& UndoLog::Action() const {
   static const Text kNone;
-  return m_Entry && m_Entry->after ? m_Entry->action : kNone;
+  return m_Entry ? m_Entry->action : kNone;
+}
+
+void UndoLog::Remember(std::optional<Entry> entry) {
+  m_Entry = std::move(entry);
+  if (onChanged) onChanged();
 }
 
 bool UndoLog::Undo() {
-  if (!m_Entry || !m_Entry->after) return false;
-  m_Document.FinishDocTypeChange();
+  m_Document.FinishDocTypeChange();  // which may be what is to be taken back
+  if (!m_Entry) return false;
   data::Workspace& workspace = m_Document.GetWorkspace();
   data::Connection& connection = workspace.InspectionConnection();
-  const std::int32_t key = m_Entry->before.InspectionID();
-  InspectionSnapshot now(key);
+  InspectionSnapshot now(m_Entry->before.Inspections());
   if (!now.Take(connection)) return false;
-  if (!(now == *m_Entry->after) &&
+  if (!(now == m_Entry->after) &&
       !device::ConfirmCaution(workspace.GetPrompts(),
                               u"Something was entered in this visit since then, and would be taken back too. "
                               u"Do you wish to proceed?"))
@@ -83,10 +75,43 @@ bool UndoLog::Undo() {
     data::Transaction transaction(connection);
     if (!transaction.IsOpen() || !m_Entry->before.PutBack(connection) || !transaction.Commit()) return false;
   }
-  Forget();
-  m_Document.Reopen();
-  m_Document.SelectInspection(key);
+  const std::int32_t inspectionID = m_Entry->currentInspection;
+  const std::int32_t categoryID = m_Entry->currentCategory;
+  Remember(std::nullopt);
+  GoTo(inspectionID, categoryID);
   return true;
+}
+
+void UndoLog::GoTo(std::int32_t inspectionID, std::int32_t categoryID) {
+  m_Document.Reopen();
+  m_Document.SelectInspection(inspectionID);
+  m_Document.SelectCategory(categoryID);
+}
+
+UndoRecording::UndoRecording(CInspectorDoc& document, TextView action, std::vector<std::int32_t> inspections)
+    : m_Document(document) {
+  if (!m_Document.GetUndoLog()) return;
+  m_Document.FinishDocTypeChange();
+  m_Entry.emplace(UndoLog::Entry{Text(action), document.Inspection().m_InspectionID,
+                                 document.Categories().m_CategoryID, InspectionSnapshot(inspections),
+                                 InspectionSnapshot(std::move(inspections))});
+  if (!m_Entry->before.Take(document.GetWorkspace().InspectionConnection())) m_Entry.reset();
+}
+
+void UndoRecording::Done() {
+  UndoLog* const log = m_Document.GetUndoLog();
+  if (!log) return;
+  if (m_Entry && !m_Entry->after.Take(m_Document.GetWorkspace().InspectionConnection())) m_Entry.reset();
+  // What could be taken back before lies under this action now, also when this one cannot be.
+  log->Remember(std::exchange(m_Entry, std::nullopt));
+}
+
+void UndoRecording::Made(std::int32_t inspectionID) {
+  if (m_Entry) {
+    m_Entry->before = InspectionSnapshot({inspectionID});
+    m_Entry->after = InspectionSnapshot({inspectionID});
+  }
+  Done();
 }
 
 }  // namespace inspector::inspection

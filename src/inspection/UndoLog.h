@@ -2,6 +2,7 @@
 // of type.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -10,54 +11,73 @@
 
 namespace inspector::inspection {
 
-// Everything that belongs to one inspection: its row, categories, steps and fields. Before Take, that of one
-// that does not exist.
+// Everything that belongs to some inspections: their rows, categories, steps and fields. Before Take, that of
+// inspections that do not exist.
 class InspectionSnapshot {
 public:
-  explicit InspectionSnapshot(std::int32_t inspectionID);
+  explicit InspectionSnapshot(std::vector<std::int32_t> inspections);
 
-  std::int32_t InspectionID() const { return m_InspectionID; }
+  const std::vector<std::int32_t>& Inspections() const { return m_Inspections; }
   // False on a failure, which has been reported.
   bool Take(data::Connection& connection);
-  // Replaces what the inspection has now. Inside the caller's transaction.
+  // Replaces what the inspections have now. Inside the caller's transaction.
   bool PutBack(data::Connection& connection) const;
   bool operator==(const InspectionSnapshot& other) const { return m_Tables == other.m_Tables; }
 
 private:
-  std::int32_t m_InspectionID;
+  std::vector<std::int32_t> m_Inspections;
   std::vector<data::RowSnapshot> m_Tables;
 };
 
-// One action at a time is remembered. Around an action:
-//
-//   undoLog.Before(u"Defaults", inspectionID);
-//   if (action worked) undoLog.Done(); else undoLog.Forget();
+// Remembers the last of the actions that an UndoRecording was around. A document has one or none; without one
+// nothing is recorded and nothing costs.
 class UndoLog {
 public:
-  explicit UndoLog(CInspectorDoc& document) : m_Document(document) {}
-
-  // What can be taken back afterwards is what this inspection has now. For a copy that is to be made, its key
-  // is only known to Done.
-  void Before(TextView action, std::int32_t inspectionID);
-  // The action has been done; `created` is the inspection that it made, when it made one.
-  void Done(std::optional<std::int32_t> created = std::nullopt);
-  void Forget();
+  explicit UndoLog(CInspectorDoc& document);
+  ~UndoLog();
+  UndoLog(const UndoLog&) = delete;
+  UndoLog& operator=(const UndoLog&) = delete;
 
   // The action that can be taken back, as the menu names it; empty when there is none.
   const Text& Action() const;
-  // Takes it back in one transaction and shows the inspection again. Asks first when something was entered in
-  // it since. False when nothing was changed.
+  // Takes it back in one transaction and makes the inspection and category current that were so before it, as
+  // far as they are there. Asks first when something was entered since. False when nothing was changed.
   bool Undo();
+  // Another action can be taken back now, or none.
+  std::function<void()> onChanged;
 
 private:
+  friend class UndoRecording;
   struct Entry {
     Text action;
+    std::int32_t currentInspection = -1;
+    std::int32_t currentCategory = -1;
     InspectionSnapshot before;
-    std::optional<InspectionSnapshot> after;  // none until the action is done
+    InspectionSnapshot after;
   };
+  void Remember(std::optional<Entry> entry);
+  void GoTo(std::int32_t inspectionID, std::int32_t categoryID);
 
   CInspectorDoc& m_Document;
   std::optional<Entry> m_Entry;
+};
+
+// Around one action. An action that was refused or failed leaves what could be taken back before it.
+//
+//   UndoRecording recording(document, u"Defaults", {inspectionID});
+//   if (action worked) recording.Done();
+class UndoRecording {
+public:
+  // The action changes, or deletes, these inspections.
+  UndoRecording(CInspectorDoc& document, TextView action, std::vector<std::int32_t> inspections);
+
+  void Done();
+  // The action made this inspection: taking it back deletes it.
+  void Made(std::int32_t inspectionID);
+
+private:
+  CInspectorDoc& m_Document;
+  std::optional<UndoLog::Entry> m_Entry;  // none without a log, and when it could not be read
 };
 
 }  // namespace inspector::inspection

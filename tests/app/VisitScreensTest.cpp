@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 
 #include "app/MainFrame.h"
 #include "device/ui/ListView.h"
@@ -79,6 +80,24 @@ TEST_F(VisitScreensTest, TheNextStartShowsTheCategoryAgain) {
   EXPECT_EQ(Title(), "Roof");
   EXPECT_TRUE(m_Frame->GoBack());
   EXPECT_EQ(Title(), "CATEGORY LIST");
+}
+
+TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) {
+  m_Frame->Bring(m_Frame->Header());
+  Document().ChangeDocType(u"Condo");
+  Document().FinishDocTypeChange();
+  m_Frame->Bring(m_Frame->Visit().Categories());
+  Rows().onClick(0, 1);
+  EXPECT_EQ(Title(), "Kitchen");
+  QCoreApplication::processEvents();
+  // The steps of the kitchen were made since.
+  Prompts().Queue(u"Caution", device::Answer::Yes);
+  tests::PressButton(*m_Frame, "undoButton");
+  EXPECT_EQ(Title(), "CATEGORY LIST");
+  EXPECT_EQ(Document().Categories().RecordCount(), 5);
+  EXPECT_EQ(m_Frame->statusBar()->currentMessage(), QStringLiteral("Taken back: Doc Type"));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(m_Frame->findChild<QPushButton*>(QStringLiteral("undoButton")), nullptr);
 }
 
 }  // namespace
