@@ -236,7 +236,7 @@ Screen* CMainFrame::CurrentScreen() const {
 
 bool CMainFrame::Bring(Screen& screen) {
   Screen* const present = CurrentScreen();
-  if (present == &screen && !m_Bar->findChildren<QPushButton*>().isEmpty()) return true;
+  if (present == &screen && m_HasShown) return true;
   if (present && present != &screen) {
     if (!present->OnLeave()) return false;
     // Going back to where one came from is no longer way.
@@ -247,6 +247,7 @@ bool CMainFrame::Bring(Screen& screen) {
       m_Trail.push_back(present);
     }
   }
+  m_HasShown = true;
   m_Stack->setCurrentWidget(&screen);
   screen.OnShow();
   ShowTitle();
@@ -264,7 +265,7 @@ void CMainFrame::ShowUndo() {
   const QString action = ToQString(m_UndoLog.Action());
   m_Undo->setEnabled(!action.isEmpty());
   m_Undo->setText(action.isEmpty() ? QStringLiteral("&Undo") : QStringLiteral("&Undo %1").arg(action));
-  if (CurrentScreen()) ShowCommands();
+  if (m_HasShown) ShowCommands();
 }
 
 void CMainFrame::Undo() {

@@ -92,6 +92,7 @@ private:
   inspection::ui::CInspectorView* m_Header = nullptr;
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
   std::unique_ptr<VisitScreens> m_Visit;
+  bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_PlaceTimer;
 };

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTableView>
 
 #include "app/OptionsForm.h"
 #include "inspection/ui/InspectionOverviewView.h"
@@ -24,6 +25,7 @@ TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   CMainFrame frame(Document());
   frame.show();
   EXPECT_EQ(frame.CurrentScreen(), &frame.Overview());
+  EXPECT_EQ(frame.Overview().findChild<QTableView*>()->model()->rowCount(), 1);
   EXPECT_FALSE(frame.GoBack());
   EXPECT_TRUE(frame.Bring(frame.Header()));
   EXPECT_TRUE(frame.Bring(frame.SetUp()));

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QMenu>
 #include <QPushButton>
 #include <algorithm>
 
@@ -11,6 +12,10 @@ namespace inspector::device::ui {
 namespace {
 
 constexpr int kGap = 6;
+constexpr int kWidestButton = 240;
+constexpr int kShareOfWindow = 6;  // the bar's height is at most this part of the window's
+
+}  // namespace
 
 // A QPushButton shows no action by itself, and a QToolButton no focus that is easily seen.
 class CommandButton : public QPushButton {
@@ -23,6 +28,8 @@ public:
     Follow();
   }
 
+  QAction* Action() const { return m_Action; }
+
 private:
   void Follow() {
     // The mnemonic belongs to the menu; the button has its key in the tool tip.
@@ -31,58 +38,80 @@ private:
     setAccessibleName(caption);
     setToolTip(m_Action->toolTip());
     setEnabled(m_Action->isEnabled());
-    setVisible(m_Action->isVisible());
+    updateGeometry();
   }
 
   QAction* m_Action;
 };
 
-}  // namespace
-
-CommandBar::CommandBar(QWidget* parent) : QFrame(parent) {
+CommandBar::CommandBar(QWidget* parent)
+    : QFrame(parent), m_More(new QPushButton(QStringLiteral("More"), this)), m_MoreMenu(new QMenu(m_More)) {
+  m_More->setObjectName(QStringLiteral("moreButton"));
+  m_More->setAccessibleName(QStringLiteral("More commands"));
+  m_More->setAutoDefault(false);
+  m_More->setMenu(m_MoreMenu);
+  m_More->hide();
   setObjectName(QStringLiteral("commandBar"));
   setAccessibleName(QStringLiteral("Commands"));
 }
 
 void CommandBar::SetActions(const QList<QAction*>& actions) {
-  for (QWidget* button : std::as_const(m_Buttons)) {
+  for (CommandButton* button : std::as_const(m_Buttons)) {
     // Not at once: a press of this very button may have led here.
     button->hide();
     button->setParent(nullptr);
     button->deleteLater();
   }
   m_Buttons.clear();
-  for (QAction* action : actions) {
-    if (action->isSeparator()) continue;
-    m_Buttons.append(new CommandButton(action, this));
-  }
-  for (QWidget* button : std::as_const(m_Buttons)) button->show();
+  for (QAction* action : actions)
+    if (!action->isSeparator()) m_Buttons.append(new CommandButton(action, this));
   LayOut();
 }
 
+QList<QPushButton*> CommandBar::Fitting(int perRow, int rows) {
+  QList<QPushButton*> fitting;
+  m_MoreMenu->clear();
+  for (CommandButton* button : std::as_const(m_Buttons))
+    if (button->Action()->isVisible()) fitting.append(button);
+  const int room = perRow * rows;
+  if (fitting.size() > room) {
+    for (qsizetype n = room - 1; n < fitting.size(); ++n)
+      m_MoreMenu->addAction(static_cast<CommandButton*>(fitting[n])->Action());
+    fitting.resize(room - 1);
+    fitting.append(m_More);
+  }
+  return fitting;
+}
+
 void CommandBar::LayOut() {
-  QList<QWidget*> shown;
-  int widest = kSmallestTarget;
-  int height = kSmallestTarget;
-  for (QWidget* button : std::as_const(m_Buttons)) {
-    if (button->isHidden()) continue;
-    shown.append(button);
+  int widest = std::max(kSmallestTarget, m_More->sizeHint().width());
+  int height = std::max(kSmallestTarget, m_More->sizeHint().height());
+  int count = 0;
+  for (const CommandButton* button : std::as_const(m_Buttons)) {
+    if (!button->Action()->isVisible()) continue;
+    ++count;
     widest = std::max(widest, button->sizeHint().width());
     height = std::max(height, button->sizeHint().height());
   }
-  const int count = static_cast<int>(shown.size());
+  const int mostPerRow = std::max((width() - kGap) / (widest + kGap), 1);
+  const int mostRows =
+      std::max(window()->height() / kShareOfWindow / (height + kGap), mostPerRow > 1 ? 1 : 2);
+  const QList<QPushButton*> fitting = Fitting(mostPerRow, mostRows);
+  for (CommandButton* button : std::as_const(m_Buttons)) button->setVisible(fitting.contains(button));
+  m_More->setVisible(fitting.contains(m_More));
   if (count == 0) {
     setFixedHeight(0);
     return;
   }
-  const int fitting = std::clamp((width() - kGap) / (widest + kGap), 1, count);
-  const int rows = (count + fitting - 1) / fitting;
+  const int shown = static_cast<int>(fitting.size());
+  const int rows = (shown + mostPerRow - 1) / mostPerRow;
   // Seven in rows of six would leave one alone: spread them evenly.
-  const int perRow = (count + rows - 1) / rows;
-  const int buttonWidth = std::min((width() - kGap * (perRow + 1)) / perRow, 240);
-  for (int n = 0; n < count; ++n)
-    shown[n]->setGeometry(kGap + n % perRow * (buttonWidth + kGap), kGap + n / perRow * (height + kGap),
-                          buttonWidth, height);
+  const int perRow = (shown + rows - 1) / rows;
+  const int most = mostPerRow > 1 ? std::max(widest, kWidestButton) : width();
+  const int buttonWidth = std::min((width() - kGap * (perRow + 1)) / perRow, most);
+  for (int n = 0; n < shown; ++n)
+    fitting[n]->setGeometry(kGap + n % perRow * (buttonWidth + kGap), kGap + n / perRow * (height + kGap),
+                            buttonWidth, height);
   setFixedHeight(kGap + rows * (height + kGap));
 }
 

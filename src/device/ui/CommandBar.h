@@ -5,11 +5,16 @@
 #include <QList>
 
 class QAction;
+class QMenu;
+class QPushButton;
 
 namespace inspector::device::ui {
 
-// One button per action, of equal width, in as many rows as the width asks for. A button has the object name
-// of its action with "Button" at the end, and follows its action's caption and state.
+class CommandButton;
+
+// One button per action, of equal width, in rows. A button has the object name of its action with "Button" at
+// the end, and follows its action's caption and state. The bar takes no more than a part of the window's
+// height: what finds no room lies in the menu of a last button, "More".
 class CommandBar : public QFrame {
 public:
   explicit CommandBar(QWidget* parent = nullptr);
@@ -22,7 +27,12 @@ protected:
 
 private:
   void LayOut();
-  QList<QWidget*> m_Buttons;
+  // The buttons that have room, the last of them "More" when it is not all.
+  QList<QPushButton*> Fitting(int perRow, int rows);
+
+  QList<CommandButton*> m_Buttons;
+  QPushButton* m_More;
+  QMenu* m_MoreMenu;
 };
 
 }  // namespace inspector::device::ui
