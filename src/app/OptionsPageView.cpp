@@ -94,8 +94,8 @@ void COptionsPage::TakeOver(OptionsForm::Values& values) const {
       value = check->isChecked() ? u"TRUE" : u"FALSE";
     } else if (const auto* lines = qobject_cast<const QPlainTextEdit*>(control)) {
       // Text that nobody touched keeps the line ends that it came with.
-      if (lines->toPlainText() != device::ui::ToDisplay(value))
-        value = device::ui::FromLines(lines->toPlainText());
+      if (device::ui::LinesOf(*lines->document()) != device::ui::ToDisplay(value))
+        value = device::ui::FromLines(device::ui::LinesOf(*lines->document()));
     } else if (const auto* choice = qobject_cast<const QComboBox*>(control)) {
       value = FromQString(choice->currentData().toString());
     } else {

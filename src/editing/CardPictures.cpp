@@ -40,17 +40,23 @@ Text CardPictures::Find(int number) {
   return m_Folder + (*m_Names)[static_cast<std::size_t>(number) - 1];
 }
 
-std::vector<Text> CardPictures::ListEntries() const {
-  // What follows the last slash is the beginning of a name, as in a search for "folder*".
+// What follows the last slash is the beginning of a name, as in a search for "folder*".
+std::size_t CardPictures::NameBegin() const {
   const std::size_t slash = m_Folder.find_last_of(u"\\/");
-  const std::size_t nameBegin = slash == Text::npos ? 0 : slash + 1;
-  const TextView folder = TextView(m_Folder).substr(0, nameBegin);
-  const TextView prefix = TextView(m_Folder).substr(nameBegin);
+  return slash == Text::npos ? 0 : slash + 1;
+}
 
+std::filesystem::path CardPictures::HostFolder() const {
+  const TextView folder = TextView(m_Folder).substr(0, NameBegin());
   std::error_code error;
   const std::filesystem::path typed = m_Paths.ResolveTyped(folder);
   const bool isOnHost = folder.starts_with(u'/') && std::filesystem::is_directory(typed, error);
-  std::vector<Text> entries = m_Files.ListEntries(isOnHost ? typed : m_Paths.Resolve(folder));
+  return isOnHost ? typed : m_Paths.Resolve(folder);
+}
+
+std::vector<Text> CardPictures::ListEntries() const {
+  const TextView prefix = TextView(m_Folder).substr(NameBegin());
+  std::vector<Text> entries = m_Files.ListEntries(HostFolder());
   std::erase_if(entries, [prefix](const Text& entry) {
     return !device::EqualIgnoringCase(TextView(entry).substr(0, prefix.size()), prefix);
   });

@@ -1,6 +1,7 @@
 // The pictures of the camera's card, by their numbers.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -26,10 +27,13 @@ public:
   CardPictures(device::Files& files, const device::DevicePaths& paths, Text folder);
 
   const Text& Folder() const { return m_Folder; }
+  // Where that folder is on this machine.
+  std::filesystem::path HostFolder() const;
   // The folder and the name of picture `number`, counted from 1; "ERROR" when there is none.
   Text Find(int number);
 
 private:
+  std::size_t NameBegin() const;
   std::vector<Text> ListEntries() const;
 
   device::Files& m_Files;

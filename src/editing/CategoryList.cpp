@@ -211,7 +211,7 @@ bool CategoryList::Duplicate() {
   Refill();
   const int before = m_List.RecordCount();
   inspection::UndoRecording recording(m_Document, u"Duplicate Category",
-                                      {m_Document.Inspection().m_InspectionID});
+                                      m_Document.Inspection().m_InspectionID);
   bool made = true;
   for (const int record : MarkedRows()) made = DuplicateRow(record) && made;
   Refill();

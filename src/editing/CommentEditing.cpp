@@ -1,6 +1,9 @@
 #include "editing/CommentEditing.h"
 
+#include <algorithm>
+
 #include "editing/CommentPicker.h"
+#include "editing/PictureTags.h"
 #include "editing/Placeholders.h"
 #include "editing/StepEditing.h"
 
@@ -46,6 +49,9 @@ std::vector<TextChange> CommentEditing::OfferMaterialComments(std::int32_t mater
   std::optional<std::vector<LibraryComment>> comments =
       CommentsOfMaterial(m_Sheet.GetWorkspace().GetDatabases(), materialID);
   if (!comments || comments->empty()) return {};
+  // In the library's order, but a group's comments together.
+  std::stable_sort(comments->begin(), comments->end(),
+                   [](const LibraryComment& a, const LibraryComment& b) { return a.group < b.group; });
   CommentPicker picker(std::move(*comments), false);
   if (!m_Dialogs.PickComments(picker)) return {};
   return InsertAll(picker.Chosen());
@@ -63,7 +69,13 @@ std::optional<TextChange> CommentEditing::AddCameraPicture() {
 }
 
 TextChange CommentEditing::AddKnownPicture(TextView devicePath) {
-  return Apply(AppendTag(m_Sheet.Draft().comments, KnownPictureTag(devicePath)));
+  const Text& comments = m_Sheet.Draft().comments;
+  const Text tag = KnownPictureTag(devicePath);
+  const Text bare = tag.substr(1);  // without the blank before it
+  const std::vector<Text> tags = DistinctTags(comments + tag);
+  // Asterisks that somebody typed and did not close would swallow it at the end.
+  const bool isRead = std::find(tags.begin(), tags.end(), bare) != tags.end();
+  return Apply(isRead ? AppendTag(comments, tag) : TextChange{0, 0, bare + u" "});
 }
 
 }  // namespace inspector::editing

@@ -43,7 +43,10 @@ CommentPicklist::Result CommentPicklist::Add(TextView comment, const TextSelecti
     return Result::Nothing;
   std::int32_t commentID = 0;
   if (!Write(text, rating, commentID)) return Result::Failed;
-  m_Comments->push_back({commentID, text, Text(rating), {}});
+  // Before the first group, where it will stand when the library is read again.
+  const auto group = std::find_if(m_Comments->begin(), m_Comments->end(),
+                                  [](const LibraryComment& each) { return !each.group.empty(); });
+  m_Comments->insert(group, {commentID, text, Text(rating), {}});
   return Result::Done;
 }
 

@@ -14,7 +14,7 @@ public:
 
   std::int32_t StepTemplateID() const { return m_StepTemplateID; }
   // Read at the first call, because most steps are passed without looking at them. Ordered by group; what was
-  // added since stands at the end.
+  // added since stands before the first group.
   const std::vector<LibraryComment>& Comments();
 
   enum class Result { Done, Refused, Nothing, Failed };

@@ -131,7 +131,7 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
                               u"Please confirm the applying of all defaults. This action can not be undone."))
     return DefaultsResult::Refused;
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
-  inspection::UndoRecording recording(document, u"Defaults", {inspectionID});
+  inspection::UndoRecording recording(document, u"Defaults", inspectionID);
   const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID);
   document.LoadCategories();
   if (!applied) return DefaultsResult::Failed;

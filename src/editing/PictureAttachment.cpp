@@ -19,10 +19,15 @@ bool IsTrailSurrogate(char16_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+// Also the blanks and line ends that a text field or a report may write otherwise.
+bool IsControlOrSpace(char16_t unit) {
+  return unit < u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0x2028 || unit == 0x2029;
+}
+
 Text CleanStem(TextView original) {
   Text stem(original.substr(0, original.rfind(u'.')));
   for (char16_t& unit : stem)
-    if (unit < u' ' || kForbidden.find(unit) != TextView::npos) unit = u'-';
+    if (IsControlOrSpace(unit) || kForbidden.find(unit) != TextView::npos) unit = u'-';
   if (stem.size() > kLongestStem)
     stem.resize(IsTrailSurrogate(stem[kLongestStem]) ? kLongestStem - 1 : kLongestStem);
   const std::size_t begin = stem.find_first_not_of(u" .");

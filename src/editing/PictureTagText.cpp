@@ -1,6 +1,7 @@
 #include "editing/PictureTagText.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "device/Format.h"
 #include "editing/PictureTags.h"
@@ -37,7 +38,8 @@ std::vector<Place> PlacesOfTags(TextView text) {
 std::optional<Text> TakeCameraTag(data::Workspace& workspace) {
   data::OptionsTable& options = workspace.Options();
   const std::int32_t before = options.m_NextPictNumber;
-  const std::int32_t number = std::max(before, 1);
+  // No card has that many; the largest number must not wrap around to one below 1.
+  const std::int32_t number = std::clamp(before, 1, std::numeric_limits<std::int32_t>::max() - 1);
   options.m_NextPictNumber = number + 1;
   if (!options.Write()) {
     options.m_NextPictNumber = before;

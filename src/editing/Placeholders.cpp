@@ -48,7 +48,10 @@ std::optional<Text> FillPlaceholders(data::Databases& databases, SheetDialogs& d
   Text filled(text);
   std::size_t from = 0;
   while (const std::optional<Placeholder> gap = FindPlaceholder(filled, from)) {
-    const std::optional<Text> words = dialogs.AskReplacement(QuestionFor(databases, gap->name));
+    ReplacementQuestion question = QuestionFor(databases, gap->name);
+    question.before = filled.substr(0, gap->at);
+    question.after = filled.substr(gap->at + gap->length);
+    const std::optional<Text> words = dialogs.AskReplacement(question);
     if (!words) return std::nullopt;
     filled.replace(gap->at, gap->length, *words);
     from = gap->at + words->size();

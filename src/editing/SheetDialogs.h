@@ -19,6 +19,8 @@ struct ReplacementQuestion {
   Text prompt;
   bool offersChoices = false;  // without, there is only the text to type
   std::vector<Text> choices;   // of the picker in their order, then the alternatives of a list
+  Text before;                 // what stands around the gap, to show which one it is
+  Text after;
 };
 
 class SheetDialogs {

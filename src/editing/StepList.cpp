@@ -200,7 +200,7 @@ bool StepList::OpenPage(int row, int page) {
 
 bool StepList::ApplyDefaults() {
   m_Document.FinishDocTypeChange();
-  inspection::UndoRecording recording(m_Document, u"Defaults", {m_Document.Inspection().m_InspectionID});
+  inspection::UndoRecording recording(m_Document, u"Defaults", m_Document.Inspection().m_InspectionID);
   const bool applied = ApplyStepDefaults(m_Databases, m_Document.Categories().m_CategoryID);
   if (applied) recording.Done();
   m_Document.LoadCategories();
@@ -216,8 +216,7 @@ std::optional<int> StepList::DuplicateStep(int row) {
   const std::optional<Text> name = m_Document.GetWorkspace().GetPrompts().AskText(
       {u"Enter the name for the new duplicated step:", u"Duplicate Step", *suggested});
   if (!name) return std::nullopt;
-  inspection::UndoRecording recording(m_Document, u"Duplicate Step",
-                                      {m_Document.Inspection().m_InspectionID});
+  inspection::UndoRecording recording(m_Document, u"Duplicate Step", m_Document.Inspection().m_InspectionID);
   const std::optional<std::int32_t> copy = duplication.Make(*name);
   if (copy) recording.Done();
   m_Document.LoadCategories();

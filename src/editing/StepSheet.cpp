@@ -91,6 +91,8 @@ bool StepSheet::Show(int row, int direction) {
   }
   m_Current = row;
   TakeOver(m_Steps);
+  m_Recording.emplace(m_Document, Format(u"Step %s", m_Step.m_StepNumber),
+                      inspection::VisitSnapshot::OfStep(StepID(), CategoryID()));
   return true;
 }
 
@@ -171,6 +173,10 @@ bool StepSheet::SaveNow() {
   m_Loaded = m_Draft;
   m_LoadedMaterials = materials;
   return true;
+}
+
+void StepSheet::LetUndo() {
+  if (m_Recording) m_Recording->Done();
 }
 
 void StepSheet::Discard() {

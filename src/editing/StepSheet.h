@@ -10,6 +10,7 @@
 #include "editing/RatingDropDown.h"
 #include "editing/SheetDialogs.h"
 #include "inspection/InspectorDoc.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 
@@ -89,6 +90,8 @@ public:
   bool SaveNow();
   // Drops what could not be written.
   void Discard();
+  // What was written since the step was shown can be taken back from now on.
+  void LetUndo();
 
 private:
   bool Show(int row, int direction);
@@ -105,6 +108,7 @@ private:
   std::vector<Page> m_Pages;
   Text m_RatingType;
   RatingDropDown m_Ratings;
+  std::optional<inspection::UndoRecording> m_Recording;  // since the step was shown
 };
 
 }  // namespace inspector::editing

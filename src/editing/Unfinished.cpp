@@ -136,11 +136,14 @@ bool Unfinished::LacksPicture(const data::StepTable& step) {
   const device::Machine& machine = m_Workspace.GetMachine();
   if (!step.m_BitmapPath.empty() && !machine.files.Exists(machine.paths.ResolvePicture(step.m_BitmapPath)))
     return true;
-  if (FindFirstTag(step.m_Comments).empty()) return false;
-  const std::vector<CommentPicture> pictures = PicturesOfComment(step.m_Comments, *m_Card, machine);
-  return std::any_of(pictures.begin(), pictures.end(), [](const CommentPicture& picture) {
-    return picture.missing && ClassifyTag(picture.tag) != kError;
-  });
+  const auto lacksOne = [&](const Text& text) {
+    if (FindFirstTag(text).empty()) return false;
+    const std::vector<CommentPicture> pictures = PicturesOfComment(text, *m_Card, machine);
+    return std::any_of(pictures.begin(), pictures.end(), [](const CommentPicture& picture) {
+      return picture.missing && ClassifyTag(picture.tag) != kError;
+    });
+  };
+  return lacksOne(step.m_Comments) || lacksOne(step.m_SummaryComment);
 }
 
 int Unfinished::CountOf(std::int32_t categoryID) const {

@@ -47,7 +47,7 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
       {u"Enter the Doc # of the new Inspection:", u"Duplicate Inspection", {}});
   if (!number || !MakeCurrent(selected)) return std::nullopt;
 
-  UndoRecording recording(m_Document, u"Duplicate Inspection", {});
+  UndoRecording recording(m_Document, u"Duplicate Inspection", VisitSnapshot::OfInspections({}));
   data::Databases& databases = workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return std::nullopt;

@@ -153,8 +153,7 @@ void CInspectorDoc::ChangeDocType(TextView newType) {
     device::Alert(m_Workspace.GetPrompts(), u"There is no inspection to change. Create one first.");
     return;
   }
-  m_DocTypeRecording =
-      std::make_unique<UndoRecording>(*this, u"Doc Type", std::vector{m_Inspection.m_InspectionID});
+  m_DocTypeRecording = std::make_unique<UndoRecording>(*this, u"Doc Type", m_Inspection.m_InspectionID);
   m_TextBeforeWorker = m_Inspection.m_GeneralInformation;
   DocTypeState state{m_Inspection.m_InspectionID, m_Inspection.m_InspectionTypeID, m_Inspection.m_DocType,
                      m_Inspection.m_GeneralInformation};
@@ -219,7 +218,7 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
       m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;
   const std::int32_t key = m_Inspection.m_InspectionID;
-  UndoRecording recording(*this, u"Delete", {key});
+  UndoRecording recording(*this, u"Delete", key);
   const bool deleted = DeleteCurrentWhole();
   if (deleted) recording.Done();
   deleted ? Reopen() : ReopenAt(key);
@@ -231,7 +230,9 @@ bool CInspectorDoc::DeleteAllInspections() {
   if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
   FinishDocTypeChange();
   const std::int32_t former = m_Inspection.m_InspectionID;
-  UndoRecording recording(*this, u"Delete All", m_UndoLog ? AllInspections() : std::vector<std::int32_t>());
+  UndoRecording recording(
+      *this, u"Delete All",
+      VisitSnapshot::OfInspections(m_UndoLog ? AllInspections() : std::vector<std::int32_t>()));
   const bool deleted = ReplaceAllByOne();
   if (deleted) recording.Done();
   if (deleted) device::Alert(prompts, u"Done deleting all inspections.");

@@ -9,35 +9,55 @@ namespace {
 // Where the key of the owning row stands in each table.
 constexpr int kInspectionID = 0;
 constexpr int kCategoryID = 0;
+constexpr int kStepID = 0;
 constexpr int kInspectionOfCategory = 7;
 constexpr int kCategoryOfStep = 3;
 constexpr int kCategoryOfField = 1;
 
 }  // namespace
 
-InspectionSnapshot::InspectionSnapshot(std::vector<std::int32_t> inspections)
-    : m_Inspections(std::move(inspections)) {
-  m_Tables.emplace_back(u"Inspection", kInspectionID, m_Inspections);
-  m_Tables.emplace_back(u"Category", kInspectionOfCategory, m_Inspections);
+VisitSnapshot VisitSnapshot::OfInspections(std::vector<std::int32_t> inspections) {
+  VisitSnapshot snapshot;
+  snapshot.m_Inspections = std::move(inspections);
+  snapshot.m_Tables.emplace_back(u"Inspection", kInspectionID, snapshot.m_Inspections);
+  snapshot.m_Tables.emplace_back(u"Category", kInspectionOfCategory, snapshot.m_Inspections);
+  return snapshot;
 }
 
-bool InspectionSnapshot::Take(data::Connection& connection) {
+VisitSnapshot VisitSnapshot::OfStep(std::int32_t stepID, std::int32_t categoryID) {
+  VisitSnapshot snapshot;
+  snapshot.m_StepID = stepID;
+  snapshot.m_CategoryID = categoryID;
+  snapshot.m_Tables.emplace_back(u"Step", kStepID, std::vector{stepID});
+  snapshot.m_Tables.emplace_back(u"Category", kCategoryID, std::vector{categoryID});
+  return snapshot;
+}
+
+VisitSnapshot VisitSnapshot::Untaken() const {
+  return m_Inspections.empty() ? OfStep(m_StepID, m_CategoryID) : OfInspections(m_Inspections);
+}
+
+bool VisitSnapshot::Take(data::Connection& connection) {
   const data::ReadScope reading(connection);
   if (!m_Tables[0].Take(connection) || !m_Tables[1].Take(connection)) return false;
+  if (m_Inspections.empty()) return true;
   const std::vector<std::int32_t> categories = m_Tables[1].Numbers(kCategoryID);
   m_Tables.emplace_back(u"Step", kCategoryOfStep, categories);
   m_Tables.emplace_back(u"Field", kCategoryOfField, categories);
   return m_Tables[2].Take(connection) && m_Tables[3].Take(connection);
 }
 
-bool InspectionSnapshot::PutBack(data::Connection& connection) const {
-  // The categories that it has now may be others, and their steps and fields go with them.
-  InspectionSnapshot now(m_Inspections);
-  if (!now.Take(connection)) return false;
-  const std::vector<std::int32_t> categories = now.m_Tables[1].Numbers(kCategoryID);
-  return data::RowSnapshot(u"Step", kCategoryOfStep, categories).PutBack(connection) &&
-         data::RowSnapshot(u"Field", kCategoryOfField, categories).PutBack(connection) &&
-         std::all_of(m_Tables.begin(), m_Tables.end(),
+bool VisitSnapshot::PutBack(data::Connection& connection) const {
+  if (!m_Inspections.empty()) {
+    // The categories that they have now may be others, and their steps and fields go with them.
+    VisitSnapshot now = Untaken();
+    if (!now.Take(connection)) return false;
+    const std::vector<std::int32_t> categories = now.m_Tables[1].Numbers(kCategoryID);
+    if (!data::RowSnapshot(u"Step", kCategoryOfStep, categories).PutBack(connection) ||
+        !data::RowSnapshot(u"Field", kCategoryOfField, categories).PutBack(connection))
+      return false;
+  }
+  return std::all_of(m_Tables.begin(), m_Tables.end(),
                      [&](const data::RowSnapshot& table) { return table.PutBack(connection); });
 }
 
@@ -64,7 +84,7 @@ bool UndoLog::Undo() {
   if (!m_Entry) return false;
   data::Workspace& workspace = m_Document.GetWorkspace();
   data::Connection& connection = workspace.InspectionConnection();
-  InspectionSnapshot now(m_Entry->before.Inspections());
+  VisitSnapshot now = m_Entry->before.Untaken();
   if (!now.Take(connection)) return false;
   if (!(now == m_Entry->after) &&
       !device::ConfirmCaution(workspace.GetPrompts(),
@@ -88,13 +108,13 @@ void UndoLog::GoTo(std::int32_t inspectionID, std::int32_t categoryID) {
   m_Document.SelectCategory(categoryID);
 }
 
-UndoRecording::UndoRecording(CInspectorDoc& document, TextView action, std::vector<std::int32_t> inspections)
+UndoRecording::UndoRecording(CInspectorDoc& document, TextView action, VisitSnapshot what)
     : m_Document(document) {
   if (!m_Document.GetUndoLog()) return;
   m_Document.FinishDocTypeChange();
+  VisitSnapshot after = what.Untaken();
   m_Entry.emplace(UndoLog::Entry{Text(action), document.Inspection().m_InspectionID,
-                                 document.Categories().m_CategoryID, InspectionSnapshot(inspections),
-                                 InspectionSnapshot(std::move(inspections))});
+                                 document.Categories().m_CategoryID, std::move(what), std::move(after)});
   if (!m_Entry->before.Take(document.GetWorkspace().InspectionConnection())) m_Entry.reset();
 }
 
@@ -102,14 +122,15 @@ void UndoRecording::Done() {
   UndoLog* const log = m_Document.GetUndoLog();
   if (!log) return;
   if (m_Entry && !m_Entry->after.Take(m_Document.GetWorkspace().InspectionConnection())) m_Entry.reset();
+  if (m_Entry && m_Entry->after == m_Entry->before) return;
   // What could be taken back before lies under this action now, also when this one cannot be.
   log->Remember(std::exchange(m_Entry, std::nullopt));
 }
 
 void UndoRecording::Made(std::int32_t inspectionID) {
   if (m_Entry) {
-    m_Entry->before = InspectionSnapshot({inspectionID});
-    m_Entry->after = InspectionSnapshot({inspectionID});
+    m_Entry->before = VisitSnapshot::OfInspections({inspectionID});
+    m_Entry->after = m_Entry->before.Untaken();
   }
   Done();
 }

@@ -11,21 +11,26 @@
 
 namespace inspector::inspection {
 
-// Everything that belongs to some inspections: their rows, categories, steps and fields. Before Take, that of
-// inspections that do not exist.
-class InspectionSnapshot {
+// What an action may change. Before Take, as if nothing of it were there.
+class VisitSnapshot {
 public:
-  explicit InspectionSnapshot(std::vector<std::int32_t> inspections);
+  // Everything that belongs to some inspections: their rows, categories, steps and fields.
+  static VisitSnapshot OfInspections(std::vector<std::int32_t> inspections);
+  // One step, and its category's row for the complete flag.
+  static VisitSnapshot OfStep(std::int32_t stepID, std::int32_t categoryID);
 
-  const std::vector<std::int32_t>& Inspections() const { return m_Inspections; }
+  // The same rows, not taken yet.
+  VisitSnapshot Untaken() const;
   // False on a failure, which has been reported.
   bool Take(data::Connection& connection);
-  // Replaces what the inspections have now. Inside the caller's transaction.
+  // Replaces what is there now. Inside the caller's transaction.
   bool PutBack(data::Connection& connection) const;
-  bool operator==(const InspectionSnapshot& other) const { return m_Tables == other.m_Tables; }
+  bool operator==(const VisitSnapshot& other) const { return m_Tables == other.m_Tables; }
 
 private:
-  std::vector<std::int32_t> m_Inspections;
+  std::vector<std::int32_t> m_Inspections;  // empty for a step
+  std::int32_t m_StepID = 0;
+  std::int32_t m_CategoryID = 0;
   std::vector<data::RowSnapshot> m_Tables;
 };
 
@@ -52,8 +57,8 @@ private:
     Text action;
     std::int32_t currentInspection = -1;
     std::int32_t currentCategory = -1;
-    InspectionSnapshot before;
-    InspectionSnapshot after;
+    VisitSnapshot before;
+    VisitSnapshot after;
   };
   void Remember(std::optional<Entry> entry);
   void GoTo(std::int32_t inspectionID, std::int32_t categoryID);
@@ -64,13 +69,16 @@ private:
 
 // Around one action. An action that was refused or failed leaves what could be taken back before it.
 //
-//   UndoRecording recording(document, u"Defaults", {inspectionID});
+//   UndoRecording recording(document, u"Defaults", inspectionID);
 //   if (action worked) recording.Done();
 class UndoRecording {
 public:
-  // The action changes, or deletes, these inspections.
-  UndoRecording(CInspectorDoc& document, TextView action, std::vector<std::int32_t> inspections);
+  UndoRecording(CInspectorDoc& document, TextView action, VisitSnapshot what);
+  // The action changes, or deletes, this inspection.
+  UndoRecording(CInspectorDoc& document, TextView action, std::int32_t inspectionID)
+      : UndoRecording(document, action, VisitSnapshot::OfInspections({inspectionID})) {}
 
+  // An action after which all is as it was before is not remembered.
   void Done();
   // The action made this inspection: taking it back deletes it.
   void Made(std::int32_t inspectionID);

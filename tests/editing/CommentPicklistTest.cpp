@@ -65,9 +65,9 @@ TEST_F(CommentPicklistTest, AddsTheSelectionOrTheWholeWithItsRating) {
   EXPECT_EQ(Add(Answer::Yes, u"Short.", {0, 99}), Result::Done);
   EXPECT_EQ(Prompts().Messages()[0].title, u"Caution");
 
-  const std::vector<Text> now = Listed();
-  EXPECT_THAT(std::vector<Text>(now.begin() + 4, now.end()),
-              ElementsAre(u"In \"it\".", u"Whole.", u"Short."));
+  EXPECT_THAT(Listed(),
+              ElementsAre(u"Steep.", u"In \"it\".", u"Whole.", u"Short.", u"Moss.", u"Brittle.", u"Worn."))
+      << "before the first group";
   data::CommentsTable comment(Data());
   comment.OpenSQL(u"SELECT * FROM Comments WHERE ID = 25000");
   ASSERT_TRUE(comment.GetRecord(0));

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QCompleter>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -11,12 +12,12 @@
 namespace inspector::device::ui {
 namespace {
 
-// 100 pixels of a screen on which a line of a list took 24.
-constexpr int kListHeight = 100 * kSmallestTarget / 24;
+constexpr int kDeviceLine = 24;
 
 }  // namespace
 
-DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
+DropDown::DropDown(QWidget* parent, int devicePixels)
+    : QComboBox(parent), m_ListHeight(devicePixels * kSmallestTarget / kDeviceLine) {
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(8);
 }
@@ -27,8 +28,16 @@ void DropDown::showPopup() {
   const QRect space = window()->geometry();
   QRect rect = list->geometry();
   // Position and width stay; a list that would leave the window keeps the place that it was given.
-  if (rect.top() + kListHeight <= space.bottom()) rect.setHeight(kListHeight);
+  if (rect.top() + m_ListHeight <= space.bottom()) rect.setHeight(m_ListHeight);
   list->setGeometry(rect);
+}
+
+void DropDown::keyPressEvent(QKeyEvent* event) {
+  const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                     event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+  const bool searches = !isEditable() && !event->text().isEmpty() && event->text().front().isPrint();
+  const bool jumps = !isEditable() && (event->key() == Qt::Key_Home || event->key() == Qt::Key_End);
+  moves || searches || jumps ? showPopup() : QComboBox::keyPressEvent(event);
 }
 
 PickerCombo::PickerCombo(QWidget* parent) : DropDown(parent) {

@@ -8,12 +8,19 @@
 
 namespace inspector::device::ui {
 
-// A drop-down whose list is as high as 100 pixels were on the device, where a line had 24 of them.
+// A drop-down whose list is as high as so many pixels were on the device, where a line had 24 of them.
 class DropDown : public QComboBox {
 public:
-  explicit DropDown(QWidget* parent = nullptr);
+  explicit DropDown(QWidget* parent = nullptr, int devicePixels = 100);
 
   void showPopup() override;
+
+protected:
+  // Nothing is chosen before it was seen: keys that would go from entry to entry open the list.
+  void keyPressEvent(QKeyEvent* event) override;
+
+private:
+  int m_ListHeight;  // logical pixels
 };
 
 // Any value may be typed. Choosing the last entry keeps the value and calls `onEditList`.

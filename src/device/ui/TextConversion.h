@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 
 #include "device/Text.h"
 
@@ -21,6 +22,11 @@ inline Text FromQString(QStringView text) {
 // feed.
 inline Text FromLines(const QString& text) {
   return FromQString(QString(text).replace(u'\n', QLatin1String("\r\n")));
+}
+// The lines of a text field as they were typed. QTextDocument's own reading turns each no-break space into a
+// blank.
+inline QString LinesOf(const QTextDocument& document) {
+  return document.toRawText().replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
 }
 // Lines as the device writes them ("\r\n" or "\r") as lines of a message box.
 inline QString ToDisplay(TextView text) {

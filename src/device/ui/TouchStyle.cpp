@@ -1,5 +1,7 @@
 #include "device/ui/TouchStyle.h"
 
+#include <QAbstractSpinBox>
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -26,6 +28,20 @@ void DrawFrame(const QStyleOption& option, QPainter& painter) {
 }  // namespace
 
 TouchStyle::TouchStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void TouchStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (!qobject_cast<QAbstractSpinBox*>(widget)) return;
+  widget->setFocusPolicy(Qt::StrongFocus);
+  widget->installEventFilter(this);
+}
+
+bool TouchStyle::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus())
+    return QProxyStyle::eventFilter(watched, event);
+  event->ignore();  // the area around it scrolls
+  return true;
+}
 
 QSize TouchStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                    const QWidget* widget) const {
@@ -98,6 +114,7 @@ int TouchStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_ComboBox_Popup:
       return 0;  // a list below the field, whose height the forms decide
     case SH_ItemView_ActivateItemOnSingleClick:
+    case SH_ComboBox_AllowWheelScrolling:
       return 0;
     case SH_UnderlineShortcut:
       return 1;

@@ -13,6 +13,12 @@ class TouchStyle : public QProxyStyle {
 public:
   TouchStyle();
 
+  // A form that is scrolled must not change under the pointer: the wheel changes no drop-down, and a number
+  // or a date only where the focus is.
+  using QProxyStyle::polish;
+  void polish(QWidget* widget) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                          const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;

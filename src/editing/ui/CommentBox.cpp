@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <QTextBlock>
 #include <QUrl>
+#include <algorithm>
 
 #include "device/ui/TextConversion.h"
 
@@ -42,7 +43,7 @@ void CommentBox::Load(TextView stored) {
 }
 
 Text CommentBox::Stored() const {
-  const QString shown = toPlainText();
+  const QString shown = device::ui::LinesOf(*document());
   // A text that nobody changed keeps the line ends it came with.
   if (shown == ToDisplay(m_Loaded)) return m_Loaded;
   return device::ReplaceAll(FromQString(shown), u"\n", u"\r\n");
@@ -69,17 +70,28 @@ void CommentBox::Apply(Text before, const std::vector<TextChange>& changes) {
 }
 
 void CommentBox::Replace(TextView stored) {
-  QTextCursor cursor = textCursor();
+  // Only what differs, so that the caret stays where a person was writing.
+  const QString before = device::ui::LinesOf(*document());
+  const QString after = ToDisplay(stored);
+  const auto [fromBefore, fromAfter] =
+      std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+  const auto same = static_cast<int>(fromBefore - before.begin());
+  const auto [endBefore, endAfter] = std::mismatch(before.rbegin(), std::make_reverse_iterator(fromBefore),
+                                                   after.rbegin(), std::make_reverse_iterator(fromAfter));
+  const auto tail = static_cast<int>(endBefore - before.rbegin());
+  QTextCursor cursor(document());
   cursor.beginEditBlock();
-  cursor.select(QTextCursor::Document);
-  cursor.insertText(ToDisplay(stored));
+  cursor.setPosition(same);
+  cursor.setPosition(static_cast<int>(before.size()) - tail, QTextCursor::KeepAnchor);
+  cursor.insertText(after.mid(same, after.size() - same - tail));
   cursor.endEditBlock();
-  setTextCursor(cursor);
 }
 
 void CommentBox::keyPressEvent(QKeyEvent* event) {
-  QPlainTextEdit::keyPressEvent(event);
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // With Shift it would be a line end of another kind, which nothing else knows.
+  if (isEnter) event->setModifiers(event->modifiers() & ~Qt::ShiftModifier);
+  QPlainTextEdit::keyPressEvent(event);
   const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
   if (!isCommand) ExpandFinishedWord(isEnter ? QStringLiteral("\n") : event->text());
 }

@@ -35,7 +35,9 @@ CommentPickerDialog::CommentPickerDialog(CommentPicker& picker, QWidget* parent)
     m_Picker.SetFilter(FromQString(typed));
     m_List->Refill();
   });
+  connect(filter, &QLineEdit::returnPressed, this, [this] { ChooseFirst(); });
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  for (QAbstractButton* button : buttons->buttons()) static_cast<QPushButton*>(button)->setAutoDefault(false);
   if (picker.MayDelete()) {
     QPushButton* remove = buttons->addButton(tr("&Delete"), QDialogButtonBox::ActionRole);
     remove->setObjectName(QStringLiteral("deleteButton"));
@@ -73,6 +75,17 @@ void CommentPickerDialog::Click(int row) {
   } else {
     m_Picker.ToggleChoice(shown.index);
     m_List->Model().RefreshRow(row);
+  }
+}
+
+// What was typed leads to a comment: Enter takes the first one, Enter again leaves with it.
+void CommentPickerDialog::ChooseFirst() {
+  if (!m_Picker.Chosen().empty()) return accept();
+  for (int row = 0; row < RowCount(); ++row) {
+    if (m_Picker.Rows()[static_cast<std::size_t>(row)].isHeading) continue;
+    Click(row);
+    m_List->SelectRow(row);
+    return;
   }
 }
 

@@ -21,6 +21,7 @@ private:
   int RowCount() const override { return static_cast<int>(m_Picker.Rows().size()); }
   device::ListRow ShownRow(int row) override;
   void Click(int row);
+  void ChooseFirst();
   void DeleteSelected();
 
   CommentPicker& m_Picker;

@@ -14,12 +14,14 @@
 #include "device/Format.h"
 #include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
+#include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
 #include "editing/ui/PictureStrip.h"
 
 namespace inspector::editing::ui {
 
+using device::ui::FromQString;
 using device::ui::ToQString;
 
 namespace {
@@ -56,7 +58,10 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   m_Comment->onLeft = [this] { m_Editing.SaveSelection(m_Comment->StoredSelection()); };
   m_Comment->onPictures = [this](const QMimeData& pictures) { AttachFrom(pictures); };
   m_Pictures = new PictureStrip(sheet.GetWorkspace(), this);
-  m_Pictures->onChange = [this](const Text& comment) { m_Comment->Replace(comment); };
+  m_Pictures->onChange = [this](const Text& comment) {
+    m_Comment->Replace(comment);
+    m_Editing.SaveSelection(m_Comment->StoredSelection());  // what was saved counts in the former text
+  };
 
   auto* picklist = new PicklistBox(this);
   picklist->onOpen = [this] { FillPicklist(); };
@@ -73,9 +78,28 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   QPushButton* attach = AddButton(tr("&Attach..."), "attachButton");
   QPushButton* newest = AddButton(tr("Ne&west"), "newestButton");
   newest->setToolTip(tr("Attach the newest picture of the card"));
+  // A handheld has no Ctrl key.
+  QPushButton* undo = AddButton(QStringLiteral("↶"), "undoTypingButton");
+  QPushButton* redo = AddButton(QStringLiteral("↷"), "redoTypingButton");
+  const auto offer = [this](QPushButton* button, const QString& name, void (QPlainTextEdit::*run)(),
+                            void (QPlainTextEdit::*available)(bool)) {
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setEnabled(false);
+    connect(button, &QPushButton::clicked, this, [this, run] {
+      (m_Comment->*run)();
+      m_Comment->setFocus();
+    });
+    connect(m_Comment, available, button, &QPushButton::setEnabled);
+  };
+  offer(undo, tr("Undo in the comment"), &QPlainTextEdit::undo, &QPlainTextEdit::undoAvailable);
+  offer(redo, tr("Redo in the comment"), &QPlainTextEdit::redo, &QPlainTextEdit::redoAvailable);
   connect(insert, &QPushButton::clicked, this, [this] { InsertPicked(); });
   connect(pick, &QPushButton::clicked, this, [this] { Do([this] { return m_Editing.OpenPicker(); }); });
-  connect(add, &QPushButton::clicked, this, [this] { m_Editing.AddToPicklist(); });
+  connect(add, &QPushButton::clicked, this, [this] {
+    KeepSelection();
+    m_Editing.AddToPicklist();
+  });
   connect(camera, &QPushButton::clicked, this, [this] {
     Do([this]() -> std::vector<TextChange> {
       if (auto change = m_Editing.AddCameraPicture()) return {*change};
@@ -83,7 +107,7 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     });
   });
   connect(attach, &QPushButton::clicked, this, [this] {
-    QFileDialog dialog(this, tr("Attach pictures"), {},
+    QFileDialog dialog(this, tr("Attach pictures"), ToQString(device::FromUtf8(CardFolder().native())),
                        tr("Pictures (*.jpg *.jpeg *.png *.gif *.bmp *.2bp)"));
     dialog.setObjectName(QStringLiteral("attachDialog"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
@@ -113,20 +137,16 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   buttons->addWidget(camera, 1, 2);
   buttons->addWidget(attach, 2, 0);
   buttons->addWidget(newest, 2, 1);
+  auto* history = new QHBoxLayout;
+  history->addWidget(undo);
+  history->addWidget(redo);
+  buttons->addLayout(history, 2, 2);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Comment, 3);
   layout->addWidget(m_Pictures);
   layout->addLayout(buttons);
   layout->addWidget(caption);
   layout->addWidget(m_Summary);
-  QWidget* previous = m_Comment;
-  for (QWidget* next :
-       {static_cast<QWidget*>(m_Picklist), static_cast<QWidget*>(insert), static_cast<QWidget*>(pick),
-        static_cast<QWidget*>(add), static_cast<QWidget*>(camera), static_cast<QWidget*>(attach),
-        static_cast<QWidget*>(newest), static_cast<QWidget*>(m_Summary)}) {
-    setTabOrder(previous, next);
-    previous = next;
-  }
 }
 
 CCommentsPage::~CCommentsPage() = default;
@@ -145,6 +165,7 @@ void CCommentsPage::ShowStep() {
   m_Summary->SetShortcuts(&*m_Shortcuts);
   m_Comment->Load(m_Sheet.Draft().comments);
   m_Summary->Load(m_Sheet.Draft().summaryComment);
+  m_Pictures->BeginStep();
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
   m_Picklist->clear();
   m_Picklist->setCurrentIndex(-1);
@@ -157,7 +178,7 @@ void CCommentsPage::FillPicklist() {
   Text group;
   for (const LibraryComment& comment : m_Editing.Picklist().Comments()) {
     if (comment.group != group) {
-      group = comment.group;
+      group = comment.group;  // those without a group stand first
       m_Picklist->addItem(ToQString(device::Format(u"<<%s>>", group)));
       m_Picklist->setItemData(m_Picklist->count() - 1, 0, Qt::UserRole - 1);  // no flags
     }
@@ -171,13 +192,19 @@ void CCommentsPage::InsertPicked() {
   const QString text = m_Picklist->currentData().toString();
   if (text.isEmpty()) return;
   Do([&]() -> std::vector<TextChange> {
-    if (auto change = m_Editing.Insert(device::ui::FromQString(text))) return {*change};
+    if (auto change = m_Editing.Insert(FromQString(text))) return {*change};
     return {};
   });
 }
 
+// A command that comes by its key does not take the focus, so the field has not handed its selection over.
+void CCommentsPage::KeepSelection() {
+  if (m_Comment->hasFocus()) m_Editing.SaveSelection(m_Comment->StoredSelection());
+}
+
 // What the logic did to the draft is done to the text field as well, so that undo knows it.
 void CCommentsPage::Do(const std::function<std::vector<TextChange>()>& work) {
+  KeepSelection();
   const Text before = m_Sheet.Draft().comments;
   const std::vector<TextChange> changes = work();
   m_Comment->setFocus();
@@ -211,15 +238,21 @@ void CCommentsPage::Attach(const std::vector<std::filesystem::path>& files) {
     Store(device::FromUtf8(file.filename().native()), MakeJpeg(file, m_Form));
 }
 
-void CCommentsPage::AttachNewest() {
+std::filesystem::path CCommentsPage::CardFolder() const {
   data::Workspace& workspace = m_Sheet.GetWorkspace();
-  const Text& folder = workspace.Options().m_DefaultPictCardPath;
-  const std::filesystem::path path = workspace.GetMachine().paths.ResolvePicture(folder);
-  const QDir card(QFile::decodeName(path.c_str()));
-  const QFileInfoList files = card.entryInfoList(
-      {QStringLiteral("*.jpg"), QStringLiteral("*.jpeg"), QStringLiteral("*.png")}, QDir::Files, QDir::Time);
+  const device::Machine& machine = workspace.GetMachine();
+  return CardPictures(machine.files, machine.paths, workspace.Options().m_DefaultPictCardPath).HostFolder();
+}
+
+void CCommentsPage::AttachNewest() {
+  const QDir card(QFile::decodeName(CardFolder().c_str()));
+  QStringList names;
+  for (const char* ending : {"jpg", "jpeg", "png", "gif", "bmp", "2bp"})
+    names.append(QStringLiteral("*.") + QLatin1String(ending));
+  const QFileInfoList files = card.entryInfoList(names, QDir::Files, QDir::Time);
   if (files.isEmpty())
-    device::Alert(workspace.GetPrompts(), device::Format(u"There is no picture in the folder %s.", folder));
+    device::Alert(m_Sheet.GetWorkspace().GetPrompts(),
+                  device::Format(u"There is no picture in the folder %s.", FromQString(card.path())));
   else
     Attach({HostPath(files.front().absoluteFilePath())});
 }

@@ -38,6 +38,8 @@ private:
   void FillPicklist();
   void InsertPicked();
   void AttachNewest();
+  std::filesystem::path CardFolder() const;
+  void KeepSelection();
   void AttachFrom(const QMimeData& pictures);
   bool Store(const Text& name, const QByteArray& jpeg);
   void Do(const std::function<std::vector<TextChange>()>& work);

@@ -70,7 +70,7 @@ void FieldEditor::Typed() {
 QWidget* FieldEditor::MakeWords(const Text& value) {
   auto* edit = new GrowingTextEdit(this);
   edit->setPlainText(device::ui::ToDisplay(value));
-  m_Read = [edit] { return device::ui::FromLines(edit->toPlainText()); };
+  m_Read = [edit] { return device::ui::FromLines(device::ui::LinesOf(*edit->document())); };
   connect(edit, &QPlainTextEdit::textChanged, this, [this] { Typed(); });
   m_Entry = edit;
   return edit;

@@ -10,7 +10,7 @@ namespace {
 
 using device::ui::ToQString;
 
-constexpr int kPause = 700;       // milliseconds without a key after which is stored
+constexpr int kStoreAfter = 700;  // milliseconds from the first key that is not stored yet
 constexpr int kWidestForm = 640;  // logical pixels; longer lines are hard to read
 
 QLabel* MakeLabel(const char* name, QWidget* parent) {
@@ -36,7 +36,7 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
   m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   m_Area->setFocusPolicy(Qt::NoFocus);
   m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kPause);
+  m_Pause.setInterval(kStoreAfter);
   connect(&m_Pause, &QTimer::timeout, this, [this] { Flush(); });
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(6, 6, 6, 6);
@@ -47,7 +47,7 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
 
 CFieldFormView::~CFieldFormView() {
   // The focus leaves a field while the window goes, when nothing is left to store it with.
-  for (FieldEditor* editor : m_Editors) editor->onEntered = nullptr;
+  for (const auto& [field, editor] : m_Editors) editor->onEntered = nullptr;
 }
 
 QString CFieldFormView::Title() const {
@@ -58,7 +58,7 @@ void CFieldFormView::OnShow() {
   m_Form.Show();
   MakeEditors();
   ShowCaptions();
-  if (!m_Editors.empty()) m_Editors.front()->Entry()->setFocus();
+  if (!m_Editors.empty()) m_Editors.begin()->second->Entry()->setFocus();
 }
 
 void CFieldFormView::MakeEditors() {
@@ -71,18 +71,19 @@ void CFieldFormView::MakeEditors() {
     const std::optional<FieldForm::Field> shown = m_Form.FieldAt(field);
     if (!shown) continue;
     auto* editor = new FieldEditor(*shown, m_Form.Choices(field), field, form);
-    editor->onTyped = [this] { m_Pause.start(); };
+    editor->onTyped = [this] {
+      if (!m_Pause.isActive()) m_Pause.start();
+    };
     editor->onEntered = [this] { Flush(); };
     editor->onEditList = [this, field] { EditList(field); };
-    m_Editors.push_back(editor);
+    m_Editors.emplace(field, editor);
     layout->addWidget(editor);
   }
   layout->addStretch(1);
   m_Area->setWidget(form);  // deletes the form before
 }
 
-bool CFieldFormView::Store(int field) {
-  FieldEditor& editor = *m_Editors[static_cast<std::size_t>(field)];
+bool CFieldFormView::Store(int field, FieldEditor& editor) {
   if (!editor.HasChanges()) return true;
   if (!m_Form.Enter(field, editor.Value())) return false;
   editor.Stored();
@@ -95,9 +96,9 @@ bool CFieldFormView::Flush() {
   m_Pause.stop();
   bool stored = true;
   bool changed = false;
-  for (std::size_t field = 0; field < m_Editors.size(); ++field) {
-    changed = changed || m_Editors[field]->HasChanges();
-    stored = Store(static_cast<int>(field)) && stored;
+  for (const auto& [field, editor] : m_Editors) {
+    changed = changed || editor->HasChanges();
+    stored = Store(field, *editor) && stored;
   }
   if (changed) ShowCaptions();
   return stored;
@@ -110,7 +111,8 @@ bool CFieldFormView::OnLeave() {
 
 void CFieldFormView::EditList(int field) {
   m_Form.EditList(field);
-  m_Editors[static_cast<std::size_t>(field)]->SetChoices(m_Form.Choices(field));
+  if (const auto editor = m_Editors.find(field); editor != m_Editors.end())
+    editor->second->SetChoices(m_Form.Choices(field));
 }
 
 void CFieldFormView::ShowCaptions() {

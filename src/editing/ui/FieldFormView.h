@@ -25,7 +25,7 @@ public:
 
 private:
   void MakeEditors();
-  bool Store(int field);
+  bool Store(int field, FieldEditor& editor);
   void EditList(int field);
   void ShowCaptions();
 
@@ -34,7 +34,7 @@ private:
   QScrollArea* m_Area;
   QLabel* m_Left;
   QTimer m_Pause;
-  std::vector<FieldEditor*> m_Editors;  // owned by Qt, below the area
+  std::map<int, FieldEditor*> m_Editors;  // by field; owned by Qt, below the area
 };
 
 }  // namespace inspector::editing::ui

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "device/ui/TextConversion.h"
+#include "device/ui/WrappingCheckBox.h"
 
 namespace inspector::editing::ui {
 
@@ -20,6 +21,7 @@ CMaterialsPage::CMaterialsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget*
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
   area->setFocusPolicy(Qt::NoFocus);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* boxes = new QWidget(area);
   auto* rows = new QVBoxLayout(boxes);
   m_Column = new QVBoxLayout;
@@ -49,7 +51,7 @@ void CMaterialsPage::ShowStep() {
   }
   while (m_Boxes.size() < needed) {
     const std::size_t n = m_Boxes.size();
-    auto* box = new QCheckBox(this);
+    auto* box = new device::ui::WrappingCheckBox(this);
     box->setObjectName(QStringLiteral("material%1").arg(n));
     m_Column->addWidget(box);
     m_Boxes.push_back(box);

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "device/ui/TextConversion.h"
+#include "device/ui/WrappingCheckBox.h"
 #include "editing/PictureAttachment.h"
 
 namespace inspector::editing::ui {
@@ -46,6 +47,7 @@ void PicturePreview::paintEvent(QPaintEvent*) {
 CPicturePage::CPicturePage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent)
     : QWidget(parent), m_Sheet(sheet), m_Dialogs(dialogs) {
   setObjectName(QStringLiteral("picturePage"));
+  setWindowTitle(QStringLiteral("Pict"));
   auto* caption = new QLabel(tr("Image &Path"), this);
   m_Path = new QLineEdit(this);
   m_Path->setObjectName(QStringLiteral("imagePath"));
@@ -58,7 +60,8 @@ CPicturePage::CPicturePage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* par
   m_Preview->setObjectName(QStringLiteral("preview"));
   m_Preview->setAccessibleName(tr("Picture of the step"));
   m_Preview->setMinimumHeight(120);
-  m_Before = new QCheckBox(tr("P&rint picture before step"), this);
+  m_Before = new device::ui::WrappingCheckBox(this);
+  m_Before->setText(tr("P&rint picture before step"));
   m_Before->setObjectName(QStringLiteral("pictureBefore"));
   auto* clear = new QPushButton(tr("C&lear Picture"), this);
   clear->setObjectName(QStringLiteral("clearPictureButton"));
@@ -98,7 +101,9 @@ void CPicturePage::Browse() {
 }
 
 void CPicturePage::SetPath(const Text& path) {
-  m_Path->setText(ToQString(path));
+  // As if it had been typed, so that undo knows it.
+  m_Path->selectAll();
+  m_Path->insert(ToQString(path));
   m_Sheet.SetBitmapPath(path);
   ShowPicture();
   if (onEdited) onEdited();

@@ -1,6 +1,9 @@
 #include "editing/ui/PictureStrip.h"
 
 #include <QComboBox>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPixmapCache>
@@ -8,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "device/ListColumns.h"
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "editing/PictureTags.h"
 
@@ -45,12 +49,12 @@ PictureStrip::PictureStrip(data::Workspace& workspace, QWidget* parent)
                          12);
   m_List->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   m_List->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // selecting scrolls
-  m_Remove = MakeButton(tr("Remove"), "removePictureButton", tr("Remove picture"), this);
   m_Earlier = MakeButton(QStringLiteral("←"), "pictureEarlierButton", tr("Picture one place earlier"), this);
   m_Later = MakeButton(QStringLiteral("→"), "pictureLaterButton", tr("Picture one place later"), this);
-  m_Scaling = new QComboBox(this);
+  m_Scaling = new device::ui::DropDown(this);
   m_Scaling->setObjectName(QStringLiteral("pictureScaling"));
   m_Scaling->setAccessibleName(tr("Size of the picture in the report, in percent"));
+  m_Remove = MakeButton(tr("Remove"), "removePictureButton", tr("Remove picture"), this);
   connect(m_Remove, &QPushButton::clicked, this, [this] { Remove(); });
   connect(m_Earlier, &QPushButton::clicked, this, [this] { Move(-1); });
   connect(m_Later, &QPushButton::clicked, this, [this] { Move(+1); });
@@ -69,7 +73,11 @@ PictureStrip::PictureStrip(data::Workspace& workspace, QWidget* parent)
 
 void PictureStrip::ShowPicturesOf(TextView comment) {
   m_Comment = Text(comment);
-  if (FindFirstTag(comment).empty() && m_Pictures.empty()) return;
+  std::vector<Text> tags = DistinctTags(comment);
+  if (!m_IsStale && tags == m_Tags) return;  // the words between them matter to nothing here
+  m_IsStale = false;
+  m_Tags = std::move(tags);
+  if (m_Tags.empty() && m_Pictures.empty()) return;
   const device::Machine& machine = m_Workspace.GetMachine();
   CardPictures card(machine.files, machine.paths, m_Workspace.Options().m_DefaultPictCardPath);
   std::vector<CommentPicture> pictures = PicturesOfComment(comment, card, machine);
@@ -99,7 +107,13 @@ void PictureStrip::ShowPicturesOf(TextView comment) {
 
 void PictureStrip::ReadThumbnail(int n) {
   const Text& path = m_Pictures[static_cast<std::size_t>(n)].path;
-  const QString key = QStringLiteral("thumbnail:") + device::ui::ToQString(path);
+  const std::filesystem::path file = m_Workspace.GetMachine().paths.ResolvePicture(path);
+  const QFileInfo info(QFile::decodeName(file.c_str()));
+  // Another card may have another picture of that name.
+  const QString key = QStringLiteral("thumbnail:%1:%2:%3")
+                          .arg(info.filePath())
+                          .arg(info.size())
+                          .arg(info.lastModified().toMSecsSinceEpoch());
   QPixmap known;
   if (QPixmapCache::find(key, &known)) {
     m_List->item(n)->setIcon(known);
@@ -114,7 +128,7 @@ void PictureStrip::ReadThumbnail(int n) {
     QPixmapCache::insert(key, thumbnail);
     m_List->item(n)->setIcon(thumbnail);
   };
-  m_Reader.Read(m_Workspace.GetMachine().paths.ResolvePicture(path), kThumbnail, show);
+  m_Reader.Read(file, kThumbnail, show);
 }
 
 void PictureStrip::ShowSelected() {

@@ -21,7 +21,9 @@ class PictureStrip : public QWidget {
 public:
   PictureStrip(data::Workspace& workspace, QWidget* parent);
 
+  // Looks for the files again when the tags are others than before, or for another step.
   void ShowPicturesOf(TextView comment);
+  void BeginStep() { m_IsStale = true; }
 
   // The comment as it is to be after a change.
   std::function<void(const Text& comment)> onChange;
@@ -39,6 +41,8 @@ private:
   QPushButton* m_Earlier;
   QPushButton* m_Later;
   QComboBox* m_Scaling;
+  std::vector<Text> m_Tags;  // of the comment shown
+  bool m_IsStale = true;     // the files have to be looked at again
   Text m_Comment;
   std::vector<CommentPicture> m_Pictures;
   PictureReader m_Reader{this};

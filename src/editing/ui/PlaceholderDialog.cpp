@@ -1,17 +1,24 @@
 #include "editing/ui/PlaceholderDialog.h"
 
-#include <QComboBox>
+#include <QCompleter>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
 
 using device::ui::FromQString;
 using device::ui::ToQString;
+
+namespace {
+
+constexpr int kWordsAround = 120;  // letters of the text on each side of the gap
+
+}  // namespace
 
 PlaceholderDialog::PlaceholderDialog(const ReplacementQuestion& question, QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("placeholderDialog"));
@@ -21,12 +28,24 @@ PlaceholderDialog::PlaceholderDialog(const ReplacementQuestion& question, QWidge
   prompt->setWordWrap(true);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
+  if (!question.before.empty() || !question.after.empty()) {
+    // Two gaps of one text may ask the same.
+    const QString sentence = device::ui::ToDisplay(question.before).right(kWordsAround).toHtmlEscaped() +
+                             QStringLiteral("<b>[ … ]</b>") +
+                             device::ui::ToDisplay(question.after).left(kWordsAround).toHtmlEscaped();
+    auto* gap = new QLabel(sentence, this);
+    gap->setObjectName(QStringLiteral("gap"));
+    gap->setTextFormat(Qt::RichText);
+    gap->setWordWrap(true);
+    layout->addWidget(gap);
+  }
   QWidget* field = nullptr;
   if (question.offersChoices) {
-    m_Choices = new QComboBox(this);
+    m_Choices = new device::ui::DropDown(this, 150);
     m_Choices->setObjectName(QStringLiteral("replacementChoices"));
     m_Choices->setEditable(true);
     m_Choices->setInsertPolicy(QComboBox::NoInsert);
+    m_Choices->setCompleter(nullptr);  // it would make "10" of a typed "1"
     for (const Text& choice : question.choices) m_Choices->addItem(ToQString(choice));
     m_Choices->setCurrentIndex(question.choices.empty() ? -1 : 0);
     m_Choices->lineEdit()->setAccessibleName(ToQString(question.prompt));

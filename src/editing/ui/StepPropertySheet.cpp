@@ -12,6 +12,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/CommentsPage.h"
 #include "editing/ui/MaterialsPage.h"
@@ -24,7 +25,7 @@ using device::ui::ToQString;
 
 namespace {
 
-constexpr int kTypingPause = 800;  // milliseconds
+constexpr int kSaveAfter = 700;  // milliseconds
 
 }  // namespace
 
@@ -39,7 +40,7 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   QFont bold = m_Caption->font();
   bold.setBold(true);
   m_Caption->setFont(bold);
-  m_Rating = new QComboBox(this);
+  m_Rating = new device::ui::DropDown(this, 150);
   m_Rating->setObjectName(QStringLiteral("rating"));
   m_Rating->setAccessibleName(tr("Rating"));
   auto* ratingCaption = new QLabel(tr("Ratin&g"), this);
@@ -73,11 +74,15 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), this), &QShortcut::activated, this,
           [this] { Move(true); });
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  // Enter in a field ends the field, not the sheet.
+  for (QAbstractButton* button : buttons->buttons()) static_cast<QPushButton*>(button)->setAutoDefault(false);
+  connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, this,
+          &QDialog::accept);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
   m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kTypingPause);
+  m_Pause.setInterval(kSaveAfter);
   connect(&m_Pause, &QTimer::timeout, this, [this] { m_Sheet.SaveNow(); });
   connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     if (state != Qt::ApplicationActive) m_Sheet.SaveNow();
@@ -169,8 +174,9 @@ void CStepPropertySheet::Move(bool forward) {
   if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) ShowStep();
 }
 
+// Counted from the first key that is not written yet: who types without a pause is not left waiting.
 void CStepPropertySheet::SaveSoon() {
-  m_Pause.start();
+  if (!m_Pause.isActive()) m_Pause.start();
 }
 
 void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
@@ -192,6 +198,8 @@ void CStepPropertySheet::done(int result) {
       return;
     m_Sheet.Discard();
   }
+  // Cancel loses nothing that was typed; whoever meant it that way takes it back.
+  if (result == Rejected) m_Sheet.LetUndo();
   QDialog::done(result);
 }
 

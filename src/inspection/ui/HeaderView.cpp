@@ -29,7 +29,7 @@ Text ValueOf(const QWidget* control, const Text& stored) {
   if (const auto* combo = dynamic_cast<const PickerCombo*>(control)) return combo->Value();
   if (const auto* lines = qobject_cast<const QPlainTextEdit*>(control)) {
     // Untouched text keeps the line ends that it came with.
-    const QString text = lines->toPlainText();
+    const QString text = device::ui::LinesOf(*lines->document());
     return text == device::ui::ToDisplay(stored) ? stored : device::ui::FromLines(text);
   }
   return device::ui::FromQString(static_cast<const QLineEdit*>(control)->text());

@@ -33,7 +33,10 @@ protected:
   // A caption and its control at the end of the form.
   void AddRow(const QString& caption, QWidget* control);
   void AddFields();
-  void Touched() { m_Pause.start(); }
+  // Counted from the first key that is not written yet.
+  void Touched() {
+    if (!m_Pause.isActive()) m_Pause.start();
+  }
   CInspectorDoc& Document() const { return m_Document; }
   HeaderForm& Form() { return m_Form; }
   bool IsFilling() const { return m_Filling; }
