@@ -37,6 +37,7 @@ public:
   bool PrepareForWriting();
   void Close();
   const std::filesystem::path& File() const { return m_File; }
+  device::FaultLog& Faults() const { return m_Faults; }
 
   enum class Result { Done, TableMissing, Failed };
   // A query: the row ids of what it finds, and the table they belong to; of a missing table, its name. One
@@ -127,7 +128,8 @@ private:
 // being written, so that an action never happens by halves.
 class Transaction {
 public:
-  explicit Transaction(Connection& connection) : m_Connection(connection), m_Open(connection.Begin()) {
+  explicit Transaction(Connection& connection)
+      : m_Silence(connection.Faults()), m_Connection(connection), m_Open(connection.Begin()) {
     if (!m_Open) m_Connection.BeginRefused();
   }
   ~Transaction() {
@@ -144,6 +146,7 @@ public:
   }
 
 private:
+  device::FaultLog::Silence m_Silence;  // first, so that it ends last
   Connection& m_Connection;
   bool m_Open;
   bool m_Ended = false;

@@ -54,6 +54,23 @@ void ReadBytes(sqlite3_stmt* statement, int column, ByteArray& bytes) {
     bytes.clear();
 }
 
+void CopyMember(const ColumnDef& from, const ColumnDef& to) {
+  std::visit(
+      [&](auto* source) {
+        if (auto* const* target = std::get_if<decltype(source)>(&to.member)) **target = *source;
+      },
+      from.member);
+}
+
+bool IsSameMember(const ColumnDef& left, const ColumnDef& right) {
+  return std::visit(
+      [&](auto* value) {
+        auto* const* other = std::get_if<decltype(value)>(&right.member);
+        return other && **other == *value;
+      },
+      left.member);
+}
+
 }  // namespace
 
 TableRecordset::TableRecordset(Databases& databases, const TableLayout& layout,
@@ -326,14 +343,13 @@ int TableRecordset::FindRowOf(const TableRecordset& other, int n) const {
 
 void CopyColumns(const TableRecordset& source, TableRecordset& target) {
   const std::size_t count = std::min(source.Columns().size(), target.Columns().size());
-  for (std::size_t i = 0; i < count; ++i) {
-    std::visit(
-        [&](auto* from) {
-          using Member = decltype(from);
-          if (auto* const* to = std::get_if<Member>(&target.Columns()[i].member)) **to = *from;
-        },
-        source.Columns()[i].member);
-  }
+  for (std::size_t i = 0; i < count; ++i) CopyMember(source.Columns()[i], target.Columns()[i]);
+}
+
+void CopyChanges(const TableRecordset& base, const TableRecordset& mine, TableRecordset& target) {
+  for (std::size_t i = 0; i < mine.Columns().size(); ++i)
+    if (!IsSameMember(base.Columns()[i], mine.Columns()[i]))
+      CopyMember(mine.Columns()[i], target.Columns()[i]);
 }
 
 }  // namespace inspector::data

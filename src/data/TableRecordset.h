@@ -105,5 +105,7 @@ private:
 
 // Copies the members of every column that both tables have, by ordinal. Staging tables have one fewer.
 void CopyColumns(const TableRecordset& source, TableRecordset& target);
+// Copies from `mine` to `target` only what differs from `base`: what was changed since both were alike.
+void CopyChanges(const TableRecordset& base, const TableRecordset& mine, TableRecordset& target);
 
 }  // namespace inspector::data

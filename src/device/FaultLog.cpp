@@ -21,7 +21,7 @@ void FaultLog::Report(const Text& text) {
 }
 
 void FaultLog::ShowPending() {
-  while (true) {
+  while (m_Silences == 0) {
     Text text;
     {
       const std::lock_guard lock(m_Mutex);

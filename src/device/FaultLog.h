@@ -2,6 +2,7 @@
 // and a count that makes the command line end with 1.
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <mutex>
 #include <set>
@@ -23,10 +24,25 @@ public:
   // May be called from any thread. `text` says what failed, on which file, and what to do. The same text is
   // logged each time and shown once; from a worker thread it is shown by the next ShowPending.
   void Report(const Text& text);
-  // To be called on the thread that owns the prompts, which is the one that made this object.
+  // To be called on the thread that owns the prompts, which is the one that made this object. Shows nothing
+  // during a Silence.
   void ShowPending();
 
   int Count() const;
+
+  // While one lives, boxes wait: nobody may be left reading while a database is locked.
+  class Silence {
+  public:
+    explicit Silence(FaultLog& log) : m_Log(log) { ++m_Log.m_Silences; }
+    ~Silence() {
+      if (--m_Log.m_Silences == 0 && std::this_thread::get_id() == m_Log.m_Owner) m_Log.ShowPending();
+    }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+  private:
+    FaultLog& m_Log;
+  };
 
 private:
   void Append(const Text& text);
@@ -39,6 +55,7 @@ private:
   std::set<Text> m_Seen;
   std::vector<Text> m_Pending;
   int m_Count = 0;
+  std::atomic<int> m_Silences = 0;  // of all threads: a worker's transaction locks the same database
 };
 
 }  // namespace inspector::device

@@ -34,7 +34,7 @@ int ColumnAt(std::span<const int> widths, int x) {
   int sum = 0;
   for (std::size_t n = 0; n < widths.size(); ++n) {
     sum += widths[n];
-    if (x < sum) return static_cast<int>(n);
+    if (sum >= x) return static_cast<int>(n);
   }
   return -1;
 }

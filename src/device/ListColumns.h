@@ -25,7 +25,7 @@ struct ListColumn {
 // below kSmallestTarget nor above twice that; the others share what is left in the drawn proportions.
 std::vector<int> ScaleColumns(std::span<const ListColumn> columns, int available);
 
-// The column under x, found by adding the widths from the left; -1 beyond the last.
+// The column under x, found by adding the widths from the left until the sum reaches x; -1 beyond the last.
 int ColumnAt(std::span<const int> widths, int x);
 
 }  // namespace inspector::device

@@ -8,7 +8,6 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/RowFilter.h"
-#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 namespace {
@@ -193,13 +192,15 @@ bool CategoryList::Rename() {
   return renamed;
 }
 
-bool CategoryList::DuplicateRow(int record) {
+bool CategoryList::DuplicateRow(int record, std::optional<inspection::UndoRecording>& recording) {
   if (!m_List.GetRecord(record)) return false;
   CategoryDuplication duplication(m_Document.GetWorkspace(), m_List);
   const auto suggested = duplication.Suggest();
   if (!suggested) return false;
   const auto wanted = m_Dialogs.AskDuplicateCategory(*suggested);
   if (!wanted) return true;
+  if (!recording)
+    recording.emplace(m_Document, u"Duplicate Category", m_Document.Inspection().m_InspectionID);
   const bool made = duplication.Make(*wanted);
   m_Document.LoadCategories();
   m_Document.SetCategoryTopIndex(0);
@@ -209,13 +210,11 @@ bool CategoryList::DuplicateRow(int record) {
 bool CategoryList::Duplicate() {
   m_Document.FinishDocTypeChange();
   Refill();
-  const int before = m_List.RecordCount();
-  inspection::UndoRecording recording(m_Document, u"Duplicate Category",
-                                      m_Document.Inspection().m_InspectionID);
+  std::optional<inspection::UndoRecording> recording;  // from the first OK on
   bool made = true;
-  for (const int record : MarkedRows()) made = DuplicateRow(record) && made;
+  for (const int record : MarkedRows()) made = DuplicateRow(record, recording) && made;
   Refill();
-  if (m_List.RecordCount() > before) recording.Done();
+  if (recording) recording->Done();
   return made;
 }
 

@@ -9,6 +9,7 @@
 #include "editing/Defaults.h"
 #include "editing/EditingDialogs.h"
 #include "inspection/InspectorDoc.h"
+#include "inspection/UndoLog.h"
 
 namespace inspector::editing {
 
@@ -24,6 +25,7 @@ public:
   // To be called on every showing: reads the categories of the current inspection.
   void Show();
   Text Caption() const;
+  std::int32_t InspectionID() const { return m_Document.Inspection().m_InspectionID; }
   // Leaves the rows whose titles hold these words; all when there are none.
   void SetFilter(TextView words);
 
@@ -77,7 +79,7 @@ private:
   int RecordOf(std::int32_t categoryID);
   bool Toggle(int record, Text& caption);
   bool RenameRow(int record);
-  bool DuplicateRow(int record);
+  bool DuplicateRow(int record, std::optional<inspection::UndoRecording>& recording);
 
   inspection::CInspectorDoc& m_Document;
   EditingDialogs& m_Dialogs;

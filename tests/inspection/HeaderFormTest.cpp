@@ -39,6 +39,10 @@ TEST_F(HeaderFormTest, WritesOnceWhatWasTyped) {
   m_Device.Run(data::DatabaseKind::Inspection,
                "UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
   EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}}));
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName FROM Inspection WHERE InspectionID = 1001"), "Other");
+  // Nor may a column that nobody touched here.
+  EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}, {Field(u"phone"), u"555-0163"}}));
+  EXPECT_EQ(Document().Inspection().m_ClientPhone, u"555-0163");
   EXPECT_EQ(Stored(key), u"Other");
 }
 

@@ -1,13 +1,14 @@
 #include "device/ui/DatabasePathsDialog.h"
 
 #include <QDialogButtonBox>
-#include <QFileDialog>
+#include <QFile>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
@@ -41,9 +42,10 @@ QLineEdit* DatabasePathsDialog::AddPath(const QString& caption, const char* name
   browse->setAccessibleName(QStringLiteral("Browse for the ") + QString(caption).remove(u'&').toLower());
   browse->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, [this, field] {
-    const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Database"), {},
-                                                      QStringLiteral("Databases (*.cdb);;All files (*)"));
-    if (!file.isEmpty()) field->setText(file);
+    FileDialog dialog(this, QStringLiteral("Database"), "databaseDialog");
+    dialog.setNameFilter(QStringLiteral("Pocket Access Files (*.cdb);;All files (*)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    for (const std::filesystem::path& file : dialog.Ask()) field->setText(QFile::decodeName(file.c_str()));
   });
   auto* row = new QHBoxLayout;
   row->addWidget(field, 1);

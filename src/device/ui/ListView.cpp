@@ -9,8 +9,14 @@
 #include <algorithm>
 
 #include "device/ui/RowDelegate.h"
+#include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
+namespace {
+
+constexpr int kHeadingMargins = 8;
+
+}  // namespace
 
 ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* parent)
     : QTableView(parent), m_Model(new ListModel(source, std::move(columns), this)) {
@@ -53,12 +59,18 @@ void ListView::Refill() {
     const QSignalBlocker quiet(selectionModel());
     m_Model->Reset();
     if (row >= 0 && row < m_Model->rowCount()) {
-      setCurrentIndex(m_Model->index(row, column));  // selects the row; selectRow would leave the column
+      MakeCurrent(row, column);  // selectRow would leave the column
     }
   }
   verticalScrollBar()->setValue(top);
   FitVisibleRows();
   viewport()->update();
+}
+
+// Whatever keys are held: setCurrentIndex would add to the selection while Ctrl is down.
+void ListView::MakeCurrent(int row, int column) {
+  selectionModel()->setCurrentIndex(m_Model->index(row, column),
+                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 int ListView::SelectedRow() const {
@@ -75,7 +87,7 @@ void ListView::SelectRow(int row) {
     clearSelection();
     return;
   }
-  setCurrentIndex(m_Model->index(row, std::max(currentIndex().column(), 0)));
+  MakeCurrent(row, std::max(currentIndex().column(), 0));
   scrollTo(m_Model->index(row, 0));
 }
 
@@ -96,7 +108,25 @@ void ListView::LayOut() {
   m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
   for (std::size_t n = 0; n < m_Widths.size(); ++n)
     horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);
+  FitHeadings();
   FitVisibleRows();
+}
+
+// With large text on a narrow screen the headings take a smaller one, so that none is cut.
+void ListView::FitHeadings() {
+  const auto fits = [this](const QFontMetrics& metrics) {
+    for (std::size_t n = 0; n < m_Widths.size(); ++n)
+      if (metrics.horizontalAdvance(ToQString(m_Model->Columns()[n].heading)) + kHeadingMargins > m_Widths[n])
+        return false;
+    return true;
+  };
+  QFont smaller = font();
+  const qreal full = smaller.pointSizeF();
+  for (qreal size = full; size >= full / 2; size -= full / 16) {
+    smaller.setPointSizeF(size);
+    if (fits(QFontMetrics(smaller))) break;
+  }
+  horizontalHeader()->setFont(smaller);
 }
 
 void ListView::FitVisibleRows() {
@@ -156,6 +186,12 @@ void ListView::keyPressEvent(QKeyEvent* event) {
       Click(current.row(), static_cast<int>(mark - columns.begin()));
       return;
     }
+  }
+  const bool first = event->key() == Qt::Key_Home;
+  if ((first || event->key() == Qt::Key_End) && event->modifiers() == Qt::NoModifier) {
+    // To another row, not to another column: in that of the marks Enter would mark.
+    SelectRow(first ? 0 : m_Model->rowCount() - 1);
+    return;
   }
   QTableView::keyPressEvent(event);
 }

@@ -44,6 +44,8 @@ protected:
 private:
   void LayOut();
   void FitVisibleRows();
+  void FitHeadings();
+  void MakeCurrent(int row, int column);
   void Click(int row, int column);
 
   ListModel* m_Model;  // owned by Qt, as child

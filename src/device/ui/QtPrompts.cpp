@@ -1,11 +1,11 @@
 #include "device/ui/QtPrompts.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include "device/ui/DatabasePathsDialog.h"
+#include "device/ui/FileDialog.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TextEntryDialog.h"
@@ -80,19 +80,18 @@ std::optional<Text> QtPrompts::AskText(const TextQuestion& question) {
 
 std::optional<std::filesystem::path> QtPrompts::AskSavePath(const SaveQuestion& question) {
   // Asks before an existing file is named.
-  QFileDialog dialog(Parent(), QStringLiteral("Save As"));
-  dialog.setObjectName(QStringLiteral("saveDialog"));
+  FileDialog dialog(Parent(), QStringLiteral("Save As"), "saveDialog");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   const std::filesystem::path folder = m_Paths.Resolve(question.folder);
   std::error_code passedOver;  // the dialog shows another folder then
   std::filesystem::create_directories(folder, passedOver);
-  dialog.setDirectory(QString::fromStdString(folder.string()));
+  dialog.ShowFolder(folder);
   dialog.setNameFilter(FilterOf(question.filter));
   dialog.setDefaultSuffix(ToQString(question.defaultExtension));
   dialog.selectFile(ToQString(question.suggestedName));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return std::filesystem::path(dialog.selectedFiles().first().toStdString());
+  const std::vector<std::filesystem::path> files = dialog.Ask();
+  return files.empty() ? std::nullopt : std::optional(files.front());
 }
 
 std::optional<DatabasePaths> QtPrompts::AskDatabasePaths(const DatabasePaths& current) {

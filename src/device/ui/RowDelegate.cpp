@@ -18,13 +18,18 @@ QString BreakLongWords(const QString& text, const QFontMetrics& metrics, int wid
   QString broken;
   QString word;
   for (const QChar letter : text) {
-    const bool ends = letter.isSpace() || letter == u'-' || letter == u'/';
+    const bool ends = letter.isSpace();
     if (!ends && !word.isEmpty() && metrics.horizontalAdvance(word + letter) > width) {
       broken += QChar(0x200B);  // a line may end here
       word.clear();
     }
     word = ends ? QString() : word + letter;
     broken += letter;
+    // Between digits a hyphen does not end a line by itself.
+    if (letter == u'-' || letter == u'/') {
+      broken += QChar(0x200B);
+      word.clear();
+    }
   }
   return broken;
 }

@@ -43,6 +43,10 @@ CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs
 }
 
 void CCategoryView::OnShow() {
+  if (const std::int32_t shown = m_List.InspectionID(); shown != m_InspectionID) {
+    m_InspectionID = shown;
+    ClearSearch();
+  }
   m_List.Show();
   ShowRows();
   const int top = m_List.TopRow();

@@ -29,6 +29,7 @@ private:
   QAction* m_Duplicate;
   QAction* m_Rename;
   QAction* m_NotPresent;
+  std::int32_t m_InspectionID = -1;  // whose categories were shown last
 };
 
 }  // namespace inspector::editing::ui

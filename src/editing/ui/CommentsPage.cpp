@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -13,6 +12,7 @@
 
 #include "device/Format.h"
 #include "device/ListColumns.h"
+#include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
 #include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
@@ -107,14 +107,11 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     });
   });
   connect(attach, &QPushButton::clicked, this, [this] {
-    QFileDialog dialog(this, tr("Attach pictures"), ToQString(device::FromUtf8(CardFolder().native())),
-                       tr("Pictures (*.jpg *.jpeg *.png *.gif *.bmp *.2bp)"));
-    dialog.setObjectName(QStringLiteral("attachDialog"));
+    device::ui::FileDialog dialog(this, tr("Attach pictures"), "attachDialog");
+    dialog.ShowFolder(CardFolder());
+    dialog.setNameFilter(tr("Pictures (*.jpg *.jpeg *.png *.gif *.bmp *.2bp)"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    if (dialog.exec() != QDialog::Accepted) return;
-    std::vector<std::filesystem::path> files;
-    for (const QString& file : dialog.selectedFiles()) files.push_back(HostPath(file));
-    Attach(files);
+    Attach(dialog.Ask());
   });
   connect(newest, &QPushButton::clicked, this, [this] { AttachNewest(); });
 

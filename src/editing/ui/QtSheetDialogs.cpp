@@ -1,8 +1,6 @@
 #include "editing/ui/QtSheetDialogs.h"
 
-#include <QFile>
-#include <QFileDialog>
-
+#include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/CommentPickerDialog.h"
 #include "editing/ui/PlaceholderDialog.h"
@@ -32,11 +30,11 @@ bool QtSheetDialogs::PickComments(CommentPicker& picker) {
 }
 
 std::optional<std::filesystem::path> QtSheetDialogs::AskPictureFile(const Text& filter) {
-  QFileDialog dialog(&m_Parent, QObject::tr("Open"), {}, QtFilter(filter));
-  dialog.setObjectName(QStringLiteral("pictureFileDialog"));
+  device::ui::FileDialog dialog(&m_Parent, QObject::tr("Open"), "pictureFileDialog");
+  dialog.setNameFilter(QtFilter(filter));
   dialog.setFileMode(QFileDialog::ExistingFile);
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return std::filesystem::path(QFile::encodeName(dialog.selectedFiles().front()).toStdString());
+  const std::vector<std::filesystem::path> files = dialog.Ask();
+  return files.empty() ? std::nullopt : std::optional(files.front());
 }
 
 }  // namespace inspector::editing::ui

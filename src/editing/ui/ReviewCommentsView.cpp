@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "device/ui/ListView.h"
 #include "device/ui/TextConversion.h"
@@ -43,7 +44,7 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
 void CReviewCommentsView::Refill() {
   m_Review.SetFilter(device::ui::FromQString(m_Filter->currentText()));
   m_List->Refill();
-  m_List->SelectRow(m_Review.RememberedRow());
+  m_List->SelectRow(std::max(m_Review.RememberedRow(), 0));
 }
 
 device::ListRow CReviewCommentsView::ShownRow(int row) {

@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QScroller>
+#include <utility>
 
 #include "device/ui/TextConversion.h"
 
@@ -102,6 +103,7 @@ void HeaderView::AddRow(const QString& caption, QWidget* control) {
   auto* label = new QLabel(caption, m_Inside);
   label->setBuddy(control);
   control->setAccessibleName(QString(caption).remove(u'*'));
+  if (!m_Rows.empty()) setTabOrder(m_Rows.back().control, control);
   m_Rows.push_back({label, control, qobject_cast<QPlainTextEdit*>(control) != nullptr});
   m_Columns = 0;  // to be laid out again
   LayOut();
@@ -135,8 +137,14 @@ void HeaderView::resizeEvent(QResizeEvent* event) {
 }
 
 void HeaderView::OnShow() {
+  m_Document.RefreshHeader();
   if (m_Form.MustFill()) FillChoices();
   Fill();
+}
+
+void HeaderView::ListsChanged() {
+  m_Form.Forget();
+  if (isVisible()) OnShow();
 }
 
 void HeaderView::FillChoices() {
@@ -158,6 +166,7 @@ void HeaderView::Fill() {
       static_cast<QLineEdit*>(control)->setText(ToQString(value));
     }
   }
+  m_Form.Filled(Entered());
 }
 
 HeaderForm::EnteredFields HeaderView::Entered() const {
@@ -172,13 +181,14 @@ bool HeaderView::Flush() {
   // First into memory: a change of type that ends below appends its comments to what was typed.
   m_Form.TakeOver(Entered());
   if (m_Document.IsChangingDocType()) {
+    m_AwaitsType = true;
     Touched();
     return true;
   }
-  if (m_Document.FinishDocTypeChange()) {
-    Fill();
-    OnDocTypeChanged();
-  }
+  const bool finished = m_Document.FinishDocTypeChange();
+  // A command may have finished the change before: then only the fields do not know.
+  if (finished || std::exchange(m_AwaitsType, false)) Fill();
+  if (finished) OnDocTypeChanged();
   return m_Form.Save(Entered());
 }
 

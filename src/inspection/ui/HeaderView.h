@@ -22,6 +22,8 @@ public:
   bool Flush() override;
   // Waits for a running change of type.
   bool OnLeave() override;
+  // The lists that the fields offer were edited elsewhere.
+  void ListsChanged();
 
   // "Edit List..." was chosen; the list is read again afterwards.
   std::function<void(const Text& pickerList)> onEditList;
@@ -65,6 +67,7 @@ private:
   QTimer m_Pause;
   int m_Columns = 0;
   bool m_Filling = false;
+  bool m_AwaitsType = false;  // a change of type ran when the fields were last handed over
 };
 
 }  // namespace inspector::inspection::ui

@@ -2,6 +2,7 @@
 
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
+#include <QEvent>
 
 #include "device/ListColumns.h"
 
@@ -33,8 +34,16 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
     m_DateTouched = true;
     Touched();
   });
+  m_Date->installEventFilter(this);
   AddFields();
   AddRow(QStringLiteral("Date"), m_Date);
+}
+
+// Who touches an empty date means today; nobody pages through a calendar from its first year on.
+bool CInspectionSetupView2::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress && m_Date->dateTime() == m_Date->minimumDateTime())
+    m_Date->setDateTime(QDateTime::currentDateTime());
+  return HeaderView::eventFilter(watched, event);
 }
 
 void CInspectionSetupView2::Fill() {

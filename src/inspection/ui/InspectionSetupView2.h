@@ -15,6 +15,7 @@ public:
   bool Flush() override;
 
 protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void Fill() override;
 
 private:

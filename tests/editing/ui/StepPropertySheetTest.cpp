@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTimer>
 #include <QUrl>
 
 #include "device/ui/ListView.h"
@@ -95,13 +96,25 @@ TEST_F(StepPropertySheetTest, MovesAndShowsThePagesOfEachStep) {
   EXPECT_EQ(tabs.currentIndex(), 1) << "the comments stay in front";
 }
 
-TEST_F(StepPropertySheetTest, WritesAMomentAfterTypingPauses) {
-  Type(Comment(), QStringLiteral("Worn.\nTwice."));
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
-  WaitUntil([this] { return m_Device.Finding(m_Shingles) == u"20.1|Shingles|||Worn.\r\nTwice."; });
-  Type(Comment(), QStringLiteral(" More."));
-  m_Sheet.reject();  // Cancel keeps what was typed
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Worn.\r\nTwice. More.");
+TEST_F(StepPropertySheetTest, WritesAMomentAfterTheFirstKeyAndCancelKeepsItUntilUndo) {
+  inspection::UndoLog undo(Document());
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, std::nullopt));
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, std::nullopt));
+  const Text before = m_Device.Finding(m_Shingles);
+  // Somebody who never pauses: 20 keys of a tenth of a second each.
+  for (int key = 0; key < 20 && m_Device.Finding(m_Shingles) == before; ++key) {
+    Type(Comment(), QStringLiteral("x"));
+    QEventLoop loop;
+    QTimer::singleShot(100, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+  EXPECT_NE(m_Device.Finding(m_Shingles), before);
+  Type(Comment(), QStringLiteral("\nMore."));
+  m_Sheet.reject();
+  EXPECT_TRUE(m_Device.Finding(m_Shingles).ends_with(u"x\r\nMore.")) << "Cancel keeps what was typed";
+  EXPECT_EQ(undo.Action(), u"Step 20.1");
+  EXPECT_TRUE(undo.Undo());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), before);
 }
 
 TEST_F(StepPropertySheetTest, OneUndoTakesAShortcutBack) {

@@ -106,6 +106,22 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
 }
 
+// A report that is written at once, say: the fields do not know yet what the type has added.
+TEST_F(HeaderViewTest, KeepsWhatATypeAddedThatSomebodyElseFinished) {
+  m_Device.Visit(u"");
+  CInspectorView view(Document());
+  view.show();
+  view.OnShow();
+  Choose(Find<QComboBox>(view, "docTypeField"), QStringLiteral("House"));
+  Find<QPlainTextEdit>(view, "generalField").setPlainText(QStringLiteral("Dry day."));
+  EXPECT_TRUE(view.Flush());
+  Document().FinishDocTypeChange();
+  EXPECT_TRUE(view.Flush());
+  EXPECT_TRUE(view.OnLeave());
+  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.ends_with(u"Built in 1968."));
+  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.starts_with(u"Dry day."));
+}
+
 TEST_F(HeaderViewTest, OpensTheListEditorAndKeepsTheValue) {
   m_Device.Library().AddPicker(u"Realtor", u"M. Cole");
   m_Device.Visit(u"House");
