@@ -14,6 +14,7 @@
 
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
+#include "device/Format.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
 #include "inspection/ui/InspectionOverviewView.h"
@@ -29,6 +30,7 @@ namespace {
 
 constexpr int kRememberAfter = 2000;  // milliseconds: the registry is synced to disk each time
 constexpr QSize kFirstSize(1280, 800);
+constexpr double kHeadingPoints = 12;
 
 }  // namespace
 
@@ -135,26 +137,34 @@ void CMainFrame::MakeMenus() {
                  [this] { Bring(m_Visit->Review()); });
   AddMenuCommand(go, "goUnfinished", QStringLiteral("&Unfinished"), QKeySequence(Qt::CTRL | Qt::Key_6),
                  [this] { Bring(m_Visit->WhatIsLeft()); });
-  AddMenuCommand(go, "nextUnfinished", QStringLiteral("&Next unfinished"), QKeySequence(Qt::Key_F8), [this] {
-    if (CurrentScreen()->Flush()) m_Visit->OpenNextUnfinished();
-  });
+  m_EverywhereInBar += AddMenuCommand(go, "nextUnfinished", QStringLiteral("&Next unfinished"),
+                                      QKeySequence(Qt::Key_F8), [this] {
+                                        if (CurrentScreen()->Flush() && HasVisit())
+                                          m_Visit->OpenNextUnfinished();
+                                      });
   go->addSeparator();
   AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
                  [this] { close(); });
   m_ScreenMenu = menuBar()->addMenu(QStringLiteral("&Commands"));
   MakeVisitMenu();
-  MakeViewMenu();
   QMenu* const tools = menuBar()->addMenu(QStringLiteral("&Tools"));
   m_Undo = AddMenuCommand(tools, "undo", {}, QKeySequence::Undo, [this] { Undo(); });
   ShowUndo();
   tools->addSeparator();
-  AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."), {},
-                 [this] { m_Visit->EditPickerList({}); });
-  AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."), {},
-                 [this] { m_Visit->EditShortcuts(); });
-  AddMenuCommand(tools, "options", QStringLiteral("&Options..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
-                 [this] { OpenOptions(); });
-  AddMenuCommand(tools, "about", QStringLiteral("&About"), {}, [this] { OpenAbout(); });
+  m_EverywhereInBar += AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."),
+                                      QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] {
+                                        m_Visit->EditPickerList({});
+                                        m_Header->ListsChanged();
+                                        m_SetUp->ListsChanged();
+                                      });
+  m_EverywhereInBar +=
+      AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."),
+                     QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { m_Visit->EditShortcuts(); });
+  m_EverywhereInBar += AddMenuCommand(tools, "options", QStringLiteral("&Options..."),
+                                      QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { OpenOptions(); });
+  MakeViewMenu(tools);
+  m_EverywhereInBar += AddMenuCommand(tools, "about", QStringLiteral("&About"), QKeySequence(Qt::Key_F1),
+                                      [this] { OpenAbout(); });
 
   // What a screen offers on its way to the next one.
   auto* next = new QAction(QStringLiteral("A&gents, date"), m_Header);
@@ -183,8 +193,8 @@ void CMainFrame::MakeVisitMenu() {
   m_Visit->WhatIsLeft().addAction(write);
 }
 
-void CMainFrame::MakeViewMenu() {
-  QMenu* const view = menuBar()->addMenu(QStringLiteral("&View"));
+void CMainFrame::MakeViewMenu(QMenu* tools) {
+  QMenu* const view = tools->addMenu(QStringLiteral("&View"));
   const auto choice = [&](QActionGroup* group, const char* name, const QString& caption, bool checked,
                           std::function<void()> run) {
     QAction* const action = AddMenuCommand(view, name, caption, {}, std::move(run));
@@ -225,8 +235,8 @@ void CMainFrame::UseTheme() {
 void CMainFrame::Show(const device::ui::Theme& theme) {
   device::ui::ApplyTheme(*qApp, theme);
   QFont heading = QApplication::font();
-  heading.setPointSizeF(heading.pointSizeF() * 1.2);
-  heading.setBold(true);
+  heading.setPointSizeF(kHeadingPoints * theme.textPercent / 100);
+  heading.setWeight(QFont::Bold);
   m_Title->setFont(heading);
 }
 
@@ -236,8 +246,10 @@ Screen* CMainFrame::CurrentScreen() const {
 
 bool CMainFrame::Bring(Screen& screen) {
   Screen* const present = CurrentScreen();
-  if (present == &screen && m_HasShown) return true;
-  if (present && present != &screen) {
+  const bool isFirst = !m_HasShown;
+  if (&screen != m_Overview && !HasVisit()) return false;
+  if (present == &screen && !isFirst && !screen.Flush()) return false;
+  if (present != &screen) {
     if (!present->OnLeave()) return false;
     // Going back to where one came from is no longer way.
     const auto before = std::find(m_Trail.begin(), m_Trail.end(), &screen);
@@ -258,7 +270,18 @@ bool CMainFrame::Bring(Screen& screen) {
 }
 
 bool CMainFrame::GoBack() {
+  // The steps of a category that is no longer the current one are no place to come back to.
+  while (!m_Trail.empty() && m_Visit->IsInCategory(*m_Trail.back()) && !m_Visit->IsAtCategory())
+    m_Trail.pop_back();
   return !m_Trail.empty() && Bring(*m_Trail.back());
+}
+
+// Makes the row that is selected in the list the current inspection: that is the one a person means.
+bool CMainFrame::HasVisit() {
+  if (CurrentScreen() == m_Overview && m_HasShown && !m_Overview->MakeSelectedCurrent()) return false;
+  if (m_Document.HasInspection()) return true;
+  device::Alert(m_Machine.prompts, u"There is no inspection. Create one first.");
+  return false;
 }
 
 void CMainFrame::ShowUndo() {
@@ -271,6 +294,12 @@ void CMainFrame::ShowUndo() {
 void CMainFrame::Undo() {
   if (!CurrentScreen()->Flush()) return;
   const QString action = ToQString(m_UndoLog.Action());
+  if (m_UndoLog.IsElsewhere() &&
+      !device::ConfirmCaution(
+          m_Machine.prompts,
+          device::Format(u"\"%s\" was done in another inspection. Do you wish to take it back there?",
+                         m_UndoLog.Action())))
+    return;
   const std::int32_t category = m_Document.Categories().m_CategoryID;
   if (!m_UndoLog.Undo()) return;
   // A category that went away takes its screen along.
@@ -284,7 +313,7 @@ void CMainFrame::Undo() {
 void CMainFrame::ShowCommands() {
   const QList<QAction*> actions = CurrentScreen()->actions();
   // What can be taken back is one tap away for as long as it can.
-  m_Bar->SetActions(m_Undo->isEnabled() ? actions + QList{m_Undo} : actions);
+  m_Bar->SetActions(m_Undo->isEnabled() ? actions + QList{m_Undo} : actions, m_EverywhereInBar);
   m_ScreenMenu->clear();
   m_ScreenMenu->addActions(actions);
   m_ScreenMenu->setEnabled(!actions.isEmpty());
@@ -301,6 +330,7 @@ void CMainFrame::Restore() {
 
   const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
   if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
+  m_Overview->SelectCurrent();
   // Back leads up from there: inspections, header, categories.
   Bring(*m_Header);
   if (place.categoryID > 0 && Bring(m_Visit->Categories()))
@@ -340,7 +370,8 @@ void CMainFrame::FlushAll() {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
-  if (!CurrentScreen()->OnLeave()) {
+  // Once the databases are to be found elsewhere there is no staying.
+  if (!CurrentScreen()->OnLeave() && !m_MustQuit) {
     event->ignore();
     return;
   }
@@ -361,7 +392,7 @@ void CMainFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 void CMainFrame::Report() {
-  if (!CurrentScreen()->Flush()) return;
+  if (!CurrentScreen()->Flush() || !HasVisit()) return;
   const device::Text file = WriteReport(m_Document, *this);
   if (!file.empty()) statusBar()->showMessage(QStringLiteral("The report is written: ") + ToQString(file));
 }
@@ -369,7 +400,8 @@ void CMainFrame::Report() {
 void CMainFrame::OpenOptions() {
   COptionsSheet sheet(m_Document.GetWorkspace(), this);
   sheet.exec();
-  if (sheet.MustQuit()) close();
+  m_MustQuit = sheet.MustQuit();
+  m_MustQuit ? static_cast<void>(close()) : CurrentScreen()->OnShow();
 }
 
 void CMainFrame::OpenAbout() {

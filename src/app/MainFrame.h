@@ -66,10 +66,11 @@ private:
   void MakeScreens();
   void MakeMenus();
   void MakeVisitMenu();
-  void MakeViewMenu();
+  void MakeViewMenu(QMenu* tools);
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
   void ShowCommands();
+  bool HasVisit();
   void ShowUndo();
   void Undo();
   void ShowTitle();
@@ -88,10 +89,12 @@ private:
   device::ui::CommandBar* m_Bar;
   QMenu* m_ScreenMenu = nullptr;
   QAction* m_Undo = nullptr;
+  QList<QAction*> m_EverywhereInBar;  // behind "More" on every screen
   inspection::ui::CInspectionOverview* m_Overview = nullptr;
   inspection::ui::CInspectorView* m_Header = nullptr;
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
   std::unique_ptr<VisitScreens> m_Visit;
+  bool m_MustQuit = false;
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_PlaceTimer;

@@ -71,6 +71,10 @@ bool VisitScreens::IsInCategory(const Screen& screen) const {
   return &screen == static_cast<Screen*>(m_Steps) || &screen == static_cast<Screen*>(m_Form);
 }
 
+bool VisitScreens::IsAtCategory() const {
+  return m_Document.Categories().m_CategoryID == m_Place.categoryID;
+}
+
 bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
   if (!sheet.OpenStep(categoryID, stepID, tab)) return false;

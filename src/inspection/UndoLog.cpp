@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "device/Format.h"
+
 namespace inspector::inspection {
 namespace {
 
@@ -77,6 +79,14 @@ const Text& UndoLog::Action() const {
 void UndoLog::Remember(std::optional<Entry> entry) {
   m_Entry = std::move(entry);
   if (onChanged) onChanged();
+}
+
+bool UndoLog::IsElsewhere() const {
+  if (!m_Entry || m_Entry->currentInspection == m_Document.Inspection().m_InspectionID) return false;
+  data::InspectionTable there(m_Document.GetWorkspace().GetDatabases());
+  there.OpenSQL(
+      device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", m_Entry->currentInspection));
+  return there.RecordCount() > 0;
 }
 
 bool UndoLog::Undo() {

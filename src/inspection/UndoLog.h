@@ -45,6 +45,8 @@ public:
 
   // The action that can be taken back, as the menu names it; empty when there is none.
   const Text& Action() const;
+  // It was done in an inspection that is still there, and is not the current one.
+  bool IsElsewhere() const;
   // Takes it back in one transaction and makes the inspection and category current that were so before it, as
   // far as they are there. Asks first when something was entered since. False when nothing was changed.
   bool Undo();

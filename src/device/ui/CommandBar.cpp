@@ -55,7 +55,8 @@ CommandBar::CommandBar(QWidget* parent)
   setAccessibleName(QStringLiteral("Commands"));
 }
 
-void CommandBar::SetActions(const QList<QAction*>& actions) {
+void CommandBar::SetActions(const QList<QAction*>& actions, const QList<QAction*>& everywhere) {
+  m_Everywhere = everywhere;
   for (CommandButton* button : std::as_const(m_Buttons)) {
     // Not at once: a press of this very button may have led here.
     button->hide();
@@ -74,10 +75,13 @@ QList<QPushButton*> CommandBar::Fitting(int perRow, int rows) {
   for (CommandButton* button : std::as_const(m_Buttons))
     if (button->Action()->isVisible()) fitting.append(button);
   const int room = perRow * rows;
-  if (fitting.size() > room) {
-    for (qsizetype n = room - 1; n < fitting.size(); ++n)
-      m_MoreMenu->addAction(static_cast<CommandButton*>(fitting[n])->Action());
-    fitting.resize(room - 1);
+  if (fitting.size() > room || !m_Everywhere.isEmpty()) {
+    for (; fitting.size() >= room; fitting.removeLast()) {
+      QAction* const first = m_MoreMenu->actions().value(0);
+      m_MoreMenu->insertAction(first, static_cast<CommandButton*>(fitting.last())->Action());
+    }
+    if (!m_MoreMenu->isEmpty()) m_MoreMenu->addSeparator();
+    m_MoreMenu->addActions(m_Everywhere);
     fitting.append(m_More);
   }
   return fitting;
@@ -86,7 +90,7 @@ QList<QPushButton*> CommandBar::Fitting(int perRow, int rows) {
 void CommandBar::LayOut() {
   int widest = std::max(kSmallestTarget, m_More->sizeHint().width());
   int height = std::max(kSmallestTarget, m_More->sizeHint().height());
-  int count = 0;
+  qsizetype count = m_Everywhere.size();
   for (const CommandButton* button : std::as_const(m_Buttons)) {
     if (!button->Action()->isVisible()) continue;
     ++count;

@@ -14,12 +14,12 @@ class CommandButton;
 
 // One button per action, of equal width, in rows. A button has the object name of its action with "Button" at
 // the end, and follows its action's caption and state. The bar takes no more than a part of the window's
-// height: what finds no room lies in the menu of a last button, "More".
+// height: what finds no room lies in the menu of a last button, "More", with what is offered everywhere.
 class CommandBar : public QFrame {
 public:
   explicit CommandBar(QWidget* parent = nullptr);
 
-  void SetActions(const QList<QAction*>& actions);
+  void SetActions(const QList<QAction*>& actions, const QList<QAction*>& everywhere = {});
 
 protected:
   void resizeEvent(QResizeEvent* event) override;
@@ -31,6 +31,7 @@ private:
   QList<QPushButton*> Fitting(int perRow, int rows);
 
   QList<CommandButton*> m_Buttons;
+  QList<QAction*> m_Everywhere;
   QPushButton* m_More;
   QMenu* m_MoreMenu;
 };

@@ -74,8 +74,12 @@ void CInspectionOverview::UpdateCommands() {
 
 void CInspectionOverview::OnShow() {
   Refill();
-  if (m_Document.HasInspection()) Select(m_Document.Inspection().m_InspectionID);
+  SelectCurrent();
   m_List->setFocus();
+}
+
+void CInspectionOverview::SelectCurrent() {
+  if (m_Document.HasInspection()) Select(m_Document.Inspection().m_InspectionID);
 }
 
 void CInspectionOverview::Refill() {
@@ -93,6 +97,16 @@ void CInspectionOverview::Changed(std::int32_t selectID) {
   Refill();
   Select(selectID);
   if (onChanged) onChanged();
+}
+
+bool CInspectionOverview::MakeSelectedCurrent() {
+  const int position = SelectedPosition();
+  if (position < 0) return true;
+  const auto row = m_Overview.RowAt(position);
+  if (row && row->inspectionID == m_Document.Inspection().m_InspectionID) return true;
+  const bool opened = m_Overview.OnOpen(position);
+  if (!opened) Refill();
+  return opened;
 }
 
 void CInspectionOverview::Open() {

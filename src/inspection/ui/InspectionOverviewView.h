@@ -16,6 +16,10 @@ public:
   QString Title() const override { return QStringLiteral("Inspections"); }
   // Reads the list again; the current inspection stays selected.
   void OnShow() override;
+  // Selects the row of the document's inspection.
+  void SelectCurrent();
+  // What a command of the whole program is to act on. False when the row is gone, which has been told.
+  bool MakeSelectedCurrent();
   void Refill();
 
   // An inspection was made current and is to be worked on.
