@@ -6,11 +6,11 @@
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStatusBar>
 #include <QTabBar>
 #include <QTest>
 #include <fstream>
@@ -101,6 +101,7 @@ protected:
   static ListView& Rows(CMainFrame& frame, const char* name = "rows") {
     return Part<ListView>(*frame.CurrentScreen(), name);
   }
+  static QString Message(CMainFrame& frame) { return Part<QLabel>(frame, "message").text(); }
   static void Choose(CMainFrame& frame, const char* rating) {
     auto& menu = Part<QMenu>(*frame.CurrentScreen(), "ratingMenu");
     for (QAction* action : menu.actions())
@@ -220,14 +221,13 @@ void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
   ExpectChoice(0);
   m_Dialogs.ExpectPress("saveDialog", QStringLiteral("Cancel"));
   write();
-  EXPECT_FALSE(frame.statusBar()->currentMessage().contains(QStringLiteral("report")));
+  EXPECT_FALSE(Message(frame).contains(QStringLiteral("report")));
   EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
   ExpectChoice(0);
   ExpectFile("saveDialog", reports / "visit");
   write();
-  EXPECT_EQ(frame.statusBar()->currentMessage().toStdString(),
-            "The report is written: " + (reports / "visit.rtf").string());
+  EXPECT_EQ(Message(frame).toStdString(), "The report is written: " + (reports / "visit.rtf").string());
 }
 
 TEST_F(WholeVisitTest, ScreensAndCommandsStoreTheSameAndWriteTheSameReport) {
