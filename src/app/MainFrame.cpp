@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 #include "app/OptionsSheet.h"
@@ -28,7 +27,8 @@ using device::ui::ToQString;
 
 namespace {
 
-constexpr int kRememberAfter = 2000;  // milliseconds: the registry is synced to disk each time
+constexpr int kRememberAfter = 700;  // milliseconds: the registry is synced to disk each time
+constexpr int kTellFor = 15000;      // milliseconds
 constexpr QSize kFirstSize(1280, 800);
 constexpr double kHeadingPoints = 12;
 
@@ -42,6 +42,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
       m_Back(new QPushButton(QStringLiteral("\u2039 Back"))),
       m_Title(new QLabel),
       m_Stack(new QStackedWidget),
+      m_Message(new QLabel),
       m_Bar(new device::ui::CommandBar) {
   setObjectName(QStringLiteral("mainFrame"));
   setWindowTitle(QStringLiteral("Inspector"));
@@ -55,6 +56,14 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   m_Title->setWordWrap(true);
   m_Title->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
+  m_Message->setObjectName(QStringLiteral("message"));
+  m_Message->setTextFormat(Qt::PlainText);
+  m_Message->setWordWrap(true);
+  m_Message->setMargin(6);
+  m_Message->hide();
+  m_MessageTimer.setSingleShot(true);
+  connect(&m_MessageTimer, &QTimer::timeout, m_Message, &QWidget::hide);
+
   auto* top = new QHBoxLayout;
   top->setContentsMargins(8, 6, 8, 6);
   top->setSpacing(14);
@@ -66,9 +75,9 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   layout->setSpacing(0);
   layout->addLayout(top);
   layout->addWidget(m_Stack, 1);
+  layout->addWidget(m_Message);
   layout->addWidget(m_Bar);
   setCentralWidget(whole);
-  statusBar()->setSizeGripEnabled(false);
   setMinimumSize(320, 400);
 
   MakeScreens();
@@ -95,7 +104,7 @@ void CMainFrame::MakeScreens() {
   m_SetUp = new CInspectionSetupView2(m_Document);
   m_Visit =
       std::make_unique<VisitScreens>(m_Document, *this, [this](Screen& screen) { return Bring(screen); });
-  m_Visit->onPlaceChanged = [this] { m_PlaceTimer.start(); };
+  m_Visit->onPlaceChanged = [this] { RememberSoon(); };
   std::vector<Screen*> screens = m_Visit->All();
   screens.insert(screens.begin(), {m_Overview, m_Header, m_SetUp});
   for (Screen* screen : screens) {
@@ -104,12 +113,10 @@ void CMainFrame::MakeScreens() {
   }
   m_Overview->beforeChange = [this] { return CurrentScreen()->Flush(); };
   m_Overview->onOpened = [this] { Bring(*m_Header); };
-  m_Overview->onChanged = [this] { m_PlaceTimer.start(); };
+  m_Overview->onChanged = [this] { RememberSoon(); };
   for (HeaderView* form : {static_cast<HeaderView*>(m_Header), static_cast<HeaderView*>(m_SetUp)})
     form->onEditList = [this](const device::Text& list) { m_Visit->EditPickerList(list); };
-  m_Header->onDocTypeChanged = [this] {
-    statusBar()->showMessage(QStringLiteral("The categories of this type are set up."), 8000);
-  };
+  m_Header->onDocTypeChanged = [this] { Tell(QStringLiteral("The categories of this type are set up.")); };
 }
 
 QAction* CMainFrame::AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
@@ -165,6 +172,8 @@ void CMainFrame::MakeMenus() {
   MakeViewMenu(tools);
   m_EverywhereInBar += AddMenuCommand(tools, "about", QStringLiteral("&About"), QKeySequence(Qt::Key_F1),
                                       [this] { OpenAbout(); });
+  for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { device::ui::ShrinkToFit(*menu, width()); });
 
   // What a screen offers on its way to the next one.
   auto* next = new QAction(QStringLiteral("A&gents, date"), m_Header);
@@ -207,7 +216,7 @@ void CMainFrame::MakeViewMenu(QMenu* tools) {
     choice(colours, name, caption, m_Settings.colours == value, [this, value] {
       m_Settings.colours = value;
       UseTheme();
-      m_PlaceTimer.start();
+      RememberSoon();
     });
   };
   colour("light", QStringLiteral("&Light"), u"light");
@@ -220,7 +229,7 @@ void CMainFrame::MakeViewMenu(QMenu* tools) {
            [this, percent] {
              m_Settings.textPercent = percent;
              UseTheme();
-             m_PlaceTimer.start();
+             RememberSoon();
            });
 }
 
@@ -238,6 +247,12 @@ void CMainFrame::Show(const device::ui::Theme& theme) {
   heading.setPointSizeF(kHeadingPoints * theme.textPercent / 100);
   heading.setWeight(QFont::Bold);
   m_Title->setFont(heading);
+}
+
+void CMainFrame::Tell(const QString& message) {
+  m_Message->setText(message);
+  m_Message->show();
+  m_MessageTimer.start(kTellFor);
 }
 
 Screen* CMainFrame::CurrentScreen() const {
@@ -265,7 +280,7 @@ bool CMainFrame::Bring(Screen& screen) {
   ShowTitle();
   ShowCommands();
   m_Back->setEnabled(!m_Trail.empty());
-  m_PlaceTimer.start();
+  RememberSoon();
   return true;
 }
 
@@ -307,7 +322,7 @@ void CMainFrame::Undo() {
       !Bring(m_Visit->Categories()))
     CurrentScreen()->OnShow();
   ShowTitle();
-  statusBar()->showMessage(QStringLiteral("Taken back: %1").arg(action), 8000);
+  Tell(QStringLiteral("Taken back: %1").arg(action));
 }
 
 void CMainFrame::ShowCommands() {
@@ -338,9 +353,8 @@ void CMainFrame::Restore() {
   const data::InspectionTable& inspection = m_Document.Inspection();
   const device::Text& name =
       inspection.m_DwellingAddress.empty() ? inspection.m_ClientName : inspection.m_DwellingAddress;
-  statusBar()->showMessage(QStringLiteral("Back where you were: %1")
-                               .arg(name.empty() ? QStringLiteral("the last inspection") : ToQString(name)),
-                           15000);
+  Tell(QStringLiteral("Back where you were: %1")
+           .arg(name.empty() ? QStringLiteral("the last inspection") : ToQString(name)));
 }
 
 device::LastPlace CMainFrame::Place() const {
@@ -353,6 +367,11 @@ device::LastPlace CMainFrame::Place() const {
   if (inVisit.categoryID > 0) place.categoryID = inVisit.categoryID;
   if (inVisit.stepID > 0) place.stepID = inVisit.stepID;
   return place;
+}
+
+// Counted from the first move that is not remembered yet.
+void CMainFrame::RememberSoon() {
+  if (!m_PlaceTimer.isActive()) m_PlaceTimer.start();
 }
 
 void CMainFrame::RememberPlace() {
@@ -394,7 +413,7 @@ void CMainFrame::keyPressEvent(QKeyEvent* event) {
 void CMainFrame::Report() {
   if (!CurrentScreen()->Flush() || !HasVisit()) return;
   const device::Text file = WriteReport(m_Document, *this);
-  if (!file.empty()) statusBar()->showMessage(QStringLiteral("The report is written: ") + ToQString(file));
+  if (!file.empty()) Tell(QStringLiteral("The report is written: ") + ToQString(file));
 }
 
 void CMainFrame::OpenOptions() {

@@ -36,7 +36,7 @@ public:
   explicit CMainFrame(inspection::CInspectorDoc& document);
   ~CMainFrame() override;
 
-  // Size and place of the last run, and the inspection that was worked on; says so in the status bar.
+  // Size and place of the last run, and the inspection that was worked on; says so.
   void Restore();
   // Writes what was typed and where the person is. To be called when the system is about to end the program.
   void FlushAll();
@@ -51,6 +51,8 @@ public:
 
   VisitScreens& Visit() { return *m_Visit; }
 
+  // In a line of its own above the commands, for a while.
+  void Tell(const QString& message);
   // Until the person chooses other colours; nothing is remembered.
   void Show(const device::ui::Theme& theme);
   // Dialogs that belong to the whole program.
@@ -76,6 +78,7 @@ private:
   void ShowTitle();
   void UseTheme();
   device::LastPlace Place() const;
+  void RememberSoon();
   void RememberPlace();
   void Report();
 
@@ -86,6 +89,7 @@ private:
   QPushButton* m_Back;
   QLabel* m_Title;
   QStackedWidget* m_Stack;
+  QLabel* m_Message;
   device::ui::CommandBar* m_Bar;
   QMenu* m_ScreenMenu = nullptr;
   QAction* m_Undo = nullptr;
@@ -98,6 +102,7 @@ private:
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_PlaceTimer;
+  QTimer m_MessageTimer;
 };
 
 }  // namespace inspector::app

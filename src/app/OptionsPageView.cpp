@@ -8,12 +8,14 @@
 
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/WrappingCheckBox.h"
 
 namespace inspector::app {
 
 using device::ui::DropDown;
 using device::ui::FromQString;
 using device::ui::ToQString;
+using device::ui::WrappingCheckBox;
 using Kind = OptionEntry::Kind;
 
 COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(parent), m_Page(page) {
@@ -46,8 +48,11 @@ COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(p
 
 QWidget* COptionsPage::MakeControl(const OptionEntry& entry) {
   switch (entry.kind) {
-    case Kind::YesNo:
-      return new QCheckBox(ToQString(entry.caption), this);
+    case Kind::YesNo: {
+      auto* box = new WrappingCheckBox(this);
+      box->setText(ToQString(entry.caption));
+      return box;
+    }
     case Kind::Lines: {
       auto* lines = new QPlainTextEdit(this);
       lines->setTabChangesFocus(true);

@@ -78,12 +78,12 @@ bool VisitScreens::IsAtCategory() const {
 bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
   if (!sheet.OpenStep(categoryID, stepID, tab)) return false;
-  m_Place = {categoryID, stepID};
-  if (onPlaceChanged) onPlaceChanged();
-  const bool accepted = sheet.exec() == QDialog::Accepted;
-  m_Place = {sheet.Logic().CategoryID(), sheet.Logic().StepID()};
-  if (onPlaceChanged) onPlaceChanged();
-  return accepted;
+  sheet.onMoved = [&] {
+    m_Place = {sheet.Logic().CategoryID(), sheet.Logic().StepID()};
+    if (onPlaceChanged) onPlaceChanged();
+  };
+  sheet.onMoved();
+  return sheet.exec() == QDialog::Accepted;
 }
 
 bool VisitScreens::ShowCategory(std::int32_t categoryID) {

@@ -4,9 +4,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStatusBar>
 #include <QTableView>
 
 #include "app/OptionsForm.h"
@@ -54,7 +54,9 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
   frame.Restore();
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz") << "closing wrote what was typed";
-  EXPECT_TRUE(frame.statusBar()->currentMessage().contains(QStringLiteral("418 Juniper Lane")));
+  EXPECT_TRUE(frame.findChild<QLabel*>(QStringLiteral("message"))
+                  ->text()
+                  .contains(QStringLiteral("418 Juniper Lane")));
 }
 
 TEST_F(MainFrameTest, OptionsAreSavedWholeOrRefused) {

@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStatusBar>
 
 #include "app/MainFrame.h"
 #include "device/ui/ListView.h"
@@ -95,7 +95,8 @@ TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) 
   tests::PressButton(*m_Frame, "undoButton");
   EXPECT_EQ(Title(), "CATEGORY LIST");
   EXPECT_EQ(Document().Categories().RecordCount(), 5);
-  EXPECT_EQ(m_Frame->statusBar()->currentMessage(), QStringLiteral("Taken back: Doc Type"));
+  EXPECT_EQ(m_Frame->findChild<QLabel*>(QStringLiteral("message"))->text(),
+            QStringLiteral("Taken back: Doc Type"));
   QCoreApplication::processEvents();
   EXPECT_EQ(m_Frame->findChild<QPushButton*>(QStringLiteral("undoButton")), nullptr);
 }

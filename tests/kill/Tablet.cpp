@@ -10,24 +10,27 @@ Tablet::Tablet(std::string program, std::filesystem::path home, unsigned seed)
   Run({"init", "--sample"});
 }
 
-std::vector<std::string> Tablet::Words(const std::vector<std::string>& command) const {
-  std::vector<std::string> words = {m_Program, "--home", m_Home.string()};
+std::vector<std::string> Tablet::Words(const std::string& program,
+                                       const std::vector<std::string>& command) const {
+  std::vector<std::string> words = {program, "--home", m_Home.string()};
   words.insert(words.end(), command.begin(), command.end());
   return words;
 }
 
 std::string Tablet::Run(const std::vector<std::string>& command) {
   m_Last = command.front();
-  const Ending ending = RunProgram(Words(command), m_Home.string() + ".err", std::nullopt);
+  const Ending ending = RunProgram(Words(m_Program, command), m_Home.string() + ".err", std::nullopt);
   if (ending.exit != 0) Fail("it ended with " + std::to_string(ending.exit));
   return ending.out;
 }
 
-Ending Tablet::RunAndKill(const std::vector<std::string>& command, Duration after) {
+Ending Tablet::RunAndKill(const std::vector<std::string>& command, Duration after,
+                          const std::string& program) {
   m_Last.clear();
   for (const std::string& word : command) m_Last += word + " ";
   m_Last += "(killed after " + std::to_string(after.count()) + " us)";
-  const Ending ending = RunProgram(Words(command), m_Home.string() + ".err", after);
+  const Ending ending =
+      RunProgram(Words(program.empty() ? m_Program : program, command), m_Home.string() + ".err", after);
   if (!ending.killed && ending.exit != 0) Fail("it ended with " + std::to_string(ending.exit));
   return ending;
 }

@@ -19,7 +19,8 @@ public:
 
   // Runs a command to its end; a failure ends the test.
   std::string Run(const std::vector<std::string>& command);
-  Ending RunAndKill(const std::vector<std::string>& command, Duration after);
+  // Of the command-line program unless another one is named.
+  Ending RunAndKill(const std::vector<std::string>& command, Duration after, const std::string& program = {});
 
   // Asks the Inspection database as another program would: fields joined with '|', each row ended by '\n'.
   // The database is closed again, as the next command must find it.
@@ -46,7 +47,7 @@ public:
   double Fraction() { return std::uniform_real_distribution<double>(0, 1)(m_Random); }
 
 private:
-  std::vector<std::string> Words(const std::vector<std::string>& command) const;
+  std::vector<std::string> Words(const std::string& program, const std::vector<std::string>& command) const;
   std::string AskFile(const std::filesystem::path& file, const std::string& sql);
   std::filesystem::path File(const std::string& name) const { return m_Home / "My Documents" / name; }
 

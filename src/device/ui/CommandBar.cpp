@@ -116,6 +116,7 @@ void CommandBar::LayOut() {
   for (int n = 0; n < shown; ++n)
     fitting[n]->setGeometry(kGap + n % perRow * (buttonWidth + kGap), kGap + n / perRow * (height + kGap),
                             buttonWidth, height);
+  for (int n = 1; n < shown; ++n) setTabOrder(fitting[n - 1], fitting[n]);
   setFixedHeight(kGap + rows * (height + kGap));
 }
 

@@ -66,6 +66,9 @@ void QtProgressWindow::Breathe(bool atOnce) {
 
 void QtProgressWindow::SetStatus(const Text& status) {
   m_Status->setText(ToDisplay(status));
+  // A longer one takes another line.
+  const int needed = m_Window->layout()->totalHeightForWidth(m_Window->width());
+  if (needed > m_Window->height()) m_Window->resize(m_Window->width(), needed);
   Breathe(true);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QPalette>
+#include <QWidget>
 #include <algorithm>
 
 #include "device/ui/TouchStyle.h"
@@ -62,6 +63,16 @@ void ApplyTheme(QApplication& application, const Theme& theme) {
   QFont font = application.font();
   font.setPointSizeF(kPointSize * std::clamp(theme.textPercent, 100, 200) / 100);
   application.setFont(font);
+}
+
+void ShrinkToFit(QWidget& widget, int width) {
+  QFont font = QApplication::font();
+  const qreal full = font.pointSizeF();
+  for (qreal size = full; size >= full / 2; size -= full / 16) {
+    font.setPointSizeF(size);
+    if (widget.font() != font) widget.setFont(font);
+    if (widget.sizeHint().width() <= width) return;
+  }
 }
 
 bool IsDark(const QPalette& palette) {

@@ -16,6 +16,9 @@ struct Theme {
 // Sets TouchStyle, palette and font. May be called again at any time; open windows follow.
 void ApplyTheme(QApplication& application, const Theme& theme);
 
+// Gives the widget the largest text at which it asks for no more than `width`, at least half of the usual.
+void ShrinkToFit(QWidget& widget, int width);
+
 // For rows and words that ask for attention, on the palette in use.
 QColor AttentionColour(const QPalette& palette);
 bool IsDark(const QPalette& palette);

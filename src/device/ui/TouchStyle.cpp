@@ -49,13 +49,13 @@ QSize TouchStyle::sizeFromContents(ContentsType type, const QStyleOption* option
   switch (type) {
     case CT_PushButton:
     case CT_ToolButton:
+    case CT_MenuBarItem:
       return size.expandedTo({kSmallestTarget, kSmallestTarget});
     case CT_LineEdit:
     case CT_ComboBox:
     case CT_SpinBox:
     case CT_CheckBox:
     case CT_RadioButton:
-    case CT_MenuBarItem:
     case CT_TabBarTab:
     case CT_HeaderSection:
     case CT_ItemViewItem:
@@ -80,6 +80,7 @@ int TouchStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
     case PM_SmallIconSize:
       return 24;
     case PM_TabBarScrollButtonWidth:
+    case PM_ToolBarExtensionExtent:
       return kSmallestTarget;
     case PM_MenuBarItemSpacing:
       return 4;

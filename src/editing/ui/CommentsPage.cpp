@@ -86,6 +86,7 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     button->setAccessibleName(name);
     button->setToolTip(name);
     button->setEnabled(false);
+    button->setMinimumWidth(device::kSmallestTarget);  // two of them take the place of one
     connect(button, &QPushButton::clicked, this, [this, run] {
       (m_Comment->*run)();
       m_Comment->setFocus();

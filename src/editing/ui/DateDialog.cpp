@@ -26,6 +26,7 @@ DateDialog::DateDialog(const QString& title, const QString& current, QWidget* pa
   m_Calendar->setMinimumSize(7 * device::kSmallestTarget, 8 * device::kSmallestTarget);
   for (auto* button : m_Calendar->findChildren<QToolButton*>())
     if (button->accessibleName().isEmpty()) button->setAccessibleName(button->objectName());
+  m_Calendar->findChild<QAbstractItemView*>()->setAccessibleName(title);
   const QDate date = QDate::fromString(current, kFormat);
   if (date.isValid()) m_Calendar->setSelectedDate(date);
   connect(m_Calendar, &QCalendarWidget::activated, this, &QDialog::accept);

@@ -62,6 +62,9 @@ DuplicateCategoryDialog::DuplicateCategoryDialog(const EditingDialogs::CategoryC
   layout->addLayout(number);
   layout->addWidget(m_WithData);
   layout->addWidget(buttons);
+  setTabOrder(m_Copies, fewer);
+  setTabOrder(fewer, more);
+  setTabOrder(more, m_WithData);
   setMinimumWidth(360);
   m_Name->setFocus();
 }

@@ -22,7 +22,10 @@ GrowingTextEdit::GrowingTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
 
 void GrowingTextEdit::Fit() {
   // The document of a plain text edit counts its height in lines, wrapped ones included.
-  const int lines = std::clamp(qRound(document()->size().height()), 1, kMostLines);
+  const int allLines = std::max(qRound(document()->size().height()), 1);
+  const int lines = std::min(allLines, kMostLines);
+  // A bar that comes while the field still grows would take the width that the lines were broken for.
+  setVerticalScrollBarPolicy(allLines > lines ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
   const int margins = 2 * frameWidth() + 2 * qRound(document()->documentMargin());
   const int height = std::max(device::kSmallestTarget, lines * fontMetrics().lineSpacing() + margins + 2);
   if (height != minimumHeight() || height != maximumHeight()) setFixedHeight(height);

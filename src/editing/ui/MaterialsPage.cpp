@@ -43,7 +43,7 @@ CMaterialsPage::CMaterialsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget*
   layout->addWidget(m_Note);
 }
 
-void CMaterialsPage::ShowStep() {
+void CMaterialsPage::ShowStep(QWidget& before) {
   const auto needed = m_Sheet.Materials().size();
   while (m_Boxes.size() > needed) {
     delete m_Boxes.back();
@@ -56,6 +56,11 @@ void CMaterialsPage::ShowStep() {
     m_Column->addWidget(box);
     m_Boxes.push_back(box);
     connect(box, &QCheckBox::clicked, this, [this, n](bool ticked) { Tick(n, ticked); });
+  }
+  QWidget* previous = &before;
+  for (QCheckBox* box : m_Boxes) {
+    setTabOrder(previous, box);
+    previous = box;
   }
   m_Note->setText(ToQString(m_Sheet.Draft().materialNote));
   ShowBoxes();

@@ -17,7 +17,8 @@ class CMaterialsPage : public QWidget {
 public:
   CMaterialsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent);
 
-  void ShowStep();
+  // Tab leads to the boxes from `before`, the field in front of the page.
+  void ShowStep(QWidget& before);
 
   std::function<void()> onTicked;                              // the boxes changed
   std::function<void()> onEdited;                              // the note changed

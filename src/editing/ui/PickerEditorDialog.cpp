@@ -72,6 +72,9 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   layout->setRowStretch(3, 1);
   layout->setColumnStretch(0, 1);
   layout->setColumnStretch(1, 1);
+  setTabOrder(m_Pickers, newPicker);
+  setTabOrder(newPicker, m_DeletePicker);
+  setTabOrder(m_DeletePicker, m_Choices);
   resize(440, 560);
   FillPickers(picker);
 }

@@ -7,7 +7,9 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <algorithm>
 
+#include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -77,9 +79,13 @@ void ShortcutEditorDialog::Fill() {
   m_Shown = m_Editor.All();
   const QSignalBlocker quiet(m_List);
   m_List->clear();
-  for (const ShortcutEditor::Shortcut& each : m_Shown)
-    m_List->addItem(ToQString(each.shortCut) + QStringLiteral(" – ") +
-                    ToDisplay(each.expanded).replace(u'\n', u' '));
+  for (const ShortcutEditor::Shortcut& each : m_Shown) {
+    auto* item = new QListWidgetItem(
+        ToQString(each.shortCut) + QStringLiteral(" – ") + ToDisplay(each.expanded).replace(u'\n', u' '),
+        m_List);
+    // As wide as the list: the whole text of the selected one stands below.
+    item->setSizeHint({1, std::max(device::kSmallestTarget, m_List->fontMetrics().height())});
+  }
   m_List->setCurrentRow(std::min(row, m_List->count() - 1));
   ShowSelected();
 }

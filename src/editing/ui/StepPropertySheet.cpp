@@ -14,6 +14,7 @@
 
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/Theme.h"
 #include "editing/ui/CommentsPage.h"
 #include "editing/ui/MaterialsPage.h"
 #include "editing/ui/PicturePage.h"
@@ -115,7 +116,7 @@ bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, 
 
 void CStepPropertySheet::ShowStep() {
   m_Caption->setText(ToQString(m_Sheet.Caption()));
-  m_Materials->ShowStep();
+  m_Materials->ShowStep(*m_Tabs->tabBar());
   m_Comments->ShowStep();
   m_Picture->ShowStep();
   m_Info->ShowStep();
@@ -145,14 +146,7 @@ void CStepPropertySheet::ArrangePages() {
 
 // With large text on a narrow screen the tabs take a smaller one, so that all stand side by side.
 void CStepPropertySheet::FitTabs() {
-  QTabBar* const bar = m_Tabs->tabBar();
-  const qreal full = font().pointSizeF();
-  for (qreal size = full; size >= full / 2; size -= full / 16) {
-    QFont smaller = font();
-    smaller.setPointSizeF(size);
-    if (bar->font() != smaller) bar->setFont(smaller);
-    if (bar->sizeHint().width() <= m_Tabs->width()) return;
-  }
+  device::ui::ShrinkToFit(*m_Tabs->tabBar(), m_Tabs->width());
 }
 
 void CStepPropertySheet::ShowRating() {
@@ -171,7 +165,10 @@ void CStepPropertySheet::PickRating(int entry) {
 
 void CStepPropertySheet::Move(bool forward) {
   m_Pause.stop();
-  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) ShowStep();
+  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) {
+    ShowStep();
+    if (onMoved) onMoved();
+  }
 }
 
 // Counted from the first key that is not written yet: who types without a pause is not left waiting.

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <functional>
 
 #include "editing/StepSheet.h"
 #include "editing/ui/QtSheetDialogs.h"
@@ -30,6 +31,7 @@ public:
   // no such step.
   bool OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
   StepSheet& Logic() { return m_Sheet; }
+  std::function<void()> onMoved;  // another step is shown
 
   void done(int result) override;
 

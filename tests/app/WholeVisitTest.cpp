@@ -1,0 +1,276 @@
+// A visit made with finger and keyboard in the program itself, and the same visit made with the command line.
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDialogButtonBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <fstream>
+#include <sstream>
+
+#include "app/MainFrame.h"
+#include "app/Program.h"
+#include "cli/CommandLine.h"
+#include "editing/StepList.h"
+#include "editing/ui/Clicks.h"
+#include "support/ScriptedDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::app {
+namespace {
+
+using device::ui::ListView;
+using editing::StepList;
+using tests::ClickCell;
+using tests::Part;
+using Lines = std::vector<std::string>;
+
+constexpr char kComment[] = "Leaves in the east gutter.  No ground fault, seen.";
+constexpr char kTag[] = " ***Path=\\My Documents\\Pictures\\1001\\gutter.jpg;Scaling=100***";
+
+// A tablet with the small library and something for the picker and for the fingers to save.
+class Tablet : public tests::VisitDevice {
+public:
+  Tablet() {
+    Library().AddCommentToStep(2, u"Leaves in the ^(east,west)^ gutter.", u"Drainage");
+    Library().AddShortcut(u"gfi", u"ground fault");
+    Close();
+  }
+
+  // Every row of every table.
+  Lines Visit() const {
+    Lines all;
+    for (const std::string& table :
+         Visits().Rows("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name"))
+      for (const std::string& row : Visits().Rows("SELECT rowid, * FROM \"" + table + '"'))
+        all.push_back(table + ' ' + row);
+    return all;
+  }
+};
+
+class WholeVisitTest : public ::testing::Test {
+protected:
+  // From the start of the program to its end. `visit` begins when the window is there.
+  void RunScreens(const Tablet& tablet, const std::function<void(CMainFrame&)>& visit) {
+    QTimer::singleShot(0, [&] {
+      for (QWidget* window : QApplication::topLevelWidgets())
+        if (auto* frame = dynamic_cast<CMainFrame*>(window)) {
+          frame->resize(480, 800);
+          ASSERT_TRUE(QTest::qWaitForWindowActive(frame));
+          visit(*frame);
+          return Press(*frame, Qt::Key_Q, Qt::ControlModifier);
+        }
+      ADD_FAILURE() << "no main window";
+    });
+    EXPECT_EQ(RunProgram(*qApp, {tablet.Root()}), 0);
+    QApplication::setQuitOnLastWindowClosed(false);
+  }
+  static std::string RunCommand(const Tablet& tablet, Lines words) {
+    words.insert(words.begin(), {"--home", tablet.Root(), "--yes"});
+    std::ostringstream out;
+    std::ostringstream problems;
+    EXPECT_EQ(cli::RunCommandLine(words, out, problems), 0) << words[3] << ": " << problems.str();
+    return out.str();
+  }
+
+  // A command's key. Without a display no window becomes active by itself when another one has closed.
+  static void Press(CMainFrame& frame, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    frame.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return frame.isActiveWindow(); }));
+    QTest::keyClick(&frame, key, modifiers);
+  }
+  static void Tap(QWidget& screen, const char* button) {
+    QTest::mouseClick(&Part<QPushButton>(screen, button), Qt::LeftButton);
+  }
+  static void Type(QWidget& screen, const char* field, const char* text) {
+    auto& entry = Part<QWidget>(screen, field);
+    entry.setFocus();
+    // As an input method does: not every letter has a key.
+    for (const QChar letter : QString::fromUtf8(text))
+      letter == u'\n' ? QTest::keyClick(&entry, Qt::Key_Return)
+                      : QTest::sendKeyEvent(QTest::Click, &entry, Qt::Key_unknown, letter, Qt::NoModifier);
+  }
+  static ListView& Rows(CMainFrame& frame, const char* name = "rows") {
+    return Part<ListView>(*frame.CurrentScreen(), name);
+  }
+  static QString Message(CMainFrame& frame) { return Part<QLabel>(frame, "message").text(); }
+  static void Choose(CMainFrame& frame, const char* rating) {
+    auto& menu = Part<QMenu>(*frame.CurrentScreen(), "ratingMenu");
+    for (QAction* action : menu.actions())
+      if (action->text() == QLatin1String(rating))
+        return QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    ADD_FAILURE() << rating << " is not offered";
+  }
+  void ExpectFile(const char* dialog, const std::filesystem::path& file) {
+    m_Dialogs.Expect(dialog, [file](QDialog& files) {
+      Part<QLineEdit>(files, "fileNameEdit").setText(QString::fromStdString(file));
+      files.accept();
+    });
+  }
+  void ExpectChoice(int row) {
+    m_Dialogs.Expect("choiceDialog", [row](QDialog& dialog) {
+      ClickCell(Part<ListView>(dialog, "choiceList"), row, 0);
+      QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+  }
+
+  void FillHeader(CMainFrame& frame);
+  void CommentOnGutters(QDialog& sheet);
+  void InspectRoof(CMainFrame& frame);
+  void ReviewAndReport(CMainFrame& frame);
+
+  tests::ScriptedDialogs m_Dialogs;
+  Tablet m_Screens;
+  Tablet m_Commands;
+};
+
+void WholeVisitTest::FillHeader(CMainFrame& frame) {
+  m_Dialogs.ExpectPress("messageBox", QStringLiteral("Yes"));
+  Tap(frame, "newButton");
+  Type(frame, "numberField", "A-17");
+  Type(frame, "clientField", "Ana Ru\u00EDz");
+  Type(frame, "addressField", "418 \"Juniper\" Lane");
+  Type(frame, "citystatezipField", "Salem, OR");
+  auto& type = Part<QComboBox>(frame, "docTypeField");
+  QTest::keyClick(&type, Qt::Key_Down);  // opens the list
+  QTest::keyClick(type.view(), Qt::Key_Home);
+  QTest::keyClick(type.view(), Qt::Key_Return);
+  EXPECT_EQ(type.currentText(), QStringLiteral("House"));
+  // While the worker is at it.
+  Type(frame, "notesField", "Dog\nin the yard");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return type.isEnabled(); }));
+  Tap(frame, "agentsButton");
+  Type(frame, "agentField", "B. Lund");
+  Part<QDateTimeEdit>(frame, "dateField").setDateTime({{2026, 5, 31}, {14, 5}});
+}
+
+// The sheet has opened on the comments, because the rating asks for one.
+void WholeVisitTest::CommentOnGutters(QDialog& sheet) {
+  m_Dialogs.Expect("commentPickerDialog", [](QDialog& picker) {
+    QTest::keyClicks(&Part<QLineEdit>(picker, "filterField"), QStringLiteral("GUTTER lea"));
+    ClickCell(Part<ListView>(picker, "commentList"), 1, 1);  // below its group
+    Part<QDialogButtonBox>(picker, "").button(QDialogButtonBox::Ok)->click();
+  });
+  m_Dialogs.Expect("placeholderDialog", [](QDialog& dialog) {
+    EXPECT_EQ(Part<QComboBox>(dialog, "replacementChoices").currentText(), QStringLiteral("east"));
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  Tap(sheet, "pickerButton");
+  auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+  QTest::keyClicks(&box, QStringLiteral("  No GFI,"));
+  const std::filesystem::path picture = m_Screens.Root() / "Camera/gutter.jpg";
+  ExpectFile("attachDialog", picture);
+  Tap(sheet, "attachButton");
+  EXPECT_EQ(box.toPlainText().toStdString(),
+            std::string("Leaves in the east gutter.  No ground fault,") + kTag);
+  Part<QDialogButtonBox>(sheet, "").button(QDialogButtonBox::Ok)->click();
+}
+
+void WholeVisitTest::InspectRoof(CMainFrame& frame) {
+  Press(frame, Qt::Key_4, Qt::ControlModifier);
+  for (int box = 0; box < 2; ++box)  // a question and "Done!"
+    m_Dialogs.ExpectPress("messageBox", box == 0 ? QStringLiteral("Yes") : QStringLiteral("OK"));
+  Press(frame, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+  ClickCell(Rows(frame), 1, 1);
+  EXPECT_EQ(frame.CurrentScreen()->Title(), QStringLiteral("Roof"));
+
+  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) { CommentOnGutters(sheet); });
+  ClickCell(Rows(frame), 1, StepList::kRating);
+  Choose(frame, "Poor");
+  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) {
+    QTest::keyClick(&Part<QAbstractButton>(sheet, "material1"), Qt::Key_Space);
+    m_Dialogs.Expect("textEntryDialog", [](QDialog& entry) {
+      QTest::keyClicks(&Part<QLineEdit>(entry, "entryField"), QStringLiteral("Slate"));
+      QTest::keyClick(&entry, Qt::Key_Return);
+    });
+    QTest::keyClick(&Part<QAbstractButton>(sheet, "material3"), Qt::Key_Space);
+    QTest::keyClick(&sheet, Qt::Key_Escape);
+  });
+  ClickCell(Rows(frame), 0, StepList::kMaterials);
+  Press(frame, Qt::Key_Left, Qt::AltModifier);
+  ClickCell(Rows(frame), 4, 1);
+  EXPECT_EQ(frame.CurrentScreen()->Title(), QStringLiteral("Checklist"));
+}
+
+void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
+  Press(frame, Qt::Key_5, Qt::ControlModifier);
+  ListView& commented = Rows(frame, "commentedSteps");
+  ASSERT_EQ(commented.Model().rowCount(), 2);
+  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+    auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+    QTextCursor cursor = box.textCursor();
+    cursor.setPosition(static_cast<int>(box.toPlainText().indexOf(QStringLiteral(" ***"))));
+    box.setTextCursor(cursor);
+    QTest::keyClicks(&box, QStringLiteral(" seen."));
+    QTest::keyClick(&sheet, Qt::Key_Escape);
+  });
+  ClickCell(commented, 1, 0);
+
+  const std::filesystem::path reports = m_Screens.Root() / "Reports";
+  const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
+  m_Dialogs.ExpectPress("choiceDialog", QStringLiteral("Cancel"));
+  write();
+  ExpectChoice(0);
+  m_Dialogs.ExpectPress("saveDialog", QStringLiteral("Cancel"));
+  write();
+  EXPECT_FALSE(Message(frame).contains(QStringLiteral("report")));
+  EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
+  ExpectChoice(0);
+  ExpectFile("saveDialog", reports / "visit");
+  write();
+  EXPECT_EQ(Message(frame).toStdString(), "The report is written: " + (reports / "visit.rtf").string());
+}
+
+TEST_F(WholeVisitTest, ScreensAndCommandsStoreTheSameAndWriteTheSameReport) {
+  std::filesystem::create_directories(m_Screens.Root() / "Reports");
+  std::filesystem::create_directories(m_Screens.Root() / "Camera");
+  std::ofstream(m_Screens.Root() / "Reports/a.rtf") << "of last week";
+  QImage gutter(320, 240, QImage::Format_RGB32);
+  gutter.fill(Qt::darkGreen);
+  const std::filesystem::path camera = m_Screens.Root() / "Camera/gutter.jpg";
+  ASSERT_TRUE(gutter.save(QString::fromStdString(camera)));
+  RunScreens(m_Screens, [this](CMainFrame& frame) {
+    FillHeader(frame);
+    InspectRoof(frame);
+    ReviewAndReport(frame);
+  });
+
+  const auto run = [this](Lines words) { return RunCommand(m_Commands, std::move(words)); };
+  EXPECT_EQ(run({"new"}), "1001\n");
+  run({"set", "1001", "number=A-17", "client=Ana Ru\u00EDz", "address=418 \"Juniper\" Lane",
+       "citystatezip=Salem, OR", "notes=Dog\r\nin the yard"});
+  run({"apply-type", "1001", "House"});
+  run({"set", "1001", "agent=B. Lund", "date=2026-05-31 14:05"});
+  run({"defaults", "1001"});
+  const auto step = [this](const char* number) {
+    return m_Commands.Visits().Ask(std::string("SELECT StepID FROM Step WHERE StepNumber = '") + number +
+                                   "'");
+  };
+  run({"rate", step("20.2"), "Poor"});
+  const std::filesystem::path pictures = m_Commands.Root() / "My Documents/Pictures/1001";
+  std::filesystem::create_directories(pictures);
+  std::filesystem::copy(camera, pictures / "gutter.jpg");
+  run({"comment", step("20.2"), std::string(kComment) + kTag});
+  run({"material", step("20.1"), "Wood"});
+  run({"material", step("20.1"), "Slate"});
+  run({"steps",
+       m_Commands.Visits().Ask("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Checklist'")});
+  run({"report", "1001", "--layout", "4 Column", "--out", m_Commands.Root() / "visit.rtf"});
+
+  EXPECT_EQ(m_Screens.Visit(), m_Commands.Visit());
+  const std::string report = tests::ContentOf(m_Screens.Root() / "Reports/visit.rtf");
+  EXPECT_NE(report.find("jpegblip"), std::string::npos) << "the picture is in it";
+  EXPECT_TRUE(report == tests::ContentOf(m_Commands.Root() / "visit.rtf"));
+}
+
+}  // namespace
+}  // namespace inspector::app

@@ -1,0 +1,157 @@
+// Kills the application while somebody types, and looks at what is left: both databases whole, at most the
+// last second of typing gone, and the next start where the person was.
+//
+//   inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "kill/Tablet.h"
+
+namespace inspector::tests {
+namespace {
+
+constexpr long kMayBeLost = 1000;  // milliseconds
+constexpr Duration kLongest = std::chrono::milliseconds(2400);
+constexpr int kTablets = 5;  // at the same time: most of it is waiting
+
+struct Deed {
+  long at = 0;
+  char kind = 0;
+  int first = 0;
+  int second = 0;
+};
+
+std::vector<Deed> Deeds(const std::string& out) {
+  std::vector<Deed> deeds;
+  std::istringstream lines(out.substr(0, out.rfind('\n') + 1));
+  for (Deed deed; lines >> deed.at >> deed.kind >> deed.first >> deed.second;) deeds.push_back(deed);
+  return deeds;
+}
+
+class Typing {
+public:
+  Typing(std::string typist, const std::string& commands, const std::filesystem::path& home, unsigned seed)
+      : m_Typist(std::move(typist)), m_Tablet(commands, home, seed) {
+    m_Tablet.Run({"new", "--type", "Full House Inspection", "address=418 Juniper Lane"});
+  }
+
+  void Kill() {
+    const Duration after(static_cast<long>(m_Tablet.Fraction() * static_cast<double>(kLongest.count())));
+    const Ending ending = m_Tablet.RunAndKill({std::to_string(m_Tablet.Random(1'000'000))}, after, m_Typist);
+    m_Tablet.Expect(ending.killed, "the program ended by itself");
+    m_Tablet.CheckDatabases();
+    const std::vector<Deed> deeds = Deeds(ending.out);
+    CheckStart(deeds);
+    CheckComments(deeds);
+    if (deeds.empty()) return;
+    FollowPlace(deeds);
+    m_Letters += static_cast<int>(
+        std::count_if(deeds.begin(), deeds.end(), [](const Deed& deed) { return deed.kind == 't'; }));
+  }
+  int Letters() const { return m_Letters; }
+  int Returns() const { return m_Returns; }
+
+private:
+  using Place = std::pair<int, int>;
+
+  void CheckStart(const std::vector<Deed>& deeds) {
+    if (deeds.empty()) return;
+    if (deeds.front().kind != 's')
+      return m_Tablet.Expect(m_Places.count({0, 0}) > 0, "it did not say where it was");
+    const Place place(deeds.front().first, deeds.front().second);
+    std::string expected;
+    for (const auto& [category, step] : m_Places)
+      expected += " " + std::to_string(category) + "/" + std::to_string(step);
+    m_Tablet.Expect(m_Places.count(place) > 0, "it started at " + std::to_string(place.first) + "/" +
+                                                   std::to_string(place.second) + " instead of" + expected);
+    ++m_Returns;
+  }
+
+  // Of what the person typed everything is there that is older than a second, and nothing else.
+  void CheckComments(const std::vector<Deed>& deeds) {
+    std::map<int, std::string> typed = m_Comments;
+    std::map<int, std::string> sure = m_Comments;
+    for (const Deed& deed : deeds) {
+      if (deed.kind != 't') continue;
+      typed[deed.first] += static_cast<char>(deed.second);
+      if (deed.at <= deeds.back().at - kMayBeLost) sure[deed.first] = typed[deed.first];
+    }
+    m_Comments.clear();
+    std::istringstream rows(m_Tablet.Ask(
+        "SELECT StepID, Comments FROM Step JOIN Category USING (CategoryID) WHERE InspectionID = (SELECT "
+        "max(InspectionID) FROM Inspection) AND Comments > ''"));
+    char bar = 0;
+    int step = 0;
+    for (std::string comment; rows >> step >> bar >> comment;) m_Comments[step] = comment;
+    for (const auto& [key, text] : typed) {
+      const std::string& stored = m_Comments[key];
+      m_Tablet.Expect(stored.starts_with(sure[key]) && text.starts_with(stored),
+                      "step " + std::to_string(key) + " holds \"" + stored + "\" of \"" + text +
+                          "\", at least expected: \"" + sure[key] + "\"");
+    }
+    m_Tablet.Expect(m_Comments.size() == typed.size(), "a comment that nobody typed");
+  }
+
+  // Where the person was a second ago, and since.
+  void FollowPlace(const std::vector<Deed>& deeds) {
+    for (const Deed& deed : deeds) {
+      if (deed.kind == 't') continue;
+      if (deed.at <= deeds.back().at - kMayBeLost) m_Places.clear();
+      m_Places.insert({deed.first, deed.second});
+    }
+  }
+
+  std::string m_Typist;
+  Tablet m_Tablet;
+  std::map<int, std::string> m_Comments;  // by step, as stored after the last kill
+  std::set<Place> m_Places = {{0, 0}};    // where the next start may open
+  int m_Letters = 0;
+  int m_Returns = 0;
+};
+
+int Main(const std::string& typist, const std::string& commands, int kills, unsigned seed) {
+  std::string pattern = std::filesystem::temp_directory_path() / "inspector-kill-XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) return 1;
+  std::printf("Seed %u\n", seed);
+  std::fflush(stdout);
+  std::vector<std::thread> hands;
+  int letters[kTablets] = {};
+  int returns[kTablets] = {};
+  for (unsigned n = 0; n < kTablets; ++n)
+    hands.emplace_back([&, n] {
+      Typing typing(typist, commands, std::filesystem::path(pattern) / std::to_string(n), seed + n);
+      for (int kill = 0; kill < kills / kTablets; ++kill) typing.Kill();
+      letters[n] = typing.Letters();
+      returns[n] = typing.Returns();
+    });
+  int allLetters = 0;
+  int allReturns = 0;
+  for (int n = 0; n < kTablets; ++n) {
+    hands[static_cast<std::size_t>(n)].join();
+    allLetters += letters[n];
+    allReturns += returns[n];
+  }
+  std::printf("%d kills, %d letters typed, %d starts where the person was.\n", kills / kTablets * kTablets,
+              allLetters, allReturns);
+  std::filesystem::remove_all(pattern);
+  // Otherwise nothing was tested.
+  return allLetters > 5 * kills && allReturns > kills / 4 ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace inspector::tests
+
+int main(int count, char** words) {
+  if (count < 3) {
+    std::fprintf(stderr, "Usage: inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]\n");
+    return 2;
+  }
+  const int kills = count > 3 ? std::atoi(words[3]) : 200;
+  const unsigned seed = count > 4 ? static_cast<unsigned>(std::atoi(words[4])) : std::random_device()();
+  return inspector::tests::Main(words[1], words[2], kills, seed);
+}
