@@ -196,6 +196,7 @@ Connection::Result Connection::Attempt(const SqlTokens& tokens, TextView sql, st
     stale = code == SQLITE_ERROR && isKept && isFirst;
     if (!stale) ReportFailure();
   }
+  if (prepared->translation.mustSort) std::sort(keys.begin(), keys.end());
   sqlite3_reset(statement);
   if (isDefinition) ForgetStatements();  // also when it failed: another may differ only in its numbers
   return result;
