@@ -24,7 +24,8 @@ std::string Numbers(int count) {
 std::string Words(const std::string& number) {
   return "'The step flashing at the ' || substr('chimneydormerskylightparapetvalleyswallsides', 1 + " +
          number + " % 37, 8) || ' of slope ' || " + number +
-         " || ' has come loose.  Water can enter behind it; have a roofer refasten and seal it before the next "
+         " || ' has come loose.  Water can enter behind it; have a roofer refasten and seal it before the "
+         "next "
          "heavy rain.'";
 }
 
@@ -32,20 +33,22 @@ void MakeLibrary(Engine& templates) {
   const std::string categories = std::to_string(kCategories);
   const std::string steps = std::to_string(kCategories * kStepsInCategory);
   const std::string each = std::to_string(kStepsInCategory);
-  templates.Run("BEGIN; INSERT INTO InspectionType (ID, InspectionType, Description, Layout) VALUES (" + kBase +
-                ", 'Large', '', '4 Column')");
-  templates.Run(Numbers(kCategories) +
-                "INSERT INTO CategoryTemplate (ID, Title, CategoryNumber, Description, DefComments, FormType, "
-                "ExcludeFromApplyDefault) SELECT " +
-                kBase + " + i, 'Room ' || (i + 1), i + 1, '', '', 0, 0 FROM n");
+  templates.Run("BEGIN; INSERT INTO InspectionType (ID, InspectionType, Description, Layout) VALUES (" +
+                kBase + ", 'Large', '', '4 Column')");
+  templates.Run(
+      Numbers(kCategories) +
+      "INSERT INTO CategoryTemplate (ID, Title, CategoryNumber, Description, DefComments, FormType, "
+      "ExcludeFromApplyDefault) SELECT " +
+      kBase + " + i, 'Room ' || (i + 1), i + 1, '', '', 0, 0 FROM n");
   templates.Run(Numbers(kCategories) + "INSERT INTO InspectionTypeCategory SELECT " + kBase + ", " + kBase +
                 " + i FROM n");
-  templates.Run(Numbers(kCategories * kStepsInCategory) +
-                "INSERT INTO StepTemplate (ID, Title, StepNumber, RatingTypeID, StepInfo, Keyword) SELECT " +
-                kBase + " + i, 'Flashing, penetrations and chimney ' || i, printf('%d.%03d', 1 + i / " + each +
-                ", i % " + each +
-                "), (SELECT ID FROM RatingType WHERE RatingType = 'Condition'), 'Look at it from the ladder.', "
-                "'Roof' FROM n");
+  templates.Run(
+      Numbers(kCategories * kStepsInCategory) +
+      "INSERT INTO StepTemplate (ID, Title, StepNumber, RatingTypeID, StepInfo, Keyword) SELECT " + kBase +
+      " + i, 'Flashing, penetrations and chimney ' || i, printf('%d.%03d', 1 + i / " + each + ", i % " +
+      each +
+      "), (SELECT ID FROM RatingType WHERE RatingType = 'Condition'), 'Look at it from the ladder.', "
+      "'Roof' FROM n");
   templates.Run(Numbers(kCategories * kStepsInCategory) + "INSERT INTO CategoryStep SELECT " + kBase +
                 " + i / " + each + ", " + kBase + " + i FROM n");
   const std::string materials = std::to_string(kMaterialsInStep);
@@ -63,9 +66,9 @@ void MakeLibrary(Engine& templates) {
 LargeVisit FinishVisit(Engine& engine, std::int32_t inspectionID) {
   const std::string mine =
       "(SELECT CategoryID FROM Category WHERE InspectionID = " + std::to_string(inspectionID) + ")";
-  const std::string unopened = "(SELECT CategoryID FROM Category WHERE InspectionID = " +
-                               std::to_string(inspectionID) + " ORDER BY CategoryID DESC LIMIT " +
-                               std::to_string(kUnopenedCategories) + ")";
+  const std::string unopened =
+      "(SELECT CategoryID FROM Category WHERE InspectionID = " + std::to_string(inspectionID) +
+      " ORDER BY CategoryID DESC LIMIT " + std::to_string(kUnopenedCategories) + ")";
   engine.Run("BEGIN; DELETE FROM Step WHERE CategoryID IN " + unopened);
   engine.Run("UPDATE Step SET InspectResult = '' WHERE StepID % 3 = 0 AND CategoryID IN " + mine);
   engine.Run("UPDATE Step SET Comments = " + Words("StepID") + " WHERE StepID % 3 = 1 AND CategoryID IN " +
@@ -76,10 +79,11 @@ LargeVisit FinishVisit(Engine& engine, std::int32_t inspectionID) {
   const int step = engine.Number("SELECT StepID FROM Step WHERE CategoryID = " + std::to_string(category) +
                                  " ORDER BY StepNumber LIMIT 1");
   // Lines of a hundred characters.
-  engine.Run(Numbers(kLongComment / 100) +
-             "UPDATE Step SET Comments = (SELECT group_concat(substr(replace(hex(zeroblob(40)), '00', 'roof '), "
-             "1, 96), char(13) || char(10)) FROM n) WHERE StepID = " +
-             std::to_string(step));
+  engine.Run(
+      Numbers(kLongComment / 100) +
+      "UPDATE Step SET Comments = (SELECT group_concat(substr(replace(hex(zeroblob(40)), '00', 'roof '), "
+      "1, 96), char(13) || char(10)) FROM n) WHERE StepID = " +
+      std::to_string(step));
   engine.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
   return {inspectionID, category, step};
 }
@@ -148,9 +152,10 @@ void FillWithHeaders(Tablet& tablet) {
 void AddComments(Engine& templates, int count) {
   const int present = templates.Number("SELECT count(*) FROM Comments WHERE ID >= " + kBase);
   const std::string isNew = " FROM n WHERE i >= " + std::to_string(present);
-  templates.Run("BEGIN; " + Numbers(count) +
-                "INSERT INTO Comments (ID, OwnerID, Comments, Rating, GroupName, PicturePath, VoidFlag) SELECT " +
-                kBase + " + i, 0, " + Words("i") + ", '', 'Group ' || (i % 20), '', 0" + isNew);
+  templates.Run(
+      "BEGIN; " + Numbers(count) +
+      "INSERT INTO Comments (ID, OwnerID, Comments, Rating, GroupName, PicturePath, VoidFlag) SELECT " +
+      kBase + " + i, 0, " + Words("i") + ", '', 'Group ' || (i % 20), '', 0" + isNew);
   templates.Run(Numbers(count) + "INSERT INTO StepComment SELECT " + kBase + ", " + kBase + " + i, " + kBase +
                 " || '-' || (" + kBase + " + i)" + isNew);
   templates.Run("COMMIT");

@@ -12,8 +12,20 @@
 #include "device/ui/TextConversion.h"
 
 namespace inspector::bench {
+namespace {
 
-WatchedApplication::WatchedApplication(int& count, char** words) : QApplication(count, words) {}
+// The off-screen platform complains about everything that it has no window for.
+void PassOnMessages(QtMsgType kind, const QMessageLogContext&, const QString& message) {
+  if (!message.startsWith(QLatin1String("This plugin does not support")))
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+  if (kind == QtFatalMsg) std::exit(1);
+}
+
+}  // namespace
+
+WatchedApplication::WatchedApplication(int& count, char** words) : QApplication(count, words) {
+  qInstallMessageHandler(PassOnMessages);
+}
 
 bool WatchedApplication::notify(QObject* receiver, QEvent* event) {
   if (event->type() == QEvent::Paint) m_HasPainted = true;

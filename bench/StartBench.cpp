@@ -173,10 +173,9 @@ Told Median(std::vector<Told> runs) {
                      [&](const Told& a, const Told& b) { return a.*figure < b.*figure; });
     median.*figure = (*middle).*figure;
   }
-  median.memory =
-      std::max_element(runs.begin(), runs.end(), [](const Told& a, const Told& b) {
-        return a.memory < b.memory;
-      })->memory;
+  median.memory = std::max_element(runs.begin(), runs.end(), [](const Told& a, const Told& b) {
+                    return a.memory < b.memory;
+                  })->memory;
   return median;
 }
 
