@@ -6,21 +6,15 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "UnattendedPrompts.h"
-#include "data/FreshDatabase.h"
-#include "data/StartUp.h"
+#include "Tablet.h"
 #include "data/StepTable.h"
 #include "device/Format.h"
 #include "editing/Defaults.h"
 #include "editing/Ratings.h"
 #include "editing/StepEditing.h"
-#include "inspection/InspectorDoc.h"
-#include "library/Library.h"
 
 namespace inspector::bench {
 namespace {
@@ -52,83 +46,6 @@ int CountCommits(sqlite3* database, const char**, const sqlite3_api_routines*) {
   return SQLITE_OK;
 }
 
-// A tablet with the starter library, in a folder that goes with it.
-class Tablet {
-public:
-  Tablet() {
-    std::string pattern = std::filesystem::temp_directory_path() / "inspector-bench-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) Fail("no temporary folder");
-    m_Folder = pattern;
-    m_Paths = std::make_unique<device::DevicePaths>(m_Folder);
-    m_Registry = std::make_unique<device::Registry>(m_Files, m_Folder / "registry.toml");
-    for (const auto& [file, kind] : {std::pair{TemplateFile(), data::DatabaseKind::Template},
-                                     std::pair{InspectionFile(), data::DatabaseKind::Inspection}})
-      if (const Text problem = data::CreateFreshDatabase(file, kind, m_Faults); !problem.empty())
-        Fail(device::ToUtf8(problem));
-    const device::Machine machine{*m_Paths, m_Files, *m_Registry, m_Prompts, m_Clock, m_Faults};
-    m_Workspace = data::StartData(machine).workspace;
-    if (!m_Workspace) Fail("the databases do not start");
-    const Text problem = library::ImportLibrary(*m_Workspace, INSPECTOR_ASSETS "/library");
-    if (!problem.empty()) Fail(device::ToUtf8(problem));
-    m_Document = std::make_unique<inspection::CInspectorDoc>(*m_Workspace);
-  }
-  ~Tablet() {
-    m_Document.reset();
-    m_Workspace.reset();
-    std::error_code ignored;
-    std::filesystem::remove_all(m_Folder, ignored);
-  }
-  Tablet(const Tablet&) = delete;
-  Tablet& operator=(const Tablet&) = delete;
-
-  data::Workspace& GetWorkspace() { return *m_Workspace; }
-  inspection::CInspectorDoc& Document() { return *m_Document; }
-  std::filesystem::path TemplateFile() const { return m_Folder / "My Documents/Template_Data.cdb"; }
-  std::filesystem::path InspectionFile() const { return m_Folder / "My Documents/Inspection_Data.cdb"; }
-  const std::filesystem::path& Folder() const { return m_Folder; }
-
-private:
-  std::filesystem::path m_Folder;
-  UnattendedPrompts m_Prompts;
-  device::SystemClock m_Clock;
-  device::HostFiles m_Files;
-  device::FaultLog m_Faults{m_Prompts, m_Clock, "/dev/null"};
-  std::unique_ptr<device::DevicePaths> m_Paths;
-  std::unique_ptr<device::Registry> m_Registry;
-  std::unique_ptr<data::Workspace> m_Workspace;
-  std::unique_ptr<inspection::CInspectorDoc> m_Document;
-};
-
-// The engine alone, with the journal and the syncing that the program asks for.
-class Engine {
-public:
-  explicit Engine(const std::filesystem::path& file) {
-    if (sqlite3_open(file.c_str(), &m_Database) != SQLITE_OK) Fail("no engine");
-    Run("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
-  }
-  ~Engine() { sqlite3_close(m_Database); }
-  Engine(const Engine&) = delete;
-  Engine& operator=(const Engine&) = delete;
-
-  void Run(const std::string& sql) {
-    char* problem = nullptr;
-    if (sqlite3_exec(m_Database, sql.c_str(), nullptr, nullptr, &problem) != SQLITE_OK)
-      Fail(sql + ": " + problem);
-  }
-  int Number(const std::string& sql) {
-    int number = 0;
-    const auto take = [](void* into, int, char** values, char**) {
-      *static_cast<int*>(into) = std::atoi(values[0]);
-      return 0;
-    };
-    if (sqlite3_exec(m_Database, sql.c_str(), take, &number, nullptr) != SQLITE_OK) Fail(sql);
-    return number;
-  }
-
-private:
-  sqlite3* m_Database = nullptr;
-};
-
 template <typename Work>
 double Milliseconds(Work work) {
   const auto start = std::chrono::steady_clock::now();
@@ -145,10 +62,6 @@ bool PrintRatio(const char* what, double time, double yardstick, double allowed)
   const double ratio = time / yardstick;
   std::printf("%s: %.3f ms / %.3f ms = %.2f (at most %.1f)\n", what, time, yardstick, ratio, allowed);
   return ratio <= allowed;
-}
-
-void MustBe(bool done, const char* what) {
-  if (!done) Fail(std::string(what) + " failed");
 }
 
 // The first type with the first 14 of its step categories, none of them excluded from the defaults.
@@ -215,19 +128,7 @@ std::vector<std::int32_t> Fill(Tablet& tablet, int count) {
   data::Databases& databases = tablet.GetWorkspace().GetDatabases();
   MustBe(editing::ApplyDefaultsSilently(databases, key), "the defaults");
   Engine engine(tablet.InspectionFile());
-  engine.Run(
-      "BEGIN; CREATE TEMP TABLE I AS SELECT * FROM Inspection WHERE InspectionID = " + std::to_string(key) +
-      "; CREATE TEMP TABLE C AS SELECT * FROM Category WHERE InspectionID = " + std::to_string(key) +
-      "; CREATE TEMP TABLE S AS SELECT * FROM Step WHERE CategoryID IN (SELECT CategoryID FROM C)");
-  for (int n = 1; n < count; ++n) {
-    engine.Run(
-        "UPDATE I SET InspectionID = InspectionID + 1; INSERT INTO Inspection SELECT * FROM I;"
-        "UPDATE C SET InspectionID = InspectionID + 1, CategoryID = CategoryID + 1000; INSERT INTO Category "
-        "SELECT * FROM C;"
-        "UPDATE S SET StepID = StepID + 1000, CategoryID = CategoryID + 1000; INSERT INTO Step SELECT * FROM "
-        "S");
-  }
-  engine.Run("COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
+  CopyInspection(engine, key, count - 1);
 
   std::vector<std::int32_t> steps;
   data::StepTable rows(databases);

@@ -80,6 +80,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   setCentralWidget(whole);
   setMinimumSize(320, 400);
 
+  UseTheme();  // before there is much that would have to change its look
   MakeScreens();
   MakeMenus();
   m_PlaceTimer.setSingleShot(true);
@@ -91,7 +92,6 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   };
   connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
-  UseTheme();
   Bring(*m_Overview);
 }
 
@@ -100,23 +100,42 @@ CMainFrame::~CMainFrame() = default;
 void CMainFrame::MakeScreens() {
   using namespace inspection::ui;
   m_Overview = new CInspectionOverview(m_Document);
-  m_Header = new CInspectorView(m_Document);
-  m_SetUp = new CInspectionSetupView2(m_Document);
   m_Visit =
       std::make_unique<VisitScreens>(m_Document, *this, [this](Screen& screen) { return Bring(screen); });
   m_Visit->onPlaceChanged = [this] { RememberSoon(); };
-  std::vector<Screen*> screens = m_Visit->All();
-  screens.insert(screens.begin(), {m_Overview, m_Header, m_SetUp});
-  for (Screen* screen : screens) {
-    screen->onTitleChanged = [this] { ShowTitle(); };
-    m_Stack->addWidget(screen);
-  }
+  AddScreen(*m_Overview);
+  for (Screen* screen : m_Visit->All()) AddScreen(*screen);
   m_Overview->beforeChange = [this] { return CurrentScreen()->Flush(); };
-  m_Overview->onOpened = [this] { Bring(*m_Header); };
+  m_Overview->onOpened = [this] { Bring(Header()); };
   m_Overview->onChanged = [this] { RememberSoon(); };
-  for (HeaderView* form : {static_cast<HeaderView*>(m_Header), static_cast<HeaderView*>(m_SetUp)})
-    form->onEditList = [this](const device::Text& list) { m_Visit->EditPickerList(list); };
+}
+
+void CMainFrame::AddScreen(Screen& screen) {
+  screen.onTitleChanged = [this] { ShowTitle(); };
+  m_Stack->addWidget(&screen);
+}
+
+void CMainFrame::AddForm(inspection::ui::HeaderView& form) {
+  AddScreen(form);
+  form.onEditList = [this](const device::Text& list) { m_Visit->EditPickerList(list); };
+}
+
+inspection::ui::CInspectorView& CMainFrame::Header() {
+  if (m_Header) return *m_Header;
+  m_Header = new inspection::ui::CInspectorView(m_Document);
+  AddForm(*m_Header);
   m_Header->onDocTypeChanged = [this] { Tell(QStringLiteral("The categories of this type are set up.")); };
+  Offer(*m_Header, "agents", QStringLiteral("A&gents, date"), [this] { Bring(SetUp()); });
+  OfferCategories(*m_Header);
+  return *m_Header;
+}
+
+inspection::ui::CInspectionSetupView2& CMainFrame::SetUp() {
+  if (m_SetUp) return *m_SetUp;
+  m_SetUp = new inspection::ui::CInspectionSetupView2(m_Document);
+  AddForm(*m_SetUp);
+  OfferCategories(*m_SetUp);
+  return *m_SetUp;
 }
 
 QAction* CMainFrame::AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
@@ -135,9 +154,9 @@ void CMainFrame::MakeMenus() {
   AddMenuCommand(go, "goInspections", QStringLiteral("&Inspections"), QKeySequence(Qt::CTRL | Qt::Key_1),
                  [this] { Bring(*m_Overview); });
   AddMenuCommand(go, "goHeader", QStringLiteral("&Client and dwelling"), QKeySequence(Qt::CTRL | Qt::Key_2),
-                 [this] { Bring(*m_Header); });
+                 [this] { Bring(Header()); });
   AddMenuCommand(go, "goSetUp", QStringLiteral("&Agents and date"), QKeySequence(Qt::CTRL | Qt::Key_3),
-                 [this] { Bring(*m_SetUp); });
+                 [this] { Bring(SetUp()); });
   AddMenuCommand(go, "goCategories", QStringLiteral("C&ategories and steps"),
                  QKeySequence(Qt::CTRL | Qt::Key_4), [this] { Bring(m_Visit->Categories()); });
   AddMenuCommand(go, "goReview", QStringLiteral("&Review comments"), QKeySequence(Qt::CTRL | Qt::Key_5),
@@ -161,8 +180,8 @@ void CMainFrame::MakeMenus() {
   m_EverywhereInBar += AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."),
                                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] {
                                         m_Visit->EditPickerList({});
-                                        m_Header->ListsChanged();
-                                        m_SetUp->ListsChanged();
+                                        if (m_Header) m_Header->ListsChanged();
+                                        if (m_SetUp) m_SetUp->ListsChanged();
                                       });
   m_EverywhereInBar +=
       AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."),
@@ -174,30 +193,28 @@ void CMainFrame::MakeMenus() {
                                       [this] { OpenAbout(); });
   for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
     connect(menu, &QMenu::aboutToShow, this, [this, menu] { device::ui::ShrinkToFit(*menu, width()); });
+}
 
-  // What a screen offers on its way to the next one.
-  auto* next = new QAction(QStringLiteral("A&gents, date"), m_Header);
-  next->setObjectName(QStringLiteral("agents"));
-  connect(next, &QAction::triggered, this, [this] { Bring(*m_SetUp); });
-  m_Header->addAction(next);
+// A way that is taken often lies in the bar of the screen it begins at, too.
+void CMainFrame::Offer(Screen& from, const char* objectName, const QString& caption,
+                       std::function<void()> run) {
+  auto* action = new QAction(caption, &from);
+  action->setObjectName(QLatin1String(objectName));
+  connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+  from.addAction(action);
+}
+
+void CMainFrame::OfferCategories(Screen& from) {
+  Offer(from, "categories", QStringLiteral("&Categories"), [this] { Bring(m_Visit->Categories()); });
 }
 
 void CMainFrame::MakeVisitMenu() {
   QMenu* const report = menuBar()->addMenu(QStringLiteral("&Report"));
   QAction* const write = AddMenuCommand(report, "report", QStringLiteral("Inspection &report..."),
                                         QKeySequence(Qt::CTRL | Qt::Key_R), [this] { Report(); });
-  // The ways that are taken most lie in the bar of the screens, too.
-  const auto offer = [&](Screen& from, const char* name, const QString& caption, std::function<void()> run) {
-    auto* action = new QAction(caption, &from);
-    action->setObjectName(QLatin1String(name));
-    connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
-    from.addAction(action);
-  };
-  for (Screen* const form : {static_cast<Screen*>(m_Header), static_cast<Screen*>(m_SetUp)})
-    offer(*form, "categories", QStringLiteral("&Categories"), [this] { Bring(m_Visit->Categories()); });
-  offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
+  Offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
         [this] { Bring(m_Visit->WhatIsLeft()); });
-  offer(m_Visit->Categories(), "review", QStringLiteral("Re&view"), [this] { Bring(m_Visit->Review()); });
+  Offer(m_Visit->Categories(), "review", QStringLiteral("Re&view"), [this] { Bring(m_Visit->Review()); });
   m_Visit->Categories().addAction(write);
   m_Visit->WhatIsLeft().addAction(write);
 }
@@ -346,10 +363,13 @@ void CMainFrame::Restore() {
   const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
   if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
   m_Overview->SelectCurrent();
-  // Back leads up from there: inspections, header, categories.
-  Bring(*m_Header);
-  if (place.categoryID > 0 && Bring(m_Visit->Categories()))
-    m_Visit->OpenPlace(place.categoryID, place.stepID);
+  // Back leads up from there: inspections, header, categories. They are read when somebody goes there.
+  if (place.categoryID > 0 && m_Visit->OpenPlace(place.categoryID, place.stepID)) {
+    m_Trail = {m_Overview, &Header(), &m_Visit->Categories()};
+  } else {
+    Bring(Header());
+    if (place.categoryID > 0) Bring(m_Visit->Categories());
+  }
   const data::InspectionTable& inspection = m_Document.Inspection();
   const device::Text& name =
       inspection.m_DwellingAddress.empty() ? inspection.m_ClientName : inspection.m_DwellingAddress;

@@ -46,8 +46,9 @@ public:
   bool Bring(device::ui::Screen& screen);
   bool GoBack();
   inspection::ui::CInspectionOverview& Overview() { return *m_Overview; }
-  inspection::ui::CInspectorView& Header() { return *m_Header; }
-  inspection::ui::CInspectionSetupView2& SetUp() { return *m_SetUp; }
+  // Made when they are wanted first, as they hold many fields.
+  inspection::ui::CInspectorView& Header();
+  inspection::ui::CInspectionSetupView2& SetUp();
 
   VisitScreens& Visit() { return *m_Visit; }
 
@@ -66,11 +67,16 @@ protected:
 
 private:
   void MakeScreens();
+  void AddScreen(device::ui::Screen& screen);
+  void AddForm(inspection::ui::HeaderView& form);
   void MakeMenus();
   void MakeVisitMenu();
   void MakeViewMenu(QMenu* tools);
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
+  void Offer(device::ui::Screen& from, const char* objectName, const QString& caption,
+             std::function<void()> run);
+  void OfferCategories(device::ui::Screen& from);
   void ShowCommands();
   bool HasVisit();
   void ShowUndo();

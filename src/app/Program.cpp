@@ -1,13 +1,23 @@
 #include "app/Program.h"
 
+#include <malloc.h>
+
 #include "app/AppSettings.h"
 #include "app/MainFrame.h"
 #include "data/StartUp.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::app {
+namespace {
+
+// A photograph takes tens of megabytes while it is read. Left alone, the allocator takes to keeping such
+// blocks after the first of them was freed, in each thread its own: with blocks of their own they go back.
+constexpr int kLargeBlock = 1 << 20;  // bytes
+
+}  // namespace
 
 int RunProgram(QApplication& application, const ProgramSettings& settings) {
+  mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   const device::DevicePaths paths(settings.home);
   device::HostFiles files;
   device::Registry registry(files, settings.home / "registry.toml");

@@ -51,6 +51,7 @@ struct SqlTranslation {
   Outcome outcome = Outcome::NotUnderstood;
   std::string sql;                 // UTF-8; a query selects the row ids of `table`
   Text table;                      // whose rows a query finds; the missing table; what was not understood
+  bool mustSort = false;           // the query's row ids come in no order; theirs is wanted
   std::vector<std::size_t> binds;  // parameter i takes the value binds[i] of the tokens
 };
 

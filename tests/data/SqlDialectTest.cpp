@@ -166,6 +166,7 @@ TEST_P(SqlDialectTest, RowsAreFoundInTheirOrder) {
        u"((StepTemplate.ID=200) AND ((RatingChoices.SummaryFlag)=TRUE)AND "
        u"((RatingChoices.ChoiceName)=\"Repair\"))",
        {501}},
+      {u"SELECT * FROM Pickers", {600, 601, 602}},
       {u"SELECT * FROM Pickers ORDER BY PickerName", {602, 600, 601}},
       {u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"PickerName\" ORDER BY PickerChoice;", {601, 600}},
       {u"SELECT * FROM FieldTemplate WHERE FieldTemplate.CategoryID = 10 Order By FieldTemplate.Sequence",
