@@ -14,6 +14,7 @@
 #include "inspection/ui/InspectionOverviewView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
+#include "reports/ui/SelectCategoriesPage.h"
 
 namespace inspector::tools {
 namespace {
@@ -104,6 +105,9 @@ bool TakeAll(inspection::CInspectorDoc& document, const Setting& setting,
     for (char& letter : name) letter = letter == ' ' ? '-' : static_cast<char>(std::tolower(letter));
     album.Take(options, name);
   }
+  reports::CategorySelection selection(document.GetWorkspace(), document.Inspection().m_InspectionID);
+  reports::ui::CSelectCategoriesPage categories(selection, nullptr);
+  album.Take(categories, "select-categories");
   device::ui::DatabasePathsDialog paths(document.GetWorkspace().PathsInUse(), nullptr);
   album.Take(paths, "paths");
   return album.AllWritten();
