@@ -28,6 +28,7 @@ using device::ui::ToQString;
 namespace {
 
 constexpr int kRememberAfter = 2000;  // milliseconds: the registry is synced to disk each time
+constexpr int kEndAfter = 20;         // milliseconds, each time that an action is still under way
 constexpr QSize kFirstSize(1280, 800);
 
 }  // namespace
@@ -40,7 +41,16 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
       m_Back(new QPushButton(QStringLiteral("\u2039 Back"))),
       m_Title(new QLabel),
       m_Stack(new QStackedWidget),
-      m_Bar(new device::ui::CommandBar) {
+      m_Bar(new device::ui::CommandBar),
+      m_PlaceTimer(
+          kRememberAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] { RememberPlace(); }),
+      m_EndTimer(
+          kEndAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] {
+            FlushAll();
+            m_End();
+          }) {
   setObjectName(QStringLiteral("mainFrame"));
   setWindowTitle(QStringLiteral("Inspector"));
   m_Back->setObjectName(QStringLiteral("backButton"));
@@ -71,14 +81,11 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
 
   MakeScreens();
   MakeMenus();
-  m_PlaceTimer.setSingleShot(true);
-  m_PlaceTimer.setInterval(kRememberAfter);
   // Later: what is recorded may be an action whose button the bar is just calling.
   m_UndoLog.onChanged = [this] {
     QMetaObject::invokeMethod(
         this, [this] { ShowUndo(); }, Qt::QueuedConnection);
   };
-  connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
   UseTheme();
   Bring(*m_Overview);
@@ -334,9 +341,17 @@ void CMainFrame::RememberPlace() {
     m_Machine.faults.Report(m_Machine.registry.LastError());
 }
 
-void CMainFrame::FlushAll() {
-  CurrentScreen()->Flush();
+bool CMainFrame::FlushAll() {
+  if (m_Document.GetWorkspace().IsBusy()) return false;
+  const bool sheet = m_Visit->FlushSheet();
+  const bool screen = CurrentScreen()->Flush();
   RememberPlace();
+  return sheet && screen;
+}
+
+void CMainFrame::SaveAndThen(std::function<void()> end) {
+  m_End = std::move(end);
+  m_EndTimer.start();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
@@ -351,7 +366,8 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   // A box of our own takes the focus as well; only another program's window counts.
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget())
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget() &&
+      !m_Document.GetWorkspace().IsBusy())
     if (Screen* const screen = CurrentScreen()) screen->Flush();
 }
 

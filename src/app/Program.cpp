@@ -1,13 +1,14 @@
 #include "app/Program.h"
 
 #include "app/AppSettings.h"
+#include "app/EndSignals.h"
 #include "app/MainFrame.h"
 #include "data/StartUp.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::app {
 
-int RunProgram(QApplication& application, const ProgramSettings& settings) {
+int RunProgram(QApplication& application, EndSignals& signals, const ProgramSettings& settings) {
   const device::DevicePaths paths(settings.home);
   device::HostFiles files;
   device::Registry registry(files, settings.home / "registry.toml");
@@ -18,6 +19,8 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
 
   // The questions of start-up are the last windows to close when there is no main window yet.
   QApplication::setQuitOnLastWindowClosed(false);
+  signals.onEnd = [] { QApplication::exit(1); };
+  signals.Listen();
   device::ui::ApplyTheme(application, {});
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
@@ -27,10 +30,13 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
 
   CMainFrame frame(document);
   prompts.SetWindow(&frame);
+  signals.onEnd = [&frame] { frame.SaveAndThen([] { QApplication::exit(0); }); };
   frame.Restore();
   frame.show();
   QApplication::setQuitOnLastWindowClosed(true);
-  return QApplication::exec();
+  const int code = QApplication::exec();
+  signals.onEnd = nullptr;
+  return code;
 }
 
 }  // namespace inspector::app

@@ -30,7 +30,12 @@ constexpr int kSaveAfter = 700;  // milliseconds
 }  // namespace
 
 CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWidget* parent)
-    : QDialog(parent), m_Dialogs(*this), m_Sheet(document) {
+    : QDialog(parent),
+      m_Dialogs(*this),
+      m_Sheet(document),
+      m_Pause(
+          kSaveAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] { m_Sheet.SaveNow(); }) {
   setObjectName(QStringLiteral("stepPropertySheet"));
   setWindowTitle(QStringLiteral("Step Properties"));
   m_Caption = new QLabel(this);
@@ -81,13 +86,9 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-  m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kSaveAfter);
-  connect(&m_Pause, &QTimer::timeout, this, [this] { m_Sheet.SaveNow(); });
   connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-    if (state != Qt::ApplicationActive) m_Sheet.SaveNow();
+    if (state != Qt::ApplicationActive) Flush();
   });
-  connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this] { m_Sheet.SaveNow(); });
 
   auto* rating = new QHBoxLayout;
   rating->addWidget(ratingCaption);
@@ -125,6 +126,7 @@ void CStepPropertySheet::ShowStep() {
   ShowRating();
   m_Previous->setEnabled(!m_Sheet.IsFirst());
   m_Next->setEnabled(!m_Sheet.IsLast());
+  if (onStepShown) onStepShown();
 }
 
 // The page in front stays in front where the next step has it as well.
@@ -179,6 +181,11 @@ void CStepPropertySheet::SaveSoon() {
   if (!m_Pause.isActive()) m_Pause.start();
 }
 
+bool CStepPropertySheet::Flush() {
+  if (m_Sheet.GetWorkspace().IsBusy()) return false;  // what was typed has the timer running
+  return m_Sheet.SaveNow();
+}
+
 void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
   QDialog::resizeEvent(event);
   FitTabs();
@@ -187,7 +194,7 @@ void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
 void CStepPropertySheet::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);
   if (event->type() == QEvent::FontChange) FitTabs();
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) m_Sheet.SaveNow();
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) Flush();
 }
 
 void CStepPropertySheet::done(int result) {

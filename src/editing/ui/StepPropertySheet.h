@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QDialog>
-#include <QTimer>
 
+#include "device/ui/PauseTimer.h"
 #include "editing/StepSheet.h"
 #include "editing/ui/QtSheetDialogs.h"
 
@@ -30,6 +30,11 @@ public:
   // no such step.
   bool OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
   StepSheet& Logic() { return m_Sheet; }
+  // Writes what was typed: the focus is lost, the system ends. In the middle of an action it waits for the
+  // end of that. False when it was not written.
+  bool Flush();
+  // Each time a step is shown, also the first.
+  std::function<void()> onStepShown;
 
   void done(int result) override;
 
@@ -48,7 +53,7 @@ private:
 
   QtSheetDialogs m_Dialogs;
   StepSheet m_Sheet;
-  QTimer m_Pause;
+  device::ui::PauseTimer m_Pause;
   QLabel* m_Caption;
   QComboBox* m_Rating;
   QTabWidget* m_Tabs;

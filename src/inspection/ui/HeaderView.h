@@ -1,9 +1,9 @@
 // What both header forms share: fields in a column that can be scrolled, saved a moment after typing pauses.
 #pragma once
 
-#include <QTimer>
 #include <map>
 
+#include "device/ui/PauseTimer.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/Screen.h"
 #include "inspection/HeaderForm.h"
@@ -62,7 +62,7 @@ private:
   std::vector<Row> m_Rows;
   QWidget* m_Inside;
   QGridLayout* m_Grid;
-  QTimer m_Pause;
+  device::ui::PauseTimer m_Pause;
   int m_Columns = 0;
   bool m_Filling = false;
 };
