@@ -8,6 +8,7 @@
 
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/WrappingCheckBox.h"
 
 namespace inspector::app {
 
@@ -15,6 +16,16 @@ using device::ui::DropDown;
 using device::ui::FromQString;
 using device::ui::ToQString;
 using Kind = OptionEntry::Kind;
+
+namespace {
+
+QCheckBox* MakeCheckBox(const QString& caption, QWidget* parent) {
+  auto* check = new device::ui::WrappingCheckBox(parent);
+  check->setText(caption);
+  return check;
+}
+
+}  // namespace
 
 COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(parent), m_Page(page) {
   auto* layout = new QVBoxLayout(this);
@@ -47,7 +58,7 @@ COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(p
 QWidget* COptionsPage::MakeControl(const OptionEntry& entry) {
   switch (entry.kind) {
     case Kind::YesNo:
-      return new QCheckBox(ToQString(entry.caption), this);
+      return MakeCheckBox(ToQString(entry.caption), this);
     case Kind::Lines: {
       auto* lines = new QPlainTextEdit(this);
       lines->setTabChangesFocus(true);
