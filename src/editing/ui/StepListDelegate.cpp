@@ -92,7 +92,7 @@ void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
   // What is missing stands out, not the whole row.
   const bool warned = IsWarned(index);
   if (option->widget && option->text != kNotRated && option->text != kAskedFor && !warned)
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
       option->palette.setColor(group, QPalette::Text, option->widget->palette().color(group, QPalette::Text));
   if (index.column() == StepList::kRating) {
     option->features |= QStyleOptionViewItem::HasDecoration;
