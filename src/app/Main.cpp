@@ -1,9 +1,11 @@
 #include <QCommandLineParser>
 
+#include "app/EndSignals.h"
 #include "app/Program.h"
 #include "device/DefaultHome.h"
 
 int main(int count, char** words) {
+  inspector::app::EndSignals signals;
   QApplication application(count, words);
   QApplication::setApplicationName(QStringLiteral("Inspector"));
   QApplication::setApplicationVersion(QStringLiteral(INSPECTOR_VERSION));
@@ -22,5 +24,5 @@ int main(int count, char** words) {
   inspector::app::ProgramSettings settings;
   settings.home = parser.isSet(home) ? std::filesystem::path(parser.value(home).toStdString())
                                      : inspector::device::DefaultHome();
-  return inspector::app::RunProgram(application, settings);
+  return inspector::app::RunProgram(application, signals, settings);
 }

@@ -29,6 +29,7 @@ namespace {
 
 constexpr int kRememberAfter = 700;  // milliseconds: the registry is synced to disk each time
 constexpr int kTellFor = 15000;      // milliseconds
+constexpr int kEndAfter = 20;        // milliseconds, each time that an action is still under way
 constexpr QSize kFirstSize(1280, 800);
 constexpr double kHeadingPoints = 12;
 
@@ -43,7 +44,20 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
       m_Title(new QLabel),
       m_Stack(new QStackedWidget),
       m_Message(new QLabel),
-      m_Bar(new device::ui::CommandBar) {
+      m_Bar(new device::ui::CommandBar),
+      m_PlaceTimer(
+          kRememberAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] {
+            RememberPlace();
+            return true;
+          }),
+      m_EndTimer(
+          kEndAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] {
+            FlushAll();
+            m_End();
+            return true;
+          }) {
   setObjectName(QStringLiteral("mainFrame"));
   setWindowTitle(QStringLiteral("Inspector"));
   m_Back->setObjectName(QStringLiteral("backButton"));
@@ -83,14 +97,11 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   UseTheme();  // before there is much that would have to change its look
   MakeScreens();
   MakeMenus();
-  m_PlaceTimer.setSingleShot(true);
-  m_PlaceTimer.setInterval(kRememberAfter);
   // Later: what is recorded may be an action whose button the bar is just calling.
   m_UndoLog.onChanged = [this] {
     QMetaObject::invokeMethod(
         this, [this] { ShowUndo(); }, Qt::QueuedConnection);
   };
-  connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
   Bring(*m_Overview);
 }
@@ -368,7 +379,7 @@ void CMainFrame::Restore() {
     m_Trail = {m_Overview, &Header(), &m_Visit->Categories()};
   } else {
     Bring(Header());
-    if (place.categoryID > 0) Bring(m_Visit->Categories());
+    if (place.categoryID >= 0) Bring(m_Visit->Categories());
   }
   const data::InspectionTable& inspection = m_Document.Inspection();
   const device::Text& name =
@@ -383,15 +394,16 @@ device::LastPlace CMainFrame::Place() const {
   if (!m_Document.HasInspection() || screen == m_Overview) return place;
   place.inspectionID = m_Document.Inspection().m_InspectionID;
   if (screen == m_Header || screen == m_SetUp) return place;
+  place.categoryID = 0;  // the list of categories
+  if (!m_Visit->IsInCategory(*screen) && !m_Visit->IsInSheet()) return place;
   const editing::PlaceInVisit inVisit = m_Visit->Place();
   if (inVisit.categoryID > 0) place.categoryID = inVisit.categoryID;
   if (inVisit.stepID > 0) place.stepID = inVisit.stepID;
   return place;
 }
 
-// Counted from the first move that is not remembered yet.
 void CMainFrame::RememberSoon() {
-  if (!m_PlaceTimer.isActive()) m_PlaceTimer.start();
+  m_PlaceTimer.Begin();
 }
 
 void CMainFrame::RememberPlace() {
@@ -403,9 +415,17 @@ void CMainFrame::RememberPlace() {
     m_Machine.faults.Report(m_Machine.registry.LastError());
 }
 
-void CMainFrame::FlushAll() {
-  CurrentScreen()->Flush();
+bool CMainFrame::FlushAll() {
+  if (m_Document.GetWorkspace().IsBusy()) return false;
+  const bool sheet = m_Visit->FlushSheet();
+  const bool screen = CurrentScreen()->Flush();
   RememberPlace();
+  return sheet && screen;
+}
+
+void CMainFrame::SaveAndThen(std::function<void()> end) {
+  m_End = std::move(end);
+  m_EndTimer.start();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
@@ -421,7 +441,8 @@ void CMainFrame::closeEvent(QCloseEvent* event) {
 void CMainFrame::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   // A box of our own takes the focus as well; only another program's window counts.
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget())
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget() &&
+      !m_Document.GetWorkspace().IsBusy())
     if (Screen* const screen = CurrentScreen()) screen->Flush();
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QTimer>
 #include <memory>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "app/VisitScreens.h"
 #include "device/LastPlace.h"
 #include "device/ui/CommandBar.h"
+#include "device/ui/PauseTimer.h"
 #include "device/ui/Screen.h"
 #include "device/ui/Theme.h"
 #include "inspection/InspectorDoc.h"
@@ -38,8 +38,11 @@ public:
 
   // Size and place of the last run, and the inspection that was worked on; says so.
   void Restore();
-  // Writes what was typed and where the person is. To be called when the system is about to end the program.
-  void FlushAll();
+  // Writes what was typed, in an open sheet as well, and where the person is: the system is about to end the
+  // program. False when something was not written; in the middle of an action nothing is.
+  bool FlushAll();
+  // The same, and then `end`; both after the action that is under way.
+  void SaveAndThen(std::function<void()> end);
 
   device::ui::Screen* CurrentScreen() const;
   // False when the present screen could not be left.
@@ -107,8 +110,10 @@ private:
   bool m_MustQuit = false;
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
-  QTimer m_PlaceTimer;
   QTimer m_MessageTimer;
+  device::ui::PauseTimer m_PlaceTimer;
+  device::ui::PauseTimer m_EndTimer;
+  std::function<void()> m_End;
 };
 
 }  // namespace inspector::app

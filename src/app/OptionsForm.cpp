@@ -3,6 +3,7 @@
 #include "data/OptionFields.h"
 #include "device/Format.h"
 #include "device/OwnerRecord.h"
+#include "editing/PictureAttachment.h"
 
 namespace inspector::app {
 namespace {
@@ -21,6 +22,9 @@ constexpr OwnerEntry kOwner[] = {
     {u"OwnerAddress", &device::OwnerRecord::address},
     {u"OwnerPhone", &device::OwnerRecord::phone},
 };
+// Of pictures that are attached to comments.
+constexpr TextView kAttachedSized = u"AttachedSized";
+constexpr TextView kAttachedUpright = u"AttachedUpright";
 constexpr TextView kTemplatePath = u"TemplatePath";
 constexpr TextView kInspectionPath = u"InspectionPath";
 
@@ -29,8 +33,13 @@ device::OwnerRecord ReadOwner(const device::Registry& registry) {
   return block ? device::OwnerRecord::Decode(*block) : device::OwnerRecord();
 }
 
+Text YesNo(bool yes) {
+  return yes ? u"TRUE" : u"FALSE";
+}
+
 bool IsKeptElsewhere(TextView name) {
-  return name.starts_with(u"Owner") || name == kTemplatePath || name == kInspectionPath;
+  return name.starts_with(u"Owner") || name.starts_with(u"Attached") || name == kTemplatePath ||
+         name == kInspectionPath;
 }
 
 }  // namespace
@@ -71,15 +80,29 @@ const std::vector<OptionsPage>& OptionsPages() {
         {u"LabelDocNumber", u"Document number"},
         {u"LabelClientName", u"Client name"},
         {u"LabelDate", u"Date"}}},
-      {u"Legal", u"", {{u"FinePrint", u"Fine print", Kind::Lines}}},
-      {u"Definition of terms", u"", {{u"DefinitionOfTerms", u"Definition of terms", Kind::Lines}}},
-      {u"Footer", u"", {{u"FooterText", u"Footer of each page", Kind::Lines}}},
-      {u"Summary", u"", {{u"SummaryDisclaimer", u"Disclaimer of the summary", Kind::Lines}}},
+      {u"Legal",
+       u"At the end of the first page, below the picture of the house.",
+       {{u"FinePrint", u"Fine print", Kind::Lines}},
+       OptionsPage::View::Legal},
+      {u"Definition of terms",
+       u"At the top of the second page: what the words of the ratings mean.",
+       {{u"DefinitionOfTerms", u"Definition of terms", Kind::Lines}},
+       OptionsPage::View::DefOfTerms},
+      {u"Footer",
+       u"In small type at the foot of every page, below a line.",
+       {{u"FooterText", u"Footer of each page", Kind::Lines}},
+       OptionsPage::View::Footer},
+      {u"Summary",
+       u"In the summary report.",
+       {{u"SummaryDisclaimer", u"Disclaimer of the summary", Kind::Lines}},
+       OptionsPage::View::ReportText},
       {u"Pictures",
        u"",
        {{u"OmitPictures", u"Leave pictures out of reports", Kind::YesNo},
         {u"DefaultPictCardPath", u"Folder of the camera's card"},
-        {u"NextPictNumber", u"Number of the next picture", Kind::Number}}},
+        {u"NextPictNumber", u"Number of the next picture", Kind::Number},
+        {kAttachedSized, u"Size pictures to at most 1600 pixels", Kind::YesNo},
+        {kAttachedUpright, u"Turn pictures upright", Kind::YesNo}}},
       {u"Owner",
        u"Who the inspector is; it stands on the first page of a report.",
        {{u"InspectorEntry", u"Inspector; licence"},
@@ -104,6 +127,9 @@ OptionsForm::Values OptionsForm::Load() {
   Values values;
   const device::OwnerRecord owner = ReadOwner(m_Workspace.GetMachine().registry);
   for (const OwnerEntry& entry : kOwner) values[entry.name] = owner.*entry.text;
+  const editing::AttachmentForm form = editing::ReadAttachmentForm(m_Workspace.GetMachine().registry);
+  values[kAttachedSized] = YesNo(form.longestSide > 0);
+  values[kAttachedUpright] = YesNo(form.upright);
   values[kTemplatePath] = m_Workspace.PathsInUse().templatePath;
   values[kInspectionPath] = m_Workspace.PathsInUse().inspectionPath;
   for (const OptionsPage& page : OptionsPages())
@@ -133,7 +159,12 @@ data::OptionsSaved OptionsForm::Save(const Values& values) {
   const device::OwnerRecord before = ReadOwner(machine.registry);
   device::OwnerRecord owner = before;
   for (const OwnerEntry& entry : kOwner) owner.*entry.text = values.at(entry.name);
-  if (owner != before && !machine.registry.WriteBinary(Text(data::kOwnerKey), kOwnerValue, owner.Encode())) {
+  const editing::AttachmentForm form = {values.at(kAttachedSized) == u"TRUE" ? editing::kAttachedSide : 0,
+                                        values.at(kAttachedUpright) == u"TRUE"};
+  const bool written =
+      (owner == before || machine.registry.WriteBinary(Text(data::kOwnerKey), kOwnerValue, owner.Encode())) &&
+      editing::WriteAttachmentForm(machine.registry, form);
+  if (!written) {
     machine.faults.Report(machine.registry.LastError());
     return data::OptionsSaved::Failed;
   }

@@ -14,7 +14,7 @@ using device::TextView;
 struct OptionEntry {
   enum class Kind { YesNo, Line, Lines, Number, Inches, Choice, Secret };
 
-  TextView name;  // of the option; "Owner..." and "...Path" for what is kept elsewhere
+  TextView name;  // of the option; "Owner...", "Attached..." and "...Path" for what is kept elsewhere
   TextView caption;
   Kind kind = Kind::Line;
   std::vector<TextView> choices = {};  // as stored
@@ -23,9 +23,13 @@ struct OptionEntry {
 };
 
 struct OptionsPage {
+  // How it is shown: entry by entry, or as one long text of the reports.
+  enum class View { Entries, Legal, DefOfTerms, Footer, ReportText };
+
   TextView title;
   TextView explanation;
   std::vector<OptionEntry> entries;
+  View view = View::Entries;
 };
 
 const std::vector<OptionsPage>& OptionsPages();

@@ -18,6 +18,16 @@ using device::ui::ToQString;
 using device::ui::WrappingCheckBox;
 using Kind = OptionEntry::Kind;
 
+namespace {
+
+QCheckBox* MakeCheckBox(const QString& caption, QWidget* parent) {
+  auto* check = new device::ui::WrappingCheckBox(parent);
+  check->setText(caption);
+  return check;
+}
+
+}  // namespace
+
 COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(parent), m_Page(page) {
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(4);
@@ -48,11 +58,8 @@ COptionsPage::COptionsPage(const OptionsPage& page, QWidget* parent) : QWidget(p
 
 QWidget* COptionsPage::MakeControl(const OptionEntry& entry) {
   switch (entry.kind) {
-    case Kind::YesNo: {
-      auto* box = new WrappingCheckBox(this);
-      box->setText(ToQString(entry.caption));
-      return box;
-    }
+    case Kind::YesNo:
+      return MakeCheckBox(ToQString(entry.caption), this);
     case Kind::Lines: {
       auto* lines = new QPlainTextEdit(this);
       lines->setTabChangesFocus(true);

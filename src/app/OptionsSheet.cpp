@@ -7,10 +7,32 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "app/DefOfTermsPage.h"
+#include "app/FooterPage.h"
+#include "app/LegalPage.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::app {
+namespace {
+
+COptionsPage* MakePage(const OptionsPage& page, QWidget* parent) {
+  switch (page.view) {
+    case OptionsPage::View::Legal:
+      return new CLegalPage(page, parent);
+    case OptionsPage::View::DefOfTerms:
+      return new CDefOfTermsPage(page, parent);
+    case OptionsPage::View::Footer:
+      return new CFooterPage(page, parent);
+    case OptionsPage::View::ReportText:
+      return new TextOptionsPage(page, ReportTextRemark, parent);
+    case OptionsPage::View::Entries:
+      break;
+  }
+  return new COptionsPage(page, parent);
+}
+
+}  // namespace
 
 COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
     : QDialog(parent),
@@ -31,7 +53,7 @@ COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus);
     QScroller::grabGesture(scroll->viewport(), QScroller::TouchGesture);
-    auto* view = new COptionsPage(page, scroll);
+    COptionsPage* const view = MakePage(page, scroll);
     view->Show(m_Values);
     scroll->setWidget(view);
     m_Stack->addWidget(scroll);

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include "app/AppSettings.h"
+#include "app/EndSignals.h"
 #include "app/MainFrame.h"
 #include "data/StartUp.h"
 #include "device/ui/Theme.h"
@@ -16,7 +17,7 @@ constexpr int kLargeBlock = 1 << 20;  // bytes
 
 }  // namespace
 
-int RunProgram(QApplication& application, const ProgramSettings& settings) {
+int RunProgram(QApplication& application, EndSignals& signals, const ProgramSettings& settings) {
   mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   const device::DevicePaths paths(settings.home);
   device::HostFiles files;
@@ -28,6 +29,8 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
 
   // The questions of start-up are the last windows to close when there is no main window yet.
   QApplication::setQuitOnLastWindowClosed(false);
+  signals.onEnd = [] { QApplication::exit(1); };
+  signals.Listen();
   device::ui::ApplyTheme(application, {});
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
@@ -37,10 +40,13 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
 
   CMainFrame frame(document);
   prompts.SetWindow(&frame);
+  signals.onEnd = [&frame] { frame.SaveAndThen([] { QApplication::exit(0); }); };
   frame.Restore();
   frame.show();
   QApplication::setQuitOnLastWindowClosed(true);
-  return QApplication::exec();
+  const int code = QApplication::exec();
+  signals.onEnd = nullptr;
+  return code;
 }
 
 }  // namespace inspector::app

@@ -9,13 +9,14 @@
 namespace inspector::app {
 
 class CMainFrame;
+class EndSignals;
 
 struct ProgramSettings {
   std::filesystem::path home;  // the device root
 };
 
 // Returns the exit code: 0 after the window was closed, and after a fault of the databases' structure, which
-// has been told; 1 when start-up failed or was left.
-int RunProgram(QApplication& application, const ProgramSettings& settings);
+// has been told; 1 when start-up failed or was left. A signal to end saves what was typed first.
+int RunProgram(QApplication& application, EndSignals& signals, const ProgramSettings& settings);
 
 }  // namespace inspector::app

@@ -5,6 +5,7 @@
 #include "device/ui/ChoiceDialog.h"
 #include "reports/InspectionReport.h"
 #include "reports/ReportLayout.h"
+#include "reports/ui/SelectCategoriesPage.h"
 
 namespace inspector::app {
 namespace {
@@ -23,14 +24,19 @@ public:
 
 device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window) {
   document.FinishDocTypeChange();
+  data::Workspace& workspace = document.GetWorkspace();
+  reports::ReportRequest request;
+  request.inspectionID = document.Inspection().m_InspectionID;
+  reports::CategorySelection categories(workspace, request.inspectionID);
+  if (categories.Failed()) return {};
+  reports::ui::CSelectCategoriesPage page(categories, &window);
+  if (page.exec() != QDialog::Accepted) return {};
+  request.deselected = categories.Deselected();
   LayoutRows layouts;
   device::ui::ChoiceDialog dialog(QStringLiteral("Inspection Report"), QStringLiteral("Choose the layout:"),
                                   layouts, {{u"Layout", 240}}, &window);
   if (dialog.exec() != QDialog::Accepted || dialog.Chosen() < 0) return {};
-  reports::ReportRequest request;
-  request.inspectionID = document.Inspection().m_InspectionID;
   request.layout = device::Text(reports::Layouts()[static_cast<std::size_t>(dialog.Chosen())]->Name());
-  data::Workspace& workspace = document.GetWorkspace();
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(workspace, request);
   device::Text notes;
   for (const device::Text& note : outcome.notes) notes += (notes.empty() ? u"" : u"\n") + note;

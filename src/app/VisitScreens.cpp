@@ -34,7 +34,7 @@ void VisitScreens::Connect() {
   };
   m_Dialogs.onOpenPickerEditor = [this](const device::Text& list) { EditPickerList(list); };
   m_Categories->onOpen = [this](editing::CategoryList::Screen screen) {
-    m_Place = {m_Document.Categories().m_CategoryID, 0};
+    SetPlace({m_Document.Categories().m_CategoryID, 0});
     m_Bring(screen == editing::CategoryList::Screen::Form ? static_cast<Screen&>(*m_Form) : *m_Steps);
   };
   m_Review->onOpen = [this](std::int32_t categoryID, std::int32_t stepID) {
@@ -77,45 +77,59 @@ bool VisitScreens::IsAtCategory() const {
 
 bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
+  sheet.onStepShown = [&] { SetPlace({sheet.Logic().CategoryID(), sheet.Logic().StepID()}); };
   if (!sheet.OpenStep(categoryID, stepID, tab)) return false;
-  sheet.onMoved = [&] {
-    m_Place = {sheet.Logic().CategoryID(), sheet.Logic().StepID()};
-    if (onPlaceChanged) onPlaceChanged();
-  };
-  sheet.onMoved();
-  return sheet.exec() == QDialog::Accepted;
+  m_Sheet = &sheet;
+  const bool accepted = sheet.exec() == QDialog::Accepted;
+  m_Sheet = nullptr;
+  sheet.Flush();  // a program that ends leaves the sheet without closing it
+  // Once whoever opened this one has shown what it changed.
+  if (sheet.WantsNextUnfinished())
+    QMetaObject::invokeMethod(
+        &m_Window, [this] { OpenNextUnfinished(); }, Qt::QueuedConnection);
+  return accepted;
 }
 
 bool VisitScreens::ShowCategory(std::int32_t categoryID) {
   m_Document.FinishDocTypeChange();
   m_Document.LoadCategories();
   data::CategoryTable& categories = m_Document.Categories();
-  for (int row = 0; row < categories.RecordCount(); ++row) {
-    if (!categories.GetRecord(row) || categories.m_CategoryID != categoryID) continue;
-    m_Document.SetCurrentCategory(row);
-    m_Place = {categoryID, 0};
-    return m_Bring(categories.m_Type == editing::kFormCategory ? static_cast<Screen&>(*m_Form) : *m_Steps);
-  }
-  m_Document.LoadCategories();
+  const std::int32_t former = categories.m_CategoryID;
+  if (!m_Document.SelectCategory(categoryID)) return false;
+  SetPlace({categoryID, 0});
+  if (m_Bring(categories.m_Type == editing::kFormCategory ? static_cast<Screen&>(*m_Form) : *m_Steps))
+    return true;
+  // The present screen could not be left: its commands are for its category.
+  m_Document.SelectCategory(former);
   return false;
 }
 
 bool VisitScreens::OpenPlace(std::int32_t categoryID, std::int32_t stepID) {
   if (!ShowCategory(categoryID)) return false;
-  m_Place.stepID = stepID;
+  SetPlace({categoryID, stepID});
   if (stepID > 0) m_Steps->SelectStep(stepID);
   return true;
 }
 
 editing::PlaceInVisit VisitScreens::Place() const {
-  return m_Place;
+  return m_PlaceInspectionID == m_Document.Inspection().m_InspectionID ? m_Place : editing::PlaceInVisit();
+}
+
+void VisitScreens::SetPlace(const editing::PlaceInVisit& place) {
+  m_Place = place;
+  m_PlaceInspectionID = m_Document.Inspection().m_InspectionID;
+  if (onPlaceChanged) onPlaceChanged();
+}
+
+bool VisitScreens::FlushSheet() {
+  return !m_Sheet || m_Sheet->Flush();
 }
 
 void VisitScreens::OpenNextUnfinished() {
   m_Document.FinishDocTypeChange();
   editing::Unfinished unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
   unfinished.Refresh();
-  const std::optional<editing::UnfinishedStep> next = unfinished.NextAfter(m_Place);
+  const std::optional<editing::UnfinishedStep> next = unfinished.NextAfter(Place());
   if (!next) {
     device::Alert(m_Document.GetWorkspace().GetPrompts(), u"Nothing is left to do in this visit.");
     return;

@@ -13,6 +13,7 @@ namespace inspector::editing::ui {
 class CCategoryView;
 class CStepListView;
 class CFieldFormView;
+class CStepPropertySheet;
 class CUnfinishedView;
 }  // namespace inspector::editing::ui
 
@@ -36,14 +37,17 @@ public:
   bool IsInCategory(const device::ui::Screen& screen) const;
   // The category that was opened last is still the document's current one.
   bool IsAtCategory() const;
+  bool IsInSheet() const { return m_Sheet != nullptr; }
 
   // The next step that still needs something after where the person is, opened in its sheet; says so when
   // there is none.
   void OpenNextUnfinished();
   // Shows the category; with a step, its sheet as well. False when they are not there.
   bool OpenPlace(std::int32_t categoryID, std::int32_t stepID);
-  // Where the person is: nothing before a category was opened.
+  // Where the person is in the current inspection: nothing before one of its categories was opened.
   editing::PlaceInVisit Place() const;
+  // Writes what was typed into an open sheet. False when it could not be written.
+  bool FlushSheet();
   std::function<void()> onPlaceChanged;
   void EditPickerList(const device::Text& list);
   void EditShortcuts();
@@ -51,6 +55,7 @@ public:
 private:
   void Connect();
   bool ShowCategory(std::int32_t categoryID);
+  void SetPlace(const editing::PlaceInVisit& place);
   bool OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
 
   inspection::CInspectorDoc& m_Document;
@@ -62,7 +67,9 @@ private:
   editing::ui::CFieldFormView* m_Form;
   ReviewScreen* m_Review;
   editing::ui::CUnfinishedView* m_Unfinished;
+  editing::ui::CStepPropertySheet* m_Sheet = nullptr;  // while one is open
   editing::PlaceInVisit m_Place;
+  std::int32_t m_PlaceInspectionID = -1;  // whose place it is
 };
 
 }  // namespace inspector::app

@@ -29,13 +29,15 @@ struct CommandOption {
   std::string help;
   bool required = false;
   std::vector<std::string> choices = {};  // for the completion, where there are few
+  bool repeated = false;                  // takes any number of values
 };
 
 // What was typed after the command's name. Texts are UTF-8, as they came.
 struct Input {
   std::vector<std::string> arguments;  // single ones in their order
   std::vector<std::string> repeated;
-  std::map<std::string, std::string> options;  // those that were given; a flag holds an empty text
+  std::map<std::string, std::string> options;             // those that were given; a flag holds an empty text
+  std::map<std::string, std::vector<std::string>> lists;  // the values of repeated options, likewise
 
   bool Has(const std::string& option) const { return options.contains(option); }
   device::Text Argument(std::size_t index) const { return device::FromUtf8(arguments[index]); }

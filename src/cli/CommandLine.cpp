@@ -37,6 +37,7 @@ struct Slot {
   std::deque<std::string> single;
   std::vector<std::string> repeated;
   std::deque<std::pair<const CommandOption*, std::string>> values;
+  std::deque<std::pair<const CommandOption*, std::vector<std::string>>> lists;
   std::deque<std::pair<const CommandOption*, bool>> flags;
 };
 
@@ -58,6 +59,11 @@ void Describe(CLI::App& parent, const Command& command, Slot& slot) {
     if (option.value.empty()) {
       slot.app->add_flag(option.name, slot.flags.emplace_back(&option, false).second, option.help)
           ->disable_flag_override();
+    } else if (option.repeated) {
+      slot.app
+          ->add_option(option.name, slot.lists.emplace_back(&option, std::vector<std::string>()).second,
+                       option.help)
+          ->type_name(option.value);
     } else {
       CLI::Option* added =
           slot.app->add_option(option.name, slot.values.emplace_back(&option, "").second, option.help);
@@ -111,6 +117,8 @@ Input Collect(const Slot& slot) {
   for (const std::string& word : slot.repeated) input.repeated.push_back(Unshielded(word));
   for (const auto& [option, value] : slot.values)
     if (slot.app->count(option->name) > 0) input.options[option->name] = Unshielded(value);
+  for (const auto& [option, values] : slot.lists)
+    for (const std::string& value : values) input.lists[option->name].push_back(Unshielded(value));
   for (const auto& [option, given] : slot.flags)
     if (given) input.options[option->name] = "";
   return input;

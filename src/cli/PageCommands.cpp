@@ -11,6 +11,7 @@ std::string Synopsis(const Command& command) {
   }
   for (const CommandOption& option : command.options) {
     std::string text = option.name + (option.value.empty() ? "" : " " + option.value);
+    if (option.repeated) text += " ...";
     if (!option.required) text = "[" + text + "]";
     line += " " + text;
   }

@@ -1,5 +1,6 @@
 #include "cli/CommandGroups.h"
 #include "device/Format.h"
+#include "reports/CategorySelection.h"
 #include "reports/InspectionReport.h"
 #include "reports/ReportLayout.h"
 
@@ -25,6 +26,21 @@ std::vector<std::string> LayoutChoices() {
   return names;
 }
 
+// What --skip names, as the titles that a report goes by. False when there is no such category.
+bool TakeSkipped(Session& session, const Input& input, reports::ReportRequest& request) {
+  const auto skipped = input.lists.find("--skip");
+  if (skipped == input.lists.end()) return true;
+  reports::CategorySelection categories(session.Workspace(), request.inspectionID);
+  for (const std::string& category : skipped->second) {
+    if (categories.LeaveOut(device::FromUtf8(category))) continue;
+    session.Fail(device::Format(u"There is no category \"%s\" in this inspection. \"categories\" shows them.",
+                                device::FromUtf8(category)));
+    return false;
+  }
+  request.deselected = categories.Deselected();
+  return !categories.Failed();
+}
+
 ExitCode RunReport(Session& session, const Input& input) {
   reports::ReportRequest request;
   request.inspectionID = input.Number(0);
@@ -40,7 +56,8 @@ ExitCode RunReport(Session& session, const Input& input) {
     }
     request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
   }
-  if (!session.SelectInspection(request.inspectionID)) return ExitCode::Failed;
+  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
+    return ExitCode::Failed;
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
   if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");
@@ -57,7 +74,8 @@ std::vector<Command> ReportCommands() {
        "write the inspection report and print where it is",
        {{"ID", "the inspection's key", Argument::Kind::Number, false}},
        {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true, LayoutChoices()},
-        {"--out", "FILE", "where to write; replaces without asking", false}},
+        {"--out", "FILE", "where to write; replaces without asking", false},
+        {"--skip", "CATEGORY", "leave these categories out, by title or key", false, {}, true}},
        "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
        "begins with a "
        "backslash lies on the device.",

@@ -83,6 +83,8 @@ public:
   bool Commit();  // false: nothing of the transaction is in the file
   void Rollback();
   bool IsInTransaction() const { return m_Depth > 0; }
+  // In the middle of an action or of a loop over rows.
+  bool IsBusy() const { return m_Depth > 0 || m_Reading > 0; }
   // A read transaction, so that a loop of fetches does not take a lock for each. Inside any other it does
   // nothing.
   void BeginReading();

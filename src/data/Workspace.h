@@ -21,6 +21,11 @@ public:
   Connection& InspectionConnection() { return m_Databases.Inspection(); }
   Connection& TemplateConnection() { return m_Databases.Template(); }
 
+  // An action is under way on this thread, which a window or box that it opened lets wait. What happens
+  // meanwhile (a timer, the loss of the focus) must leave the databases alone: it would become part of the
+  // action, and be taken back with it.
+  bool IsBusy() { return m_Databases.Inspection().IsBusy() || m_Databases.Template().IsBusy(); }
+
   // The single options row, read by the first call and kept until the end.
   OptionsTable& Options();
   // The next call of Options reads the row again (after the library was replaced).

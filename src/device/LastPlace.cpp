@@ -16,7 +16,7 @@ LastPlace ReadLastPlace(const Registry& registry) {
   const std::vector<Text> parts = Split(registry.Read(kKey, kValue).value_or(u""), u' ');
   std::int32_t* const members[] = {&place.inspectionID, &place.categoryID, &place.stepID};
   for (std::size_t n = 0; n < std::size(members) && n < parts.size(); ++n)
-    if (const int key = LeadingInteger(parts[n]); key > 0) *members[n] = key;
+    if (const int key = LeadingInteger(parts[n]); key > 0 || (n == 1 && parts[n] == u"0")) *members[n] = key;
   return place;
 }
 

@@ -7,7 +7,7 @@
 
 namespace inspector::device {
 
-// Keys of rows; -1 where there was none.
+// Keys of rows; -1 where there was none. The category 0 stands for the list of categories.
 struct LastPlace {
   std::int32_t inspectionID = -1;
   std::int32_t categoryID = -1;

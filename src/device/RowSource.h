@@ -19,6 +19,8 @@ struct ListRow {
   std::vector<Text> cells;              // one per column; missing ones are empty
   CheckImage check = CheckImage::None;  // drawn in the mark column
   RowTone tone = RowTone::Normal;
+  int warnedCell = -1;  // a cell with a mark of attention beside its words
+  Text warning = {};    // what the mark means
 };
 
 class RowSource {

@@ -31,6 +31,17 @@ std::optional<TextChange> CommentEditing::Insert(TextView comment) {
                              StepEditing(workspace).CommentSeparator()));
 }
 
+std::optional<TextChange> CommentEditing::ExpandWord(TextView line, std::size_t wordEnd) {
+  data::Databases& databases = m_Sheet.GetWorkspace().GetDatabases();
+  if (!m_Shortcuts) m_Shortcuts.emplace(databases);
+  std::optional<TextChange> change = m_Shortcuts->Expand(line, wordEnd);
+  if (!change) return std::nullopt;
+  std::optional<Text> filled = FillPlaceholders(databases, m_Dialogs, change->replacement);
+  if (!filled) return std::nullopt;
+  change->replacement = std::move(*filled);
+  return change;
+}
+
 std::vector<TextChange> CommentEditing::InsertAll(const std::vector<Text>& comments) {
   std::vector<TextChange> changes;
   for (const Text& comment : comments)

@@ -25,6 +25,9 @@ public:
 
   // Fills the placeholders of a prepared comment, then puts it at the caret. Nothing when that is cancelled.
   std::optional<TextChange> Insert(TextView comment);
+  // What the word that ends at `wordEnd` of `line` stands for, its placeholders filled one after the other.
+  // Nothing when it is no shortcut, or when that is cancelled: then the word stays as it was typed.
+  std::optional<TextChange> ExpandWord(TextView line, std::size_t wordEnd);
   // The "Comment Picker" dialog: what it deletes goes from the picklist, what it chooses is inserted one
   // after the other. A comment whose placeholders are cancelled is left out.
   std::vector<TextChange> OpenPicker();
@@ -45,6 +48,7 @@ private:
   SheetDialogs& m_Dialogs;
   TextSelection m_Selection;
   std::optional<CommentPicklist> m_Picklist;
+  std::optional<Shortcuts> m_Shortcuts;  // as they were when the first word was finished
 };
 
 }  // namespace inspector::editing

@@ -38,42 +38,44 @@ std::vector<Text> PickerEditor::Choices(TextView picker) {
   return choices;
 }
 
-bool PickerEditor::AddItem(TextView picker) {
+std::optional<Text> PickerEditor::AddItem(TextView picker) {
   const std::optional<Text> entered =
       m_Workspace.GetPrompts().AskText({u"Enter the new text for this picker.", u"New Item", {}});
   const Text word = device::StripLeadingControls(entered.value_or(Text()));
-  if (word.empty()) return false;
+  if (word.empty()) return std::nullopt;
   data::Databases& databases = m_Workspace.GetDatabases();
   data::Transaction transaction(databases.Template());
-  if (!transaction.IsOpen()) return false;
+  if (!transaction.IsOpen()) return std::nullopt;
   data::PickersTable row(databases);
   row.PrepareNew();
   row.m_PickerName = Text(picker);
   row.m_PickerChoice = word;
   row.m_ID = data::UniqueIDTable(databases, data::DatabaseKind::Template).NextID(row.TableName());
-  return row.Write() && transaction.Commit();
+  return row.Write() && transaction.Commit() ? std::optional(word) : std::nullopt;
 }
 
-bool PickerEditor::EditItem(TextView picker, std::size_t choice) {
-  return Edit(picker, choice, u"Edit the text for this picker item.", u"Edit Item");
+std::optional<Text> PickerEditor::EditItem(TextView picker, std::size_t choice) {
+  return Edit(picker, choice, u"Edit the text for this picker item.", u"Edit Item", true);
 }
 
-bool PickerEditor::EditText(TextView picker, std::size_t choice) {
-  return Edit(picker, choice, u"Enter the new text for this item.", u"Edit Text");
+std::optional<Text> PickerEditor::EditText(TextView picker, std::size_t choice) {
+  return Edit(picker, choice, u"Enter the new text for this item.", u"Edit Text", false);
 }
 
-bool PickerEditor::Edit(TextView picker, std::size_t choice, const Text& prompt, const Text& title) {
+std::optional<Text> PickerEditor::Edit(TextView picker, std::size_t choice, const Text& prompt,
+                                       const Text& title, bool offersWord) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::PickersTable row(databases);
   const int n = static_cast<int>(choice);
-  if (!OpenPicker(row, picker) || !row.GetRecord(n)) return false;
-  const std::optional<Text> entered = m_Workspace.GetPrompts().AskText({prompt, title, row.m_PickerChoice});
+  if (!OpenPicker(row, picker) || !row.GetRecord(n)) return std::nullopt;
+  const std::optional<Text> entered =
+      m_Workspace.GetPrompts().AskText({prompt, title, offersWord ? row.m_PickerChoice : Text()});
   const Text word = device::StripLeadingControls(entered.value_or(Text()));
-  if (word.empty() || word == row.m_PickerChoice) return false;
+  if (word.empty() || word == row.m_PickerChoice) return std::nullopt;
   data::Transaction transaction(databases.Template());
-  if (!transaction.IsOpen() || !row.GetRecord(n)) return false;
+  if (!transaction.IsOpen() || !row.GetRecord(n)) return std::nullopt;
   row.m_PickerChoice = word;
-  return row.Write() && transaction.Commit();
+  return row.Write() && transaction.Commit() ? std::optional(word) : std::nullopt;
 }
 
 bool PickerEditor::DeleteItem(TextView picker, std::size_t choice) {

@@ -1,6 +1,7 @@
 // The picker editor: named lists of words, and the words of one.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "data/Workspace.h"
@@ -10,8 +11,8 @@ namespace inspector::editing {
 using device::Text;
 using device::TextView;
 
-// A picker is there as long as it has a word. Every change asks first, and is one transaction; false when the
-// person cancels, or when it could not be written, which has been reported.
+// A picker is there as long as it has a word. Every change asks first, and is one transaction; false or
+// nothing when the person cancels, or when it could not be written, which has been reported.
 class PickerEditor {
 public:
   explicit PickerEditor(data::Workspace& workspace) : m_Workspace(workspace) {}
@@ -22,16 +23,18 @@ public:
   std::vector<Text> Choices(TextView picker);
 
   // "New Item": asks for a word. For a name that is not there yet, this makes the picker.
-  bool AddItem(TextView picker);
-  // "Edit Item" and "Edit Text" both change one word; they only ask differently.
-  bool EditItem(TextView picker, std::size_t choice);
-  bool EditText(TextView picker, std::size_t choice);
+  std::optional<Text> AddItem(TextView picker);
+  // Both change one word: "Edit Item" offers it to be mended, "Edit Text" asks for another in its place. The
+  // word that is stored now.
+  std::optional<Text> EditItem(TextView picker, std::size_t choice);
+  std::optional<Text> EditText(TextView picker, std::size_t choice);
   bool DeleteItem(TextView picker, std::size_t choice);
   // With all its words.
   bool DeletePicker(TextView picker);
 
 private:
-  bool Edit(TextView picker, std::size_t choice, const Text& prompt, const Text& title);
+  std::optional<Text> Edit(TextView picker, std::size_t choice, const Text& prompt, const Text& title,
+                           bool offersWord);
 
   data::Workspace& m_Workspace;
 };

@@ -10,6 +10,12 @@ namespace {
 
 using device::Format;
 
+const Text kKey = u"HKEY_CURRENT_USER\\Software\\Brindlecove\\Inspector\\Pictures";
+const Text kSized = u"SizeAttached";
+const Text kUpright = u"TurnAttachedUpright";
+const Text kOn = u"yes";
+const Text kOff = u"no";
+
 constexpr std::size_t kLongestStem = 60;
 
 // "=" would make "Path=" possible, ":" and "\" a drive; the others are no part of a name somewhere.
@@ -36,6 +42,16 @@ Text CleanStem(TextView original) {
 }
 
 }  // namespace
+
+AttachmentForm ReadAttachmentForm(const device::Registry& registry) {
+  const auto isOff = [&](const Text& value) { return registry.Read(kKey, value) == kOff; };
+  return {isOff(kSized) ? 0 : kAttachedSide, !isOff(kUpright)};
+}
+
+bool WriteAttachmentForm(device::Registry& registry, const AttachmentForm& form) {
+  return registry.Write(kKey, kSized, form.longestSide > 0 ? kOn : kOff) &&
+         registry.Write(kKey, kUpright, form.upright ? kOn : kOff);
+}
 
 Text AttachmentFolder(std::int32_t inspectionID) {
   return Format(u"\\My Documents\\Pictures\\%d\\", inspectionID);

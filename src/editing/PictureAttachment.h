@@ -13,6 +13,19 @@ namespace inspector::editing {
 using device::Text;
 using device::TextView;
 
+inline constexpr int kAttachedSide = 1600;  // pixels: sharp on paper at the width of a page
+
+// How a picture is copied when it is attached; a habit of the device, kept in its registry.
+struct AttachmentForm {
+  int longestSide = kAttachedSide;  // in pixels; 0 leaves the size as it is
+  bool upright = true;              // turned as the camera was held
+
+  bool operator==(const AttachmentForm&) const = default;
+};
+AttachmentForm ReadAttachmentForm(const device::Registry& registry);
+// Sizes to kAttachedSide or not at all. False when the registry cannot be written.
+bool WriteAttachmentForm(device::Registry& registry, const AttachmentForm& form);
+
 // "\My Documents\Pictures\1000\". Never the card's folder, whose numbering a copy would shift.
 Text AttachmentFolder(std::int32_t inspectionID);
 

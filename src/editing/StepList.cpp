@@ -66,6 +66,7 @@ bool StepList::Show() {
 
 void StepList::Refill() {
   m_List.OpenSQL(Format(kStepsInOrder, m_List.TableName(), m_Document.Categories().m_CategoryID));
+  m_Pictures.emplace(m_Document.GetWorkspace());
   FilterRows();
 }
 
@@ -121,6 +122,7 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
       m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
   shown.comments = Done(!m_List.m_Comments.empty());
   shown.picture = Done(!m_List.m_BitmapPath.empty());
+  shown.lacksPicture = m_Pictures->IsLackedBy(m_List);
   shown.hasInfo = m_List.m_StepInfoExists != 0;
   shown.attention = AttentionFor(m_List);
   return shown;
@@ -129,14 +131,18 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
 device::ListRow StepList::ShownRow(int row) {
   const std::optional<Row> shown = RowAt(row);
   if (!shown) return {{u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
-  const auto tone =
-      shown->attention == Attention::None ? device::RowTone::Normal : device::RowTone::Attention;
+  const bool needsAttention = shown->attention != Attention::None || shown->lacksPicture;
   const Text comments = shown->attention == Attention::CommentAsked ? kCommentAsked : shown->comments;
   const Text rating = shown->attention == Attention::NotRated ? Text(kNotRated) : shown->rating;
-  return {
+  device::ListRow cells{
       {shown->label, rating, shown->materials, comments, shown->picture, shown->hasInfo ? kHasInfo : kNone},
       device::CheckImage::None,
-      tone};
+      needsAttention ? device::RowTone::Attention : device::RowTone::Normal};
+  if (shown->lacksPicture) {
+    cells.warnedCell = kPicture;
+    cells.warning = u"a picture is missing";
+  }
+  return cells;
 }
 
 int StepList::RowOf(std::int32_t stepID) const {

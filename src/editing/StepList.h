@@ -8,6 +8,7 @@
 #include "device/RowSource.h"
 #include "device/WordFilter.h"
 #include "editing/EditingDialogs.h"
+#include "editing/MissingPictures.h"
 #include "editing/Ratings.h"
 #include "inspection/InspectorDoc.h"
 
@@ -38,6 +39,7 @@ public:
     Text materials;  // "Complete", "Incomplete", or "None": nothing to tick
     Text comments;   // "Complete" or "Incomplete"
     Text picture;
+    bool lacksPicture = false;  // one that the step or its comments name is not there
     bool hasMaterials = false;  // so has the sheet a page for them
     bool hasInfo = false;
     Attention attention = Attention::None;
@@ -45,7 +47,7 @@ public:
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   std::optional<Row> RowAt(int row);
   // Words for the cells: "Not rated" in place of an empty rating, "Asked for" of a comment that the rating
-  // asks for.
+  // asks for. A picture that is missing is a mark beside the word of its column.
   device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;
@@ -88,6 +90,7 @@ private:
   data::StepTable m_List;    // not the document's own: showing a row must not move the sheet
   std::vector<int> m_Shown;  // records of m_List
   device::WordFilter m_Filter;
+  std::optional<MissingPictures> m_Pictures;            // as they were when the steps were read
   std::map<Text, std::vector<RatingChoice>> m_Choices;  // by rating type, since the last Show
   std::map<std::int32_t, bool> m_OffersMaterials;       // by step template, since the last Show
 };

@@ -6,8 +6,6 @@
 #include "data/RatingTypeTable.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
-#include "editing/PictureTagText.h"
-#include "editing/PictureTags.h"
 
 namespace inspector::editing {
 namespace {
@@ -66,8 +64,7 @@ bool Unfinished::ReadChoices() {
 bool Unfinished::Refresh() {
   data::Databases& databases = m_Workspace.GetDatabases();
   const data::ReadScope reading(databases.Inspection());
-  m_Card.emplace(m_Workspace.GetMachine().files, m_Workspace.GetMachine().paths,
-                 m_Workspace.Options().m_DefaultPictCardPath);
+  m_Pictures.emplace(m_Workspace);
   m_Categories.clear();
   m_StepOrder.clear();
   m_Steps.clear();
@@ -92,8 +89,7 @@ bool Unfinished::RefreshCategory(std::int32_t categoryID) {
   data::CategoryTable category(databases);
   category.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
   if (!category.GetRecord(0)) return Refresh();
-  m_Card.emplace(m_Workspace.GetMachine().files, m_Workspace.GetMachine().paths,
-                 m_Workspace.Options().m_DefaultPictCardPath);
+  m_Pictures.emplace(m_Workspace);
   std::vector<UnfinishedStep> found;
   const bool complete = AddCategory(category, found);
   std::erase_if(m_Steps, [categoryID](const UnfinishedStep& step) { return step.categoryID == categoryID; });
@@ -122,7 +118,7 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     step.needsRating = IsEmpty(steps.m_InspectResult);
     step.needsComment = !step.needsRating && IsBlank(steps.m_Comments) &&
                         m_Prompting.contains({steps.m_RatingType, steps.m_InspectResult});
-    step.lacksPicture = LacksPicture(steps);
+    step.lacksPicture = m_Pictures->IsLackedBy(steps);
     if (!step.needsRating && !step.needsComment && !step.lacksPicture) continue;
     step.stepID = steps.m_StepID;
     step.stepNumber = steps.m_StepNumber;
@@ -130,20 +126,6 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     found.push_back(step);
   }
   return !steps.Failed();
-}
-
-bool Unfinished::LacksPicture(const data::StepTable& step) {
-  const device::Machine& machine = m_Workspace.GetMachine();
-  if (!step.m_BitmapPath.empty() && !machine.files.Exists(machine.paths.ResolvePicture(step.m_BitmapPath)))
-    return true;
-  const auto lacksOne = [&](const Text& text) {
-    if (FindFirstTag(text).empty()) return false;
-    const std::vector<CommentPicture> pictures = PicturesOfComment(text, *m_Card, machine);
-    return std::any_of(pictures.begin(), pictures.end(), [](const CommentPicture& picture) {
-      return picture.missing && ClassifyTag(picture.tag) != kError;
-    });
-  };
-  return lacksOne(step.m_Comments) || lacksOne(step.m_SummaryComment);
 }
 
 int Unfinished::CountOf(std::int32_t categoryID) const {

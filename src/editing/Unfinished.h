@@ -9,7 +9,7 @@
 #include "data/CategoryTable.h"
 #include "data/StepTable.h"
 #include "data/Workspace.h"
-#include "editing/CardPictures.h"
+#include "editing/MissingPictures.h"
 
 namespace inspector::editing {
 
@@ -53,12 +53,11 @@ public:
 private:
   bool ReadChoices();
   bool AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found);
-  bool LacksPicture(const data::StepTable& step);
 
   data::Workspace& m_Workspace;
   std::int32_t m_InspectionID;
   std::set<std::pair<Text, Text>> m_Prompting;                    // (rating type, choice)
-  std::optional<CardPictures> m_Card;                             // as it is since the last refresh
+  std::optional<MissingPictures> m_Pictures;                      // as it is since the last refresh
   std::vector<std::int32_t> m_Categories;                         // in their order
   std::map<std::int32_t, std::vector<std::int32_t>> m_StepOrder;  // of each category
   std::vector<UnfinishedStep> m_Steps;

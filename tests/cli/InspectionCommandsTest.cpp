@@ -1,3 +1,5 @@
+#include <nlohmann/json.hpp>
+
 #include "CommandLineFixture.h"
 
 namespace inspector::cli {
@@ -192,6 +194,28 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
   const tests::CliRun folder = Cli({"report", "1001", "--layout", "4 Column", "--out", m_Device.Root()});
   EXPECT_EQ(folder.exit, 1);
   EXPECT_THAT(folder.err, HasSubstr("Give the file a name in that folder"));
+
+  m_Device.Open();
+  m_Device.RunInVisits("UPDATE Step SET Comments = 'Seen.'");
+  m_Device.Close();
+  const nlohmann::json categories = nlohmann::json::parse(Out({"categories", "1001", "--json"}));
+  const auto cellar = std::find_if(categories.begin(), categories.end(),
+                                   [](const auto& category) { return category["title"] == "Cellar"; });
+  const std::string key = std::to_string((*cellar)["id"].get<int>());
+  const auto holds = [&](std::vector<std::string> skipped) {
+    std::vector<std::string> words{"report", "1001", "--layout", "1 Column", "--out", other};
+    words.insert(words.end(), skipped.begin(), skipped.end());
+    Out(words);
+    const std::string report = tests::ContentOf(other);
+    return std::pair(report.find("Gutters") != std::string::npos, report.find("Sump") != std::string::npos);
+  };
+  EXPECT_EQ(holds({}), std::pair(true, true));
+  EXPECT_EQ(holds({"--skip", "Attic", key}), std::pair(true, false));
+  EXPECT_EQ(holds({"--skip", "Roof", "--skip", key}), std::pair(false, false));
+  const tests::CliRun unknown =
+      Cli({"report", "1001", "--layout", "1 Column", "--out", other, "--skip", "roof"});
+  EXPECT_EQ(unknown.exit, 1);
+  EXPECT_THAT(unknown.err, HasSubstr("There is no category \"roof\""));
 }
 
 }  // namespace

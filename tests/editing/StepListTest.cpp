@@ -68,6 +68,38 @@ TEST_F(StepListTest, MakesTheStepsAndShowsWhatIsDone) {
   EXPECT_EQ(m_List.StepsToRate(), 2);
 }
 
+TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
+  const auto marked = [this] {
+    std::vector<int> rows;
+    for (int row = 0; row < m_List.RowCount(); ++row)
+      if (m_List.ShownRow(row).warnedCell == StepList::kPicture) rows.push_back(row);
+    return rows;
+  };
+  const auto store = [this](const Text& number, const Text& path, const Text& comments) {
+    m_Device.Store(m_Device.StepKey(number), [&](data::StepTable& step) {
+      step.m_InspectResult = u"Good";
+      step.m_BitmapPath = path;
+      step.m_Comments = comments;
+    });
+  };
+  m_Device.Put("there.jpg");
+  m_Device.Put("card/1.jpg");
+  m_Device.GetWorkspace().Options().m_DefaultPictCardPath = u"\\card\\";
+  store(u"20.1", u"\\gone.jpg", u"");
+  store(u"20.2", u"\\there.jpg", u"***Path=\\there.jpg*** ***Picture-1*** ***no picture***");
+  store(u"20.3", u"", u"Dry. ***Picture-9***");
+  ASSERT_TRUE(m_List.Show());
+  EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
+  const device::ListRow row = m_List.ShownRow(kShingles);
+  EXPECT_EQ(row.cells[StepList::kPicture], u"Complete");
+  EXPECT_EQ(row.warning, u"a picture is missing");
+  EXPECT_EQ(row.tone, device::RowTone::Attention);
+  m_Device.Put("gone.jpg");
+  EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "looked for once while the list stands";
+  m_List.Show();
+  EXPECT_THAT(marked(), ElementsAre(kNotes));
+}
+
 TEST_F(StepListTest, CategoryWithoutStepsIsCompleteOnceSeen) {
   Show(u"Attic");
   EXPECT_EQ(m_List.RowCount(), 0);

@@ -82,6 +82,7 @@ TEST_F(WordListsTest, PickersAreEditedWordByWordAndDeletedWhole) {
   EXPECT_EQ(Prompts().TextQuestions().back().initial, u"blue");
   Prompts().QueueText(u"Enter the new text for this item.", u"ruby");
   EXPECT_TRUE(m_Pickers.EditText(u"Colour", 2));
+  EXPECT_EQ(Prompts().TextQuestions().back().initial, u"");
   EXPECT_THAT(m_Pickers.Choices(u"Colour"), ElementsAre(u"azure", u"green", u"ruby"));
   Prompts().Queue(u"Are you sure you want to delete \"green\" from this picker?", Answer::Yes);
   EXPECT_TRUE(m_Pickers.DeleteItem(u"Colour", 1));

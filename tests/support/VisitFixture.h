@@ -53,6 +53,10 @@ public:
   ScriptedPrompts& Prompts() { return m_Prompts; }
   device::FaultLog& Faults() { return m_Faults; }
   const std::filesystem::path& Root() const { return m_Folder.Path(); }
+  // A file below the root.
+  void Put(const std::filesystem::path& name, std::string_view content = "") const {
+    m_Folder.Put(name, content);
+  }
 
   // A new inspection of that type, current in the document.
   std::int32_t Visit(const Text& type);

@@ -63,8 +63,15 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         return row.check == CheckImage::Ticked ? QStringLiteral("marked") : QStringLiteral("not marked");
       }
       const auto n = static_cast<std::size_t>(index.column());
-      return n < row.cells.size() ? ToQString(row.cells[n]) : QString();
+      const QString words = n < row.cells.size() ? ToQString(row.cells[n]) : QString();
+      const bool warns = role == Qt::AccessibleTextRole && row.warnedCell == index.column();
+      return warns ? words + QStringLiteral(", ") + ToQString(row.warning) : words;
     }
+    case WarnedRole:
+      return Fetch(index.row()).warnedCell == index.column();
+    case Qt::ToolTipRole:
+      return Fetch(index.row()).warnedCell == index.column() ? ToQString(Fetch(index.row()).warning)
+                                                             : QVariant();
     case Qt::TextAlignmentRole:
       return QVariant::fromValue<Qt::Alignment>(
           Qt::AlignVCenter | (column.align == ListColumn::Align::Centre ? Qt::AlignHCenter : Qt::AlignLeft));

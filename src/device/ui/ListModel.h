@@ -14,7 +14,7 @@ namespace inspector::device::ui {
 // others: the source outlives the model.
 class ListModel : public QAbstractTableModel {
 public:
-  enum Role { CheckImageRole = Qt::UserRole, ToneRole };
+  enum Role { CheckImageRole = Qt::UserRole, ToneRole, WarnedRole };
 
   ListModel(RowSource& source, std::vector<ListColumn> columns, QObject* parent = nullptr);
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "device/ui/TextConversion.h"
+#include "editing/Shortcuts.h"
 
 namespace inspector::editing::ui {
 namespace {
@@ -103,14 +104,14 @@ void CommentBox::inputMethodEvent(QInputMethodEvent* event) {
 }
 
 void CommentBox::ExpandFinishedWord(const QString& typed) {
-  if (!m_Shortcuts || typed.isEmpty() || !Shortcuts::EndsWord(typed.back().unicode()) ||
+  if (!onWordFinished || typed.isEmpty() || !Shortcuts::EndsWord(typed.back().unicode()) ||
       (typed.back().unicode() < u' ' && typed != QLatin1String("\n")))
     return;
   const int end = textCursor().position() - 1;
   const QTextBlock line = document()->findBlock(end);
   if (end < 0 || !line.isValid()) return;
   const auto change =
-      m_Shortcuts->Expand(FromQString(line.text()), static_cast<std::size_t>(end - line.position()));
+      onWordFinished(FromQString(line.text()), static_cast<std::size_t>(end - line.position()));
   if (!change) return;
   QTextCursor cursor(document());
   cursor.beginEditBlock();

@@ -3,15 +3,14 @@
 
 #include <QPlainTextEdit>
 #include <functional>
+#include <optional>
 
 #include "editing/CommentText.h"
-#include "editing/Shortcuts.h"
 
 namespace inspector::editing::ui {
 
-// Shows stored text, whose lines end in "\r\n", and gives it back that way. A word that is finished expands
-// when it is a shortcut, as a step of its own for undo. Pictures that are pasted or dropped go to
-// `onPictures`.
+// Shows stored text, whose lines end in "\r\n", and gives it back that way. What `onWordFinished` makes of a
+// word is a step of its own for undo. Pictures that are pasted or dropped go to `onPictures`.
 class CommentBox : public QPlainTextEdit {
 public:
   explicit CommentBox(QWidget* parent = nullptr);
@@ -24,9 +23,10 @@ public:
   void Apply(Text before, const std::vector<TextChange>& changes);
   // Puts another text in the place of the whole, for undo one step.
   void Replace(TextView stored);
-  void SetShortcuts(const Shortcuts* shortcuts) { m_Shortcuts = shortcuts; }
 
   std::function<void()> onEdited;
+  // A word that ends at `wordEnd` of its line was finished; may ask the person.
+  std::function<std::optional<TextChange>(TextView line, std::size_t wordEnd)> onWordFinished;
   std::function<void()> onLeft;  // the field loses the focus
   std::function<void(const QMimeData& pictures)> onPictures;
 
@@ -41,7 +41,6 @@ private:
   void ExpandFinishedWord(const QString& typed);
   bool HasPictures(const QMimeData& source) const;
 
-  const Shortcuts* m_Shortcuts = nullptr;
   Text m_Loaded;  // as it is stored, while nothing was changed
   bool m_IsLoading = false;
 };

@@ -17,6 +17,7 @@
 #include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
+#include "editing/ui/PictureFile.h"
 #include "editing/ui/PictureStrip.h"
 
 namespace inspector::editing::ui {
@@ -44,7 +45,10 @@ std::filesystem::path HostPath(const QString& name) {
 }  // namespace
 
 CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent)
-    : QWidget(parent), m_Sheet(sheet), m_Editing(sheet, dialogs) {
+    : QWidget(parent),
+      m_Sheet(sheet),
+      m_Editing(sheet, dialogs),
+      m_Converter(sheet.GetWorkspace().GetPrompts()) {
   setObjectName(QStringLiteral("commentsPage"));
   m_Comment = new CommentBox(this);
   m_Comment->setObjectName(QStringLiteral("commentBox"));
@@ -124,6 +128,10 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     m_Sheet.SetSummaryComment(m_Summary->Stored());
     if (onEdited) onEdited();
   };
+  for (CommentBox* box : {m_Comment, m_Summary})
+    box->onWordFinished = [this](TextView line, std::size_t wordEnd) {
+      return m_Editing.ExpandWord(line, wordEnd);
+    };
   auto* caption = new QLabel(tr("&Summary comment"), this);
   caption->setBuddy(m_Summary);
 
@@ -158,9 +166,6 @@ QPushButton* CCommentsPage::AddButton(const QString& caption, const char* name) 
 
 void CCommentsPage::ShowStep() {
   m_Editing.ShowStep();
-  if (!m_Shortcuts) m_Shortcuts.emplace(m_Sheet.GetWorkspace().GetDatabases());
-  m_Comment->SetShortcuts(&*m_Shortcuts);
-  m_Summary->SetShortcuts(&*m_Shortcuts);
   m_Comment->Load(m_Sheet.Draft().comments);
   m_Summary->Load(m_Sheet.Draft().summaryComment);
   m_Pictures->BeginStep();
@@ -220,10 +225,6 @@ void CCommentsPage::OfferMaterialComments(std::int32_t materialID) {
 
 bool CCommentsPage::Store(const Text& name, const QByteArray& jpeg) {
   data::Workspace& workspace = m_Sheet.GetWorkspace();
-  if (jpeg.isEmpty()) {
-    device::Alert(workspace.GetPrompts(), device::Format(u"%s is no picture that can be read.", name));
-    return false;
-  }
   const auto path = StoreAttachment(workspace.GetMachine(), m_Sheet.InspectionID(), name,
                                     {jpeg.constData(), static_cast<std::size_t>(jpeg.size())});
   if (!path) return false;
@@ -232,8 +233,38 @@ bool CCommentsPage::Store(const Text& name, const QByteArray& jpeg) {
 }
 
 void CCommentsPage::Attach(const std::vector<std::filesystem::path>& files) {
-  for (const std::filesystem::path& file : files)
-    Store(device::FromUtf8(file.filename().native()), MakeJpeg(file, m_Form));
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  const AttachmentForm form = ReadAttachmentForm(workspace.GetMachine().registry);
+  Text problems;
+  {
+    PictureConverter::Run run(m_Converter, static_cast<int>(files.size()));
+    for (const std::filesystem::path& file : files) {
+      const Text name = device::FromUtf8(file.filename().native());
+      const std::optional<QByteArray> jpeg =
+          run.Next(name, [file, form](const std::atomic<bool>& stop) { return MakeJpeg(file, form, stop); });
+      if (!jpeg) break;  // what is attached by now stays
+      if (jpeg->isEmpty())
+        problems += device::Format(u"%s%s %s.", problems.empty() ? u"" : u"\n", name, WhyNoJpeg(file));
+      else if (!Store(name, *jpeg))
+        break;  // the next one would have no room either
+    }
+  }
+  if (!problems.empty()) device::Alert(workspace.GetPrompts(), problems);
+}
+
+void CCommentsPage::AttachImage(const QImage& picture) {
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  const AttachmentForm form = ReadAttachmentForm(workspace.GetMachine().registry);
+  std::optional<QByteArray> jpeg;
+  {
+    PictureConverter::Run run(m_Converter, 1);
+    jpeg = run.Next(u"Pasted", [picture, form](const std::atomic<bool>&) { return MakeJpeg(picture, form); });
+  }
+  if (!jpeg) return;
+  if (jpeg->isEmpty())
+    device::Alert(workspace.GetPrompts(), u"What was copied is no picture that can be read.");
+  else
+    Store(u"Pasted.jpg", *jpeg);
 }
 
 std::filesystem::path CCommentsPage::CardFolder() const {
@@ -261,7 +292,7 @@ void CCommentsPage::AttachFrom(const QMimeData& pictures) {
   if (!files.empty())
     Attach(files);
   else
-    Store(u"Pasted.jpg", MakeJpeg(qvariant_cast<QImage>(pictures.imageData()), m_Form));
+    AttachImage(qvariant_cast<QImage>(pictures.imageData()));
 }
 
 }  // namespace inspector::editing::ui

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "editing/CommentEditing.h"
-#include "editing/ui/PictureFile.h"
+#include "editing/ui/PictureConverter.h"
 
 class QComboBox;
 class QMimeData;
@@ -29,7 +29,6 @@ public:
   void OfferMaterialComments(std::int32_t materialID);
   // Copies each picture into the inspection's folder and puts its tag into the comment.
   void Attach(const std::vector<std::filesystem::path>& files);
-  void SetAttachmentForm(const AttachmentForm& form) { m_Form = form; }
 
   std::function<void()> onEdited;  // the comment changed
 
@@ -41,13 +40,13 @@ private:
   std::filesystem::path CardFolder() const;
   void KeepSelection();
   void AttachFrom(const QMimeData& pictures);
+  void AttachImage(const QImage& picture);
   bool Store(const Text& name, const QByteArray& jpeg);
   void Do(const std::function<std::vector<TextChange>()>& work);
 
   StepSheet& m_Sheet;
   CommentEditing m_Editing;
-  std::optional<Shortcuts> m_Shortcuts;  // as they were when the sheet was opened
-  AttachmentForm m_Form;
+  PictureConverter m_Converter;
   CommentBox* m_Comment;
   CommentBox* m_Summary;
   PictureStrip* m_Pictures;

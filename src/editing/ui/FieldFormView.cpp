@@ -28,16 +28,15 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
       m_Form(document, dialogs),
       m_Caption(MakeLabel("caption", this)),
       m_Area(new QScrollArea(this)),
-      m_Left(MakeLabel("whatIsLeft", this)) {
+      m_Left(MakeLabel("whatIsLeft", this)),
+      m_Pause(
+          kStoreAfter, [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Flush(); }) {
   m_Area->setObjectName(QStringLiteral("fields"));
   m_Area->setAccessibleName(QStringLiteral("Fields"));
   m_Area->setWidgetResizable(true);
   m_Area->setFrameShape(QFrame::NoFrame);
   m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   m_Area->setFocusPolicy(Qt::NoFocus);
-  m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kStoreAfter);
-  connect(&m_Pause, &QTimer::timeout, this, [this] { Flush(); });
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(6, 6, 6, 6);
   layout->addWidget(m_Caption);
@@ -71,9 +70,7 @@ void CFieldFormView::MakeEditors() {
     const std::optional<FieldForm::Field> shown = m_Form.FieldAt(field);
     if (!shown) continue;
     auto* editor = new FieldEditor(*shown, m_Form.Choices(field), field, form);
-    editor->onTyped = [this] {
-      if (!m_Pause.isActive()) m_Pause.start();
-    };
+    editor->onTyped = [this] { m_Pause.Begin(); };
     editor->onEntered = [this] { Flush(); };
     editor->onEditList = [this, field] { EditList(field); };
     m_Editors.emplace(field, editor);

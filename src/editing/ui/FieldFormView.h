@@ -3,8 +3,8 @@
 
 #include <QLabel>
 #include <QScrollArea>
-#include <QTimer>
 
+#include "device/ui/PauseTimer.h"
 #include "device/ui/Screen.h"
 #include "editing/FieldForm.h"
 
@@ -33,7 +33,7 @@ private:
   QLabel* m_Caption;
   QScrollArea* m_Area;
   QLabel* m_Left;
-  QTimer m_Pause;
+  device::ui::PauseTimer m_Pause;
   std::map<int, FieldEditor*> m_Editors;  // by field; owned by Qt, below the area
 };
 

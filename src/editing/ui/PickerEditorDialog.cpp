@@ -6,7 +6,10 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScroller>
+#include <QShortcut>
 
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -18,15 +21,17 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
     : QDialog(parent), m_Workspace(workspace), m_Editor(workspace) {
   setObjectName(QStringLiteral("pickerEditorDialog"));
   setWindowTitle(tr("Edit Pickers"));
-  m_Pickers = new QComboBox(this);
+  m_Pickers = new device::ui::DropDown(this);
   m_Pickers->setObjectName(QStringLiteral("pickers"));
   m_Pickers->setAccessibleName(tr("Picker"));
-  m_Pickers->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* caption = new QLabel(tr("&Picker"), this);
   caption->setBuddy(m_Pickers);
   m_Choices = new QListWidget(this);
   m_Choices->setObjectName(QStringLiteral("pickerItems"));
   m_Choices->setAccessibleName(tr("Items of the picker"));
+  m_Choices->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  m_Choices->setWordWrap(true);
+  QScroller::grabGesture(m_Choices->viewport(), QScroller::TouchGesture);
   const auto makeButton = [this](const QString& text, const char* name) {
     auto* button = new QPushButton(text, this);
     button->setObjectName(QLatin1String(name));
@@ -37,25 +42,33 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   m_DeletePicker = makeButton(tr("De&lete Picker"), "deletePickerButton");
   m_New = makeButton(tr("&New Item..."), "newItemButton");
   m_Edit = makeButton(tr("&Edit Item..."), "editItemButton");
+  m_EditText = makeButton(tr("Edit &Text..."), "editTextButton");
   m_Delete = makeButton(tr("&Delete Item"), "deleteItemButton");
   const auto item = [this] { return static_cast<std::size_t>(std::max(0, m_Choices->currentRow())); };
-  connect(m_Pickers, &QComboBox::activated, this, [this] { FillChoices(); });
+  connect(m_Pickers, &QComboBox::activated, this, [this] { FillChoices({}); });
   connect(newPicker, &QPushButton::clicked, this, [this] { NewPicker(); });
   connect(m_DeletePicker, &QPushButton::clicked, this, [this] {
     if (m_Editor.DeletePicker(Picker())) FillPickers({});
   });
-  connect(m_New, &QPushButton::clicked, this, [this] {
-    if (m_Editor.AddItem(Picker())) FillChoices();
-  });
-  connect(m_Edit, &QPushButton::clicked, this, [this, item] {
-    if (m_Editor.EditItem(Picker(), item())) FillChoices();
-  });
-  connect(m_Delete, &QPushButton::clicked, this, [this, item] {
-    if (m_Editor.DeleteItem(Picker(), item())) FillChoices();
-  });
+  // The word that was stored is the one selected afterwards.
+  const auto show = [this](const std::optional<Text>& word) {
+    if (word) FillChoices(*word);
+  };
+  const auto edit = [this, item, show] {
+    if (m_Choices->currentRow() >= 0) show(m_Editor.EditItem(Picker(), item()));
+  };
+  const auto remove = [this, item] {
+    if (m_Choices->currentRow() >= 0 && m_Editor.DeleteItem(Picker(), item())) FillChoices({});
+  };
+  connect(m_New, &QPushButton::clicked, this, [this, show] { show(m_Editor.AddItem(Picker())); });
+  connect(m_Edit, &QPushButton::clicked, this, edit);
+  connect(m_Choices, &QListWidget::itemActivated, this, edit);
+  connect(m_EditText, &QPushButton::clicked, this,
+          [this, item, show] { show(m_Editor.EditText(Picker(), item())); });
+  connect(m_Delete, &QPushButton::clicked, this, remove);
+  connect(new QShortcut(QKeySequence::Delete, m_Choices), &QShortcut::activated, this, remove);
   connect(m_Choices, &QListWidget::currentRowChanged, this, [this](int row) {
-    m_Edit->setEnabled(row >= 0);
-    m_Delete->setEnabled(row >= 0);
+    for (QPushButton* button : {m_Edit, m_EditText, m_Delete}) button->setEnabled(row >= 0);
   });
   auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
   connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -67,8 +80,9 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   layout->addWidget(m_Choices, 3, 0, 1, 2);
   layout->addWidget(m_New, 4, 0);
   layout->addWidget(m_Edit, 4, 1);
-  layout->addWidget(m_Delete, 5, 0);
-  layout->addWidget(close, 5, 1);
+  layout->addWidget(m_EditText, 5, 0);
+  layout->addWidget(m_Delete, 5, 1);
+  layout->addWidget(close, 6, 0, 1, 2);
   layout->setRowStretch(3, 1);
   layout->setColumnStretch(0, 1);
   layout->setColumnStretch(1, 1);
@@ -91,20 +105,22 @@ void PickerEditorDialog::FillPickers(const Text& chosen) {
     m_Pickers->addItem(wanted);
   if (!wanted.isEmpty())
     m_Pickers->setCurrentIndex(m_Pickers->findText(wanted, Qt::MatchExactly | Qt::MatchCaseSensitive));
-  FillChoices();
+  FillChoices({});
 }
 
-void PickerEditorDialog::FillChoices() {
+void PickerEditorDialog::FillChoices(const Text& selected) {
   const bool isOne = m_Pickers->currentIndex() >= 0;
   m_New->setEnabled(isOne);
   m_DeletePicker->setEnabled(isOne);
-  const int row = m_Choices->currentRow();
+  int row = std::max(0, m_Choices->currentRow());
   m_Choices->clear();
   if (isOne)
-    for (const Text& choice : m_Editor.Choices(Picker())) m_Choices->addItem(ToQString(choice));
-  m_Choices->setCurrentRow(std::min(std::max(row, 0), m_Choices->count() - 1));
-  m_Edit->setEnabled(m_Choices->count() > 0);
-  m_Delete->setEnabled(m_Choices->count() > 0);
+    for (const Text& choice : m_Editor.Choices(Picker())) {
+      if (choice == selected) row = m_Choices->count();
+      m_Choices->addItem(ToQString(choice));
+    }
+  m_Choices->setCurrentRow(std::min(row, m_Choices->count() - 1));
+  for (QPushButton* button : {m_Edit, m_EditText, m_Delete}) button->setEnabled(m_Choices->count() > 0);
 }
 
 void PickerEditorDialog::NewPicker() {

@@ -19,7 +19,7 @@ public:
 private:
   Text Picker() const;
   void FillPickers(const Text& chosen);
-  void FillChoices();
+  void FillChoices(const Text& selected);
   void NewPicker();
 
   data::Workspace& m_Workspace;
@@ -27,6 +27,7 @@ private:
   QComboBox* m_Pickers;
   QListWidget* m_Choices;
   QPushButton* m_Edit;
+  QPushButton* m_EditText;
   QPushButton* m_Delete;
   QPushButton* m_New;
   QPushButton* m_DeletePicker;

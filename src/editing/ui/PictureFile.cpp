@@ -3,12 +3,17 @@
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QPainter>
 #include <QtEndian>
+
+#include "device/Format.h"
 
 namespace inspector::editing::ui {
 namespace {
 
 constexpr int kQuality = 85;
+constexpr QSize kGlance(64, 64);
+constexpr int kLargestSide = 16384;
 constexpr qint64 kLargestCopied = 64 * 1024 * 1024;
 
 QString NameOf(const std::filesystem::path& file) {
@@ -48,23 +53,32 @@ QImage ReadFourColours(const QByteArray& bytes) {
   return picture;
 }
 
-QImage ReadFourColours(const std::filesystem::path& path) {
-  QFile file(NameOf(path));
+QImage ReadFourColours(QFile& file) {
   constexpr qint64 kLargest = 8 * 1024 * 1024;
-  if (!file.open(QIODevice::ReadOnly) || file.size() > kLargest) return {};
+  if (file.size() > kLargest || !file.seek(0)) return {};
   return ReadFourColours(file.readAll());
 }
 
-QImage Read(const std::filesystem::path& file, const QSize& bounds, bool upright) {
-  QImageReader reader(NameOf(file));
+// A file that ends where it is when nobody waits for it any more.
+class StoppableFile : public QFile {
+public:
+  StoppableFile(const std::filesystem::path& path, const std::atomic<bool>& stop)
+      : QFile(NameOf(path)), m_Stop(stop) {}
+
+protected:
+  qint64 readData(char* data, qint64 size) override { return m_Stop ? -1 : QFile::readData(data, size); }
+
+private:
+  const std::atomic<bool>& m_Stop;
+};
+
+QImage Read(QImageReader& reader, const QSize& bounds, bool upright) {
   reader.setAutoTransform(upright);
-  reader.setDecideFormatFromContent(true);
   const QSize stored = reader.size();
   // The bounds are as good as square where it matters: a side may be exchanged by turning afterwards.
   if (stored.isValid() && (stored.width() > bounds.width() || stored.height() > bounds.height()))
     reader.setScaledSize(stored.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
-  QImage picture = reader.read();
-  return picture.isNull() ? ReadFourColours(file) : picture;
+  return reader.read();
 }
 
 QByteArray Written(const QImage& picture) {
@@ -76,41 +90,56 @@ QByteArray Written(const QImage& picture) {
   if (picture.hasAlphaChannel()) {
     opaque = QImage(picture.size(), QImage::Format_RGB32);
     opaque.fill(Qt::white);
-    for (int y = 0; y < picture.height(); ++y)
-      for (int x = 0; x < picture.width(); ++x) {
-        const QColor pixel = picture.pixelColor(x, y);
-        const auto over = [&](int value) {
-          return (value * pixel.alpha() + 255 * (255 - pixel.alpha())) / 255;
-        };
-        opaque.setPixel(x, y, qRgb(over(pixel.red()), over(pixel.green()), over(pixel.blue())));
-      }
+    QPainter(&opaque).drawImage(0, 0, picture);
   }
   return opaque.save(&buffer, "JPG", kQuality) ? bytes : QByteArray();
 }
 
 }  // namespace
 
-QImage ReadPicture(const std::filesystem::path& file, const QSize& bounds) {
-  return Read(file, bounds, true);
+QImage ReadPicture(const std::filesystem::path& path, const QSize& bounds) {
+  QFile file(NameOf(path));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QImageReader reader(&file);
+  reader.setDecideFormatFromContent(true);
+  const QImage picture = Read(reader, bounds, true);
+  return picture.isNull() ? ReadFourColours(file) : picture;
 }
 
-QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& form) {
-  QImageReader reader(NameOf(path));
+QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& form,
+                    const std::atomic<bool>& stop) {
+  StoppableFile file(path, stop);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
   const QSize size = reader.size();
   const bool fits =
       form.longestSide == 0 || (size.isValid() && std::max(size.width(), size.height()) <= form.longestSide);
   const bool stands = !form.upright || reader.transformation() == QImageIOHandler::TransformationNone;
+  QByteArray jpeg;
   if (reader.format() == "jpeg" && fits && stands) {
-    QFile file(NameOf(path));
-    if (file.open(QIODevice::ReadOnly) && file.size() <= kLargestCopied && reader.canRead() &&
-        !reader.read().isNull())
-      return file.readAll();
-    return {};
+    // Only looked through, small, so that one of any size is.
+    if (file.size() <= kLargestCopied && !Read(reader, kGlance, false).isNull() && file.seek(0))
+      jpeg = file.readAll();
+  } else {
+    const int side = form.longestSide == 0 ? kLargestSide : form.longestSide;
+    QImage picture = Read(reader, {side, side}, form.upright);
+    if (picture.isNull()) picture = ReadFourColours(file);
+    if (!picture.isNull()) jpeg = Written(picture);
   }
-  const int side = form.longestSide == 0 ? 16384 : form.longestSide;
-  const QImage picture = Read(path, {side, side}, form.upright);
-  return picture.isNull() ? QByteArray() : Written(picture);
+  return stop ? QByteArray() : jpeg;
+}
+
+Text WhyNoJpeg(const std::filesystem::path& path) {
+  QImageReader reader(NameOf(path));
+  reader.setDecideFormatFromContent(true);
+  if (!QFile::exists(NameOf(path))) return u"is not there any more";
+  const QSize size = reader.size();
+  const qint64 bytes = qint64{4} * size.width() * size.height();
+  if (size.isValid() && bytes > qint64{1024} * 1024 * QImageReader::allocationLimit())
+    return device::Format(u"is too large to be read here (%d x %d pixels); make it smaller, or a JPEG",
+                          size.width(), size.height());
+  return u"is no picture that can be read";
 }
 
 QByteArray MakeJpeg(const QImage& picture, const AttachmentForm& form) {

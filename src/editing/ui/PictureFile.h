@@ -3,8 +3,9 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <atomic>
 
-#include "device/Machine.h"
+#include "editing/PictureAttachment.h"
 
 namespace inspector::editing::ui {
 
@@ -13,14 +14,12 @@ namespace inspector::editing::ui {
 // colours.
 QImage ReadPicture(const std::filesystem::path& file, const QSize& bounds);
 
-// How a picture is copied when it is attached.
-struct AttachmentForm {
-  int longestSide = 1600;  // in pixels; 0 leaves the size as it is
-  bool upright = true;     // turned as the camera was held
-};
-
-// The picture as a JPEG file; empty for what is no picture. A JPEG that needs no change comes as it is.
-QByteArray MakeJpeg(const std::filesystem::path& file, const AttachmentForm& form);
+// The picture as a JPEG file; empty for what is no picture. A JPEG that needs no change comes as it is. Takes
+// a second or two for a large one; when `stop` becomes true the rest of the file counts as not there.
+QByteArray MakeJpeg(const std::filesystem::path& file, const AttachmentForm& form,
+                    const std::atomic<bool>& stop = false);
 QByteArray MakeJpeg(const QImage& picture, const AttachmentForm& form);
+// Why there is no JPEG of that file, as the end of a sentence: "is not there any more".
+Text WhyNoJpeg(const std::filesystem::path& file);
 
 }  // namespace inspector::editing::ui

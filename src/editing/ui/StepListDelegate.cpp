@@ -20,8 +20,17 @@ const QString kInfo = QStringLiteral("Info");
 const QString kAskedFor = QStringLiteral("Asked for");
 const QString kNotRated = QStringLiteral("Not rated");
 
-bool HasRoomForWords(const QStyleOptionViewItem& option) {
-  return option.fontMetrics.horizontalAdvance(kIncomplete) + kPadding <= option.rect.width();
+bool IsWarned(const QModelIndex& index) {
+  return index.data(device::ui::ListModel::WarnedRole).toBool();
+}
+
+int SignSize(const QStyleOptionViewItem& option) {
+  return std::max(kSmallestSign, option.fontMetrics.height());
+}
+
+bool HasRoomForWords(const QStyleOptionViewItem& option, bool warned) {
+  const int mark = warned ? SignSize(option) + kPadding : 0;
+  return option.fontMetrics.horizontalAdvance(kIncomplete) + kPadding + mark <= option.rect.width();
 }
 
 QColor TextColour(const QStyleOptionViewItem& option) {
@@ -51,6 +60,16 @@ void DrawLetter(QPainter& painter, const QRect& box, const QString& letter, cons
   painter.drawText(box, Qt::AlignCenter, letter);
 }
 
+QIcon AttentionMark(const QColor& colour, const QColor& paper, int size) {
+  QPixmap pixmap(size, size);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(colour);
+  DrawLetter(painter, pixmap.rect().adjusted(1, 1, -1, -1), QStringLiteral("!"), paper);
+  return QIcon(pixmap);
+}
+
 void DrawSign(QPainter& painter, const QRect& box, const QString& word, const QColor& paper) {
   const QPoint middle = box.center();
   const int unit = box.width() / 6;
@@ -71,8 +90,9 @@ void DrawSign(QPainter& painter, const QRect& box, const QString& word, const QC
 void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   RowDelegate::initStyleOption(option, index);
   // What is missing stands out, not the whole row.
-  if (option->widget && option->text != kNotRated && option->text != kAskedFor)
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
+  const bool warned = IsWarned(index);
+  if (option->widget && option->text != kNotRated && option->text != kAskedFor && !warned)
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
       option->palette.setColor(group, QPalette::Text, option->widget->palette().color(group, QPalette::Text));
   if (index.column() == StepList::kRating) {
     option->features |= QStyleOptionViewItem::HasDecoration;
@@ -80,21 +100,33 @@ void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
     option->decorationSize = QSize(kArrow, kArrow);
     option->icon = DownArrow(TextColour(*option));
   }
-  if (index.column() >= StepList::kMaterials && !HasRoomForWords(*option)) option->text.clear();
+  if (index.column() < StepList::kMaterials) return;
+  if (!HasRoomForWords(*option, warned)) {
+    option->text.clear();
+  } else if (warned) {
+    const bool selected = option->state & QStyle::State_Selected;
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->decorationPosition = QStyleOptionViewItem::Right;
+    option->decorationSize = QSize(SignSize(*option), SignSize(*option));
+    option->icon = AttentionMark(TextColour(*option),
+                                 option->palette.color(selected ? QPalette::Highlight : QPalette::Base),
+                                 SignSize(*option));
+  }
 }
 
 void StepListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
   RowDelegate::paint(painter, option, index);
-  if (index.column() < StepList::kMaterials || HasRoomForWords(option)) return;
-  const QString word = index.data().toString();
+  const bool warned = IsWarned(index);
+  if (index.column() < StepList::kMaterials || HasRoomForWords(option, warned)) return;
+  const QString word = warned ? kAskedFor : index.data().toString();
   if (word.isEmpty()) return;
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
   if (word == kAskedFor) RowDelegate::initStyleOption(&cell, index);
   const bool selected = cell.state & QStyle::State_Selected;
   const bool quiet = !selected && (word == kIncomplete || word == kNone);
-  const int size = std::min(std::max(kSmallestSign, cell.fontMetrics.height()), cell.rect.width() - kPadding);
+  const int size = std::min(SignSize(cell), cell.rect.width() - kPadding);
   QRect box(0, 0, size, size);
   box.moveCenter(cell.rect.center());
   painter->save();

@@ -31,7 +31,12 @@ constexpr int kSaveAfter = 700;  // milliseconds
 }  // namespace
 
 CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWidget* parent)
-    : QDialog(parent), m_Dialogs(*this), m_Sheet(document) {
+    : QDialog(parent),
+      m_Dialogs(*this),
+      m_Sheet(document),
+      m_Pause(
+          kSaveAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          [this] { return m_Sheet.SaveNow(); }) {
   setObjectName(QStringLiteral("stepPropertySheet"));
   setWindowTitle(QStringLiteral("Step Properties"));
   m_Caption = new QLabel(this);
@@ -67,7 +72,16 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   m_Next = new QPushButton(QStringLiteral(">>"), this);
   m_Next->setObjectName(QStringLiteral("nextButton"));
   m_Next->setAccessibleName(tr("Next step"));
-  for (QPushButton* button : {m_Previous, m_Next}) button->setAutoDefault(false);
+  auto* unfinished = new QPushButton(QStringLiteral("!"), this);
+  unfinished->setObjectName(QStringLiteral("nextUnfinishedButton"));
+  unfinished->setAccessibleName(tr("Next unfinished"));
+  unfinished->setToolTip(tr("Next unfinished (F8)"));
+  unfinished->setShortcut(Qt::Key_F8);
+  connect(unfinished, &QPushButton::clicked, this, [this] {
+    m_WantsNextUnfinished = true;
+    accept();
+  });
+  for (QPushButton* button : {m_Previous, m_Next, unfinished}) button->setAutoDefault(false);
   connect(m_Previous, &QPushButton::clicked, this, [this] { Move(false); });
   connect(m_Next, &QPushButton::clicked, this, [this] { Move(true); });
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), this), &QShortcut::activated, this,
@@ -82,13 +96,9 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
-  m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kSaveAfter);
-  connect(&m_Pause, &QTimer::timeout, this, [this] { m_Sheet.SaveNow(); });
   connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-    if (state != Qt::ApplicationActive) m_Sheet.SaveNow();
+    if (state != Qt::ApplicationActive) Flush();
   });
-  connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this] { m_Sheet.SaveNow(); });
 
   auto* rating = new QHBoxLayout;
   rating->addWidget(ratingCaption);
@@ -96,6 +106,7 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(m_Previous);
   bottom->addWidget(m_Next);
+  bottom->addWidget(unfinished);
   bottom->addWidget(buttons, 1);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Caption);
@@ -126,6 +137,7 @@ void CStepPropertySheet::ShowStep() {
   ShowRating();
   m_Previous->setEnabled(!m_Sheet.IsFirst());
   m_Next->setEnabled(!m_Sheet.IsLast());
+  if (onStepShown) onStepShown();
 }
 
 // The page in front stays in front where the next step has it as well.
@@ -165,15 +177,16 @@ void CStepPropertySheet::PickRating(int entry) {
 
 void CStepPropertySheet::Move(bool forward) {
   m_Pause.stop();
-  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) {
-    ShowStep();
-    if (onMoved) onMoved();
-  }
+  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) ShowStep();
 }
 
-// Counted from the first key that is not written yet: who types without a pause is not left waiting.
 void CStepPropertySheet::SaveSoon() {
-  if (!m_Pause.isActive()) m_Pause.start();
+  m_Pause.Begin();
+}
+
+bool CStepPropertySheet::Flush() {
+  if (m_Sheet.GetWorkspace().IsBusy()) return false;  // what was typed has the timer running
+  return m_Sheet.SaveNow();
 }
 
 void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
@@ -184,7 +197,7 @@ void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
 void CStepPropertySheet::changeEvent(QEvent* event) {
   QDialog::changeEvent(event);
   if (event->type() == QEvent::FontChange) FitTabs();
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) m_Sheet.SaveNow();
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) Flush();
 }
 
 void CStepPropertySheet::done(int result) {

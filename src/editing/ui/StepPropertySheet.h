@@ -2,9 +2,9 @@
 #pragma once
 
 #include <QDialog>
-#include <QTimer>
 #include <functional>
 
+#include "device/ui/PauseTimer.h"
 #include "editing/StepSheet.h"
 #include "editing/ui/QtSheetDialogs.h"
 
@@ -31,7 +31,13 @@ public:
   // no such step.
   bool OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
   StepSheet& Logic() { return m_Sheet; }
-  std::function<void()> onMoved;  // another step is shown
+  // The person left with the command that leads to the next unfinished step.
+  bool WantsNextUnfinished() const { return m_WantsNextUnfinished; }
+  // Writes what was typed: the focus is lost, the system ends. In the middle of an action it waits for the
+  // end of that. False when it was not written.
+  bool Flush();
+  // Each time a step is shown, also the first.
+  std::function<void()> onStepShown;
 
   void done(int result) override;
 
@@ -50,7 +56,7 @@ private:
 
   QtSheetDialogs m_Dialogs;
   StepSheet m_Sheet;
-  QTimer m_Pause;
+  device::ui::PauseTimer m_Pause;
   QLabel* m_Caption;
   QComboBox* m_Rating;
   QTabWidget* m_Tabs;
@@ -60,6 +66,7 @@ private:
   CStepInfoPage* m_Info;
   QPushButton* m_Previous;
   QPushButton* m_Next;
+  bool m_WantsNextUnfinished = false;
 };
 
 }  // namespace inspector::editing::ui

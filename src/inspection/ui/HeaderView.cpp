@@ -39,7 +39,12 @@ Text ValueOf(const QWidget* control, const Text& stored) {
 }  // namespace
 
 HeaderView::HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent)
-    : Screen(parent), m_Document(document), m_Form(document), m_Fields(FieldsOn(page)) {
+    : Screen(parent),
+      m_Document(document),
+      m_Form(document),
+      m_Fields(FieldsOn(page)),
+      m_Pause(
+          kWriteAfter, [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Flush(); }) {
   auto* scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidgetResizable(true);
@@ -55,10 +60,6 @@ HeaderView::HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(scroll);
-
-  m_Pause.setSingleShot(true);
-  m_Pause.setInterval(kWriteAfter);
-  connect(&m_Pause, &QTimer::timeout, this, [this] { Flush(); });
 }
 
 QWidget* HeaderView::MakeControl(const HeaderField& field) {

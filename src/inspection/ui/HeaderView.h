@@ -1,9 +1,9 @@
 // What both header forms share: fields in a column that can be scrolled, saved a moment after typing pauses.
 #pragma once
 
-#include <QTimer>
 #include <map>
 
+#include "device/ui/PauseTimer.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/Screen.h"
 #include "inspection/HeaderForm.h"
@@ -35,10 +35,7 @@ protected:
   // A caption and its control at the end of the form.
   void AddRow(const QString& caption, QWidget* control);
   void AddFields();
-  // Counted from the first key that is not written yet.
-  void Touched() {
-    if (!m_Pause.isActive()) m_Pause.start();
-  }
+  void Touched() { m_Pause.Begin(); }
   CInspectorDoc& Document() const { return m_Document; }
   HeaderForm& Form() { return m_Form; }
   bool IsFilling() const { return m_Filling; }
@@ -64,7 +61,7 @@ private:
   std::vector<Row> m_Rows;
   QWidget* m_Inside;
   QGridLayout* m_Grid;
-  QTimer m_Pause;
+  device::ui::PauseTimer m_Pause;
   int m_Columns = 0;
   bool m_Filling = false;
   bool m_AwaitsType = false;  // a change of type ran when the fields were last handed over

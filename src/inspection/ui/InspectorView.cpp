@@ -37,6 +37,7 @@ CInspectorView::CInspectorView(CInspectorDoc& document, QWidget* parent)
   connect(m_DocType, &QComboBox::activated, this, [this] { SelectDocType(); });
   m_Poll.setInterval(kLookEvery);
   connect(&m_Poll, &QTimer::timeout, this, [this] {
+    if (Document().GetWorkspace().IsBusy()) return;
     if (!Document().IsChangingDocType()) Flush();
     // Also when nothing was changed, which has been told.
     if (!Document().IsChangingDocType()) {

@@ -41,6 +41,15 @@ TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
   tests::PressButton(dialog, "newItemButton");
   Prompts().QueueText(u"Edit the text for this picker item.", u"Elm");
   tests::PressButton(dialog, "editItemButton");
+  Prompts().QueueText(u"Enter the new text for this picker.", u"Ash");
+  tests::PressButton(dialog, "newItemButton");
+  EXPECT_EQ(items.currentRow(), 0) << "the new one";
+  Prompts().QueueText(u"Enter the new text for this item.", u"Yew");
+  tests::PressButton(dialog, "editTextButton");
+  EXPECT_THAT(Items(items), ElementsAre(u"Elm", u"Yew"));
+  EXPECT_EQ(items.currentRow(), 1);
+  Prompts().Queue(u"Are you sure you want to delete \"Yew\" from this picker?", Answer::Yes);
+  tests::PressButton(dialog, "deleteItemButton");
   EXPECT_THAT(Items(items), ElementsAre(u"Elm"));
   Prompts().QueueText(u"Enter the name of the new picker.", u"Size");
   Prompts().QueueText(u"Enter the new text for this picker.", u"large");

@@ -1,6 +1,7 @@
 #include "editing/ui/StepPropertySheet.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -17,6 +18,7 @@
 #include <QTableView>
 #include <QTimer>
 #include <QUrl>
+#include <fstream>
 
 #include "device/ui/ListView.h"
 #include "device/ui/TextConversion.h"
@@ -125,6 +127,55 @@ TEST_F(StepPropertySheetTest, OneUndoTakesAShortcutBack) {
   EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"No GFI,");
 }
 
+TEST_F(StepPropertySheetTest, AShortcutAsksForItsGapsAndOneUndoTakesAllBack) {
+  m_Device.Library().AddShortcut(u"wat", u"Stain at ^(wall,ceiling)^, ^^ wide.");
+  const auto answer = [this](const QString& prompt, const char* field, const QString& words) {
+    m_Person.Expect("placeholderDialog", [=](QDialog& dialog) {
+      EXPECT_TRUE(dialog.findChild<QLabel*>()->text().startsWith(prompt))
+          << dialog.findChild<QLabel*>()->text().toStdString();
+      if (auto* choices = dialog.findChild<QComboBox*>(QLatin1String(field))) choices->setCurrentText(words);
+      if (auto* line = dialog.findChild<QLineEdit*>(QLatin1String(field))) line->setText(words);
+      dialog.accept();
+    });
+  };
+  answer(QStringLiteral("Replace ^(wall,ceiling)^ with:"), "replacementChoices", QStringLiteral("wall"));
+  m_Person.ExpectPress("placeholderDialog", QStringLiteral("Cancel"));
+  Type(Comment(), QStringLiteral("wat "));
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"wat ") << "a gap was cancelled";
+  answer(QStringLiteral("Replace ^(wall,ceiling)^ with:"), "replacementChoices", QStringLiteral("wall"));
+  answer(QStringLiteral("Replace ^ with:"), "replacementField", QStringLiteral("2 ft"));
+  Type(Comment(), QStringLiteral("wat "));
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"wat Stain at wall, 2 ft wide. ");
+  Comment().undo();
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"wat wat ");
+}
+
+TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled) {
+  // A disk that does not answer: the pipe is never written to.
+  const std::filesystem::path slow = m_Device.Root() / "slow.jpg";
+  ASSERT_EQ(mkfifo(slow.c_str(), 0600), 0);
+  Prompts().CancelAtStep(1);  // the first is done at once
+  QMimeData dropped;
+  QImage small(8, 8, QImage::Format_RGB32);
+  small.fill(Qt::green);
+  ASSERT_TRUE(small.save(QString::fromStdString(m_Device.Root() / "quick.png")));
+  for (const char* name : {"quick.png", "slow.jpg", "quick.png"})
+    dropped.setUrls(dropped.urls() +
+                    QList{QUrl::fromLocalFile(QString::fromStdString(m_Device.Root() / name))});
+  Comment().onPictures(dropped);
+  ASSERT_EQ(Prompts().ProgressWindows().size(), 1u);
+  const auto& progress = *Prompts().ProgressWindows().back();
+  EXPECT_EQ(progress.title, u"Attaching Pictures...");
+  EXPECT_THAT(progress.statuses, ::testing::ElementsAre(u"slow.jpg"));
+  EXPECT_TRUE(progress.cancellable);
+  EXPECT_FALSE(progress.open);
+  const auto folder = m_Device.Root() / "My Documents/Pictures";
+  const auto copies = std::distance(std::filesystem::recursive_directory_iterator(folder), {});
+  EXPECT_EQ(copies, 2) << "the inspection's folder and one picture";
+  EXPECT_TRUE(device::Contains(m_Sheet.Logic().Draft().comments, u"quick.jpg;Scaling=100***"));
+  std::ofstream(slow).put('x');  // lets the reader go
+}
+
 TEST_F(StepPropertySheetTest, RatingIsPickedAndCleared) {
   Pick(1);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor||");
@@ -185,12 +236,17 @@ TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
                    QUrl::fromLocalFile(QString::fromStdString(folder / "none.jpg"))});
   tests::PressButton(m_Sheet, "cameraButton");
   Comment().onPictures(dropped);
-  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is no picture that can be read.");
+  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is not there any more.");
   const Text visit = device::Decimal(Document().Inspection().m_InspectionID);
   const Text known = u" ***Path=\\My Documents\\Pictures\\" + visit + u"\\a-b.jpg;Scaling=100***";
   EXPECT_EQ(m_Sheet.Logic().Draft().comments, u" ***Picture-1;Scaling=100***" + known);
   const auto stored = m_Device.Root() / "My Documents/Pictures" / device::ToUtf8(visit) / "a-b.jpg";
   EXPECT_EQ(QImage(QString::fromStdString(stored)).size(), QSize(1600, 800));
+  ASSERT_TRUE(WriteAttachmentForm(m_Device.GetWorkspace().GetMachine().registry, {0, true}));
+  EXPECT_EQ(QImage::fromData(MakeJpeg(folder / "a;b.png",
+                                      ReadAttachmentForm(m_Device.GetWorkspace().GetMachine().registry)))
+                .size(),
+            QSize(2000, 1000));
 
   auto& strip = Find<QListWidget>("commentPictures");
   ASSERT_EQ(strip.count(), 2);
@@ -303,6 +359,17 @@ TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
     EXPECT_TRUE(ReadPicture(folder.Put("cut.2bp", bitmap.substr(0, size)), {100, 100}).isNull());
   EXPECT_TRUE(ReadPicture(folder / "none.jpg", {100, 100}).isNull());
   EXPECT_TRUE(MakeJpeg(folder.Put("broken.jpg", "\xFF\xD8\xFF\xE0 no picture"), {}).isEmpty());
+
+  // Held sideways, as its EXIF block says.
+  const QByteArray plain = MakeJpeg(QImage(16, 8, QImage::Format_RGB32), {});
+  const QByteArray exif =
+      QByteArray::fromHex("FFE100224578696600004D4D002A00000008000101120003000000010006000000000000");
+  const QByteArray turned = plain.left(2) + exif + plain.mid(2);
+  const auto sideways = folder.Put("sideways.jpg", turned.toStdString());
+  EXPECT_EQ(QImage::fromData(MakeJpeg(sideways, {})).size(), QSize(8, 16));
+  EXPECT_EQ(MakeJpeg(sideways, {0, false}), turned) << "as it is";
+  EXPECT_EQ(QImage::fromData(MakeJpeg(sideways, {4, false})).size(), QSize(4, 2));
+  EXPECT_EQ(WhyNoJpeg(folder / "broken.jpg"), u"is no picture that can be read");
 
   QImage clear(3, 3, QImage::Format_ARGB32);
   clear.fill(Qt::transparent);

@@ -1,0 +1,36 @@
+// What happens a moment after something was typed: it is written, the place is remembered.
+#pragma once
+
+#include <QTimer>
+#include <functional>
+
+namespace inspector::device::ui {
+
+// A window or box that an action opens lets timers run in the middle of the action; while `isBusy` says that
+// there is one, the moment is put off. What `act` could not do (false) is tried again. Every timer of the
+// program that touches what is stored is one of these.
+class PauseTimer : public QTimer {
+public:
+  PauseTimer(int milliseconds, std::function<bool()> isBusy, std::function<bool()> act)
+      : m_Moment(milliseconds) {
+    setSingleShot(true);
+    connect(this, &QTimer::timeout, this, [this, isBusy = std::move(isBusy), act = std::move(act)] {
+      if (isBusy())
+        start(m_Moment);
+      else if (!act())
+        start(kTryAgainAfter);
+    });
+  }
+
+  // Counted from the first call since it last acted: who types without a pause is not left waiting.
+  void Begin() {
+    if (!isActive()) start(m_Moment);
+  }
+
+private:
+  static constexpr int kTryAgainAfter = 2000;  // milliseconds
+
+  int m_Moment;
+};
+
+}  // namespace inspector::device::ui

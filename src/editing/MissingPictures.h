@@ -1,0 +1,31 @@
+// Whether the pictures of a step are there.
+#pragma once
+
+#include <unordered_map>
+
+#include "data/StepTable.h"
+#include "data/Workspace.h"
+#include "editing/CardPictures.h"
+
+namespace inspector::editing {
+
+// Looks for each file once, however many steps name it, and reads the card's folder once; make a new one
+// when the disk may have changed.
+class MissingPictures {
+public:
+  explicit MissingPictures(data::Workspace& workspace);
+
+  // The step's own picture, or one that a tag of its comments names, is not there. A tag that names nothing
+  // is no picture.
+  bool IsLackedBy(const data::StepTable& step);
+
+private:
+  bool IsMissing(const Text& path);
+  bool IsLackedBy(TextView comment);
+
+  const device::Machine& m_Machine;
+  CardPictures m_Card;
+  std::unordered_map<Text, bool> m_Missing;  // by path
+};
+
+}  // namespace inspector::editing

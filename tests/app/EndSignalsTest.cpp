@@ -1,0 +1,59 @@
+#include "app/EndSignals.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
+
+#include "app/MainFrame.h"
+#include "device/LastPlace.h"
+#include "inspection/ui/InspectorView.h"
+#include "support/ScriptedDialogs.h"
+#include "support/VisitFixture.h"
+
+namespace inspector::app {
+namespace {
+
+using EndSignalsTest = tests::VisitTest;
+
+void Pass(int milliseconds, const bool& until) {
+  QElapsedTimer clock;
+  for (clock.start(); !until && clock.elapsed() < milliseconds;)
+    QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
+  EndSignals signals;
+  signals.Listen();
+  m_Device.Visit(u"House");
+  const std::int32_t roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t gutters = m_Device.StepKey(u"20.2");
+  CMainFrame frame(Document());
+  frame.show();
+  bool ended = false;
+  signals.onEnd = [&] { frame.SaveAndThen([&] { ended = true; }); };
+  ASSERT_TRUE(frame.Bring(frame.Header()) && frame.Visit().OpenPlace(roof, 0));
+  tests::ScriptedDialogs person;
+  person.Expect("stepPropertySheet", [&](QDialog& sheet) {
+    tests::PressButton(sheet, "nextButton");
+    auto action = std::make_unique<data::Transaction>(Data().Inspection());
+    sheet.findChild<QPlainTextEdit*>(QStringLiteral("commentBox"))->insertPlainText(QStringLiteral("Leaks."));
+    std::raise(SIGTERM);
+    Pass(1000, ended);  // longer than typing waits to be written
+    EXPECT_FALSE(ended);
+    action.reset();  // taken back, with all that was written in the middle of it
+    Pass(5000, ended);
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(m_Device.Finding(gutters), u"20.2|Gutters|||Leaks.");
+    sheet.reject();
+  });
+  frame.Visit().OpenNextUnfinished();
+  const device::Registry& registry = m_Device.GetWorkspace().GetMachine().registry;
+  EXPECT_EQ(device::ReadLastPlace(registry),
+            (device::LastPlace{Document().Inspection().m_InspectionID, roof, gutters}));
+
+  m_Device.Visit(u"Condo");
+  EXPECT_EQ(frame.Visit().Place().categoryID, 0) << "that was another inspection";
+}
+
+}  // namespace
+}  // namespace inspector::app
