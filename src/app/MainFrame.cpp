@@ -28,6 +28,7 @@ using device::ui::ToQString;
 namespace {
 
 constexpr int kRememberAfter = 2000;  // milliseconds: the registry is synced to disk each time
+constexpr int kTidyEvery = 10'000;    // milliseconds
 constexpr QSize kFirstSize(1280, 800);
 
 }  // namespace
@@ -80,6 +81,9 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
         this, [this] { ShowUndo(); }, Qt::QueuedConnection);
   };
   connect(&m_PlaceTimer, &QTimer::timeout, this, [this] { RememberPlace(); });
+  connect(&m_TidyTimer, &QTimer::timeout, this,
+          [this] { m_Document.GetWorkspace().InspectionConnection().TidyJournal(); });
+  m_TidyTimer.start(kTidyEvery);
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
   Bring(*m_Overview);
 }

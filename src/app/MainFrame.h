@@ -101,6 +101,7 @@ private:
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_PlaceTimer;
+  QTimer m_TidyTimer;
 };
 
 }  // namespace inspector::app
