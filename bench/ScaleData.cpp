@@ -68,7 +68,7 @@ LargeVisit FinishVisit(Engine& engine, std::int32_t inspectionID) {
       "(SELECT CategoryID FROM Category WHERE InspectionID = " + std::to_string(inspectionID) + ")";
   const std::string unopened =
       "(SELECT CategoryID FROM Category WHERE InspectionID = " + std::to_string(inspectionID) +
-      " ORDER BY CategoryID DESC LIMIT " + std::to_string(kUnopenedCategories) + ")";
+      " ORDER BY CategoryNumber DESC LIMIT " + std::to_string(kUnopenedCategories) + ")";
   engine.Run("BEGIN; DELETE FROM Step WHERE CategoryID IN " + unopened);
   engine.Run("UPDATE Step SET InspectResult = '' WHERE StepID % 3 = 0 AND CategoryID IN " + mine);
   engine.Run("UPDATE Step SET Comments = " + Words("StepID") + " WHERE StepID % 3 = 1 AND CategoryID IN " +

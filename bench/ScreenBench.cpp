@@ -23,17 +23,24 @@
 
 namespace {
 
-std::atomic<int> syncs = 0;
+std::atomic<int> syncs = 0;       // that an action waits for
+std::atomic<int> laterSyncs = 0;  // that timers make while one is measured
+bool isMeasuring = false;
+int timersWorking = 0;
+
+void CountSync() {
+  ++(timersWorking > 0 ? laterSyncs : syncs);
+}
 
 }  // namespace
 
 // In place of the library's: whatever this process syncs, through SQLite or by itself, comes by here.
 extern "C" int fsync(int descriptor) {
-  ++syncs;
+  CountSync();
   return static_cast<int>(syscall(SYS_fsync, descriptor));
 }
 extern "C" int fdatasync(int descriptor) {
-  ++syncs;
+  CountSync();
   return static_cast<int>(syscall(SYS_fdatasync, descriptor));
 }
 
@@ -45,6 +52,7 @@ using editing::StepList;
 constexpr double kAllowedAction = 50;  // milliseconds
 constexpr double kAllowedKeystroke = 16;
 constexpr int kAllowedSyncs = 1;
+constexpr int kJournalSyncs = 3;  // of the change that makes the journal: its folder, its head, the change
 constexpr int kRounds = 5;
 constexpr int kTicks = 40;
 constexpr int kMoves = kStepsInCategory - 1;
@@ -62,17 +70,22 @@ double ThreadMilliseconds() {
 // One kind of action: what each took.
 class Meter {
 public:
-  Meter(std::string what, double allowed) : m_What(std::move(what)), m_Allowed(allowed) {}
+  Meter(std::string what, double allowed, int allowedSyncs = kAllowedSyncs)
+      : m_What(std::move(what)), m_Allowed(allowed), m_AllowedSyncs(allowedSyncs) {}
 
   // Between the two lies the action, with what it opens.
   void Begin() {
+    isMeasuring = true;
     m_SyncsBefore = syncs;
+    m_LaterBefore = laterSyncs;
     m_Before = ThreadMilliseconds();
   }
-  void End() {
-    Wait(kPainting);
+  void End(int wait = kPainting) {
+    Wait(wait);
     m_Times.push_back(ThreadMilliseconds() - m_Before);
     m_Syncs.push_back(syncs - m_SyncsBefore);
+    m_Later = std::max(m_Later, laterSyncs - m_LaterBefore);
+    isMeasuring = false;
   }
   template <typename Action>
   void Take(const Action& action) {
@@ -80,16 +93,12 @@ public:
     action();
     End();
   }
-  // What timers do that the action set going belongs to its work, but nobody waits for it.
+  // With everything that comes of it later.
   template <typename Action>
   void TakeToTheEnd(const Action& action) {
     Begin();
     action();
-    Wait(kPainting);
-    m_Syncs.push_back(syncs - m_SyncsBefore);
-    Wait(kFollowUp);
-    m_Times.push_back(ThreadMilliseconds() - m_Before);
-    m_Later = std::max(m_Later, syncs - m_SyncsBefore - m_Syncs.back());
+    End(kFollowUp);
   }
 
   // The limit of time holds for the slowest of them.
@@ -98,13 +107,13 @@ public:
     std::sort(times.begin(), times.end());
     const int most = *std::max_element(m_Syncs.begin(), m_Syncs.end());
     const auto more =
-        std::count_if(m_Syncs.begin(), m_Syncs.end(), [](int each) { return each > kAllowedSyncs; });
+        std::count_if(m_Syncs.begin(), m_Syncs.end(), [this](int each) { return each > m_AllowedSyncs; });
     const bool allowed = times.back() < m_Allowed && more == 0;
     std::printf("%-44s %3zu times, %5.2f ms, at most %5.2f ms (under %2.0f); %d syncs at most (%d)",
                 m_What.c_str(), times.size(), times[times.size() / 2], times.back(), m_Allowed, most,
-                kAllowedSyncs);
+                m_AllowedSyncs);
     if (more > 0) std::printf(", more than that %d times", static_cast<int>(more));
-    if (m_Later > 0) std::printf(", %d later", m_Later);
+    if (m_Later > 0) std::printf(", %d by a timer", m_Later);
     std::printf("%s\n", allowed ? "" : "  TOO MUCH");
     std::fflush(stdout);
     return allowed;
@@ -113,11 +122,13 @@ public:
 private:
   std::string m_What;
   double m_Allowed;
+  int m_AllowedSyncs;
   double m_Before = 0;
   int m_SyncsBefore = 0;
   std::vector<double> m_Times;
   std::vector<int> m_Syncs;
-  int m_Later = 0;  // syncs after the action
+  int m_LaterBefore = 0;
+  int m_Later = 0;
 };
 
 class Person {
@@ -128,6 +139,7 @@ public:
     m_Frame.resize(kTablet);
     OpenLargeVisit(m_Frame);
     GoThroughCategories();
+    MakeStepsOfCategories();
     RateInList();
     GoThroughSteps();
     TickMaterials();
@@ -153,14 +165,18 @@ private:
     back.TakeToTheEnd([&] { BackToCategories(); });
     Print(open);
     Print(back);
+  }
 
+  void MakeStepsOfCategories() {
+    Meter change("The first change of a run", kAllowedAction, kJournalSyncs);
     Meter first("Opening a category for the first time", kAllowedAction);
     for (int row = kCategories - kUnopenedCategories; row < kCategories; ++row) {
       const auto action = [&] { ClickCell(Rows(m_Frame), row, kTitle); };
-      row + 1 < kCategories ? first.Take(action) : first.TakeToTheEnd(action);
+      (row == kCategories - kUnopenedCategories ? change : first).Take(action);
       MustBe(Rows(m_Frame).Model().rowCount() == kStepsInCategory, "making the steps of a category");
       BackToCategories();
     }
+    Print(change);
     Print(first);
     ClickCell(Rows(m_Frame), 0, kTitle);
     QApplication::processEvents();
@@ -310,6 +326,14 @@ int main(int count, char** words) {
   FillToScale(tablet);
   tablet.Close();
   WatchedApplication application(count, words);
+  // The person of this program is a timer as well, but began before.
+  application.onTimer = [](bool begins) {
+    static int outside = 0;
+    if (begins)
+      isMeasuring || timersWorking > 0 ? ++timersWorking : ++outside;
+    else
+      timersWorking > 0 ? --timersWorking : --outside;
+  };
   bool allowed = false;
   RunVisit(application, tablet.Folder(), [&](inspector::app::CMainFrame& frame) {
     Person person(frame, tablet);

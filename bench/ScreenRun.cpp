@@ -29,8 +29,11 @@ WatchedApplication::WatchedApplication(int& count, char** words) : QApplication(
 
 bool WatchedApplication::notify(QObject* receiver, QEvent* event) {
   if (event->type() == QEvent::Paint) m_HasPainted = true;
+  const bool isTimer = onTimer && event->type() == QEvent::Timer;
+  if (isTimer) onTimer(true);
   ++m_Depth;
   const bool handled = QApplication::notify(receiver, event);
+  if (isTimer) onTimer(false);
   if (--m_Depth == 0 && m_HasPainted && !m_HasTold) {
     m_HasTold = true;
     if (onFirstPaint) onFirstPaint();

@@ -17,6 +17,8 @@ class WatchedApplication : public QApplication {
 public:
   WatchedApplication(int& count, char** words);
   std::function<void()> onFirstPaint;
+  // Before and after the work of a timer.
+  std::function<void(bool begins)> onTimer;
   bool notify(QObject* receiver, QEvent* event) override;
 
 private:

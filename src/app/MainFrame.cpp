@@ -30,6 +30,7 @@ namespace {
 constexpr int kRememberAfter = 700;  // milliseconds: the registry is synced to disk each time
 constexpr int kTellFor = 15000;      // milliseconds
 constexpr int kEndAfter = 20;        // milliseconds, each time that an action is still under way
+constexpr int kTidyEvery = 10'000;   // milliseconds
 constexpr QSize kFirstSize(1280, 800);
 constexpr double kHeadingPoints = 12;
 
@@ -102,6 +103,11 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
     QMetaObject::invokeMethod(
         this, [this] { ShowUndo(); }, Qt::QueuedConnection);
   };
+  connect(&m_TidyTimer, &QTimer::timeout, this, [this] {
+    data::Workspace& workspace = m_Document.GetWorkspace();
+    if (!workspace.IsBusy()) workspace.InspectionConnection().TidyJournal();
+  });
+  m_TidyTimer.start(kTidyEvery);
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
   Bring(*m_Overview);
 }

@@ -114,6 +114,7 @@ private:
   device::ui::PauseTimer m_PlaceTimer;
   device::ui::PauseTimer m_EndTimer;
   std::function<void()> m_End;
+  QTimer m_TidyTimer;
 };
 
 }  // namespace inspector::app

@@ -11,6 +11,9 @@ namespace inspector::data {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
+// 2 MiB in the journal are worth a moment in which nobody waits; 32 MiB are too much to wait for one.
+constexpr int kManyJournalPages = 500;
+constexpr int kMostJournalPages = 8000;
 constexpr std::uintmax_t kJournalIndexBytes = 32u << 10;
 // Statements differ in little but their values, which are bound. More shapes than this come only from values
 // that stand without quotes.
@@ -76,7 +79,33 @@ bool Connection::PrepareForWriting() {
     ReportFailure();
     return false;
   }
+  sqlite3_wal_hook(
+      m_Database,
+      [](void* self, sqlite3* database, const char* name, int pages) {
+        static_cast<Connection*>(self)->m_JournalPages = pages;
+        if (pages >= kMostJournalPages)
+          sqlite3_wal_checkpoint_v2(database, name, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        return SQLITE_OK;
+      },
+      this);
   return true;
+}
+
+void Connection::TidyJournal() {
+  if (!m_Database || m_Depth > 0 || m_Reading > 0 || m_JournalPages < kManyJournalPages) return;
+  m_JournalPages = 0;
+  sqlite3_busy_timeout(m_Database, 0);
+  // The first change in a journal that begins anew syncs its head as well, so that is made here: one that
+  // changes nothing. Where another program is in the way, it is done by the next change, or the next time.
+  sqlite3_stmt* const version = Prepare("PRAGMA user_version");
+  if (version && sqlite3_step(version) == SQLITE_ROW) {
+    const std::string same = "PRAGMA user_version = " + std::to_string(sqlite3_column_int(version, 0));
+    sqlite3_reset(version);
+    if (sqlite3_wal_checkpoint_v2(m_Database, "main", SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr) ==
+        SQLITE_OK)
+      sqlite3_exec(m_Database, same.c_str(), nullptr, nullptr, nullptr);
+  }
+  sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
 }
 
 void Connection::Close() {

@@ -90,6 +90,10 @@ public:
   void BeginReading();
   void EndReading();
 
+  // Moves what the journal holds into the file when that is much. It takes several syncs, and to be called
+  // while nobody waits it spares a later change from doing it. Does nothing within a transaction.
+  void TidyJournal();
+
   // Looks for damage in the whole file when that takes no longer than a glance. Why the file cannot be used,
   // or an empty text.
   Text FindDamage();
@@ -120,6 +124,7 @@ private:
   std::unordered_map<std::string, sqlite3_stmt*> m_Native;
   std::unordered_map<Text, std::vector<StoredColumn>> m_Columns;
   int m_Generation = 1;
+  int m_JournalPages = 0;
   int m_Depth = 0;
   int m_Reading = 0;
   bool m_Doomed = false;

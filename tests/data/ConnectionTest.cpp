@@ -90,6 +90,30 @@ TEST_F(ConnectionTest, AnActionThatCannotBeginWritesNothingEvenWhenTheLockGoes) 
   EXPECT_EQ(Steps(), "1\n3");
 }
 
+TEST_F(ConnectionTest, AFullJournalIsTidiedOutsideATransactionAndNobodyIsToldWhenThatFails) {
+  ASSERT_TRUE(Inspection().PrepareForWriting());
+  Shell other(InspectionFile());
+  const auto size = [this] { return std::filesystem::file_size(InspectionFile()); };
+  const auto before = size();
+  {
+    Transaction transaction(Inspection());
+    StepTable step(Data());
+    step.PrepareNew();
+    step.m_Comments = Text(3'000'000, u'x');
+    ASSERT_TRUE(step.Write());
+    ASSERT_TRUE(transaction.Commit());
+    const Transaction next(Inspection());
+    Inspection().TidyJournal();
+    EXPECT_EQ(size(), before);
+  }
+  other.Run("BEGIN IMMEDIATE");
+  Inspection().TidyJournal();
+  EXPECT_GT(size(), before + 2'000'000) << "what others write stays out of its way";
+  other.Run("COMMIT");
+  EXPECT_TRUE(AddStep(7));
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+}
+
 TEST_F(ConnectionTest, OtherProgramsReadAndWriteBeside) {
   Shell other(InspectionFile());
   StepTable steps(Data());
