@@ -31,7 +31,7 @@ int RunProgram(QApplication& application, EndSignals& signals, const ProgramSett
   QApplication::setQuitOnLastWindowClosed(false);
   signals.onEnd = [] { QApplication::exit(1); };
   signals.Listen();
-  device::ui::ApplyTheme(application, {});
+  device::ui::ApplyTheme(application, ThemeOf(ReadAppSettings(registry)));
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
     return start.result == data::StartUpResult::Terminated ? 0 : 1;
