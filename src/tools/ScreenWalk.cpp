@@ -125,12 +125,15 @@ private:
     }
   }
 
+  // Also those below another, and what the bar of commands keeps behind "More".
   void Menus() {
-    for (QAction* action : m_Frame.menuBar()->actions()) {
-      QMenu& menu = *action->menu();
-      menu.popup(m_Frame.mapToGlobal(QPoint(0, 0)));
-      Look(menu, "menu-" + QString(action->text()).remove(u'&').toLower().toStdString());
-      menu.close();
+    for (QMenu* menu : m_Frame.findChildren<QMenu*>()) {
+      if (menu->isEmpty()) continue;
+      menu->popup(m_Frame.mapToGlobal(QPoint(0, 0)));
+      const QString title =
+          menu->title().isEmpty() ? QStringLiteral("more") : menu->title().remove(u'&').toLower();
+      Look(*menu, "menu-" + title.toStdString());
+      menu->close();
     }
   }
 
@@ -149,7 +152,25 @@ private:
     Look(paths, "paths");
     Modal("pickers", [this] { m_Frame.Visit().EditPickerList(u"Label01"); });
     Command("shortcuts", "shortcuts");
-    Command("report-layout", "report");
+    Command("report-categories", "report");
+    ReportLayout();
+  }
+
+  // Behind the categories.
+  void ReportLayout() {
+    QObject context;
+    QTimer::singleShot(0, &context, [&] {
+      auto* const categories = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (!categories) return;
+      QTimer::singleShot(0, &context, [&] {
+        QWidget* const layouts = QApplication::activeModalWidget();
+        if (!layouts) return;
+        Look(*layouts, "report-layout");
+        layouts->close();
+      });
+      categories->accept();
+    });
+    if (auto* const report = m_Frame.findChild<QAction*>(QStringLiteral("report"))) report->trigger();
   }
 
   void Options() {

@@ -17,7 +17,7 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const char* object
     if (auto* part = findChild<QWidget*>(QLatin1String(name))) part->hide();
   for (QComboBox* box : findChildren<QComboBox*>()) {
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(6);
+    box->setMinimumContentsLength(4);
   }
   if (parent) resize(QSize(640, 560).boundedTo(parent->window()->size()));
 }
