@@ -128,10 +128,11 @@ private:
   // Also those below another, and what the bar of commands keeps behind "More".
   void Menus() {
     for (QMenu* menu : m_Frame.findChildren<QMenu*>()) {
-      if (menu->isEmpty()) continue;
+      // One without a title is what "More" opens, or the rest of a bar that is too narrow.
+      const bool isMore = menu->parent()->objectName() == QLatin1String("moreButton");
+      if (menu->isEmpty() || (menu->title().isEmpty() && !isMore)) continue;
       menu->popup(m_Frame.mapToGlobal(QPoint(0, 0)));
-      const QString title =
-          menu->title().isEmpty() ? QStringLiteral("more") : menu->title().remove(u'&').toLower();
+      const QString title = isMore ? QStringLiteral("more") : menu->title().remove(u'&').toLower();
       Look(*menu, "menu-" + title.toStdString());
       menu->close();
     }
