@@ -22,7 +22,8 @@ int main(int count, char** words) {
   if (parser.isSet(home) && parser.value(home).isEmpty()) parser.showHelp(2);
 
   inspector::app::ProgramSettings settings;
+  settings.signals = &signals;
   settings.home = parser.isSet(home) ? std::filesystem::path(parser.value(home).toStdString())
                                      : inspector::device::DefaultHome();
-  return inspector::app::RunProgram(application, signals, settings);
+  return inspector::app::RunProgram(application, settings);
 }

@@ -17,7 +17,7 @@ constexpr int kLargeBlock = 1 << 20;  // bytes
 
 }  // namespace
 
-int RunProgram(QApplication& application, EndSignals& signals, const ProgramSettings& settings) {
+int RunProgram(QApplication& application, const ProgramSettings& settings) {
   mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   const device::DevicePaths paths(settings.home);
   device::HostFiles files;
@@ -29,8 +29,10 @@ int RunProgram(QApplication& application, EndSignals& signals, const ProgramSett
 
   // The questions of start-up are the last windows to close when there is no main window yet.
   QApplication::setQuitOnLastWindowClosed(false);
-  signals.onEnd = [] { QApplication::exit(1); };
-  signals.Listen();
+  if (settings.signals) {
+    settings.signals->onEnd = [] { QApplication::exit(1); };
+    settings.signals->Listen();
+  }
   device::ui::ApplyTheme(application, {});
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
@@ -40,12 +42,13 @@ int RunProgram(QApplication& application, EndSignals& signals, const ProgramSett
 
   CMainFrame frame(document);
   prompts.SetWindow(&frame);
-  signals.onEnd = [&frame] { frame.SaveAndThen([] { QApplication::exit(0); }); };
+  if (settings.signals)
+    settings.signals->onEnd = [&frame] { frame.SaveAndThen([] { QApplication::exit(0); }); };
   frame.Restore();
   frame.show();
   QApplication::setQuitOnLastWindowClosed(true);
   const int code = QApplication::exec();
-  signals.onEnd = nullptr;
+  if (settings.signals) settings.signals->onEnd = nullptr;
   return code;
 }
 

@@ -149,7 +149,25 @@ private:
     Look(paths, "paths");
     Modal("pickers", [this] { m_Frame.Visit().EditPickerList(u"Label01"); });
     Command("shortcuts", "shortcuts");
-    Command("report-layout", "report");
+    Command("report-categories", "report");
+    ReportLayout();
+  }
+
+  // Behind the categories.
+  void ReportLayout() {
+    QObject context;
+    QTimer::singleShot(0, &context, [&] {
+      auto* const categories = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (!categories) return;
+      QTimer::singleShot(0, &context, [&] {
+        QWidget* const layouts = QApplication::activeModalWidget();
+        if (!layouts) return;
+        Look(*layouts, "report-layout");
+        layouts->close();
+      });
+      categories->accept();
+    });
+    if (auto* const report = m_Frame.findChild<QAction*>(QStringLiteral("report"))) report->trigger();
   }
 
   void Options() {

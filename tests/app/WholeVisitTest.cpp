@@ -216,14 +216,17 @@ void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
 
   const std::filesystem::path reports = m_Screens.Root() / "Reports";
   const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
+  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
   m_Dialogs.ExpectPress("choiceDialog", QStringLiteral("Cancel"));
   write();
+  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
   ExpectChoice(0);
   m_Dialogs.ExpectPress("saveDialog", QStringLiteral("Cancel"));
   write();
   EXPECT_FALSE(Message(frame).contains(QStringLiteral("report")));
   EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
+  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
   ExpectChoice(0);
   ExpectFile("saveDialog", reports / "visit");
   write();
