@@ -173,7 +173,7 @@ TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled)
   const auto copies = std::distance(std::filesystem::recursive_directory_iterator(folder), {});
   EXPECT_EQ(copies, 2) << "the inspection's folder and one picture";
   EXPECT_TRUE(device::Contains(m_Sheet.Logic().Draft().comments, u"quick.jpg;Scaling=100***"));
-  std::ofstream(slow).put('x');  // lets the reader go
+  const std::ofstream opened(slow);  // lets the reader go
 }
 
 TEST_F(StepPropertySheetTest, RatingIsPickedAndCleared) {
