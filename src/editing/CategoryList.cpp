@@ -81,13 +81,13 @@ device::ListRow CategoryList::ShownRow(int row) {
     left = u"not opened yet";
   else if (shown->toDo > 0)
     left = Format(u"%d to do", shown->toDo);
-  device::ListRow row{{u"", shown->title, shown->status},
-                      shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
-                      absent ? device::RowTone::Muted : device::RowTone::Normal};
-  if (left.empty() || absent) return row;
-  row.remarkedCell = kStatusColumn;
-  row.remark = left;
-  return row;
+  device::ListRow cells{{u"", shown->title, shown->status},
+                        shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
+                        absent ? device::RowTone::Muted : device::RowTone::Normal};
+  if (left.empty() || absent) return cells;
+  cells.remarkedCell = kStatusColumn;
+  cells.remark = left;
+  return cells;
 }
 
 CategoryList::Left CategoryList::WhatIsLeft() {
