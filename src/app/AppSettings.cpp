@@ -19,6 +19,14 @@ AppSettings ReadAppSettings(const device::Registry& registry) {
   return settings;
 }
 
+device::ui::Theme ThemeOf(const AppSettings& settings) {
+  device::ui::Theme theme;
+  theme.textPercent = settings.textPercent;
+  if (settings.colours == u"dark") theme.colours = device::ui::Colours::Dark;
+  if (settings.colours == u"contrast") theme.colours = device::ui::Colours::HighContrast;
+  return theme;
+}
+
 bool WriteAppSettings(device::Registry& registry, const AppSettings& settings) {
   return registry.Write(kKey, u"Colours", settings.colours) &&
          registry.Write(kKey, u"TextPercent", device::Decimal(settings.textPercent)) &&

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "device/Registry.h"
+#include "device/ui/Theme.h"
 
 namespace inspector::app {
 
@@ -16,6 +17,8 @@ struct AppSettings {
 
 // What is missing or makes no sense has its value from above.
 AppSettings ReadAppSettings(const device::Registry& registry);
+// The look that they ask for.
+device::ui::Theme ThemeOf(const AppSettings& settings);
 bool WriteAppSettings(device::Registry& registry, const AppSettings& settings);
 
 }  // namespace inspector::app

@@ -268,11 +268,7 @@ void CMainFrame::MakeViewMenu(QMenu* tools) {
 }
 
 void CMainFrame::UseTheme() {
-  device::ui::Theme theme;
-  theme.textPercent = m_Settings.textPercent;
-  if (m_Settings.colours == u"dark") theme.colours = device::ui::Colours::Dark;
-  if (m_Settings.colours == u"contrast") theme.colours = device::ui::Colours::HighContrast;
-  Show(theme);
+  Show(ThemeOf(m_Settings));
 }
 
 void CMainFrame::Show(const device::ui::Theme& theme) {

@@ -139,19 +139,20 @@ OptionsForm::Values OptionsForm::Load() {
   return values;
 }
 
-Text OptionsForm::WhyNot(const Values& values) {
+std::optional<OptionsForm::Problem> OptionsForm::WhyNot(const Values& values) {
   data::OptionsTable tried(m_Workspace.GetDatabases());
   for (const OptionsPage& page : OptionsPages()) {
     for (const OptionEntry& entry : page.entries) {
       const Text& value = values.at(entry.name);
       if (entry.limit > 0 && value.size() > static_cast<std::size_t>(entry.limit))
-        return device::Format(u"\"%s\" takes at most %d characters.", entry.caption, entry.limit);
+        return Problem{page.title,
+                       device::Format(u"\"%s\" takes at most %d characters.", entry.caption, entry.limit)};
       if (!IsKeptElsewhere(entry.name) &&
           data::SetOption(tried, entry.name, value) == data::OptionSet::BadValue)
-        return device::Format(u"\"%s\" does not take \"%s\".", entry.caption, value);
+        return Problem{page.title, device::Format(u"\"%s\" does not take \"%s\".", entry.caption, value)};
     }
   }
-  return {};
+  return std::nullopt;
 }
 
 data::OptionsSaved OptionsForm::Save(const Values& values) {

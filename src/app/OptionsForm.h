@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <span>
 
 #include "data/StartUp.h"
@@ -41,8 +42,12 @@ public:
   using Values = std::map<TextView, Text>;
   // Yes/no as "TRUE" and "FALSE", lines with the device's line ends.
   Values Load();
-  // What a person must correct first: the caption of the entry and why. Empty when everything can be saved.
-  Text WhyNot(const Values& values);
+  struct Problem {
+    TextView page;  // its title
+    Text text;      // the caption of the entry and why
+  };
+  // What a person must correct first; nothing when everything can be saved.
+  std::optional<Problem> WhyNot(const Values& values);
   // Owner, options and paths. After MustQuit the program must end.
   data::OptionsSaved Save(const Values& values);
 

@@ -76,8 +76,9 @@ void COptionsSheet::ShowPage(TextView title) {
 
 void COptionsSheet::accept() {
   for (const COptionsPage* page : m_Pages) page->TakeOver(m_Values);
-  if (const Text problem = m_Form.WhyNot(m_Values); !problem.empty()) {
-    device::ShowError(m_Workspace.GetPrompts(), problem);
+  if (const auto problem = m_Form.WhyNot(m_Values)) {
+    ShowPage(problem->page);
+    device::ShowError(m_Workspace.GetPrompts(), problem->text);
     return;
   }
   switch (m_Form.Save(m_Values)) {

@@ -33,7 +33,7 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
     settings.signals->onEnd = [] { QApplication::exit(1); };
     settings.signals->Listen();
   }
-  device::ui::ApplyTheme(application, {});
+  device::ui::ApplyTheme(application, ThemeOf(ReadAppSettings(registry)));
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
     return start.result == data::StartUpResult::Terminated ? 0 : 1;

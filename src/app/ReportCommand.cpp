@@ -1,5 +1,6 @@
 #include "app/ReportCommand.h"
 
+#include "data/InspectionTypeTable.h"
 #include "device/Format.h"
 #include "device/RowSource.h"
 #include "device/ui/ChoiceDialog.h"
@@ -20,6 +21,21 @@ public:
   }
 };
 
+// What the inspection's type says; empty when it has none.
+device::Text LayoutOfType(inspection::CInspectorDoc& document) {
+  data::InspectionTypeTable type(document.GetWorkspace().GetDatabases());
+  type.OpenSQL(device::Format(u"SELECT * FROM InspectionType WHERE ID = %d",
+                              document.Inspection().m_InspectionTypeID));
+  return type.GetRecord(0) ? type.m_Layout : device::Text();
+}
+
+int RowOfLayout(device::TextView name) {
+  const auto layouts = reports::Layouts();
+  for (std::size_t row = 0; row < layouts.size(); ++row)
+    if (device::EqualIgnoringCase(layouts[row]->Name(), name)) return static_cast<int>(row);
+  return 0;
+}
+
 }  // namespace
 
 device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window) {
@@ -35,6 +51,7 @@ device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window) {
   LayoutRows layouts;
   device::ui::ChoiceDialog dialog(QStringLiteral("Inspection Report"), QStringLiteral("Choose the layout:"),
                                   layouts, {{u"Layout", 240}}, &window);
+  dialog.Choose(RowOfLayout(LayoutOfType(document)));
   if (dialog.exec() != QDialog::Accepted || dialog.Chosen() < 0) return {};
   request.layout = device::Text(reports::Layouts()[static_cast<std::size_t>(dialog.Chosen())]->Name());
   const reports::ReportOutcome outcome = reports::WriteInspectionReport(workspace, request);

@@ -61,6 +61,14 @@ public:
   virtual std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) = 0;
   virtual std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) = 0;
   virtual std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) = 0;
+
+  // While what comes back lives, the program shows that it works and asks for patience. Nothing where there
+  // is no way to show it.
+  class Waiting {
+  public:
+    virtual ~Waiting() = default;
+  };
+  virtual std::unique_ptr<Waiting> ShowWaiting() { return nullptr; }
 };
 
 // The fixed kinds of box. Alert and Error have one button; the others answer true only to Yes or OK.

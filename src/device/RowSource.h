@@ -19,8 +19,10 @@ struct ListRow {
   std::vector<Text> cells;              // one per column; missing ones are empty
   CheckImage check = CheckImage::None;  // drawn in the mark column
   RowTone tone = RowTone::Normal;
-  int warnedCell = -1;  // a cell with a mark of attention beside its words
-  Text warning = {};    // what the mark means
+  int warnedCell = -1;    // a cell with a mark of attention beside its words
+  Text warning = {};      // what the mark means
+  int remarkedCell = -1;  // a cell with a remark below its words
+  Text remark = {};
 };
 
 class RowSource {

@@ -58,6 +58,7 @@ bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
     const data::ReadScope reading(m_Databases.Template());
     data::Transaction transaction(m_Databases.Inspection());
     if (!transaction.IsOpen() || !ReadSource()) return false;
+    const auto waiting = m_Workspace.GetPrompts().ShowWaiting();
     const std::optional<int> count = CountOfTemplate();
     if (!count) return false;
     Text title = device::StripLeadingControls(wanted.name);

@@ -15,17 +15,10 @@ namespace {
 using device::Format;
 
 constexpr int kMarkColumn = 0;
+constexpr int kStatusColumn = 2;
 constexpr TextView kNotPresent = u"Not Present";
 constexpr TextView kSetNotPresent = u"Set Not Present";
 constexpr TextView kSetPresent = u"Set Present";
-
-// Nothing for a form, and for a category whose steps are still to be made.
-std::optional<int> StepsToRate(data::Databases& databases, const data::CategoryTable& category) {
-  if (category.m_Type == kFormCategory) return std::nullopt;
-  if (category.m_CompleteFlag) return 0;
-  const std::optional<int> unrated = UnratedSteps(databases, category.m_CategoryID);
-  return unrated == 0 ? std::nullopt : unrated;
-}
 
 }  // namespace
 
@@ -53,6 +46,8 @@ void CategoryList::Refill() {
   m_List.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              m_Document.Inspection().m_InspectionID));
+  m_Unfinished.emplace(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
+  m_Unfinished->Refresh();
   FilterRows();
 }
 
@@ -69,19 +64,30 @@ std::optional<CategoryList::Row> CategoryList::RowAt(int row) {
   if (row < 0 || row >= RowCount() || !m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]))
     return std::nullopt;
   const bool marked = std::find(m_Marked.begin(), m_Marked.end(), m_List.m_CategoryID) != m_Marked.end();
-  return Row{m_List.m_CategoryID, marked, m_List.m_CategoryTitle, StatusOf(m_List),
-             StepsToRate(m_Databases, m_List)};
+  return Row{m_List.m_CategoryID,
+             marked,
+             m_List.m_CategoryTitle,
+             StatusOf(m_List),
+             !m_Unfinished->IsUnopened(m_List.m_CategoryID),
+             m_Unfinished->CountOf(m_List.m_CategoryID)};
 }
 
 device::ListRow CategoryList::ShownRow(int row) {
   const std::optional<Row> shown = RowAt(row);
   if (!shown) return {{u"", u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
   const bool absent = shown->status == kNotPresent;
-  const Text left =
-      !absent && shown->toRate.value_or(0) > 0 ? Format(u"\n%d to rate", *shown->toRate) : Text();
-  return {{u"", shown->title, shown->status + left},
-          shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
-          absent ? device::RowTone::Muted : device::RowTone::Normal};
+  Text left;
+  if (!shown->opened)
+    left = u"not opened yet";
+  else if (shown->toDo > 0)
+    left = Format(u"%d to do", shown->toDo);
+  device::ListRow cells{{u"", shown->title, shown->status},
+                        shown->marked ? device::CheckImage::Ticked : device::CheckImage::Empty,
+                        absent ? device::RowTone::Muted : device::RowTone::Normal};
+  if (left.empty() || absent) return cells;
+  cells.remarkedCell = kStatusColumn;
+  cells.remark = left;
+  return cells;
 }
 
 CategoryList::Left CategoryList::WhatIsLeft() {
@@ -90,15 +96,17 @@ CategoryList::Left CategoryList::WhatIsLeft() {
   for (int record = 0; record < m_List.RecordCount(); ++record) {
     if (!m_List.GetRecord(record) || m_List.m_NotPresentFlag) continue;
     if (!m_List.m_CompleteFlag) ++left.categories;
-    left.steps += StepsToRate(m_Databases, m_List).value_or(0);
+    if (m_Unfinished->IsUnopened(m_List.m_CategoryID)) ++left.unopened;
+    left.steps += m_Unfinished->CountOf(m_List.m_CategoryID);
   }
   return left;
 }
 
 Text CategoryList::LeftCaption() {
   const Left left = WhatIsLeft();
-  return Format(u"%d of %d categories to complete, %d %s to rate", left.categories, m_List.RecordCount(),
-                left.steps, left.steps == 1 ? u"step" : u"steps");
+  const Text unopened = left.unopened > 0 ? Format(u" (%d not opened yet)", left.unopened) : Text();
+  return Format(u"%d of %d categories to complete%s, %d %s to do", left.categories, m_List.RecordCount(),
+                unopened, left.steps, left.steps == 1 ? u"step" : u"steps");
 }
 
 CategoryList::Screen CategoryList::Click(int row, int column, int topRow) {
@@ -164,6 +172,7 @@ bool CategoryList::TogglePresence() {
   if (!transaction.Commit()) return false;
   m_ToggleCaption = caption;
   m_Document.LoadCategories();
+  Refill();
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include "device/WordFilter.h"
 #include "editing/Defaults.h"
 #include "editing/EditingDialogs.h"
+#include "editing/Unfinished.h"
 #include "inspection/InspectorDoc.h"
 #include "inspection/UndoLog.h"
 
@@ -33,21 +34,23 @@ public:
     std::int32_t categoryID = 0;
     bool marked = false;
     Text title;
-    Text status;                // "Not Present", "Complete" or "Incomplete"
-    std::optional<int> toRate;  // steps without a rating; nothing for a form and while it was never opened
+    Text status;          // "Not Present", "Complete" or "Incomplete"
+    bool opened = false;  // its steps are made; so they are for a form
+    int toDo = 0;         // steps that want a rating, a comment or a picture
   };
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   // Nothing for a row that another program deleted.
   std::optional<Row> RowAt(int row);
-  // Under the status: how many steps are still to be rated.
+  // Under the status: how many steps still want something.
   device::ListRow ShownRow(int row) override;
   // What is left in the whole inspection, absent categories aside.
   struct Left {
     int categories = 0;  // neither complete nor absent
-    int steps = 0;       // without a rating, of the categories that were opened
+    int unopened = 0;    // of these, the ones whose steps are not made yet
+    int steps = 0;       // that want something, of the categories that were opened
   };
   Left WhatIsLeft();
-  // "4 of 5 categories to complete, 12 steps to rate".
+  // "4 of 5 categories to complete (2 not opened yet), 12 steps to do".
   Text LeftCaption();
 
   enum class Screen { None, Steps, Form };
@@ -87,7 +90,8 @@ private:
   data::CategoryTable m_List;  // not the document's own: showing a row must not make it current
   std::vector<int> m_Shown;    // records of m_List
   device::WordFilter m_Filter;
-  std::vector<std::int32_t> m_Marked;  // keys, in the order of marking
+  std::optional<Unfinished> m_Unfinished;  // as it was when the list was last read
+  std::vector<std::int32_t> m_Marked;      // keys, in the order of marking
   Text m_ToggleCaption = u"Not Present";
 };
 

@@ -132,7 +132,9 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
     return DefaultsResult::Refused;
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
   inspection::UndoRecording recording(document, u"Defaults", inspectionID);
+  auto waiting = workspace.GetPrompts().ShowWaiting();
   const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID);
+  waiting.reset();  // before a box asks for a tap
   document.LoadCategories();
   if (!applied) return DefaultsResult::Failed;
   recording.Done();

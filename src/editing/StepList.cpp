@@ -58,6 +58,7 @@ bool StepList::Show() {
   m_Document.FinishDocTypeChange();
   m_Choices.clear();
   m_OffersMaterials.clear();
+  const auto waiting = m_Document.GetWorkspace().GetPrompts().ShowWaiting();
   const bool opened = OpenCategory(m_Databases, m_Document.Categories());
   m_Document.LoadCategories();  // without steps it is complete now
   Refill();
@@ -169,7 +170,11 @@ std::vector<Text> StepList::RatingEntries(int row) {
 }
 
 bool StepList::ChangeRating(int row, TextView entry) {
-  if (entry == kNoRatings || !Read(row)) return false;
+  if (entry == kNoRatings) return false;
+  if (!Read(row)) {
+    if (!m_List.Failed()) m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
+    return false;
+  }
   const std::int32_t stepID = m_List.m_StepID;
   bool prompts = false;
   StepEditing editing(m_Document.GetWorkspace());

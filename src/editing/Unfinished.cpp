@@ -130,8 +130,14 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
 
 int Unfinished::CountOf(std::int32_t categoryID) const {
   return static_cast<int>(std::count_if(m_Steps.begin(), m_Steps.end(), [&](const UnfinishedStep& step) {
-    return step.categoryID == categoryID;
+    return step.categoryID == categoryID && step.stepID != 0;
   }));
+}
+
+bool Unfinished::IsUnopened(std::int32_t categoryID) const {
+  return std::any_of(m_Steps.begin(), m_Steps.end(), [&](const UnfinishedStep& step) {
+    return step.categoryID == categoryID && step.stepID == 0;
+  });
 }
 
 std::optional<UnfinishedStep> Unfinished::NextAfter(const PlaceInVisit& place) const {

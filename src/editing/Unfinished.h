@@ -46,7 +46,9 @@ public:
   // In the order of categories and steps.
   const std::vector<UnfinishedStep>& Steps() const { return m_Steps; }
   int Count() const { return static_cast<int>(m_Steps.size()); }
+  // The steps of a category among them.
   int CountOf(std::int32_t categoryID) const;
+  bool IsUnopened(std::int32_t categoryID) const;
   // The first one after the place, beginning anew after the last; nothing when all is done.
   std::optional<UnfinishedStep> NextAfter(const PlaceInVisit& place) const;
 

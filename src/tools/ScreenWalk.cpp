@@ -125,12 +125,16 @@ private:
     }
   }
 
+  // Also those below another, and what the bar of commands keeps behind "More".
   void Menus() {
-    for (QAction* action : m_Frame.menuBar()->actions()) {
-      QMenu& menu = *action->menu();
-      menu.popup(m_Frame.mapToGlobal(QPoint(0, 0)));
-      Look(menu, "menu-" + QString(action->text()).remove(u'&').toLower().toStdString());
-      menu.close();
+    for (QMenu* menu : m_Frame.findChildren<QMenu*>()) {
+      // One without a title is what "More" opens, or the rest of a bar that is too narrow.
+      const bool isMore = menu->parent()->objectName() == QLatin1String("moreButton");
+      if (menu->isEmpty() || (menu->title().isEmpty() && !isMore)) continue;
+      menu->popup(m_Frame.mapToGlobal(QPoint(0, 0)));
+      const QString title = isMore ? QStringLiteral("more") : menu->title().remove(u'&').toLower();
+      Look(*menu, "menu-" + title.toStdString());
+      menu->close();
     }
   }
 

@@ -64,11 +64,11 @@ TEST_F(MainFrameTest, OptionsAreSavedWholeOrRefused) {
   OptionsForm form(workspace);
   OptionsForm::Values values = form.Load();
   values[u"Port"] = u"x";
-  EXPECT_EQ(form.WhyNot(values), u"\"Port\" does not take \"x\".");
+  EXPECT_EQ(form.WhyNot(values)->text, u"\"Port\" does not take \"x\".");
   values[u"Port"] = u"4000";
   values[u"ShowStepNumbers"] = u"TRUE";
   values[u"OwnerName"] = u"Ana Ruiz";
-  EXPECT_EQ(form.WhyNot(values), u"");
+  EXPECT_FALSE(form.WhyNot(values));
   EXPECT_EQ(form.Save(values), data::OptionsSaved::Done);
   workspace.ForgetOptions();
   EXPECT_EQ(OptionsForm(workspace).Load(), values);

@@ -69,19 +69,6 @@ TEST_F(VisitScreensTest, UnfinishedLeadsToWhatIsLeftAndTheTextStays) {
   EXPECT_FALSE(m_Frame->Visit().OpenPlace(99, 0));
 }
 
-TEST_F(VisitScreensTest, TheNextStartShowsTheCategoryAgain) {
-  Rows().onClick(1, 1);
-  EXPECT_TRUE(m_Frame->close());
-  m_Frame.reset();
-  m_Device.Close();
-  m_Device.Open();
-  m_Frame.emplace(Document());
-  m_Frame->Restore();
-  EXPECT_EQ(Title(), "Roof");
-  EXPECT_TRUE(m_Frame->GoBack());
-  EXPECT_EQ(Title(), "CATEGORY LIST");
-}
-
 TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) {
   m_Frame->Bring(m_Frame->Header());
   Document().ChangeDocType(u"Condo");

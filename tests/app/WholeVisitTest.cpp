@@ -101,6 +101,11 @@ protected:
   static ListView& Rows(CMainFrame& frame, const char* name = "rows") {
     return Part<ListView>(*frame.CurrentScreen(), name);
   }
+  static void Pick(QComboBox& box, Qt::Key way) {
+    box.showPopup();
+    QTest::keyClick(box.view(), way);
+    QTest::keyClick(box.view(), Qt::Key_Return);
+  }
   static QString Message(CMainFrame& frame) { return Part<QLabel>(frame, "message").text(); }
   static void Choose(CMainFrame& frame, const char* rating) {
     auto& menu = Part<QMenu>(*frame.CurrentScreen(), "ratingMenu");
@@ -140,9 +145,7 @@ void WholeVisitTest::FillHeader(CMainFrame& frame) {
   Type(frame, "addressField", "418 \"Juniper\" Lane");
   Type(frame, "citystatezipField", "Salem, OR");
   auto& type = Part<QComboBox>(frame, "docTypeField");
-  QTest::keyClick(&type, Qt::Key_Down);  // opens the list
-  QTest::keyClick(type.view(), Qt::Key_Home);
-  QTest::keyClick(type.view(), Qt::Key_Return);
+  Pick(type, Qt::Key_Home);
   EXPECT_EQ(type.currentText(), QStringLiteral("House"));
   // While the worker is at it.
   Type(frame, "notesField", "Dog\nin the yard");
@@ -204,6 +207,8 @@ void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
   Press(frame, Qt::Key_5, Qt::ControlModifier);
   ListView& commented = Rows(frame, "commentedSteps");
   ASSERT_EQ(commented.Model().rowCount(), 2);
+  Pick(Part<QComboBox>(frame, "ratingFilter"), Qt::Key_End);
+  ASSERT_EQ(commented.Model().rowCount(), 1) << "for the summary";
   m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
     auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
     QTextCursor cursor = box.textCursor();
@@ -212,7 +217,7 @@ void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
     QTest::keyClicks(&box, QStringLiteral(" seen."));
     QTest::keyClick(&sheet, Qt::Key_Escape);
   });
-  ClickCell(commented, 1, 0);
+  ClickCell(commented, 0, 2);
 
   const std::filesystem::path reports = m_Screens.Root() / "Reports";
   const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };

@@ -277,17 +277,19 @@ TEST_F(CategoryListTest, DefaultsShowInTheList) {
 }
 
 TEST_F(CategoryListTest, TellsWhatIsLeft) {
-  EXPECT_EQ(m_List.RowAt(kRoof)->toRate, std::nullopt) << "never opened";
+  EXPECT_FALSE(m_List.RowAt(kRoof)->opened);
+  EXPECT_EQ(m_List.ShownRow(kRoof).remark, u"not opened yet");
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Cellar");
-  EXPECT_EQ(m_List.RowAt(kRoof)->toRate, 3);
-  StepEditing(m_Device.GetWorkspace()).Rate(m_Device.StepKey(u"20.1"), u"Good");
-  EXPECT_EQ(m_List.RowAt(kRoof)->toRate, 2);
-  EXPECT_EQ(m_List.WhatIsLeft().steps, 3);
-  StepEditing(m_Device.GetWorkspace()).Rate(m_Device.StepKey(u"9.1"), u"Yes");
-  EXPECT_EQ(m_List.RowAt(kCellar)->toRate, 0);
-  EXPECT_EQ(m_List.WhatIsLeft().categories, 4);
-  EXPECT_EQ(m_List.WhatIsLeft().steps, 2);
+  StepEditing editing(m_Device.GetWorkspace());
+  editing.Rate(m_Device.StepKey(u"20.1"), u"Good");
+  editing.Rate(m_Device.StepKey(u"20.2"), u"Poor");  // which asks for a comment
+  editing.Rate(m_Device.StepKey(u"9.1"), u"Yes");
+  m_List.Show();
+  EXPECT_EQ(m_List.ShownRow(kRoof).remark, u"2 to do");
+  EXPECT_EQ(m_List.RowAt(kRoof)->status, u"Incomplete");
+  EXPECT_EQ(m_List.RowAt(kCellar)->toDo, 0);
+  EXPECT_EQ(m_List.LeftCaption(), u"4 of 5 categories to complete (2 not opened yet), 2 steps to do");
 }
 
 TEST_F(CategoryListTest, FilterLeavesRowsThatHoldTheWords) {

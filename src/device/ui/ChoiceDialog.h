@@ -13,6 +13,7 @@ public:
   ChoiceDialog(const QString& title, const QString& prompt, RowSource& source,
                std::vector<ListColumn> columns, QWidget* parent);
 
+  void Choose(int row) { m_List->SelectRow(row); }
   // -1 for none.
   int Chosen() const { return m_List->SelectedRow(); }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "device/ListColumns.h"
+#include "device/ui/Theme.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -51,6 +52,7 @@ CommandBar::CommandBar(QWidget* parent)
   m_More->setAutoDefault(false);
   m_More->setMenu(m_MoreMenu);
   m_More->hide();
+  connect(m_MoreMenu, &QMenu::aboutToShow, this, [this] { ShrinkToFit(*m_MoreMenu, window()->width()); });
   setObjectName(QStringLiteral("commandBar"));
   setAccessibleName(QStringLiteral("Commands"));
 }
@@ -116,7 +118,14 @@ void CommandBar::LayOut() {
   for (int n = 0; n < shown; ++n)
     fitting[n]->setGeometry(kGap + n % perRow * (buttonWidth + kGap), kGap + n / perRow * (height + kGap),
                             buttonWidth, height);
-  for (int n = 1; n < shown; ++n) setTabOrder(fitting[n - 1], fitting[n]);
+  // Behind everything, also behind what a screen has made since.
+  QWidget* before = window()->previousInFocusChain();
+  while (before != window() && (before->focusPolicy() == Qt::NoFocus || isAncestorOf(before)))
+    before = before->previousInFocusChain();
+  for (QPushButton* button : fitting) {
+    setTabOrder(before, button);
+    before = button;
+  }
   setFixedHeight(kGap + rows * (height + kGap));
 }
 

@@ -12,13 +12,15 @@ FileDialog::FileDialog(QWidget* parent, const QString& title, const char* object
   setOption(DontUseNativeDialog);
   setViewMode(List);
   // Beside the list of files there is no room for places, nor above it for ways back.
-  for (const char* name :
-       {"sidebar", "backButton", "forwardButton", "listModeButton", "detailModeButton", "newFolderButton"})
+  for (const char* name : {"sidebar", "backButton", "forwardButton", "listModeButton", "detailModeButton",
+                           "newFolderButton", "fileTypeLabel"})
     if (auto* part = findChild<QWidget*>(QLatin1String(name))) part->hide();
   for (QComboBox* box : findChildren<QComboBox*>()) {
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(6);
+    box->setMinimumContentsLength(4);
   }
+  if (auto* types = findChild<QComboBox*>(QStringLiteral("fileTypeCombo")))
+    types->setAccessibleName(QStringLiteral("Files of type"));
   if (parent) resize(QSize(640, 560).boundedTo(parent->window()->size()));
 }
 

@@ -64,9 +64,15 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       }
       const auto n = static_cast<std::size_t>(index.column());
       const QString words = n < row.cells.size() ? ToQString(row.cells[n]) : QString();
-      const bool warns = role == Qt::AccessibleTextRole && row.warnedCell == index.column();
-      return warns ? words + QStringLiteral(", ") + ToQString(row.warning) : words;
+      if (role == Qt::DisplayRole) return words;
+      QStringList spoken(words);
+      if (row.warnedCell == index.column()) spoken.append(ToQString(row.warning));
+      if (row.remarkedCell == index.column()) spoken.append(ToQString(row.remark));
+      return spoken.join(QStringLiteral(", "));
     }
+    case RemarkRole:
+      return Fetch(index.row()).remarkedCell == index.column() ? ToQString(Fetch(index.row()).remark)
+                                                               : QString();
     case WarnedRole:
       return Fetch(index.row()).warnedCell == index.column();
     case Qt::ToolTipRole:

@@ -14,7 +14,7 @@ namespace inspector::device::ui {
 // others: the source outlives the model.
 class ListModel : public QAbstractTableModel {
 public:
-  enum Role { CheckImageRole = Qt::UserRole, ToneRole, WarnedRole };
+  enum Role { CheckImageRole = Qt::UserRole, ToneRole, WarnedRole, RemarkRole };
 
   ListModel(RowSource& source, std::vector<ListColumn> columns, QObject* parent = nullptr);
 

@@ -40,6 +40,12 @@ QString FilterOf(const Text& filter) {
   return entries.join(QStringLiteral(";;"));
 }
 
+class WaitCursor : public Prompts::Waiting {
+public:
+  WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() override { QApplication::restoreOverrideCursor(); }
+};
+
 }  // namespace
 
 QWidget* QtPrompts::Parent() const {
@@ -98,6 +104,10 @@ std::optional<DatabasePaths> QtPrompts::AskDatabasePaths(const DatabasePaths& cu
   DatabasePathsDialog dialog(current, Parent());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Paths();
+}
+
+std::unique_ptr<Prompts::Waiting> QtPrompts::ShowWaiting() {
+  return std::make_unique<WaitCursor>();
 }
 
 std::unique_ptr<ProgressWindow> QtPrompts::OpenProgress(const Text& title, bool cancellable) {

@@ -22,6 +22,7 @@ public:
   std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) override;
   std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) override;
   std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
+  std::unique_ptr<Waiting> ShowWaiting() override;  // the wait cursor
 
 private:
   QWidget* Parent() const;

@@ -53,6 +53,8 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
       option->backgroundBrush = option->palette.button();
       break;
   }
+  if (const QString remark = index.data(ListModel::RemarkRole).toString(); !remark.isEmpty())
+    option->text += QChar(u'\n') + remark;
   const int taken =
       option->features & QStyleOptionViewItem::HasDecoration ? option->decorationSize.width() : 0;
   option->text = BreakLongWords(option->text, option->fontMetrics, option->rect.width() - kMargins - taken);

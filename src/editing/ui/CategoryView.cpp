@@ -34,9 +34,7 @@ CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs
                               Refresh();
                             });
   AddCommand("defaults", QStringLiteral("D&efaults"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [this] {
-    QApplication::setOverrideCursor(Qt::BusyCursor);
     m_List.ApplyDefaults();
-    QApplication::restoreOverrideCursor();
     ShowRows();
   });
   FollowState();

@@ -21,7 +21,9 @@ DateDialog::DateDialog(const QString& title, const QString& current, QWidget* pa
   m_Calendar->setObjectName(QStringLiteral("calendar"));
   m_Calendar->setAccessibleName(title);
   m_Calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-  m_Calendar->setHorizontalHeaderFormat(QCalendarWidget::ShortDayNames);
+  const bool hasRoom = fontMetrics().horizontalAdvance(QStringLiteral("Wed")) < device::kSmallestTarget;
+  m_Calendar->setHorizontalHeaderFormat(hasRoom ? QCalendarWidget::ShortDayNames
+                                                : QCalendarWidget::SingleLetterDayNames);
   // A week of days that a finger hits, and a line of their names.
   m_Calendar->setMinimumSize(7 * device::kSmallestTarget, 8 * device::kSmallestTarget);
   for (auto* button : m_Calendar->findChildren<QToolButton*>())

@@ -1,5 +1,6 @@
 #include "inspection/ui/InspectionSetupView2.h"
 
+#include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
 #include <QEvent>
@@ -19,8 +20,10 @@ QDateTime ToQDateTime(const device::CalendarTime& time) {
 }  // namespace
 
 CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* parent)
-    : HeaderView(document, HeaderPage::SetUp, parent), m_Date(new QDateTimeEdit(this)) {
+    : HeaderView(document, HeaderPage::SetUp, parent) {
   setObjectName(QStringLiteral("inspectionSetupView2"));
+  AddFields();
+  m_Date = new QDateTimeEdit(this);  // after the fields, in the order of Tab as well
   m_Date->setObjectName(QStringLiteral("dateField"));
   m_Date->setLocale(QLocale::c());
   m_Date->setDisplayFormat(QLatin1String(kDisplayFormat));
@@ -29,13 +32,13 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
   m_Date->setCalendarPopup(true);
   m_Date->calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
   m_Date->calendarWidget()->setMinimumSize(7 * device::kSmallestTarget, 8 * device::kSmallestTarget);
+  m_Date->calendarWidget()->findChild<QAbstractItemView*>()->setAccessibleName(QStringLiteral("Date"));
   connect(m_Date, &QDateTimeEdit::dateTimeChanged, this, [this] {
     if (IsFilling()) return;
     m_DateTouched = true;
     Touched();
   });
   m_Date->installEventFilter(this);
-  AddFields();
   AddRow(QStringLiteral("Date"), m_Date);
 }
 

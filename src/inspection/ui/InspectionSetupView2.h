@@ -19,7 +19,7 @@ protected:
   void Fill() override;
 
 private:
-  QDateTimeEdit* m_Date;
+  QDateTimeEdit* m_Date = nullptr;  // owned by Qt, as child
   bool m_DateTouched = false;
 };
 

@@ -103,12 +103,12 @@ TEST_F(CategoryViewTest, CommandsShowTheirWork) {
   m_Dialogs.QueueCopies(EditingDialogs::CategoryCopies{u"Shed", 2, false});
   EXPECT_TRUE(tests::Run(m_View, "duplicate"));
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 7);
-  EXPECT_EQ(Status(kRoof + 1), QStringLiteral("Incomplete\n3 to rate"));
+  EXPECT_EQ(Status(kRoof + 1), QStringLiteral("Incomplete"));
   Prompts().Queue(u"Caution", device::Answer::Yes);
   EXPECT_TRUE(tests::Run(m_View, "defaults"));
   EXPECT_EQ(Status(0), QStringLiteral("Complete"));
   EXPECT_EQ(Part<QLabel>(m_View, "whatIsLeft").text(),
-            QStringLiteral("5 of 7 categories to complete, 4 steps to rate"));
+            QStringLiteral("5 of 7 categories to complete, 4 steps to do"));
 }
 
 TEST_F(CategoryViewTest, ComesBackToTheTopRow) {

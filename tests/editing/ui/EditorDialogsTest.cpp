@@ -8,10 +8,8 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 
-#include "device/ui/ListView.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/PickerEditorDialog.h"
-#include "editing/ui/ReviewCommentsView.h"
 #include "editing/ui/ShortcutEditorDialog.h"
 #include "support/ScriptedDialogs.h"
 #include "support/VisitFixture.h"
@@ -81,30 +79,6 @@ TEST_F(EditorDialogsTest, ShortcutsAreAddedChangedAndDeleted) {
   tests::PressButton(dialog, "deleteShortcutButton");
   EXPECT_THAT(Items(list), ElementsAre());
   EXPECT_FALSE(dialog.findChild<QAbstractButton*>("deleteShortcutButton")->isEnabled());
-}
-
-TEST_F(EditorDialogsTest, TheReviewOpensTheStepThatIsTapped) {
-  const auto visit = m_Device.Visit(u"House");
-  const auto roof = m_Device.OpenCategory(u"Roof");
-  const auto gutters = m_Device.StepKey(u"20.2");
-  for (const auto step : {m_Device.StepKey(u"20.1"), gutters})
-    m_Device.Store(step, [&](auto& row) {
-      row.m_Comments = u"Seen.";
-      row.m_InspectResult = row.m_StepID == gutters ? u"Poor" : u"Good";
-    });
-  CReviewCommentsView view(m_Device.GetWorkspace(), visit);
-  view.resize(480, 600);
-  view.show();
-  auto& list = *static_cast<device::ui::ListView*>(view.findChild<QTableView*>("commentedSteps"));
-  EXPECT_EQ(list.Model().rowCount(), 2);
-  auto& filter = *view.findChild<QComboBox*>("ratingFilter");
-  filter.setCurrentText(QStringLiteral("***Summary Only***"));
-  Q_EMIT filter.activated(filter.currentIndex());
-  ASSERT_EQ(list.Model().rowCount(), 1);
-  std::pair<std::int32_t, std::int32_t> opened;
-  view.onOpen = [&](std::int32_t category, std::int32_t step) { opened = {category, step}; };
-  list.onClick(0, 2);
-  EXPECT_EQ(opened, std::pair(roof, gutters));
 }
 
 }  // namespace

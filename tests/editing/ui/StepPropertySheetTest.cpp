@@ -288,27 +288,6 @@ TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
 }
 
-// Every control of the pages has a name to be read out and is large enough for a finger.
-TEST_F(StepPropertySheetTest, EveryControlHasANameAndASize) {
-  m_Sheet.resize(480, 800);
-  auto& tabs = Find<QTabWidget>("pages");
-  for (int page = 0; page < tabs.count(); ++page) {
-    tabs.setCurrentIndex(page);
-    QApplication::processEvents();
-    EXPECT_LE(m_Sheet.minimumSizeHint().width(), 480);
-    for (QWidget* control : m_Sheet.findChildren<QWidget*>()) {
-      const bool isControl = qobject_cast<QAbstractButton*>(control) || qobject_cast<QComboBox*>(control) ||
-                             qobject_cast<QLineEdit*>(control);
-      if (!isControl || !control->isVisible() || control->objectName().startsWith(QLatin1String("qt_")))
-        continue;
-      auto* button = qobject_cast<QAbstractButton*>(control);
-      EXPECT_TRUE(!control->accessibleName().isEmpty() || (button && !button->text().isEmpty()))
-          << control->objectName().toStdString();
-      EXPECT_GE(control->height(), device::kSmallestTarget) << control->objectName().toStdString();
-    }
-  }
-}
-
 TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
   const auto& root = m_Device.Root();
   QImage small(40, 40, QImage::Format_RGB32);
