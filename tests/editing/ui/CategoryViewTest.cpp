@@ -108,7 +108,7 @@ TEST_F(CategoryViewTest, CommandsShowTheirWork) {
   EXPECT_TRUE(tests::Run(m_View, "defaults"));
   EXPECT_EQ(Status(0), QStringLiteral("Complete"));
   EXPECT_EQ(Part<QLabel>(m_View, "whatIsLeft").text(),
-            QStringLiteral("5 of 7 categories to complete, 4 steps to do"));
+            QStringLiteral("5 of 7 categories to complete (1 not opened yet), 4 steps to do"));
 }
 
 TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
