@@ -42,8 +42,8 @@ StepList::StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
 std::vector<device::ListColumn> StepList::Columns() {
   // The status columns are as narrow as a finger, so that the words of a step have room beside them.
   using Align = device::ListColumn::Align;
-  return {{u"Steps:", 80},
-          {u"Rating", 60},
+  return {{u"Steps:", 76},
+          {u"Rating", 64},
           {u"Materials", 27, Align::Centre},
           {u"Comments", 27, Align::Centre},
           {u"Picture", 27, Align::Centre},

@@ -107,7 +107,7 @@ private:
     m_Frame.Bring(m_Frame.Visit().Review());
     Full(m_Frame, "review");
     m_Frame.Bring(m_Frame.Visit().WhatIsLeft());
-    m_Frame.Tell(QStringLiteral("The report is written: /home/inspector/My Documents/Inspection_1.rtf"));
+    m_Frame.Tell(QStringLiteral("Back where you were: 418 Juniper Lane, Alder Creek"));
     Full(m_Frame, "unfinished");
   }
 

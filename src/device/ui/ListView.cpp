@@ -15,6 +15,7 @@ namespace inspector::device::ui {
 namespace {
 
 constexpr int kHeadingMargins = 8;
+constexpr double kSmallestHeading = 0.45;  // of the size of the text
 
 }  // namespace
 
@@ -115,18 +116,22 @@ void ListView::LayOut() {
 // With large text on a narrow screen the headings take a smaller one, so that none is cut.
 void ListView::FitHeadings() {
   const auto fits = [this](const QFontMetrics& metrics) {
-    for (std::size_t n = 0; n < m_Widths.size(); ++n)
-      if (metrics.horizontalAdvance(ToQString(m_Model->Columns()[n].heading)) + kHeadingMargins > m_Widths[n])
+    for (std::size_t n = 0; n < m_Widths.size(); ++n) {
+      const ListColumn& column = m_Model->Columns()[n];
+      // A centred column is as narrow as a finger; its header has a sign for it.
+      if (column.align != ListColumn::Align::Centre &&
+          metrics.horizontalAdvance(ToQString(column.heading)) + kHeadingMargins > m_Widths[n])
         return false;
+    }
     return true;
   };
   QFont smaller = font();
   const qreal full = smaller.pointSizeF();
-  for (qreal size = full; size >= full / 2; size -= full / 16) {
+  for (qreal size = full; size >= full * kSmallestHeading; size -= full / 16) {
     smaller.setPointSizeF(size);
-    if (fits(QFontMetrics(smaller))) break;
+    if (fits(QFontMetrics(smaller))) return horizontalHeader()->setFont(smaller);
   }
-  horizontalHeader()->setFont(smaller);
+  horizontalHeader()->setFont(font());
 }
 
 void ListView::FitVisibleRows() {

@@ -55,9 +55,13 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
   }
   if (const QString remark = index.data(ListModel::RemarkRole).toString(); !remark.isEmpty())
     option->text += QChar(u'\n') + remark;
-  const int taken =
-      option->features & QStyleOptionViewItem::HasDecoration ? option->decorationSize.width() : 0;
-  option->text = BreakLongWords(option->text, option->fontMetrics, option->rect.width() - kMargins - taken);
+  BreakWords(*option);
+}
+
+void RowDelegate::BreakWords(QStyleOptionViewItem& option) {
+  const bool hasDecoration = option.features & QStyleOptionViewItem::HasDecoration;
+  const int taken = hasDecoration ? option.decorationSize.width() + kMargins : 0;
+  option.text = BreakLongWords(option.text, option.fontMetrics, option.rect.width() - kMargins - taken);
 }
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -13,6 +13,8 @@ public:
 
 protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+  // Lets words that are wider than the cell go on in the next line, beside the decoration.
+  static void BreakWords(QStyleOptionViewItem& option);
 };
 
 }  // namespace inspector::device::ui

@@ -98,8 +98,9 @@ QRect TouchStyle::subElementRect(SubElement element, const QStyleOption* option,
 void TouchStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
-  if (element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_IndicatorCheckBox ||
-      element == PE_IndicatorRadioButton || element == PE_IndicatorItemViewItemCheck)
+  if (element == PE_FrameLineEdit || element == PE_Frame || element == PE_PanelButtonCommand ||
+      element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton ||
+      element == PE_IndicatorItemViewItemCheck)
     DrawFrame(*option, *painter);
 }
 

@@ -99,6 +99,7 @@ void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
     option->decorationPosition = QStyleOptionViewItem::Right;
     option->decorationSize = QSize(kArrow, kArrow);
     option->icon = DownArrow(TextColour(*option));
+    BreakWords(*option);
   }
   if (index.column() < StepList::kMaterials) return;
   if (!HasRoomForWords(*option, warned)) {
