@@ -1,26 +1,50 @@
 // inspector-screens [--home DIR] FOLDER: needs no display.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QTemporaryDir>
+#include <iostream>
+#include <sstream>
 
-#include "device/DefaultHome.h"
+#include "cli/CommandLine.h"
 #include "tools/ScreenPictures.h"
+
+namespace {
+
+// What a window off the screen cannot do is no news here.
+void PassOnMessage(QtMsgType, const QMessageLogContext&, const QString& text) {
+  if (!text.startsWith(QLatin1String("This plugin does not support"))) std::cerr << qPrintable(text) << '\n';
+}
+
+bool MakeSampleDevice(const QString& folder) {
+  std::ostringstream out;
+  return inspector::cli::RunCommandLine({"--home", folder.toStdString(), "init", "--sample"}, out,
+                                        std::cerr) == 0;
+}
+
+}  // namespace
 
 int main(int count, char** words) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(PassOnMessage);
   QApplication application(count, words);
   QApplication::setQuitOnLastWindowClosed(false);
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Writes a picture of every screen as PNG."));
-  const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Device root whose data is shown."),
-                                QStringLiteral("DIR"));
+  const QCommandLineOption home(
+      QStringLiteral("home"),
+      QStringLiteral("Device root whose data is shown (default: a new device with the sample visit)."),
+      QStringLiteral("DIR"));
   parser.addOption(home);
   parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Where the pictures go."));
   parser.addHelpOption();
   parser.process(application);
   if (parser.positionalArguments().size() != 1) parser.showHelp(2);
-  const std::filesystem::path root = parser.isSet(home)
-                                         ? std::filesystem::path(parser.value(home).toStdString())
-                                         : inspector::device::DefaultHome();
-  return inspector::tools::WriteScreenPictures(root, parser.positionalArguments().first().toStdString()) ? 0
-                                                                                                         : 1;
+  const std::string folder = parser.positionalArguments().first().toStdString();
+  if (parser.isSet(home))
+    return inspector::tools::WriteScreenPictures(parser.value(home).toStdString(), folder) ? 0 : 1;
+  const QTemporaryDir sample;
+  return MakeSampleDevice(sample.path()) &&
+                 inspector::tools::WriteScreenPictures(sample.path().toStdString(), folder)
+             ? 0
+             : 1;
 }
