@@ -91,10 +91,8 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     button->setToolTip(name);
     button->setEnabled(false);
     button->setMinimumWidth(device::kSmallestTarget);  // two of them take the place of one
-    connect(button, &QPushButton::clicked, this, [this, run] {
-      (m_Comment->*run)();
-      m_Comment->setFocus();
-    });
+    connect(button, &QPushButton::clicked, m_Comment, run);
+    connect(button, &QPushButton::clicked, m_Comment, qOverload<>(&QWidget::setFocus));
     connect(m_Comment, available, button, &QPushButton::setEnabled);
   };
   offer(undo, tr("Undo in the comment"), &QPlainTextEdit::undo, &QPlainTextEdit::undoAvailable);
