@@ -196,9 +196,11 @@ void CMainFrame::MakeMenus() {
   tools->addSeparator();
   m_EverywhereInBar += AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."),
                                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] {
+                                        if (!CurrentScreen()->Flush()) return;
                                         m_Visit->EditPickerList({});
                                         if (m_Header) m_Header->ListsChanged();
                                         if (m_SetUp) m_SetUp->ListsChanged();
+                                        CurrentScreen()->OnShow();
                                       });
   m_EverywhereInBar +=
       AddMenuCommand(tools, "shortcuts", QStringLiteral("&Shortcuts..."),
@@ -232,6 +234,7 @@ void CMainFrame::MakeVisitMenu() {
   Offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
         [this] { Bring(m_Visit->WhatIsLeft()); });
   Offer(m_Visit->Categories(), "review", QStringLiteral("Re&view"), [this] { Bring(m_Visit->Review()); });
+  m_EverywhereInBar.prepend(write);
   m_Visit->Categories().addAction(write);
   m_Visit->WhatIsLeft().addAction(write);
 }
@@ -293,9 +296,9 @@ bool CMainFrame::Bring(Screen& screen) {
   Screen* const present = CurrentScreen();
   const bool isFirst = !m_HasShown;
   if (&screen != m_Overview && !HasVisit()) return false;
-  if (present == &screen && !isFirst && !screen.Flush()) return false;
+  if (present == &screen && !isFirst && !screen.Flush()) return TellNotStored();
   if (present != &screen) {
-    if (!present->OnLeave()) return false;
+    if (!present->OnLeave()) return TellNotStored();
     // Going back to where one came from is no longer way.
     const auto before = std::find(m_Trail.begin(), m_Trail.end(), &screen);
     if (before != m_Trail.end()) {
@@ -314,9 +317,16 @@ bool CMainFrame::Bring(Screen& screen) {
   return true;
 }
 
+// Why was told in a box, once; that it still is so, each time.
+bool CMainFrame::TellNotStored() {
+  Tell(QStringLiteral("What you entered could not be stored yet. It stays here until it is."));
+  return false;
+}
+
 bool CMainFrame::GoBack() {
   // The steps of a category that is no longer the current one are no place to come back to.
-  while (!m_Trail.empty() && m_Visit->IsInCategory(*m_Trail.back()) && !m_Visit->IsAtCategory())
+  while (!m_Trail.empty() && m_Visit->IsInCategory(*m_Trail.back()) &&
+         !m_Visit->IsAtCategory(*m_Trail.back()))
     m_Trail.pop_back();
   return !m_Trail.empty() && Bring(*m_Trail.back());
 }
@@ -433,6 +443,7 @@ void CMainFrame::SaveAndThen(std::function<void()> end) {
 void CMainFrame::closeEvent(QCloseEvent* event) {
   // Once the databases are to be found elsewhere there is no staying.
   if (!CurrentScreen()->OnLeave() && !m_MustQuit) {
+    TellNotStored();
     event->ignore();
     return;
   }
@@ -460,6 +471,7 @@ void CMainFrame::Report() {
 }
 
 void CMainFrame::OpenOptions() {
+  if (!CurrentScreen()->Flush()) return;  // it is shown anew afterwards
   COptionsSheet sheet(m_Document.GetWorkspace(), this);
   sheet.exec();
   m_MustQuit = sheet.MustQuit();

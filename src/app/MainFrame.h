@@ -82,6 +82,7 @@ private:
   void OfferCategories(device::ui::Screen& from);
   void ShowCommands();
   bool HasVisit();
+  bool TellNotStored();  // false
   void ShowUndo();
   void Undo();
   void ShowTitle();

@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "device/ui/LinesEdit.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/WrappingCheckBox.h"
@@ -61,7 +62,7 @@ QWidget* COptionsPage::MakeControl(const OptionEntry& entry) {
     case Kind::YesNo:
       return MakeCheckBox(ToQString(entry.caption), this);
     case Kind::Lines: {
-      auto* lines = new QPlainTextEdit(this);
+      auto* lines = new device::ui::LinesEdit(this);
       lines->setTabChangesFocus(true);
       lines->setMinimumHeight(4 * lines->fontMetrics().lineSpacing() + 16);
       return lines;

@@ -37,6 +37,7 @@ void VisitScreens::Connect() {
     SetPlace({m_Document.Categories().m_CategoryID, 0});
     m_Bring(screen == editing::CategoryList::Screen::Form ? static_cast<Screen&>(*m_Form) : *m_Steps);
   };
+  m_Steps->onSelected = [this](std::int32_t stepID) { SetPlace({m_Steps->CategoryID(), stepID}); };
   m_Review->onOpen = [this](std::int32_t categoryID, std::int32_t stepID) {
     OpenSheet(categoryID, stepID, std::nullopt);
     m_Review->OnShow();
@@ -71,14 +72,18 @@ bool VisitScreens::IsInCategory(const Screen& screen) const {
   return &screen == static_cast<Screen*>(m_Steps) || &screen == static_cast<Screen*>(m_Form);
 }
 
-bool VisitScreens::IsAtCategory() const {
-  return m_Document.Categories().m_CategoryID == m_Place.categoryID;
+bool VisitScreens::IsAtCategory(const Screen& screen) const {
+  const bool isForm = &screen == static_cast<Screen*>(m_Form);
+  return m_Document.Categories().m_CategoryID == (isForm ? m_Form->CategoryID() : m_Steps->CategoryID());
 }
 
 bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
   sheet.onStepShown = [&] { SetPlace({sheet.Logic().CategoryID(), sheet.Logic().StepID()}); };
-  if (!sheet.OpenStep(categoryID, stepID, tab)) return false;
+  if (!sheet.OpenStep(categoryID, stepID, tab)) {
+    m_Document.GetWorkspace().InspectionConnection().ReportVanishedRow(u"Step");
+    return false;
+  }
   m_Sheet = &sheet;
   const bool accepted = sheet.exec() == QDialog::Accepted;
   m_Sheet = nullptr;
@@ -128,10 +133,12 @@ bool VisitScreens::FlushSheet() {
 void VisitScreens::OpenNextUnfinished() {
   m_Document.FinishDocTypeChange();
   editing::Unfinished unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
-  unfinished.Refresh();
+  const bool isWhole = unfinished.Refresh();
   const std::optional<editing::UnfinishedStep> next = unfinished.NextAfter(Place());
   if (!next) {
-    device::Alert(m_Document.GetWorkspace().GetPrompts(), u"Nothing is left to do in this visit.");
+    device::Alert(m_Document.GetWorkspace().GetPrompts(),
+                  isWhole ? u"Nothing is left to do in this visit."
+                          : u"The visit could not be read whole; there may be more to do.");
     return;
   }
   if (!ShowCategory(next->categoryID) || next->stepID == 0) return;

@@ -35,8 +35,8 @@ public:
   device::ui::Screen& WhatIsLeft();
   // The steps or the form of the document's current category.
   bool IsInCategory(const device::ui::Screen& screen) const;
-  // The category that was opened last is still the document's current one.
-  bool IsAtCategory() const;
+  // What such a screen shows is still the document's current category.
+  bool IsAtCategory(const device::ui::Screen& screen) const;
   bool IsInSheet() const { return m_Sheet != nullptr; }
 
   // The next step that still needs something after where the person is, opened in its sheet; says so when

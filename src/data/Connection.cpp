@@ -396,11 +396,23 @@ Text Connection::DescribeFailure(int code, const char* detail) const {
   }
 }
 
+// What is written into a file that has lost its name is lost with the program.
+bool Connection::HasGone() {
+  int moved = 0;
+  sqlite3_file_control(m_Database, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  if (moved != 0)
+    m_Faults.Report(device::Format(
+        u"The database %s is no longer where it was: it was deleted, replaced or renamed, or the card was "
+        u"taken out. Nothing can be stored. Bring it back, or leave the program and start it again.",
+        device::FromUtf8(m_File.native())));
+  return moved != 0;
+}
+
 bool Connection::Begin() {
   if (m_Depth == 0) {
     m_Doomed = false;
     while (m_Reading > 0) EndReading();
-    if (!ExecuteNative("BEGIN IMMEDIATE")) return false;
+    if (HasGone() || !ExecuteNative("BEGIN IMMEDIATE")) return false;
   }
   ++m_Depth;
   return true;

@@ -101,6 +101,7 @@ public:
   bool CheckIntegrity(std::vector<Text>& findings);
 
 private:
+  bool HasGone();
   struct Prepared {
     SqlTranslation translation;
     sqlite3_stmt* statement = nullptr;

@@ -18,6 +18,8 @@ public:
   RowSnapshot(Text table, int ordinal, std::vector<std::int32_t> keys)
       : m_Table(std::move(table)), m_Ordinal(ordinal), m_Keys(std::move(keys)) {}
 
+  // Rows of this key, none of which was there when the others were taken.
+  void AddKey(std::int32_t key) { m_Keys.push_back(key); }
   // Reads the rows. False on a failure, which has been reported; a missing table has no rows.
   bool Take(Connection& connection);
   // Deletes what the same keys have now and stores the rows that were taken, in the places they had where

@@ -46,8 +46,9 @@ void CategoryList::Refill() {
   m_List.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              m_Document.Inspection().m_InspectionID));
-  m_Unfinished.emplace(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
-  m_Unfinished->Refresh();
+  Unfinished unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
+  unfinished.Refresh();
+  m_Left = unfinished.LeftByCategory();
   FilterRows();
 }
 
@@ -64,12 +65,10 @@ std::optional<CategoryList::Row> CategoryList::RowAt(int row) {
   if (row < 0 || row >= RowCount() || !m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]))
     return std::nullopt;
   const bool marked = std::find(m_Marked.begin(), m_Marked.end(), m_List.m_CategoryID) != m_Marked.end();
-  return Row{m_List.m_CategoryID,
-             marked,
-             m_List.m_CategoryTitle,
-             StatusOf(m_List),
-             !m_Unfinished->IsUnopened(m_List.m_CategoryID),
-             m_Unfinished->CountOf(m_List.m_CategoryID)};
+  const auto found = m_Left.find(m_List.m_CategoryID);
+  const Unfinished::Left left = found == m_Left.end() ? Unfinished::Left() : found->second;
+  return Row{m_List.m_CategoryID, marked,         m_List.m_CategoryTitle,
+             StatusOf(m_List),    !left.unopened, left.steps};
 }
 
 device::ListRow CategoryList::ShownRow(int row) {
@@ -96,8 +95,10 @@ CategoryList::Left CategoryList::WhatIsLeft() {
   for (int record = 0; record < m_List.RecordCount(); ++record) {
     if (!m_List.GetRecord(record) || m_List.m_NotPresentFlag) continue;
     if (!m_List.m_CompleteFlag) ++left.categories;
-    if (m_Unfinished->IsUnopened(m_List.m_CategoryID)) ++left.unopened;
-    left.steps += m_Unfinished->CountOf(m_List.m_CategoryID);
+    const auto found = m_Left.find(m_List.m_CategoryID);
+    if (found == m_Left.end()) continue;
+    left.unopened += found->second.unopened;
+    left.steps += found->second.steps;
   }
   return left;
 }

@@ -1,6 +1,7 @@
 // What the category list shows and does: statuses, marks, opening, and the commands on marked categories.
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "device/ListColumns.h"
@@ -90,8 +91,8 @@ private:
   data::CategoryTable m_List;  // not the document's own: showing a row must not make it current
   std::vector<int> m_Shown;    // records of m_List
   device::WordFilter m_Filter;
-  std::optional<Unfinished> m_Unfinished;  // as it was when the list was last read
-  std::vector<std::int32_t> m_Marked;      // keys, in the order of marking
+  std::map<std::int32_t, Unfinished::Left> m_Left;  // by category, as it was when the list was last read
+  std::vector<std::int32_t> m_Marked;               // keys, in the order of marking
   Text m_ToggleCaption = u"Not Present";
 };
 

@@ -66,7 +66,7 @@ int CommentReview::RememberedRow() {
   const data::ReadScope reading(m_Workspace.InspectionConnection());
   for (int row = 0; m_Remembered && row < RowCount(); ++row)
     if (RowAt(row).stepID == *m_Remembered) return row;
-  return RowCount() - 1;
+  return RowCount() > 0 ? 0 : -1;
 }
 
 }  // namespace inspector::editing

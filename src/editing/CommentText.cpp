@@ -4,6 +4,10 @@
 
 namespace inspector::editing {
 
+bool HasWords(TextView text) {
+  return text.find_first_not_of(u" \r\n\t") != TextView::npos;
+}
+
 TextChange InsertComment(TextView text, const TextSelection& selection, TextView comment,
                          TextView separator) {
   TextChange change;

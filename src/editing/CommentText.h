@@ -9,6 +9,9 @@ namespace inspector::editing {
 using device::Text;
 using device::TextView;
 
+// Anything but blanks, tabs and line ends.
+bool HasWords(TextView text);
+
 // Positions in code units. A caret is a selection whose ends meet; a fresh one stands at the beginning.
 struct TextSelection {
   std::size_t begin = 0;

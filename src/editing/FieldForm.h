@@ -34,6 +34,8 @@ public:
   int EmptyFields();
   // "3 of 14 fields empty".
   Text LeftCaption();
+  // Of the form that was last shown, 0 for none.
+  std::int32_t CategoryID() const { return m_CategoryID; }
 
   // "Yes" and "No", or the list of a picker and "Edit List..."; nothing for what is typed.
   std::vector<Text> Choices(int field);

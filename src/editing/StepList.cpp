@@ -6,6 +6,7 @@
 #include "device/Format.h"
 #include "editing/AddressCaption.h"
 #include "editing/CategoryOpening.h"
+#include "editing/CommentText.h"
 #include "editing/Completeness.h"
 #include "editing/Defaults.h"
 #include "editing/RatingDropDown.h"
@@ -103,7 +104,7 @@ const std::vector<RatingChoice>& StepList::Choices(const Text& ratingType) {
 
 StepList::Attention StepList::AttentionFor(const data::StepTable& step) {
   if (step.m_InspectResult < u" ") return Attention::NotRated;
-  if (!step.m_Comments.empty()) return Attention::None;
+  if (HasWords(step.m_Comments)) return Attention::None;
   for (const RatingChoice& choice : Choices(step.m_RatingType))
     if (choice.name == step.m_InspectResult)
       return choice.promptsForComment ? Attention::CommentAsked : Attention::None;

@@ -6,6 +6,7 @@
 #include "data/RatingTypeTable.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
+#include "editing/CommentText.h"
 
 namespace inspector::editing {
 namespace {
@@ -15,10 +16,6 @@ using device::Format;
 // What sorts before a blank counts as empty.
 bool IsEmpty(const Text& text) {
   return text < u" ";
-}
-
-bool IsBlank(TextView text) {
-  return text.find_first_not_of(u" \r\n\t") == TextView::npos;
 }
 
 }  // namespace
@@ -116,7 +113,7 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     if (!steps.GetRecord(n)) continue;
     order.push_back(steps.m_StepID);
     step.needsRating = IsEmpty(steps.m_InspectResult);
-    step.needsComment = !step.needsRating && IsBlank(steps.m_Comments) &&
+    step.needsComment = !step.needsRating && !HasWords(steps.m_Comments) &&
                         m_Prompting.contains({steps.m_RatingType, steps.m_InspectResult});
     step.lacksPicture = m_Pictures->IsLackedBy(steps);
     if (!step.needsRating && !step.needsComment && !step.lacksPicture) continue;
@@ -134,10 +131,13 @@ int Unfinished::CountOf(std::int32_t categoryID) const {
   }));
 }
 
-bool Unfinished::IsUnopened(std::int32_t categoryID) const {
-  return std::any_of(m_Steps.begin(), m_Steps.end(), [&](const UnfinishedStep& step) {
-    return step.categoryID == categoryID && step.stepID == 0;
-  });
+std::map<std::int32_t, Unfinished::Left> Unfinished::LeftByCategory() const {
+  std::map<std::int32_t, Left> left;
+  for (const UnfinishedStep& step : m_Steps) {
+    Left& category = left[step.categoryID];
+    step.stepID == 0 ? category.unopened = true : ++category.steps;
+  }
+  return left;
 }
 
 std::optional<UnfinishedStep> Unfinished::NextAfter(const PlaceInVisit& place) const {

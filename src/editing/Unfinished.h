@@ -48,7 +48,12 @@ public:
   int Count() const { return static_cast<int>(m_Steps.size()); }
   // The steps of a category among them.
   int CountOf(std::int32_t categoryID) const;
-  bool IsUnopened(std::int32_t categoryID) const;
+  struct Left {
+    bool unopened = false;  // its steps are not made yet
+    int steps = 0;
+  };
+  // Of the categories that leave something to do.
+  std::map<std::int32_t, Left> LeftByCategory() const;
   // The first one after the place, beginning anew after the last; nothing when all is done.
   std::optional<UnfinishedStep> NextAfter(const PlaceInVisit& place) const;
 

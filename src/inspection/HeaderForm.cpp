@@ -38,7 +38,7 @@ std::vector<const HeaderField*> FieldsOn(HeaderPage page) {
 bool HeaderForm::MustFill() {
   const std::int32_t current = m_Document.Inspection().m_InspectionID;
   const bool differs = !m_HasShown || m_ShownID != current;
-  if (differs) m_HasUnwritten = false;
+  if (m_ShownID != current) m_HasUnwritten = false;
   m_HasShown = true;
   m_ShownID = current;
   return differs;

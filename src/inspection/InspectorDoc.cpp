@@ -267,7 +267,7 @@ bool CInspectorDoc::DeleteAllInspections() {
       *this, u"Delete All",
       VisitSnapshot::OfInspections(m_UndoLog ? AllInspections() : std::vector<std::int32_t>()));
   const bool deleted = ReplaceAllByOne();
-  if (deleted) recording.Done();
+  if (deleted) recording.Made(m_Inspection.m_InspectionID);
   if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
   deleted ? Reopen() : ReopenAt(former);
   return deleted;

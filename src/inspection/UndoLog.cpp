@@ -35,14 +35,24 @@ VisitSnapshot VisitSnapshot::OfStep(std::int32_t stepID, std::int32_t categoryID
   return snapshot;
 }
 
+void VisitSnapshot::Add(std::int32_t inspectionID) {
+  m_Inspections.push_back(inspectionID);
+  m_Tables[0].AddKey(inspectionID);
+  m_Tables[1].AddKey(inspectionID);
+}
+
 VisitSnapshot VisitSnapshot::Untaken() const {
-  return m_Inspections.empty() ? OfStep(m_StepID, m_CategoryID) : OfInspections(m_Inspections);
+  return IsOfStep() ? OfStep(m_StepID, m_CategoryID) : OfInspections(m_Inspections);
+}
+
+bool VisitSnapshot::IsOf(std::int32_t inspectionID) const {
+  return std::find(m_Inspections.begin(), m_Inspections.end(), inspectionID) != m_Inspections.end();
 }
 
 bool VisitSnapshot::Take(data::Connection& connection) {
   const data::ReadScope reading(connection);
   if (!m_Tables[0].Take(connection) || !m_Tables[1].Take(connection)) return false;
-  if (m_Inspections.empty()) return true;
+  if (IsOfStep()) return true;
   const std::vector<std::int32_t> categories = m_Tables[1].Numbers(kCategoryID);
   m_Tables.emplace_back(u"Step", kCategoryOfStep, categories);
   m_Tables.emplace_back(u"Field", kCategoryOfField, categories);
@@ -50,7 +60,7 @@ bool VisitSnapshot::Take(data::Connection& connection) {
 }
 
 bool VisitSnapshot::PutBack(data::Connection& connection) const {
-  if (!m_Inspections.empty()) {
+  if (!IsOfStep()) {
     // The categories that they have now may be others, and their steps and fields go with them.
     VisitSnapshot now = Untaken();
     if (!now.Take(connection)) return false;
@@ -82,7 +92,8 @@ void UndoLog::Remember(std::optional<Entry> entry) {
 }
 
 bool UndoLog::IsElsewhere() const {
-  if (!m_Entry || m_Entry->currentInspection == m_Document.Inspection().m_InspectionID) return false;
+  const std::int32_t current = m_Document.Inspection().m_InspectionID;
+  if (!m_Entry || m_Entry->currentInspection == current || m_Entry->before.IsOf(current)) return false;
   data::InspectionTable there(m_Document.GetWorkspace().GetDatabases());
   there.OpenSQL(
       device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", m_Entry->currentInspection));
@@ -139,7 +150,7 @@ void UndoRecording::Done() {
 
 void UndoRecording::Made(std::int32_t inspectionID) {
   if (m_Entry) {
-    m_Entry->before = VisitSnapshot::OfInspections({inspectionID});
+    m_Entry->before.Add(inspectionID);
     m_Entry->after = m_Entry->before.Untaken();
   }
   Done();

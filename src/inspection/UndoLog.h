@@ -19,6 +19,9 @@ public:
   // One step, and its category's row for the complete flag.
   static VisitSnapshot OfStep(std::int32_t stepID, std::int32_t categoryID);
 
+  bool IsOf(std::int32_t inspectionID) const;
+  // One that was not there when the others were taken.
+  void Add(std::int32_t inspectionID);
   // The same rows, not taken yet.
   VisitSnapshot Untaken() const;
   // False on a failure, which has been reported.
@@ -28,7 +31,9 @@ public:
   bool operator==(const VisitSnapshot& other) const { return m_Tables == other.m_Tables; }
 
 private:
-  std::vector<std::int32_t> m_Inspections;  // empty for a step
+  bool IsOfStep() const { return m_StepID != 0; }
+
+  std::vector<std::int32_t> m_Inspections;
   std::int32_t m_StepID = 0;
   std::int32_t m_CategoryID = 0;
   std::vector<data::RowSnapshot> m_Tables;
@@ -82,7 +87,7 @@ public:
 
   // An action after which all is as it was before is not remembered.
   void Done();
-  // The action made this inspection: taking it back deletes it.
+  // The action made this inspection as well: taking it back deletes it.
   void Made(std::int32_t inspectionID);
 
 private:

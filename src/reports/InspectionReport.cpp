@@ -55,13 +55,15 @@ ReportOutcome WriteInspectionReport(data::Workspace& workspace, const ReportRequ
   ReportPictures pictures(workspace.GetMachine(), options.m_DefaultPictCardPath,
                           request.pictures && options.m_OmitPictures == 0);
   const RowStyle style{options.m_HideRatings != 0, options.m_StepSpacing == 2};
-  ReportOutcome outcome = RunReport(
-      workspace.GetMachine(), request.target, AskWhere(content.header.documentNumber),
-      static_cast<int>(content.categories.size()), [&](device::OutputFile& output, ReportProgress& progress) {
-        CFullNarrativeRTFFile file(output, pictures, content, *layout,
-                                   SettingsOf(options, content, layout->Columns()), style);
-        file.WriteReport(progress);
-      });
+  ReportOutcome outcome =
+      RunReport(workspace.GetMachine(), request.target,
+                {workspace.GetDatabases().Template().File(), workspace.GetDatabases().Inspection().File()},
+                AskWhere(content.header.documentNumber), static_cast<int>(content.categories.size()),
+                [&](device::OutputFile& output, ReportProgress& progress) {
+                  CFullNarrativeRTFFile file(output, pictures, content, *layout,
+                                             SettingsOf(options, content, layout->Columns()), style);
+                  file.WriteReport(progress);
+                });
   if (outcome.result == ReportResult::Written) outcome.notes = pictures.Notes();
   return outcome;
 }

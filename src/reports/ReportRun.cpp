@@ -66,9 +66,18 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix) {
 }
 
 ReportOutcome RunReport(const device::Machine& machine, const std::optional<std::filesystem::path>& target,
-                        const device::SaveQuestion& question, int parts, const WriteReport& write) {
+                        const std::vector<std::filesystem::path>& own, const device::SaveQuestion& question,
+                        int parts, const WriteReport& write) {
   const auto chosen = target ? target : machine.prompts.AskSavePath(question);
   if (!chosen) return {ReportResult::Cancelled, {}, {}};
+  for (const std::filesystem::path& file : own) {
+    std::error_code notThere;
+    if (!std::filesystem::equivalent(*chosen, file, notThere)) continue;
+    device::ShowError(machine.prompts,
+                      device::Format(u"%s is a database of this program. Give the report another name.",
+                                     device::FromUtf8(chosen->native())));
+    return {};
+  }
   const auto output = machine.files.Create(*chosen);
   {
     ReportProgress progress(machine.prompts, u"Exporting RTF...", parts);

@@ -47,7 +47,9 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix);
 // A report that failed is told to the person here, with the file's name and what to do. It leaves no file,
 // and neither does a cancelled one; what stood there before stays.
 using WriteReport = std::function<void(device::OutputFile&, ReportProgress&)>;
+// `own` are files of the program, none of which a report replaces.
 ReportOutcome RunReport(const device::Machine& machine, const std::optional<std::filesystem::path>& target,
-                        const device::SaveQuestion& question, int parts, const WriteReport& write);
+                        const std::vector<std::filesystem::path>& own, const device::SaveQuestion& question,
+                        int parts, const WriteReport& write);
 
 }  // namespace inspector::reports

@@ -58,7 +58,9 @@ CommandBar::CommandBar(QWidget* parent)
 }
 
 void CommandBar::SetActions(const QList<QAction*>& actions, const QList<QAction*>& everywhere) {
-  m_Everywhere = everywhere;
+  m_Everywhere.clear();
+  for (QAction* action : everywhere)
+    if (!actions.contains(action)) m_Everywhere.append(action);
   for (CommandButton* button : std::as_const(m_Buttons)) {
     // Not at once: a press of this very button may have led here.
     button->hide();

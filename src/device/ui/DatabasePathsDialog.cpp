@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -12,6 +13,15 @@
 #include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
+namespace {
+
+// A path without a slash at its beginning lies below the current folder, which is another one the next time.
+Text Absolute(const QString& typed) {
+  if (typed.isEmpty() || typed.startsWith(u'\\') || typed.startsWith(u'/')) return FromQString(typed);
+  return FromQString(QFileInfo(typed).absoluteFilePath());
+}
+
+}  // namespace
 
 DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* parent) : QDialog(parent) {
   setObjectName(QStringLiteral("databasePathsDialog"));
@@ -57,7 +67,7 @@ QLineEdit* DatabasePathsDialog::AddPath(const QString& caption, const char* name
 }
 
 DatabasePaths DatabasePathsDialog::Paths() const {
-  return {FromQString(m_Template->text()), FromQString(m_Inspection->text())};
+  return {Absolute(m_Template->text()), Absolute(m_Inspection->text())};
 }
 
 }  // namespace inspector::device::ui

@@ -54,7 +54,7 @@ ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* 
 
 void ListView::Refill() {
   const int row = SelectedRow();
-  const int column = std::max(currentIndex().column(), 0);
+  const int column = UsualColumn();
   const int top = verticalScrollBar()->value();
   {
     const QSignalBlocker quiet(selectionModel());
@@ -74,6 +74,15 @@ void ListView::MakeCurrent(int row, int column) {
                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
+// That of the current cell; without one the first that is no mark, because there Enter would mark.
+int ListView::UsualColumn() const {
+  if (currentIndex().isValid()) return currentIndex().column();
+  const auto& columns = m_Model->Columns();
+  const auto words =
+      std::find_if(columns.begin(), columns.end(), [](const ListColumn& c) { return !c.isMark; });
+  return words == columns.end() ? 0 : static_cast<int>(words - columns.begin());
+}
+
 int ListView::SelectedRow() const {
   const QModelIndexList rows = selectionModel()->selectedRows();
   return rows.isEmpty() ? -1 : rows.first().row();
@@ -88,7 +97,7 @@ void ListView::SelectRow(int row) {
     clearSelection();
     return;
   }
-  MakeCurrent(row, std::max(currentIndex().column(), 0));
+  MakeCurrent(row, UsualColumn());
   scrollTo(m_Model->index(row, 0));
 }
 

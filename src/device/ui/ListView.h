@@ -46,6 +46,7 @@ private:
   void FitVisibleRows();
   void FitHeadings();
   void MakeCurrent(int row, int column);
+  int UsualColumn() const;
   void Click(int row, int column);
 
   ListModel* m_Model;  // owned by Qt, as child

@@ -54,7 +54,7 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
       break;
   }
   if (const QString remark = index.data(ListModel::RemarkRole).toString(); !remark.isEmpty())
-    option->text += QChar(u'\n') + remark;
+    option->text += QChar(QChar::LineSeparator) + remark;
   BreakWords(*option);
 }
 

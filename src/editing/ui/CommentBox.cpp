@@ -29,7 +29,7 @@ std::size_t StoredPosition(TextView stored, int shown) {
 
 }  // namespace
 
-CommentBox::CommentBox(QWidget* parent) : QPlainTextEdit(parent) {
+CommentBox::CommentBox(QWidget* parent) : LinesEdit(parent) {
   setTabChangesFocus(true);
   connect(this, &QPlainTextEdit::textChanged, this, [this] {
     if (!m_IsLoading && onEdited) onEdited();
@@ -92,14 +92,14 @@ void CommentBox::keyPressEvent(QKeyEvent* event) {
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   // With Shift it would be a line end of another kind, which nothing else knows.
   if (isEnter) event->setModifiers(event->modifiers() & ~Qt::ShiftModifier);
-  QPlainTextEdit::keyPressEvent(event);
+  LinesEdit::keyPressEvent(event);
   const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
   if (!isCommand) ExpandFinishedWord(isEnter ? QStringLiteral("\n") : event->text());
 }
 
 void CommentBox::inputMethodEvent(QInputMethodEvent* event) {
   const QString committed = event->commitString();
-  QPlainTextEdit::inputMethodEvent(event);
+  LinesEdit::inputMethodEvent(event);
   ExpandFinishedWord(committed);
 }
 
@@ -122,7 +122,7 @@ void CommentBox::ExpandFinishedWord(const QString& typed) {
 }
 
 void CommentBox::focusOutEvent(QFocusEvent* event) {
-  QPlainTextEdit::focusOutEvent(event);
+  LinesEdit::focusOutEvent(event);
   if (onLeft) onLeft();
 }
 
@@ -135,14 +135,14 @@ bool CommentBox::HasPictures(const QMimeData& source) const {
 }
 
 bool CommentBox::canInsertFromMimeData(const QMimeData* source) const {
-  return HasPictures(*source) || QPlainTextEdit::canInsertFromMimeData(source);
+  return (source && HasPictures(*source)) || LinesEdit::canInsertFromMimeData(source);
 }
 
 void CommentBox::insertFromMimeData(const QMimeData* source) {
-  if (HasPictures(*source))
+  if (source && HasPictures(*source))
     onPictures(*source);
   else
-    QPlainTextEdit::insertFromMimeData(source);
+    LinesEdit::insertFromMimeData(source);
 }
 
 }  // namespace inspector::editing::ui

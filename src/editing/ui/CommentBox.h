@@ -1,17 +1,17 @@
 // The text field of a comment.
 #pragma once
 
-#include <QPlainTextEdit>
 #include <functional>
 #include <optional>
 
+#include "device/ui/LinesEdit.h"
 #include "editing/CommentText.h"
 
 namespace inspector::editing::ui {
 
 // Shows stored text, whose lines end in "\r\n", and gives it back that way. What `onWordFinished` makes of a
 // word is a step of its own for undo. Pictures that are pasted or dropped go to `onPictures`.
-class CommentBox : public QPlainTextEdit {
+class CommentBox : public device::ui::LinesEdit {
 public:
   explicit CommentBox(QWidget* parent = nullptr);
 

@@ -22,6 +22,8 @@ public:
   void OnShow() override;
   bool OnLeave() override;
   bool Flush() override;
+  // Of the form that was last shown.
+  std::int32_t CategoryID() const { return m_Form.CategoryID(); }
 
 private:
   void MakeEditors();

@@ -12,7 +12,7 @@ constexpr int kMostLines = 8;
 
 }  // namespace
 
-GrowingTextEdit::GrowingTextEdit(QWidget* parent) : QPlainTextEdit(parent) {
+GrowingTextEdit::GrowingTextEdit(QWidget* parent) : LinesEdit(parent) {
   setTabChangesFocus(true);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -32,12 +32,12 @@ void GrowingTextEdit::Fit() {
 }
 
 void GrowingTextEdit::resizeEvent(QResizeEvent* event) {
-  QPlainTextEdit::resizeEvent(event);
+  LinesEdit::resizeEvent(event);
   Fit();
 }
 
 void GrowingTextEdit::changeEvent(QEvent* event) {
-  QPlainTextEdit::changeEvent(event);
+  LinesEdit::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Fit();
 }
 

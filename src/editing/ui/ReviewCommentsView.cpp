@@ -49,7 +49,7 @@ void CReviewCommentsView::Refill() {
 
 device::ListRow CReviewCommentsView::ShownRow(int row) {
   const CommentReview::Row step = m_Review.RowAt(row);
-  // On the two lines of a row, blank lines would hide the words after them.
+  // Line ends become blanks: a row is to be read at a glance.
   const Text words = device::ReplaceAll(device::ReplaceAll(step.comments, u"\r", u" "), u"\n", u" ");
   return {{step.stepNumber, step.result, words}, device::CheckImage::None, device::RowTone::Normal};
 }

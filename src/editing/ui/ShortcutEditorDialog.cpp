@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "device/ListColumns.h"
+#include "device/ui/LinesEdit.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -30,7 +31,7 @@ ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* 
   m_ShortCut->setAccessibleName(tr("Shortcut"));
   auto* shortCut = new QLabel(tr("&Shortcut"), this);
   shortCut->setBuddy(m_ShortCut);
-  m_Expanded = new QPlainTextEdit(this);
+  m_Expanded = new device::ui::LinesEdit(this);
   m_Expanded->setObjectName(QStringLiteral("expanded"));
   m_Expanded->setAccessibleName(tr("Stands for"));
   m_Expanded->setTabChangesFocus(true);
@@ -104,7 +105,7 @@ void ShortcutEditorDialog::ShowSelected() {
 void ShortcutEditorDialog::Store(std::optional<std::int32_t> id) {
   using Result = ShortcutEditor::Result;
   const Text shortCut = FromQString(m_ShortCut->text().trimmed());
-  const Text expanded = device::ReplaceAll(FromQString(m_Expanded->toPlainText()), u"\n", u"\r\n");
+  const Text expanded = device::ui::FromLines(device::ui::LinesOf(*m_Expanded->document()));
   const Result result = id ? m_Editor.Change(*id, shortCut, expanded) : m_Editor.Add(shortCut, expanded);
   if (result == Result::Done) Fill();
   switch (result) {

@@ -18,7 +18,7 @@ CStepListView::CStepListView(inspection::CInspectorDoc& document, EditingDialogs
   m_Rows->setItemDelegate(new StepListDelegate(m_Rows));
   m_Rows->SetEmptyText(QStringLiteral("No steps here."));
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
-  m_Rows->onSelect = [this](int) { FollowState(); };
+  m_Rows->onSelect = [this](int row) { OnSelect(row); };
   m_Properties = AddCommand("stepProperties", QStringLiteral("Step &Properties..."),
                             QKeySequence(Qt::ALT | Qt::Key_Return), [this] {
                               m_List.OpenStep(m_Rows->SelectedRow());
@@ -44,6 +44,7 @@ void CStepListView::OnShow() {
   ShowRows();
   if (m_List.CategoryID() != m_CategoryID) {
     m_CategoryID = m_List.CategoryID();
+    m_StepID = -1;
     m_Rows->SelectRow(-1);
     m_Rows->setCurrentIndex(m_Rows->Model().index(0, 0));
     m_Rows->scrollToTop();
@@ -58,9 +59,18 @@ bool CStepListView::SelectStep(std::int32_t stepID) {
   return row >= 0;
 }
 
-std::int32_t CStepListView::SelectedStep() {
-  const auto step = m_List.RowAt(m_Rows->SelectedRow());
-  return step ? step->stepID : -1;
+// By the key: rows may have moved, or the search may have hidden some.
+void CStepListView::SelectAgain() {
+  const int row = m_List.RowOf(m_StepID);
+  if (row != m_Rows->SelectedRow()) m_Rows->SelectRow(row);
+}
+
+void CStepListView::OnSelect(int row) {
+  FollowState();
+  const auto step = m_List.RowAt(row);
+  if (!step || step->stepID == m_StepID) return;
+  m_StepID = step->stepID;
+  if (onSelected) onSelected(m_StepID);
 }
 
 void CStepListView::OnSearch(const device::Text& words) {
@@ -109,6 +119,7 @@ void CStepListView::DuplicateStep() {
 
 void CStepListView::ShowRows() {
   m_Rows->Refill();
+  SelectAgain();
   FollowState();
 }
 

@@ -18,12 +18,18 @@ public:
 
   // Selects a step of the shown category; false when it is not among them.
   bool SelectStep(std::int32_t stepID);
-  // The key of the selected step, -1 for none.
-  std::int32_t SelectedStep();
+  // The key of the step that was selected last, -1 for none; the search may hide it.
+  std::int32_t SelectedStep() const { return m_StepID; }
+  // Of the steps that were last shown.
+  std::int32_t CategoryID() const { return m_CategoryID; }
+  // A step was selected.
+  std::function<void(std::int32_t stepID)> onSelected;
 
 private:
   void OnSearch(const device::Text& words) override;
   void OnRow(int row, int column);
+  void OnSelect(int row);
+  void SelectAgain();
   // The choices of the row's rating type, below its cell.
   void OfferRatings(int row);
   void Rate(std::int32_t stepID, const device::Text& entry);
@@ -35,6 +41,7 @@ private:
   QAction* m_Properties;
   QAction* m_Duplicate;
   std::int32_t m_CategoryID = 0;
+  std::int32_t m_StepID = -1;  // selected last; may be hidden by the search
 };
 
 }  // namespace inspector::editing::ui

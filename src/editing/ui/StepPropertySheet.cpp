@@ -177,7 +177,10 @@ void CStepPropertySheet::PickRating(int entry) {
 
 void CStepPropertySheet::Move(bool forward) {
   m_Pause.stop();
-  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious()) ShowStep();
+  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious())
+    ShowStep();
+  else if (m_Sheet.HasChanges())
+    m_Pause.Begin();  // it could not be written, and is tried again
 }
 
 void CStepPropertySheet::SaveSoon() {
@@ -203,9 +206,12 @@ void CStepPropertySheet::changeEvent(QEvent* event) {
 void CStepPropertySheet::done(int result) {
   m_Pause.stop();
   if (!m_Sheet.SaveNow()) {
-    if (!device::ConfirmCaution(m_Sheet.GetWorkspace().GetPrompts(),
-                                u"This step could not be written. Close it and lose what was changed?"))
+    // Yes, which Enter takes, loses nothing.
+    if (device::ConfirmCaution(m_Sheet.GetWorkspace().GetPrompts(),
+                               u"This step could not be written yet. Stay here and keep what was entered?")) {
+      m_Pause.Begin();
       return;
+    }
     m_Sheet.Discard();
   }
   // Cancel loses nothing that was typed; whoever meant it that way takes it back.

@@ -9,7 +9,6 @@ namespace inspector::editing::ui {
 CUnfinishedView::CUnfinishedView(inspection::CInspectorDoc& document, QWidget* parent)
     : ListScreen(parent), m_Document(document) {
   Build(*this, {{u"Step", 150}, {u"Still needs", 90}}, QStringLiteral("unfinished steps"));
-  m_Rows->SetEmptyText(QStringLiteral("Nothing is left to do here."));
   m_Rows->onClick = [this](int row, int) {
     if (row < 0 || row >= RowCount() || !onOpen) return;
     const UnfinishedStep step = m_Shown[static_cast<std::size_t>(row)];  // opening reads the rows again
@@ -20,7 +19,7 @@ CUnfinishedView::CUnfinishedView(inspection::CInspectorDoc& document, QWidget* p
 void CUnfinishedView::OnShow() {
   m_Document.FinishDocTypeChange();
   m_Unfinished.emplace(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
-  m_Unfinished->Refresh();
+  m_IsWhole = m_Unfinished->Refresh();
   const int row = m_Rows->SelectedRow();
   ShowRows();
   m_Rows->SelectRow(std::min(std::max(row, 0), RowCount() - 1));
@@ -40,11 +39,13 @@ void CUnfinishedView::ShowRows() {
     if (filter.Accepts(
             device::Format(u"%s %s %s %s", step.categoryTitle, step.stepNumber, step.title, step.Reasons())))
       m_Shown.push_back(step);
+  m_Rows->SetEmptyText(m_IsWhole ? QStringLiteral("Nothing is left to do here.") : QString());
   m_Rows->Refill();
   const int count = m_Unfinished->Count();
-  ShowCaptions(
-      AddressCaption(m_Document.Inspection()),
-      count == 0 ? device::Text(u"The visit is complete.") : device::Format(u"%d left in this visit", count));
+  ShowCaptions(AddressCaption(m_Document.Inspection()),
+               !m_IsWhole   ? device::Text(u"The visit could not be read whole; there may be more to do.")
+               : count == 0 ? device::Text(u"The visit is complete.")
+                            : device::Format(u"%d left in this visit", count));
 }
 
 device::ListRow CUnfinishedView::ShownRow(int row) {

@@ -28,6 +28,7 @@ private:
   std::optional<Unfinished> m_Unfinished;  // of the inspection that is shown
   std::vector<UnfinishedStep> m_Shown;     // those that the search leaves
   device::Text m_Words;
+  bool m_IsWhole = true;  // all of the visit could be read
 };
 
 }  // namespace inspector::editing::ui

@@ -9,6 +9,7 @@
 #include <QScroller>
 #include <utility>
 
+#include "device/ui/LinesEdit.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::inspection::ui {
@@ -18,7 +19,7 @@ using device::ui::ToQString;
 
 namespace {
 
-constexpr int kWriteAfter = 700;      // milliseconds without a key
+constexpr int kWriteAfter = 700;      // milliseconds from the first key
 constexpr int kTwoColumnsFrom = 900;  // pixels of width
 constexpr int kLinesOfLongFields = 4;
 
@@ -76,7 +77,7 @@ QWidget* HeaderView::MakeControl(const HeaderField& field) {
     };
     control = combo;
   } else if (IsLong(field)) {
-    auto* lines = new QPlainTextEdit(m_Inside);
+    auto* lines = new device::ui::LinesEdit(m_Inside);
     lines->setTabChangesFocus(true);
     lines->setMinimumHeight(kLinesOfLongFields * lines->fontMetrics().lineSpacing() + 16);
     connect(lines, &QPlainTextEdit::textChanged, this, [this] {
@@ -145,7 +146,6 @@ void HeaderView::OnShow() {
 
 void HeaderView::ListsChanged() {
   m_Form.Forget();
-  if (isVisible()) OnShow();
 }
 
 void HeaderView::FillChoices() {
@@ -157,6 +157,7 @@ void HeaderView::Fill() {
   const QScopedValueRollback filling(m_Filling, true);
   for (const auto& [field, control] : m_Controls) {
     const Text& value = m_Document.Inspection().*field->text;
+    m_Filled[field] = value;
     // What shows the value already keeps its cursor and what can be undone.
     if (ValueOf(control, value) == value) continue;
     if (auto* combo = dynamic_cast<PickerCombo*>(control)) {
@@ -173,7 +174,7 @@ void HeaderView::Fill() {
 HeaderForm::EnteredFields HeaderView::Entered() const {
   HeaderForm::EnteredFields entered;
   for (const HeaderField* field : m_Fields)
-    entered.push_back({field, ValueOf(m_Controls.at(field), m_Document.Inspection().*field->text)});
+    entered.push_back({field, ValueOf(m_Controls.at(field), m_Filled[field])});
   return entered;
 }
 

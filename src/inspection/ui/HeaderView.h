@@ -53,6 +53,7 @@ private:
   HeaderForm m_Form;
   std::vector<const HeaderField*> m_Fields;
   std::map<const HeaderField*, QWidget*> m_Controls;
+  mutable std::map<const HeaderField*, Text> m_Filled;  // as stored when the fields were filled
   struct Row {
     QWidget* caption;
     QWidget* control;

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "device/ui/ChoiceDialog.h"
@@ -45,6 +46,10 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
   connect(m_Find, &QLineEdit::returnPressed, this, [this] {
     if (m_List->SelectedRow() < 0) m_List->SelectRow(0);
     m_List->setFocus();
+  });
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+    m_Find->setFocus(Qt::ShortcutFocusReason);
+    m_Find->selectAll();
   });
   m_List->onSelect = [this](int) { UpdateCommands(); };
   m_List->onOpen = [this](int) { Open(); };
@@ -130,7 +135,10 @@ void CInspectionOverview::New() {
 
 void CInspectionOverview::Duplicate() {
   if (!MayChange()) return;
-  if (const auto key = m_Overview.OnDuplicate(SelectedPosition())) Changed(*key);
+  const auto key = m_Overview.OnDuplicate(SelectedPosition());
+  if (!key) return;
+  Changed(*key);
+  MakeSelectedCurrent();
 }
 
 void CInspectionOverview::Delete() {

@@ -4,6 +4,7 @@
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
 #include <QEvent>
+#include <QLineEdit>
 
 #include "device/ListColumns.h"
 
@@ -38,7 +39,9 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
     m_DateTouched = true;
     Touched();
   });
-  m_Date->installEventFilter(this);
+  for (QObject* touched :
+       {static_cast<QObject*>(m_Date), static_cast<QObject*>(m_Date->findChild<QLineEdit*>())})
+    touched->installEventFilter(this);
   AddRow(QStringLiteral("Date"), m_Date);
 }
 

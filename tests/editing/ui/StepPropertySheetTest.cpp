@@ -176,6 +176,19 @@ TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled)
   const std::ofstream opened(slow);  // lets the reader go
 }
 
+// A clipboard that nobody has put anything into is none at all.
+TEST_F(StepPropertySheetTest, NothingIsPastedFromNowhere) {
+  class Open : public CommentBox {
+  public:
+    using CommentBox::canInsertFromMimeData;
+    using CommentBox::insertFromMimeData;
+  } box;
+  box.setPlainText(QStringLiteral("Worn."));
+  EXPECT_FALSE(box.canInsertFromMimeData(nullptr));
+  box.insertFromMimeData(nullptr);
+  EXPECT_EQ(box.Stored(), u"Worn.");
+}
+
 TEST_F(StepPropertySheetTest, RatingIsPickedAndCleared) {
   Pick(1);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor||");
@@ -278,8 +291,8 @@ TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
   m_Device.Run(data::DatabaseKind::Inspection,
                "CREATE TRIGGER Full BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
   Type(Comment(), QStringLiteral("Typed."));
-  const Text question = u"This step could not be written. Close it and lose what was changed?";
-  Prompts().Queue(question, device::Answer::No);
+  const Text question = u"This step could not be written yet. Stay here and keep what was entered?";
+  Prompts().Queue(question, device::Answer::Yes);
   m_Sheet.accept();
   EXPECT_TRUE(m_Sheet.isVisible());
   m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
