@@ -184,8 +184,11 @@ TEST_F(StepPropertySheetTest, NothingIsPastedFromNowhere) {
     using CommentBox::insertFromMimeData;
   } box;
   box.setPlainText(QStringLiteral("Worn."));
-  EXPECT_FALSE(box.canInsertFromMimeData(nullptr));
-  box.insertFromMimeData(nullptr);
+  const QMimeData empty;
+  for (const QMimeData* source : {static_cast<const QMimeData*>(nullptr), &empty}) {
+    EXPECT_FALSE(box.canInsertFromMimeData(source));
+    box.insertFromMimeData(source);
+  }
   EXPECT_EQ(box.Stored(), u"Worn.");
 }
 
