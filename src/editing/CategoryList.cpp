@@ -46,9 +46,7 @@ void CategoryList::Refill() {
   m_List.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              m_Document.Inspection().m_InspectionID));
-  Unfinished unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
-  unfinished.Refresh();
-  m_Left = unfinished.LeftByCategory();
+  m_Left = Unfinished(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID).CountByCategory();
   FilterRows();
 }
 

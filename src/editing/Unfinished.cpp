@@ -7,6 +7,7 @@
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
 #include "editing/CommentText.h"
+#include "editing/Completeness.h"
 
 namespace inspector::editing {
 namespace {
@@ -113,8 +114,7 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     if (!steps.GetRecord(n)) continue;
     order.push_back(steps.m_StepID);
     step.needsRating = IsEmpty(steps.m_InspectResult);
-    step.needsComment = !step.needsRating && !HasWords(steps.m_Comments) &&
-                        m_Prompting.contains({steps.m_RatingType, steps.m_InspectResult});
+    step.needsComment = !step.needsRating && NeedsComment(steps);
     step.lacksPicture = m_Pictures->IsLackedBy(steps);
     if (!step.needsRating && !step.needsComment && !step.lacksPicture) continue;
     step.stepID = steps.m_StepID;
@@ -131,13 +131,33 @@ int Unfinished::CountOf(std::int32_t categoryID) const {
   }));
 }
 
-std::map<std::int32_t, Unfinished::Left> Unfinished::LeftByCategory() const {
+// A step without a rating counts whatever else it wants, so only those with one have to be looked at.
+std::map<std::int32_t, Unfinished::Left> Unfinished::CountByCategory() {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const data::ReadScope reading(databases.Inspection());
+  m_Pictures.emplace(m_Workspace);
+  ReadChoices();
   std::map<std::int32_t, Left> left;
-  for (const UnfinishedStep& step : m_Steps) {
-    Left& category = left[step.categoryID];
-    step.stepID == 0 ? category.unopened = true : ++category.steps;
+  data::CategoryTable categories(databases);
+  categories.OpenSQL(Format(u"SELECT * FROM Category WHERE InspectionID = %d", m_InspectionID));
+  data::StepTable rated(databases);
+  for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (!categories.GetRecord(n) || categories.m_NotPresentFlag || categories.m_Type == kFormCategory)
+      continue;
+    Left& category = left[categories.m_CategoryID];
+    category.steps = UnratedSteps(databases, categories.m_CategoryID).value_or(0);
+    rated.OpenSQL(Format(u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \")",
+                         rated.TableName(), categories.m_CategoryID));
+    category.unopened =
+        !categories.m_CompleteFlag && !rated.Failed() && category.steps + rated.RecordCount() == 0;
+    for (int row = 0; row < rated.RecordCount(); ++row)
+      if (rated.GetRecord(row) && (NeedsComment(rated) || m_Pictures->IsLackedBy(rated))) ++category.steps;
   }
   return left;
+}
+
+bool Unfinished::NeedsComment(const data::StepTable& step) const {
+  return !HasWords(step.m_Comments) && m_Prompting.contains({step.m_RatingType, step.m_InspectResult});
 }
 
 std::optional<UnfinishedStep> Unfinished::NextAfter(const PlaceInVisit& place) const {

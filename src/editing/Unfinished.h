@@ -52,13 +52,14 @@ public:
     bool unopened = false;  // its steps are not made yet
     int steps = 0;
   };
-  // Of the categories that leave something to do.
-  std::map<std::int32_t, Left> LeftByCategory() const;
+  // Reads only what counting needs; Steps() stay as they are.
+  std::map<std::int32_t, Left> CountByCategory();
   // The first one after the place, beginning anew after the last; nothing when all is done.
   std::optional<UnfinishedStep> NextAfter(const PlaceInVisit& place) const;
 
 private:
   bool ReadChoices();
+  bool NeedsComment(const data::StepTable& step) const;
   bool AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found);
 
   data::Workspace& m_Workspace;
