@@ -37,7 +37,6 @@ void VisitScreens::Connect() {
     SetPlace({m_Document.Categories().m_CategoryID, 0});
     m_Bring(screen == editing::CategoryList::Screen::Form ? static_cast<Screen&>(*m_Form) : *m_Steps);
   };
-  m_Steps->onSelected = [this](std::int32_t stepID) { SetPlace({m_Steps->CategoryID(), stepID}); };
   m_Review->onOpen = [this](std::int32_t categoryID, std::int32_t stepID) {
     OpenSheet(categoryID, stepID, std::nullopt);
     m_Review->OnShow();

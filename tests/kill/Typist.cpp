@@ -74,8 +74,10 @@ private:
     const QString told = m_Frame ? m_Frame->findChild<QLabel*>(QStringLiteral("message"))->text() : QString();
     if (!told.startsWith(QLatin1String("Back where you were"))) return;
     auto* const steps = dynamic_cast<editing::ui::CStepListView*>(m_Frame->CurrentScreen());
-    const std::int32_t step = steps ? steps->SelectedStep() : 0;
-    Tell(QStringLiteral("s %1 %2").arg(m_Frame->Visit().Place().categoryID).arg(std::max(step, 0)));
+    const editing::PlaceInVisit place = m_Frame->Visit().Place();
+    // Of a category alone, the list selects a row by itself.
+    const std::int32_t step = steps && place.stepID > 0 ? steps->SelectedStep() : 0;
+    Tell(QStringLiteral("s %1 %2").arg(place.categoryID).arg(std::max(step, 0)));
   }
 
   void ActOn(editing::ui::CCategoryView& categories) {
@@ -84,9 +86,13 @@ private:
   }
   void ActOn(editing::ui::CStepListView& steps) {
     if (Chance(30) || steps.Rows().Model().rowCount() == 0)
-      m_Frame->GoBack();
+      GoBack();
     else
       Open(steps.Rows(), editing::StepList::kComments);
+  }
+  void GoBack() {
+    m_Frame->GoBack();
+    Tell(QStringLiteral("p 0 0"));  // the list of categories
   }
   void Open(device::ui::ListView& rows, int column) {
     const int row = std::uniform_int_distribution(0, rows.Model().rowCount() - 1)(m_Random);

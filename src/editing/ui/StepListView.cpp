@@ -67,10 +67,7 @@ void CStepListView::SelectAgain() {
 
 void CStepListView::OnSelect(int row) {
   FollowState();
-  const auto step = m_List.RowAt(row);
-  if (!step || step->stepID == m_StepID) return;
-  m_StepID = step->stepID;
-  if (onSelected) onSelected(m_StepID);
+  if (const auto step = m_List.RowAt(row)) m_StepID = step->stepID;
 }
 
 void CStepListView::OnSearch(const device::Text& words) {

@@ -22,8 +22,6 @@ public:
   std::int32_t SelectedStep() const { return m_StepID; }
   // Of the steps that were last shown.
   std::int32_t CategoryID() const { return m_CategoryID; }
-  // A step was selected.
-  std::function<void(std::int32_t stepID)> onSelected;
 
 private:
   void OnSearch(const device::Text& words) override;
