@@ -79,25 +79,6 @@ bool Unfinished::Refresh() {
   return complete && !categories.Failed();
 }
 
-bool Unfinished::RefreshCategory(std::int32_t categoryID) {
-  const auto place = std::find(m_Categories.begin(), m_Categories.end(), categoryID);
-  if (place == m_Categories.end()) return Refresh();
-  data::Databases& databases = m_Workspace.GetDatabases();
-  const data::ReadScope reading(databases.Inspection());
-  data::CategoryTable category(databases);
-  category.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
-  if (!category.GetRecord(0)) return Refresh();
-  m_Pictures.emplace(m_Workspace);
-  std::vector<UnfinishedStep> found;
-  const bool complete = AddCategory(category, found);
-  std::erase_if(m_Steps, [categoryID](const UnfinishedStep& step) { return step.categoryID == categoryID; });
-  const auto comesLater = [&](const UnfinishedStep& step) {
-    return std::find(m_Categories.begin(), place, step.categoryID) == place;
-  };
-  m_Steps.insert(std::find_if(m_Steps.begin(), m_Steps.end(), comesLater), found.begin(), found.end());
-  return complete;
-}
-
 bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found) {
   std::vector<std::int32_t>& order = m_StepOrder[category.m_CategoryID];
   order.clear();
@@ -123,12 +104,6 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     found.push_back(step);
   }
   return !steps.Failed();
-}
-
-int Unfinished::CountOf(std::int32_t categoryID) const {
-  return static_cast<int>(std::count_if(m_Steps.begin(), m_Steps.end(), [&](const UnfinishedStep& step) {
-    return step.categoryID == categoryID && step.stepID != 0;
-  }));
 }
 
 // A step without a rating counts whatever else it wants, so only those with one have to be looked at.

@@ -40,14 +40,10 @@ public:
 
   // Reads the whole visit. False when it could not all be read; what was found stays.
   bool Refresh();
-  // Reads one category anew, after a change in it.
-  bool RefreshCategory(std::int32_t categoryID);
 
   // In the order of categories and steps.
   const std::vector<UnfinishedStep>& Steps() const { return m_Steps; }
   int Count() const { return static_cast<int>(m_Steps.size()); }
-  // The steps of a category among them.
-  int CountOf(std::int32_t categoryID) const;
   struct Left {
     bool unopened = false;  // its steps are not made yet
     int steps = 0;

@@ -87,7 +87,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
                                    u"Roof 20.2: A picture is missing", u"Roof 20.3: No rating",
                                    u"Cellar 9.1: A picture is missing"));
   EXPECT_EQ(unfinished.Count(), 5);
-  EXPECT_EQ(unfinished.CountOf(m_Roof), 3);
+  EXPECT_EQ(unfinished.CountByCategory()[m_Roof].steps, 3);
 
   EXPECT_EQ(unfinished.NextAfter({})->categoryTitle, u"Attic") << "the first, when the place is unknown";
   EXPECT_EQ(unfinished.NextAfter({m_Roof, 0})->stepID, shingles);
@@ -97,7 +97,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
 
   Find(u"20.1", u"Poor", u"Explained.");
   Find(u"20.3", u"Good", u"");
-  ASSERT_TRUE(unfinished.RefreshCategory(m_Roof));
+  ASSERT_TRUE(unfinished.Refresh());
   EXPECT_THAT(shown(), ElementsAre(u"Attic : Not opened yet", u"Roof 20.2: A picture is missing",
                                    u"Cellar 9.1: A picture is missing"));
   EXPECT_EQ(unfinished.NextAfter({m_Roof, notes})->stepID, sump) << "from a step that is done";
