@@ -52,7 +52,6 @@ using editing::StepList;
 constexpr double kAllowedAction = 50;  // milliseconds
 constexpr double kAllowedKeystroke = 16;
 constexpr int kAllowedSyncs = 1;
-constexpr int kJournalSyncs = 3;  // of the change that makes the journal: its folder, its head, the change
 constexpr int kRounds = 5;
 constexpr int kTicks = 40;
 constexpr int kMoves = kStepsInCategory - 1;
@@ -70,8 +69,7 @@ double ThreadMilliseconds() {
 // One kind of action: what each took.
 class Meter {
 public:
-  Meter(std::string what, double allowed, int allowedSyncs = kAllowedSyncs)
-      : m_What(std::move(what)), m_Allowed(allowed), m_AllowedSyncs(allowedSyncs) {}
+  Meter(std::string what, double allowed) : m_What(std::move(what)), m_Allowed(allowed) {}
 
   // Between the two lies the action, with what it opens.
   void Begin() {
@@ -107,11 +105,11 @@ public:
     std::sort(times.begin(), times.end());
     const int most = *std::max_element(m_Syncs.begin(), m_Syncs.end());
     const auto more =
-        std::count_if(m_Syncs.begin(), m_Syncs.end(), [this](int each) { return each > m_AllowedSyncs; });
+        std::count_if(m_Syncs.begin(), m_Syncs.end(), [this](int each) { return each > kAllowedSyncs; });
     const bool allowed = times.back() < m_Allowed && more == 0;
     std::printf("%-44s %3zu times, %5.2f ms, at most %5.2f ms (under %2.0f); %d syncs at most (%d)",
                 m_What.c_str(), times.size(), times[times.size() / 2], times.back(), m_Allowed, most,
-                m_AllowedSyncs);
+                kAllowedSyncs);
     if (more > 0) std::printf(", more than that %d times", static_cast<int>(more));
     if (m_Later > 0) std::printf(", %d by a timer", m_Later);
     std::printf("%s\n", allowed ? "" : "  TOO MUCH");
@@ -122,7 +120,6 @@ public:
 private:
   std::string m_What;
   double m_Allowed;
-  int m_AllowedSyncs;
   double m_Before = 0;
   int m_SyncsBefore = 0;
   std::vector<double> m_Times;
@@ -168,7 +165,7 @@ private:
   }
 
   void MakeStepsOfCategories() {
-    Meter change("The first change of a run", kAllowedAction, kJournalSyncs);
+    Meter change("The first change of a run", kAllowedAction);
     Meter first("Opening a category for the first time", kAllowedAction);
     for (int row = kCategories - kUnopenedCategories; row < kCategories; ++row) {
       const auto action = [&] { ClickCell(Rows(m_Frame), row, kTitle); };

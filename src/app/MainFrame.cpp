@@ -50,6 +50,8 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
           kRememberAfter, [&document] { return document.GetWorkspace().IsBusy(); },
           [this] {
             RememberPlace();
+            // Not for somebody who only looks at the list: the journal changes the file in the end.
+            if (Place().inspectionID > 0) m_Document.GetWorkspace().InspectionConnection().PrepareJournal();
             return true;
           }),
       m_EndTimer(

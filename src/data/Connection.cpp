@@ -92,7 +92,15 @@ bool Connection::PrepareForWriting() {
 }
 
 void Connection::TidyJournal() {
-  if (!m_Database || m_Depth > 0 || m_Reading > 0 || m_JournalPages < kManyJournalPages) return;
+  if (m_JournalPages >= kManyJournalPages) BeginJournal();
+}
+
+void Connection::PrepareJournal() {
+  if (m_JournalPages == kNoJournal) BeginJournal();
+}
+
+void Connection::BeginJournal() {
+  if (!m_Database || m_Depth > 0 || m_Reading > 0) return;
   m_JournalPages = 0;
   sqlite3_busy_timeout(m_Database, 0);
   // The first change in a journal that begins anew syncs its head as well, so that is made here: one that

@@ -93,6 +93,9 @@ public:
   // Moves what the journal holds into the file when that is much. It takes several syncs, and to be called
   // while nobody waits it spares a later change from doing it. Does nothing within a transaction.
   void TidyJournal();
+  // Makes the journal, before the first change of a run would have to: that one syncs three times otherwise.
+  // Does nothing once there is one, or within a transaction.
+  void PrepareJournal();
 
   // Looks for damage in the whole file when that takes no longer than a glance. Why the file cannot be used,
   // or an empty text.
@@ -101,7 +104,7 @@ public:
   bool CheckIntegrity(std::vector<Text>& findings);
 
 private:
-  bool HasGone();
+  static constexpr int kNoJournal = -1;
   struct Prepared {
     SqlTranslation translation;
     sqlite3_stmt* statement = nullptr;
@@ -111,6 +114,8 @@ private:
                  bool& stale);
   Prepared* PrepareShape(const SqlTokens& tokens, TextView sql, Result& result, Text& table);
   bool MayWrite();
+  bool HasGone();
+  void BeginJournal();
   bool Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens);
   void ForgetStatements();
   void LeaveTransaction();
@@ -125,7 +130,7 @@ private:
   std::unordered_map<std::string, sqlite3_stmt*> m_Native;
   std::unordered_map<Text, std::vector<StoredColumn>> m_Columns;
   int m_Generation = 1;
-  int m_JournalPages = 0;
+  int m_JournalPages = kNoJournal;
   int m_Depth = 0;
   int m_Reading = 0;
   bool m_Doomed = false;

@@ -90,6 +90,17 @@ TEST_F(ConnectionTest, AnActionThatCannotBeginWritesNothingEvenWhenTheLockGoes) 
   EXPECT_EQ(Steps(), "1\n3");
 }
 
+TEST_F(ConnectionTest, TheJournalCanBeMadeBeforeTheFirstChange) {
+  ASSERT_TRUE(Inspection().PrepareForWriting());
+  Inspection().PrepareJournal();
+  const std::filesystem::path journal = InspectionFile().string() + "-wal";
+  const auto size = std::filesystem::file_size(journal);
+  EXPECT_GT(size, 32u) << "its head is there";
+  Inspection().PrepareJournal();
+  EXPECT_EQ(std::filesystem::file_size(journal), size) << "once is enough";
+  EXPECT_TRUE(AddStep(7));
+}
+
 TEST_F(ConnectionTest, AFullJournalIsTidiedOutsideATransactionAndNobodyIsToldWhenThatFails) {
   ASSERT_TRUE(Inspection().PrepareForWriting());
   Shell other(InspectionFile());

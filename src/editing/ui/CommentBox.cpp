@@ -62,7 +62,9 @@ void CommentBox::Apply(Text before, const std::vector<TextChange>& changes) {
     cursor.beginEditBlock();
     cursor.setPosition(ShownPosition(before, change.at));
     cursor.setPosition(ShownPosition(before, change.at + change.length), QTextCursor::KeepAnchor);
-    cursor.insertText(ToDisplay(change.replacement));
+    const QString replacement = ToDisplay(change.replacement);
+    PrepareForMore(replacement);
+    cursor.insertText(replacement);
     cursor.endEditBlock();
     change.ApplyTo(before);
   }
@@ -74,6 +76,7 @@ void CommentBox::Replace(TextView stored) {
   // Only what differs, so that the caret stays where a person was writing.
   const QString before = device::ui::LinesOf(*document());
   const QString after = ToDisplay(stored);
+  PrepareForMore(after);
   const auto [fromBefore, fromAfter] =
       std::mismatch(before.begin(), before.end(), after.begin(), after.end());
   const auto same = static_cast<int>(fromBefore - before.begin());
