@@ -14,6 +14,7 @@ namespace {
 using device::Format;
 
 constexpr std::int32_t kNoType = -1;
+constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
   data::InspectionTable row(databases);
@@ -266,11 +267,22 @@ bool CInspectorDoc::DeleteAllInspections() {
   UndoRecording recording(
       *this, u"Delete All",
       VisitSnapshot::OfInspections(m_UndoLog ? AllInspections() : std::vector<std::int32_t>()));
-  const bool deleted = ReplaceAllByOne();
-  if (deleted) recording.Made(m_Inspection.m_InspectionID);
-  if (deleted) device::Alert(prompts, u"Done deleting all inspections.");
-  deleted ? Reopen() : ReopenAt(former);
-  return deleted;
+  const std::optional<DeletedPart> part = DeleteUntilCancelled();
+  if (!part) {
+    ReopenAt(former);
+    return false;
+  }
+  const bool isDone = part->deleted == part->count;
+  if (isDone) {
+    recording.Made(m_Inspection.m_InspectionID);
+    device::Alert(prompts, u"Done deleting all inspections.");
+  } else {
+    recording.Done();
+    device::Alert(prompts,
+                  Format(u"Cancelled. %d of %d inspections were deleted.", part->deleted, part->count));
+  }
+  if (isDone || !SelectInspection(former)) Reopen();
+  return part->deleted > 0;
 }
 
 std::vector<std::int32_t> CInspectorDoc::AllInspections() {
@@ -290,13 +302,25 @@ bool CInspectorDoc::DeleteCurrentWhole() {
          transaction.Commit();
 }
 
-bool CInspectorDoc::ReplaceAllByOne() {
+// One transaction for all: a sync to disk for each would make ten thousand of them take minutes.
+std::optional<CInspectorDoc::DeletedPart> CInspectorDoc::DeleteUntilCancelled() {
   data::Transaction transaction(m_Workspace.InspectionConnection());
   // Read again: of a row that another program deleted there is nothing to delete.
-  if (!transaction.IsOpen() || !m_Inspection.Open() || m_Inspection.Failed()) return false;
-  for (int row = m_Inspection.RecordCount() - 1; row >= 0; --row)
-    if (!SetCurrentInspection(row) || !DeleteCurrentWhole()) return false;
-  return WriteNewInspection({}, {}) && transaction.Commit();
+  if (!transaction.IsOpen() || !m_Inspection.Open() || m_Inspection.Failed()) return std::nullopt;
+  DeletedPart part{0, m_Inspection.RecordCount()};
+  const auto progress = m_Workspace.GetPrompts().OpenProgress(u"Deleting Inspection...", true);
+  progress->SetRange(0, part.count);
+  for (; part.deleted < part.count && !progress->Cancelled(); ++part.deleted) {
+    if (part.deleted % (1 + part.count / kStatusesOfDeleteAll) == 0)
+      progress->SetStatus(Format(u"%d of %d", part.deleted + 1, part.count));
+    if (!m_Inspection.GetRecord(part.count - part.deleted - 1) ||
+        !DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, nullptr) ||
+        !m_Inspection.DeleteCurrent())
+      return std::nullopt;
+    progress->Step();
+  }
+  const bool isWhole = part.deleted < part.count || WriteNewInspection({}, {});
+  return isWhole && transaction.Commit() ? std::optional(part) : std::nullopt;
 }
 
 }  // namespace inspector::inspection

@@ -86,7 +86,8 @@ public:
   // Asks with the inspection's details, then deletes data and row. `selectedCount` is the number of rows
   // selected in the list; only one may be.
   bool DeleteSelectedInspection(int selectedCount);
-  // Asks, deletes every inspection, and leaves one fresh empty one.
+  // Asks, deletes every inspection from the last one on, and leaves one fresh empty one. The person can
+  // cancel between two of them: what was deleted until then stays so. False when nothing was deleted.
   bool DeleteAllInspections();
 
   // Where actions are recorded, to be taken back; null, as in the beginning, for nowhere. Not owned.
@@ -97,7 +98,11 @@ private:
   bool MergeStoredRow();
   bool ReopenAt(std::int32_t inspectionID);
   bool DeleteCurrentWhole();
-  bool ReplaceAllByOne();
+  struct DeletedPart {
+    int deleted = 0;
+    int count = 0;
+  };
+  std::optional<DeletedPart> DeleteUntilCancelled();
   std::vector<std::int32_t> AllInspections();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
   void RunWorker(const Text& newType, DocTypeState state);

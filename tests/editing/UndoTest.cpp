@@ -94,6 +94,13 @@ TEST_F(UndoTest, EveryActionLeavesNoTraceOnceTakenBack) {
          overview.OnDelete(overview.RowOf(m_House), 1);
        },
        true},
+      {u"Delete All",
+       [&] {
+         Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+         Prompts().CancelAtStep(2);
+         Document().DeleteAllInspections();
+       },
+       true},
   };
   for (const Case& each : cases) {
     SCOPED_TRACE(device::ToUtf8(each.action));

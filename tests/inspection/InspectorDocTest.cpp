@@ -285,14 +285,22 @@ TEST_F(InspectorDocTest, DeletingTheLastInspectionLeavesNothingOfIt) {
   EXPECT_EQ(Document().Categories().RecordCount(), 0) << "no categories of an inspection that is gone";
 }
 
-TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspection) {
+TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspectionOrWhatCancelKept) {
   for (const TextView type : {u"House", u"Condo"}) m_Device.Visit(Text(type));
   Prompts().Queue(u"Would you like to delete all inspections.", Answer::No);
   EXPECT_FALSE(Document().DeleteAllInspections());
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 6, Step 0, Field 0");
   Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  Prompts().CancelAtStep(1);
+  EXPECT_TRUE(Document().DeleteAllInspections());
+  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. 1 of 3 inspections were deleted.");
+  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 5, Step 0, Field 0");
+  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  Prompts().CancelAtStep(2);
   EXPECT_TRUE(Document().DeleteAllInspections());
   EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Done deleting all inspections.");
+  ASSERT_EQ(Prompts().ProgressWindows().size(), 2U) << "one for all of them";
+  EXPECT_THAT(Prompts().ProgressWindows()[1]->statuses, ElementsAre(u"1 of 2", u"2 of 2"));
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1003) << "keys are never used again";
   EXPECT_EQ(HeldHeader(), u"|-1|");

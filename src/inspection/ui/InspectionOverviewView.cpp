@@ -165,7 +165,6 @@ void CInspectionOverview::DeleteAll() {
   if (!MayChange() || !m_Document.DeleteAllInspections()) return;
   m_Find->clear();
   Changed(m_Document.Inspection().m_InspectionID);
-  m_List->SelectRow(0);
 }
 
 }  // namespace inspector::inspection::ui
