@@ -33,6 +33,9 @@ constexpr int kEndAfter = 20;        // milliseconds, each time that an action i
 constexpr int kTidyEvery = 10'000;   // milliseconds
 constexpr QSize kFirstSize(1280, 800);
 constexpr double kHeadingPoints = 12;
+constexpr int kShareOfWords = 8;  // title and message are at most this part of the window's height
+constexpr int kTopMargin = 8;
+constexpr int kTopSpacing = 14;
 
 }  // namespace
 
@@ -82,8 +85,8 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   connect(&m_MessageTimer, &QTimer::timeout, m_Message, &QWidget::hide);
 
   auto* top = new QHBoxLayout;
-  top->setContentsMargins(8, 6, 8, 6);
-  top->setSpacing(14);
+  top->setContentsMargins(kTopMargin, 6, kTopMargin, 6);
+  top->setSpacing(kTopSpacing);
   top->addWidget(m_Back);
   top->addWidget(m_Title, 1);
   auto* whole = new QWidget(this);
@@ -278,14 +281,29 @@ void CMainFrame::UseTheme() {
 
 void CMainFrame::Show(const device::ui::Theme& theme) {
   device::ui::ApplyTheme(*qApp, theme);
+  m_HeadingPoints = kHeadingPoints * theme.textPercent / 100;
+  FitWords();
+}
+
+// On a low screen the rows need the room more than what stands around them.
+void CMainFrame::FitWords() {
   QFont heading = QApplication::font();
-  heading.setPointSizeF(kHeadingPoints * theme.textPercent / 100);
+  const int height = std::max(this->height() / kShareOfWords, device::kSmallestTarget);
+  device::ui::ShrinkToFit(*m_Message, heading, width(), height);
+  heading.setPointSizeF(m_HeadingPoints);
   heading.setWeight(QFont::Bold);
-  m_Title->setFont(heading);
+  const int beside = m_Back->sizeHint().width() + 2 * kTopMargin + kTopSpacing;
+  device::ui::ShrinkToFit(*m_Title, heading, width() - beside, height);
+}
+
+void CMainFrame::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  FitWords();
 }
 
 void CMainFrame::Tell(const QString& message) {
   m_Message->setText(message);
+  FitWords();
   m_Message->show();
   m_MessageTimer.start(kTellFor);
 }
@@ -378,6 +396,7 @@ void CMainFrame::ShowCommands() {
 
 void CMainFrame::ShowTitle() {
   m_Title->setText(CurrentScreen()->Title());
+  FitWords();
 }
 
 void CMainFrame::Restore() {

@@ -67,6 +67,7 @@ protected:
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
 private:
   void MakeScreens();
@@ -86,6 +87,7 @@ private:
   void ShowUndo();
   void Undo();
   void ShowTitle();
+  void FitWords();
   void UseTheme();
   device::LastPlace Place() const;
   void RememberSoon();
@@ -108,6 +110,7 @@ private:
   inspection::ui::CInspectorView* m_Header = nullptr;
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
   std::unique_ptr<VisitScreens> m_Visit;
+  double m_HeadingPoints = 0;
   bool m_MustQuit = false;
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first

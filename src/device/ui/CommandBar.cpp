@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kGap = 6;
 constexpr int kWidestButton = 240;
+constexpr int kLowWindow = 456;    // of which two rows would take more than a quarter
 constexpr int kShareOfWindow = 6;  // the bar's height is at most this part of the window's
 
 }  // namespace
@@ -91,14 +92,41 @@ QList<QPushButton*> CommandBar::Fitting(int perRow, int rows) {
   return fitting;
 }
 
+// The width of the widest button if its text had this size.
+int CommandBar::WidestWith(const QFont& font) const {
+  const QFontMetrics metrics(font);
+  const auto width = [&metrics](const QPushButton& button) {
+    const QString text = button.text();
+    return button.sizeHint().width() - button.fontMetrics().horizontalAdvance(text) +
+           metrics.horizontalAdvance(text);
+  };
+  int widest = std::max(kSmallestTarget, width(*m_More));
+  for (const CommandButton* button : std::as_const(m_Buttons))
+    if (button->Action()->isVisible()) widest = std::max(widest, width(*button));
+  return widest;
+}
+
+// In a low window large text becomes smaller until two buttons stand side by side.
+int CommandBar::FitText() {
+  const QFont full = QApplication::font();
+  QFont fitting = full;
+  int widest = WidestWith(full);
+  while (window()->height() < kLowWindow && width() < 2 * (widest + kGap) + kGap &&
+         fitting.pointSizeF() > kUsualPoints) {
+    fitting.setPointSizeF(std::max(fitting.pointSizeF() - 1, kUsualPoints));
+    widest = WidestWith(fitting);
+  }
+  setFont(fitting == full ? QFont() : fitting);
+  return widest;
+}
+
 void CommandBar::LayOut() {
-  int widest = std::max(kSmallestTarget, m_More->sizeHint().width());
+  const int widest = FitText();
   int height = std::max(kSmallestTarget, m_More->sizeHint().height());
   qsizetype count = m_Everywhere.size();
   for (const CommandButton* button : std::as_const(m_Buttons)) {
     if (!button->Action()->isVisible()) continue;
     ++count;
-    widest = std::max(widest, button->sizeHint().width());
     height = std::max(height, button->sizeHint().height());
   }
   const int mostPerRow = std::max((width() - kGap) / (widest + kGap), 1);
@@ -139,7 +167,7 @@ void CommandBar::resizeEvent(QResizeEvent* event) {
 bool CommandBar::event(QEvent* event) {
   // A caption that changed needs another width.
   if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::FontChange ||
-      event->type() == QEvent::StyleChange)
+      event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::StyleChange)
     LayOut();
   return QFrame::event(event);
 }

@@ -14,7 +14,8 @@ class CommandButton;
 
 // One button per action, of equal width, in rows. A button has the object name of its action with "Button" at
 // the end, and follows its action's caption and state. The bar takes no more than a part of the window's
-// height: what finds no room lies in the menu of a last button, "More", with what is offered everywhere.
+// height, with smaller text if need be: what finds no room lies in the menu of a last button, "More", with
+// what is offered everywhere.
 class CommandBar : public QFrame {
 public:
   explicit CommandBar(QWidget* parent = nullptr);
@@ -27,6 +28,8 @@ protected:
 
 private:
   void LayOut();
+  int WidestWith(const QFont& font) const;
+  int FitText();
   // The buttons that have room, the last of them "More" when it is not all.
   QList<QPushButton*> Fitting(int perRow, int rows);
 

@@ -10,12 +10,22 @@
 
 #include "device/ui/RowDelegate.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/Theme.h"
 
 namespace inspector::device::ui {
 namespace {
 
 constexpr int kHeadingMargins = 8;
 constexpr double kSmallestHeading = 0.45;  // of the size of the text
+constexpr int kLowList = 240;
+
+int HeadingHeight(const QFontMetrics& metrics) {
+  return std::max(32, metrics.lineSpacing() + 14);
+}
+
+int ShortRowHeight(const QFontMetrics& metrics) {
+  return std::max(kSmallestTarget, 2 * metrics.lineSpacing() + 10);
+}
 
 }  // namespace
 
@@ -64,7 +74,7 @@ void ListView::Refill() {
     }
   }
   verticalScrollBar()->setValue(top);
-  FitVisibleRows();
+  LayOut();
   viewport()->update();
 }
 
@@ -112,18 +122,42 @@ void ListView::ScrollToTop(int row) {
 }
 
 void ListView::LayOut() {
-  const int line = fontMetrics().lineSpacing();
-  verticalHeader()->setDefaultSectionSize(std::max(kSmallestTarget, 2 * line + 10));
-  horizontalHeader()->setFixedHeight(std::max(32, line + 14));
   m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
   for (std::size_t n = 0; n < m_Widths.size(); ++n)
     horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);
-  FitHeadings();
+  double points = font().pointSizeF();
+  SizeRows(points);
+  while (height() < kLowList && points > kUsualPoints && !ShowsTwoRows()) {
+    points = std::max(points - 1, kUsualPoints);
+    SizeRows(points);
+  }
   FitVisibleRows();
 }
 
-// With large text on a narrow screen the headings take a smaller one, so that none is cut.
-void ListView::FitHeadings() {
+int ListView::UsefulHeight() const {
+  return HeadingHeight(fontMetrics()) + 2 * ShortRowHeight(fontMetrics()) + 2 * frameWidth();
+}
+
+void ListView::SizeRows(double points) {
+  QFont words = font();
+  words.setPointSizeF(points);
+  if (auto* const delegate = dynamic_cast<RowDelegate*>(itemDelegate())) delegate->SetPointSize(points);
+  verticalHeader()->setDefaultSectionSize(ShortRowHeight(QFontMetrics(words)));
+  horizontalHeader()->setFixedHeight(HeadingHeight(QFontMetrics(words)));
+  FitHeadings(points);
+}
+
+bool ListView::ShowsTwoRows() const {
+  int needed = horizontalHeader()->height() + 2 * frameWidth();
+  for (int row = TopRow(); row < TopRow() + 2; ++row)
+    needed += std::max(verticalHeader()->defaultSectionSize(),
+                       row < m_Model->rowCount() && isVisible() ? sizeHintForRow(row) : 0);
+  return needed <= height();
+}
+
+// With large text on a narrow screen the headings take one that is smaller than that of the rows, so that
+// none is cut.
+void ListView::FitHeadings(double points) {
   const auto fits = [this](const QFontMetrics& metrics) {
     for (std::size_t n = 0; n < m_Widths.size(); ++n) {
       const ListColumn& column = m_Model->Columns()[n];
@@ -135,12 +169,12 @@ void ListView::FitHeadings() {
     return true;
   };
   QFont smaller = font();
-  const qreal full = smaller.pointSizeF();
-  for (qreal size = full; size >= full * kSmallestHeading; size -= full / 16) {
+  const qreal full = font().pointSizeF();
+  for (qreal size = points; size >= full * kSmallestHeading; size -= full / 16) {
     smaller.setPointSizeF(size);
-    if (fits(QFontMetrics(smaller))) return horizontalHeader()->setFont(smaller);
+    if (fits(QFontMetrics(smaller))) break;
   }
-  horizontalHeader()->setFont(font());
+  horizontalHeader()->setFont(smaller);
 }
 
 void ListView::FitVisibleRows() {
@@ -168,7 +202,7 @@ void ListView::paintEvent(QPaintEvent* event) {
   if (m_Model->rowCount() > 0 || m_EmptyText.isEmpty()) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
-  painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+  painter.drawText(viewport()->rect().adjusted(16, 0, -16, 0), Qt::AlignCenter | Qt::TextWordWrap,
                    m_EmptyText);
 }
 

@@ -9,7 +9,7 @@
 namespace inspector::device::ui {
 
 // Columns fill the width, so nothing is scrolled sideways; a row is as high as its words need. Whole rows are
-// selected, one at a time unless told otherwise.
+// selected, one at a time unless told otherwise. Where two rows find no room, large text becomes smaller.
 //
 // A click, or Enter on the current cell, calls `onClick` with row and column; Space does it for the mark
 // column. A list without a mark column leaves Space to the selection.
@@ -26,6 +26,8 @@ public:
   // Also scrolls to it. -1 clears the selection.
   void SelectRow(int row);
   int TopRow() const;
+  // What the heading and two short rows take in full size.
+  int UsefulHeight() const;
   void ScrollToTop(int row);
   // What is shown in place of rows while there are none.
   void SetEmptyText(const QString& text) { m_EmptyText = text; }
@@ -44,7 +46,9 @@ protected:
 private:
   void LayOut();
   void FitVisibleRows();
-  void FitHeadings();
+  void FitHeadings(double points);
+  void SizeRows(double points);
+  bool ShowsTwoRows() const;
   void MakeCurrent(int row, int column);
   int UsualColumn() const;
   void Click(int row, int column);

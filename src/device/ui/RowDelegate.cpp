@@ -38,6 +38,10 @@ QString BreakLongWords(const QString& text, const QFontMetrics& metrics, int wid
 
 void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
+  if (m_PointSize > 0) {
+    option->font.setPointSizeF(m_PointSize);
+    option->fontMetrics = QFontMetrics(option->font);
+  }
   switch (static_cast<RowTone>(index.data(ListModel::ToneRole).toInt())) {
     case RowTone::Normal:
       break;

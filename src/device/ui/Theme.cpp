@@ -10,8 +10,6 @@
 namespace inspector::device::ui {
 namespace {
 
-constexpr double kPointSize = 10.5;
-
 struct Shades {
   QRgb window, base, alternate, text, button, highlight, highlightedText, placeholder, muted, link;
 };
@@ -61,7 +59,7 @@ void ApplyTheme(QApplication& application, const Theme& theme) {
       break;
   }
   QFont font = application.font();
-  font.setPointSizeF(kPointSize * std::clamp(theme.textPercent, 100, 200) / 100);
+  font.setPointSizeF(kUsualPoints * std::clamp(theme.textPercent, 100, 200) / 100);
   application.setFont(font);
 }
 
@@ -73,6 +71,17 @@ void ShrinkToFit(QWidget& widget, int width) {
     if (widget.font() != font) widget.setFont(font);
     if (widget.sizeHint().width() <= width) return;
   }
+}
+
+void ShrinkToFit(QLabel& label, const QFont& full, int width, int height) {
+  QFont font = full;
+  for (qreal size = full.pointSizeF(); size >= full.pointSizeF() / 2; size -= full.pointSizeF() / 16) {
+    font.setPointSizeF(size);
+    const QRect words = QFontMetrics(font).boundingRect({0, 0, width - 2 * label.margin(), 10'000},
+                                                        Qt::TextWordWrap, label.text());
+    if (words.height() + 2 * label.margin() <= height && words.width() + 2 * label.margin() <= width) break;
+  }
+  label.setFont(font);
 }
 
 bool IsDark(const QPalette& palette) {

@@ -3,8 +3,12 @@
 
 #include <QApplication>
 #include <QColor>
+#include <QLabel>
 
 namespace inspector::device::ui {
+
+// Of the text at 100 %; smaller it is hard to read.
+inline constexpr double kUsualPoints = 10.5;
 
 enum class Colours { Light, Dark, HighContrast };
 
@@ -18,6 +22,10 @@ void ApplyTheme(QApplication& application, const Theme& theme);
 
 // Gives the widget the largest text at which it asks for no more than `width`, at least half of the usual.
 void ShrinkToFit(QWidget& widget, int width);
+
+// Gives a label that wraps its words the largest text, from `full` down to its half, at which it is no higher
+// than `height`.
+void ShrinkToFit(QLabel& label, const QFont& full, int width, int height);
 
 // For rows and words that ask for attention, on the palette in use.
 QColor AttentionColour(const QPalette& palette);

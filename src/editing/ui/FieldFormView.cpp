@@ -2,7 +2,9 @@
 
 #include <QVBoxLayout>
 
+#include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
+#include "editing/ui/Captions.h"
 #include "editing/ui/FieldEditor.h"
 
 namespace inspector::editing::ui {
@@ -115,8 +117,19 @@ void CFieldFormView::EditList(int field) {
 void CFieldFormView::ShowCaptions() {
   const device::Text caption = m_Form.Caption();
   m_Caption->setText(ToQString(caption));
-  m_Caption->setVisible(!caption.empty());
   m_Left->setText(ToQString(m_Form.LeftCaption()));
+  FitCaptions();
+}
+
+void CFieldFormView::FitCaptions() {
+  const int fields = 2 * (device::kSmallestTarget + fontMetrics().lineSpacing());
+  ShowWhereRoomIs({m_Left, m_Caption},
+                  contentsRect().marginsRemoved(layout()->contentsMargins()).size() - QSize(0, fields));
+}
+
+void CFieldFormView::resizeEvent(QResizeEvent* event) {
+  Screen::resizeEvent(event);
+  FitCaptions();
 }
 
 }  // namespace inspector::editing::ui

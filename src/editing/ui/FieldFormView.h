@@ -25,7 +25,11 @@ public:
   // Of the form that was last shown.
   std::int32_t CategoryID() const { return m_Form.CategoryID(); }
 
+protected:
+  void resizeEvent(QResizeEvent* event) override;
+
 private:
+  void FitCaptions();
   void MakeEditors();
   bool Store(int field, FieldEditor& editor);
   void EditList(int field);

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "device/ui/TextConversion.h"
+#include "editing/ui/Captions.h"
 
 namespace inspector::editing::ui {
 
@@ -55,8 +56,20 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
 
 void ListScreen::ShowCaptions(device::TextView caption, device::TextView left) {
   m_Caption->setText(ToQString(caption));
-  m_Caption->setVisible(!caption.empty());
   m_Left->setText(ToQString(left));
+  FitCaptions();
+}
+
+// On a low screen the rows need the room more than what is said about them.
+void ListScreen::FitCaptions() {
+  const int used = m_Search->sizeHint().height() + m_Rows->UsefulHeight() + 2 * layout()->spacing();
+  ShowWhereRoomIs({m_Left, m_Caption},
+                  contentsRect().marginsRemoved(layout()->contentsMargins()).size() - QSize(0, used));
+}
+
+void ListScreen::resizeEvent(QResizeEvent* event) {
+  Screen::resizeEvent(event);
+  FitCaptions();
 }
 
 void ListScreen::ClearSearch() {

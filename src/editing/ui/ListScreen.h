@@ -21,6 +21,7 @@ protected:
   void Build(device::RowSource& source, std::vector<device::ListColumn> columns, const QString& what);
   void ShowCaptions(device::TextView caption, device::TextView left);
   void ClearSearch();
+  void resizeEvent(QResizeEvent* event) override;
 
   // What was typed into the search changed.
   virtual void OnSearch(const device::Text& words) = 0;
@@ -28,6 +29,8 @@ protected:
   device::ui::ListView* m_Rows = nullptr;  // owned by Qt, as child
 
 private:
+  void FitCaptions();
+
   QLabel* m_Caption = nullptr;
   QLineEdit* m_Search = nullptr;
   QLabel* m_Left = nullptr;
