@@ -50,7 +50,10 @@ public:
       CheckWords(*each);
       CheckPlace(*each);
     }
-    if (auto* const menu = qobject_cast<QMenu*>(&m_Window)) CheckActions(*menu);
+    if (auto* const menu = qobject_cast<QMenu*>(&m_Window)) {
+      CheckActions(*menu);
+      CheckEntries(*menu);
+    }
     CheckWayOfTab();
     return std::move(m_Faults);
   }
@@ -85,6 +88,20 @@ private:
         CheckSize(bar, action->text(), place.size());
       else if (!bar.template findChild<QToolButton*>(QStringLiteral("qt_menubar_ext_button")))
         Report(bar, "leaves out " + action->text().toStdString());
+    }
+  }
+  // Beside its words an entry has a mark, which is nearly as wide as it is high, its keys, and margins.
+  void CheckEntries(const QMenu& menu) {
+    int keys = 0;
+    for (const QAction* action : menu.actions())
+      keys = std::max(keys, menu.fontMetrics().horizontalAdvance(action->shortcut().toString()));
+    for (QAction* action : menu.actions()) {
+      const QRect place = menu.actionGeometry(action);
+      const int beside = place.height() * 4 / 5 + keys + 20;
+      if (!action->isSeparator())
+        CheckRoom(menu, action->text(),
+                  menu.fontMetrics().size(Qt::TextShowMnemonic, action->text()) + QSize(beside, 0),
+                  place.size());
     }
   }
   void CheckTarget(QWidget& widget) {

@@ -4,13 +4,15 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
+#include <QtMath>
 
 #include "device/ui/Theme.h"
 
 namespace inspector::device::ui {
 namespace {
 
-constexpr int kFieldMargin = 6;  // beside the text of a field
+constexpr double kMarkColumn = 0.79;  // the width of a menu's column of marks by the height of an entry
+constexpr int kFieldMargin = 6;       // beside the text of a field
 
 void DrawFrame(const QStyleOption& option, QPainter& painter) {
   if (!IsDark(option.palette)) return;
@@ -61,8 +63,10 @@ QSize TouchStyle::sizeFromContents(ContentsType type, const QStyleOption* option
     case CT_ItemViewItem:
       return size.expandedTo({0, kSmallestTarget});
     case CT_MenuItem:
-      // A separator is no target.
-      return contents.height() > 0 && size.height() > 10 ? size.expandedTo({0, kSmallestTarget}) : size;
+      if (contents.height() <= 0 || size.height() <= 10) return size;  // a separator is no target
+      size = size.expandedTo({0, kSmallestTarget});
+      // The column of marks is drawn in proportion to the height, and would take its width from the words.
+      return size + QSize(qCeil(size.height() * kMarkColumn), 0);
     default:
       return size;
   }
