@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <algorithm>
 
 #include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
@@ -25,11 +26,11 @@ DropDown::DropDown(QWidget* parent, int devicePixels)
 void DropDown::showPopup() {
   QComboBox::showPopup();
   QWidget* const list = view()->parentWidget();
-  const QRect space = window()->geometry();
   QRect rect = list->geometry();
-  // Position and width stay; a list that would leave the window keeps the place that it was given.
-  if (rect.top() + m_ListHeight <= space.bottom()) rect.setHeight(m_ListHeight);
-  list->setGeometry(rect);
+  // Position and width stay, at the edge that touches the field. A few entries are less high anyway.
+  const int spare = std::max(rect.height() - m_ListHeight, 0);
+  const bool isAbove = rect.top() < mapToGlobal(QPoint(0, 0)).y();
+  list->setGeometry(isAbove ? rect.adjusted(0, spare, 0, 0) : rect.adjusted(0, 0, 0, -spare));
 }
 
 void DropDown::keyPressEvent(QKeyEvent* event) {

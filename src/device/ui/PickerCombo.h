@@ -8,7 +8,8 @@
 
 namespace inspector::device::ui {
 
-// A drop-down whose list is as high as so many pixels were on the device, where a line had 24 of them.
+// A drop-down whose list is at most as high as so many pixels were on the device, where a line had 24 of
+// them.
 class DropDown : public QComboBox {
 public:
   explicit DropDown(QWidget* parent = nullptr, int devicePixels = 100);

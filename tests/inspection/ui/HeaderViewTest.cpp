@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDateTimeEdit>
 #include <QElapsedTimer>
@@ -53,6 +54,23 @@ TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
   Document().SelectInspection(1000);
   view.OnShow();
   EXPECT_TRUE(Find<QLineEdit>(view, "clientField").text().isEmpty());
+}
+
+TEST_F(HeaderViewTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
+  PickerCombo combo;
+  combo.show();
+  const auto heightWith = [&combo](std::size_t count) {
+    combo.SetChoices(std::vector<device::Text>(count, u"Oak"));
+    combo.showPopup();
+    const int height = combo.view()->parentWidget()->height();
+    const int entries = static_cast<int>(count) * combo.view()->sizeHintForRow(0);
+    combo.hidePopup();
+    return std::pair(height, entries);
+  };
+  const auto [two, entries] = heightWith(2);
+  EXPECT_GE(two, entries);
+  EXPECT_LT(two, entries * 3 / 2) << "no empty room below the last one";
+  EXPECT_EQ(heightWith(20).first, 200);
 }
 
 TEST_F(HeaderViewTest, KeepsLineEndsThatNobodyTouched) {
