@@ -64,6 +64,7 @@ bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
     Text title = device::StripLeadingControls(wanted.name);
     for (int made = 0, number = *count + 1; made < wanted.copies; ++made) {
       if (!MakeCopy(title, wanted.withData)) return false;
+      if (made == 0) m_FirstCopy = m_Copy.m_CategoryID;
       title = NumberedTitle(baseName, ++number);
     }
     if (!transaction.Commit()) return false;

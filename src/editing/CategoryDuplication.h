@@ -23,6 +23,8 @@ public:
   // texts, flags, steps and fields; those without get the steps of the templates. A step whose template is
   // gone is not copied, which is said once all is written. One transaction; false when it failed.
   bool Make(const EditingDialogs::CategoryCopies& wanted);
+  // The key of the first one that Make has made.
+  std::int32_t FirstCopy() const { return m_FirstCopy; }
 
 private:
   bool ReadSource();
@@ -36,6 +38,7 @@ private:
   data::Databases& m_Databases;
   data::CategoryTable m_Source;
   data::CategoryTable m_Copy;
+  std::int32_t m_FirstCopy = -1;
   std::vector<int> m_LeftOut;  // steps without a template, by their place in the source
 };
 

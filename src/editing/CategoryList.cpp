@@ -139,11 +139,16 @@ CategoryList::Screen CategoryList::Open(int row, int topRow) {
 }
 
 // The record of a category among those shown, -1 when it is none of them.
-int CategoryList::RecordOf(std::int32_t categoryID) {
+int CategoryList::RowOf(std::int32_t categoryID) {
   data::CategoryTable found(m_Databases);
   found.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));
-  const int record = m_List.FindRowOf(found, 0);
-  return std::find(m_Shown.begin(), m_Shown.end(), record) == m_Shown.end() ? -1 : record;
+  const auto row = std::find(m_Shown.begin(), m_Shown.end(), m_List.FindRowOf(found, 0));
+  return row == m_Shown.end() ? -1 : static_cast<int>(row - m_Shown.begin());
+}
+
+int CategoryList::RecordOf(std::int32_t categoryID) {
+  const int row = RowOf(categoryID);
+  return row < 0 ? -1 : m_Shown[static_cast<std::size_t>(row)];
 }
 
 std::vector<int> CategoryList::MarkedRows() {
@@ -210,6 +215,7 @@ bool CategoryList::DuplicateRow(int record, std::optional<inspection::UndoRecord
   if (!recording)
     recording.emplace(m_Document, u"Duplicate Category", m_Document.Inspection().m_InspectionID);
   const bool made = duplication.Make(*wanted);
+  if (made && m_FirstCopy < 0) m_FirstCopy = duplication.FirstCopy();
   m_Document.LoadCategories();
   m_Document.SetCategoryTopIndex(0);
   return made;
@@ -218,6 +224,7 @@ bool CategoryList::DuplicateRow(int record, std::optional<inspection::UndoRecord
 bool CategoryList::Duplicate() {
   m_Document.FinishDocTypeChange();
   Refill();
+  m_FirstCopy = -1;
   std::optional<inspection::UndoRecording> recording;  // from the first OK on
   bool made = true;
   for (const int record : MarkedRows()) made = DuplicateRow(record, recording) && made;

@@ -39,6 +39,8 @@ public:
     bool opened = false;  // its steps are made; so they are for a form
     int toDo = 0;         // steps that want a rating, a comment or a picture
   };
+  // The row with this key; -1 when the filter hides it or there is none.
+  int RowOf(std::int32_t categoryID);
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   // Nothing for a row that another program deleted.
   std::optional<Row> RowAt(int row);
@@ -74,6 +76,8 @@ public:
   bool TogglePresence();
   bool Rename();
   bool Duplicate();
+  // The key of the first copy that the last Duplicate has made; -1 when it made none.
+  std::int32_t FirstCopy() const { return m_FirstCopy; }
   DefaultsResult ApplyDefaults();
 
 private:
@@ -93,6 +97,7 @@ private:
   device::WordFilter m_Filter;
   std::map<std::int32_t, Unfinished::Left> m_Left;  // by category, as it was when the list was last read
   std::vector<std::int32_t> m_Marked;               // keys, in the order of marking
+  std::int32_t m_FirstCopy = -1;
   Text m_ToggleCaption = u"Not Present";
 };
 

@@ -220,7 +220,7 @@ bool StepList::ApplyDefaults() {
   return applied;
 }
 
-std::optional<int> StepList::DuplicateStep(int row) {
+std::optional<std::int32_t> StepList::DuplicateStep(int row) {
   if (!Read(row)) return std::nullopt;
   StepDuplication duplication(m_Databases, m_List);
   const std::optional<Text> suggested = duplication.SuggestedName();
@@ -233,7 +233,7 @@ std::optional<int> StepList::DuplicateStep(int row) {
   if (copy) recording.Done();
   m_Document.LoadCategories();
   Refill();
-  return copy ? std::optional(RowOf(*copy)) : std::nullopt;
+  return copy;
 }
 
 }  // namespace inspector::editing

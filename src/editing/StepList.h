@@ -71,8 +71,8 @@ public:
 
   // Default materials and ratings for all steps of the category.
   bool ApplyDefaults();
-  // Asks for a name and adds a copy of the step without its findings. The row of the copy, or nothing.
-  std::optional<int> DuplicateStep(int row);
+  // Asks for a name and adds a copy of the step without its findings. The key of the copy, or nothing.
+  std::optional<std::int32_t> DuplicateStep(int row);
 
 private:
   void Refill();

@@ -210,10 +210,10 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
   });
   const auto duplicate = [this](int row, const Text& suggested, const Text& name) {
     Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
-    const std::optional<int> copy = m_List.DuplicateStep(row);
+    const std::optional<std::int32_t> copy = m_List.DuplicateStep(row);
     EXPECT_EQ(Prompts().TextQuestions().back().title, u"Duplicate Step");
     EXPECT_EQ(Prompts().TextQuestions().back().initial, suggested);
-    return copy;
+    return m_List.RowOf(copy.value_or(-1));
   };
   EXPECT_EQ(duplicate(kGutters, u"Gutters #2", u"Downspouts"), 2);
   EXPECT_EQ(duplicate(kGutters, u"Gutters #2", u"Gutters #2"), 3) << "another name does not count";
@@ -239,7 +239,7 @@ TEST_F(StepListTest, CopyMakesACompleteCategoryIncomplete) {
   Show(u"Cellar");
   EXPECT_TRUE(m_List.ChangeRating(0, u"No"));
   Prompts().QueueText(u"Duplicate Step", u"Pit");
-  EXPECT_EQ(m_List.DuplicateStep(0), 1);
+  EXPECT_EQ(m_List.RowOf(m_List.DuplicateStep(0).value_or(-1)), 1);
   EXPECT_FALSE(IsComplete());
   m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Step WHERE StepTitle = 'Pit'");
   EXPECT_EQ(Shown(1), u"gone");

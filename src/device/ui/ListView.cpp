@@ -108,6 +108,10 @@ void ListView::SelectRow(int row) {
     return;
   }
   MakeCurrent(row, UsualColumn());
+  executeDelayedItemsLayout();  // rows that were just read have no place before
+  scrollTo(m_Model->index(row, 0));
+  // Rows that came into sight by it have got their heights, which may have moved this one out.
+  updateGeometries();
   scrollTo(m_Model->index(row, 0));
 }
 
@@ -117,7 +121,7 @@ int ListView::TopRow() const {
 
 void ListView::ScrollToTop(int row) {
   if (row < 0 || row >= m_Model->rowCount()) return;
-  executeDelayedItemsLayout();  // rows that were just read have no place before
+  executeDelayedItemsLayout();
   scrollTo(m_Model->index(row, 0), PositionAtTop);
 }
 

@@ -23,6 +23,7 @@ CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs
       AddCommand("duplicate", QStringLiteral("&Duplicate..."), QKeySequence(Qt::CTRL | Qt::Key_D), [this] {
         m_List.Duplicate();
         ShowRows();
+        ShowCopy();
       });
   m_Rename = AddCommand("rename", QStringLiteral("&Rename..."), QKeySequence(Qt::Key_F2), [this] {
     m_List.Rename();
@@ -71,6 +72,13 @@ void CCategoryView::OnRow(int row, int column) {
     return;
   }
   Refresh();
+}
+
+// The first one, also where a search would hide it.
+void CCategoryView::ShowCopy() {
+  if (m_List.FirstCopy() < 0) return;
+  if (m_List.RowOf(m_List.FirstCopy()) < 0) ClearSearch();
+  m_Rows->SelectRow(m_List.RowOf(m_List.FirstCopy()));
 }
 
 void CCategoryView::ShowRows() {

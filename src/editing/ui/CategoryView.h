@@ -20,6 +20,7 @@ private:
   void OnSearch(const device::Text& words) override;
   void OnRow(int row, int column);
   // The rows were read again.
+  void ShowCopy();
   void ShowRows();
   // The same rows have other content.
   void Refresh();

@@ -109,9 +109,9 @@ void CStepListView::Rate(std::int32_t stepID, const device::Text& entry) {
 }
 
 void CStepListView::DuplicateStep() {
-  const std::optional<int> copy = m_List.DuplicateStep(m_Rows->SelectedRow());
+  const std::optional<std::int32_t> copy = m_List.DuplicateStep(m_Rows->SelectedRow());
   ShowRows();
-  if (copy) m_Rows->SelectRow(*copy);
+  if (copy) SelectStep(*copy);
 }
 
 void CStepListView::ShowRows() {

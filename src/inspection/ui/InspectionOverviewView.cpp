@@ -138,6 +138,10 @@ void CInspectionOverview::Duplicate() {
   const auto key = m_Overview.OnDuplicate(SelectedPosition());
   if (!key) return;
   Changed(*key);
+  if (m_List->SelectedRow() < 0) {  // its number may hold none of the words that are looked for
+    m_Find->clear();
+    Select(*key);
+  }
   MakeSelectedCurrent();
 }
 

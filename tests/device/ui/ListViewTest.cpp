@@ -18,12 +18,13 @@ public:
   int RowCount() const override { return m_Count; }
   ListRow ShownRow(int row) override {
     m_Fetched.insert(row);
-    return {{u"", Format(u"Roof #%d", row), u"Complete"},
+    return {{u"", Format(m_Name, row), u"Complete"},
             row == m_Ticked ? CheckImage::Ticked : CheckImage::Empty};
   }
 
   int m_Count = 10000;
   int m_Ticked = -1;
+  TextView m_Name = u"Roof #%d";
   std::set<int> m_Fetched;
 };
 
@@ -90,6 +91,20 @@ TEST_F(ListViewTest, KeepsTheRowWhenTheListIsReadAgain) {
   m_View.Refill();
   EXPECT_EQ(m_View.SelectedRow(), -1);
   EXPECT_TRUE(m_Selected.empty());
+}
+
+// Such rows get their height only when they come into sight.
+TEST_F(ListViewTest, ARowThatWasAddedAtTheEndIsShownWhole) {
+  m_Rows.m_Name = u"Bathroom beside the bedroom of the guests on the upper floor, with a shower #%d";
+  m_View.Refill();
+  m_View.SelectRow(9999);
+  m_Rows.m_Count = 10003;
+  m_View.Refill();
+  m_View.SelectRow(10002);
+  QApplication::processEvents();
+  const QRect row = m_View.visualRect(m_View.model()->index(10002, 1));
+  EXPECT_GT(row.height(), 3 * m_View.fontMetrics().lineSpacing());
+  EXPECT_TRUE(m_View.viewport()->rect().contains(row));
 }
 
 TEST_F(ListViewTest, ShowsTheMarkOnlyWhereItIsSet) {

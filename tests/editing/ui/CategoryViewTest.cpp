@@ -104,6 +104,7 @@ TEST_F(CategoryViewTest, CommandsShowTheirWork) {
   EXPECT_TRUE(tests::Run(m_View, "duplicate"));
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 7);
   EXPECT_EQ(Status(kRoof + 1), QStringLiteral("Incomplete"));
+  EXPECT_EQ(CellText(m_View.Rows(), m_View.Rows().SelectedRow(), kTitle), QStringLiteral("Shed"));
   Prompts().Queue(u"Caution", device::Answer::Yes);
   EXPECT_TRUE(tests::Run(m_View, "defaults"));
   EXPECT_EQ(Status(0), QStringLiteral("Complete"));

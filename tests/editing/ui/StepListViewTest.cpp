@@ -76,6 +76,7 @@ TEST_F(StepListViewTest, ColumnsOpenTheSheetAndTheListFollows) {
 
 TEST_F(StepListViewTest, CommandsAndSearch) {
   EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.2")));
+  Part<QLineEdit>(m_View, "searchField").setText(QStringLiteral("gutters"));
   Prompts().QueueText(u"Duplicate Step", u"Vents");
   EXPECT_TRUE(tests::Run(m_View, "duplicateStep"));
   EXPECT_EQ(m_View.SelectedStep(), m_Device.StepKey(u"20.2a")) << "the copy is selected";
