@@ -234,20 +234,44 @@ void CCommentsPage::Attach(const std::vector<std::filesystem::path>& files) {
   data::Workspace& workspace = m_Sheet.GetWorkspace();
   const AttachmentForm form = ReadAttachmentForm(workspace.GetMachine().registry);
   Text problems;
+  std::vector<std::pair<Text, QByteArray>> cutShort;
   {
     PictureConverter::Run run(m_Converter, static_cast<int>(files.size()));
     for (const std::filesystem::path& file : files) {
       const Text name = device::FromUtf8(file.filename().native());
+      const auto isCut = std::make_shared<bool>(false);
       const std::optional<QByteArray> jpeg =
-          run.Next(name, [file, form](const std::atomic<bool>& stop) { return MakeJpeg(file, form, stop); });
+          run.Next(name, [file, form, isCut](const std::atomic<bool>& stop) {
+            QByteArray made = MakeJpeg(file, form, stop);
+            *isCut = !made.isEmpty() && IsCutShort(file);
+            return made;
+          });
       if (!jpeg) break;  // what is attached by now stays
       if (jpeg->isEmpty())
         problems += device::Format(u"%s%s %s.", problems.empty() ? u"" : u"\n", name, WhyNoJpeg(file));
+      else if (*isCut)
+        cutShort.emplace_back(name, *jpeg);
       else if (!Store(name, *jpeg))
         break;  // the next one would have no room either
     }
   }
   if (!problems.empty()) device::Alert(workspace.GetPrompts(), problems);
+  if (!cutShort.empty()) OfferCutShort(cutShort);
+}
+
+// What is left of a picture may show all that matters, and be the only one there is.
+void CCommentsPage::OfferCutShort(const std::vector<std::pair<Text, QByteArray>>& pictures) {
+  Text names;
+  for (const auto& [name, jpeg] : pictures) names += name + u"\n";
+  if (!device::ConfirmCaution(
+          m_Sheet.GetWorkspace().GetPrompts(),
+          device::Format(
+              u"The end of the file is missing, so a part of the picture is grey:\n%s\nThe copy may "
+              u"have been interrupted; try to copy the file again. Attach what is there anyway?",
+              names)))
+    return;
+  for (const auto& [name, jpeg] : pictures)
+    if (!Store(name, jpeg)) return;
 }
 
 void CCommentsPage::AttachImage(const QImage& picture) {

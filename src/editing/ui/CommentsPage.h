@@ -36,6 +36,7 @@ private:
   QPushButton* AddButton(const QString& caption, const char* name);
   void FillPicklist();
   void InsertPicked();
+  void OfferCutShort(const std::vector<std::pair<Text, QByteArray>>& pictures);
   void AttachNewest();
   std::filesystem::path CardFolder() const;
   void KeepSelection();

@@ -117,7 +117,8 @@ QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& for
       form.longestSide == 0 || (size.isValid() && std::max(size.width(), size.height()) <= form.longestSide);
   const bool stands = !form.upright || reader.transformation() == QImageIOHandler::TransformationNone;
   QByteArray jpeg;
-  if (reader.format() == "jpeg" && fits && stands) {
+  // What is left of one that was cut short is written anew, so that nobody after us stumbles over its end.
+  if (reader.format() == "jpeg" && fits && stands && !IsCutShort(path)) {
     // Only looked through, small, so that one of any size is.
     if (file.size() <= kLargestCopied && !Read(reader, kGlance, false).isNull() && file.seek(0))
       jpeg = file.readAll();
@@ -128,6 +129,30 @@ QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& for
     if (!picture.isNull()) jpeg = Written(picture);
   }
   return stop ? QByteArray() : jpeg;
+}
+
+// From marker to marker; a preview within the first segments has an end of its own, which is passed over.
+bool IsCutShort(const std::filesystem::path& path) {
+  constexpr uchar kStuffed = 0x00, kFirstRestart = 0xD0, kLastRestart = 0xD7, kEnd = 0xD9;
+  QFile file(NameOf(path));
+  if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestCopied) return false;
+  const QByteArray content = file.readAll();
+  const qint64 size = content.size();
+  const auto* const bytes = reinterpret_cast<const uchar*>(content.constData());
+  if (!content.startsWith("\xFF\xD8")) return false;
+  for (qint64 at = 2; at + 1 < size;) {
+    const uchar marker = bytes[at + 1];
+    if (bytes[at] != 0xFF || marker == 0xFF) {
+      ++at;  // pixels, or filling
+    } else if (marker == kStuffed || (marker >= kFirstRestart && marker <= kLastRestart)) {
+      at += 2;
+    } else if (marker == kEnd) {
+      return false;
+    } else {
+      at += at + 3 < size ? 2 + qFromBigEndian<quint16>(bytes + at + 2) : size;
+    }
+  }
+  return true;
 }
 
 Text WhyNoJpeg(const std::filesystem::path& path) {

@@ -176,6 +176,22 @@ TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled)
   const std::ofstream opened(slow);  // lets the reader go
 }
 
+TEST_F(StepPropertySheetTest, APictureThatIsCutShortIsOffered) {
+  QImage noise(64, 64, QImage::Format_RGB32);
+  for (int n = 0; n < 64 * 64; ++n) noise.setPixel(n % 64, n / 64, static_cast<uint>(n) * 2654435761U);
+  const std::string whole = MakeJpeg(noise, {}).toStdString();
+  std::ofstream(m_Device.Root() / "cut.jpg") << whole.substr(0, whole.size() / 2);
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(m_Device.Root() / "cut.jpg"))});
+  for (const auto answer : {device::Answer::No, device::Answer::Yes}) {
+    EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"");
+    Prompts().Queue(u"Caution", answer);
+    Comment().onPictures(dropped);
+    EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"\ncut.jpg\n"));
+  }
+  EXPECT_TRUE(device::Contains(m_Sheet.Logic().Draft().comments, u"cut.jpg;Scaling=100***"));
+}
+
 // A clipboard that nobody has put anything into is none at all.
 TEST_F(StepPropertySheetTest, NothingIsPastedFromNowhere) {
   class Open : public CommentBox {
@@ -365,6 +381,14 @@ TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
   EXPECT_EQ(MakeJpeg(sideways, {0, false}), turned) << "as it is";
   EXPECT_EQ(QImage::fromData(MakeJpeg(sideways, {4, false})).size(), QSize(4, 2));
   EXPECT_EQ(WhyNoJpeg(folder / "broken.jpg"), u"is no picture that can be read");
+
+  // The preview that a camera puts into the first segment is whole and says nothing about the picture.
+  const QByteArray preview = QByteArray::fromHex("FFE10006FFD8FFD9");
+  const std::string whole = (plain.left(2) + preview + plain.mid(2)).toStdString();
+  EXPECT_FALSE(IsCutShort(folder.Put("whole.jpg", whole + "what a phone adds")));
+  const auto cut = folder.Put("cut.jpg", whole.substr(0, whole.size() - 2));
+  EXPECT_TRUE(IsCutShort(cut));
+  EXPECT_FALSE(IsCutShort(folder.Put("rewritten.jpg", MakeJpeg(cut, {}).toStdString())));
 
   QImage clear(3, 3, QImage::Format_ARGB32);
   clear.fill(Qt::transparent);
