@@ -31,9 +31,17 @@ public:
   std::filesystem::path HostFolder() const;
   // The folder and the name of picture `number`, counted from 1; "ERROR" when there is none.
   Text Find(int number);
+  // The picture of any format that was written last. Here a folder without its last slash is the folder; else
+  // what follows the last slash is what the names begin with, as for the numbers.
+  struct Newest {
+    std::filesystem::path file;  // empty when there is none
+    Text problem;                // why, in words for a person
+  };
+  Newest FindNewest() const;
 
 private:
   std::size_t NameBegin() const;
+  std::filesystem::path OnHost(TextView folder) const;
   std::vector<Text> ListEntries() const;
 
   device::Files& m_Files;

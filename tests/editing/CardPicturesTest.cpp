@@ -1,5 +1,7 @@
 #include "editing/CardPictures.h"
 
+#include <chrono>
+
 #include "support/TestSupport.h"
 
 namespace inspector::editing {
@@ -52,6 +54,30 @@ TEST(CardPicturesTest, ANumberNamesTheSameFileTillTheReportIsDone) {
 
   CardPictures missing(files, paths, u"\\No Card\\");
   EXPECT_EQ(missing.Find(1), u"ERROR");
+}
+
+TEST(CardPicturesTest, TheNewestIsOneThatTheSettingMeans) {
+  tests::TemporaryFolder home;
+  device::HostFiles files;
+  const device::DevicePaths paths(home.Path());
+  std::filesystem::create_directories(home / "Empty/folder.jpg");
+  const auto now = std::filesystem::file_time_type::clock::now();
+  int age = 0;
+  for (const char* name :
+       {"Card/.roof.jpg", "Card/notes.txt", "Card/new.PNG", "Card/IMG_2.jpg", "Card/IMG_1.jpg"})
+    std::filesystem::last_write_time(home.Put(name), now - std::chrono::hours(++age));
+  const auto newest = [&](const Text& setting) {
+    const CardPictures::Newest found = CardPictures(files, paths, setting).FindNewest();
+    return found.file.empty() ? found.problem : device::FromUtf8(found.file.filename().native());
+  };
+  EXPECT_EQ(newest(u"\\card\\"), u"new.PNG");
+  EXPECT_EQ(newest(u"\\Card"), u"new.PNG") << "its last slash was forgotten";
+  EXPECT_EQ(newest(u"\\Card\\img_"), u"IMG_2.jpg");
+  EXPECT_EQ(newest(u"\\Card\\DSC"), u"There is no picture yet whose path begins with \\Card\\DSC.");
+  EXPECT_EQ(newest(u"\\Empty\\"), u"There is no picture in the folder \\Empty\\ yet.");
+  EXPECT_EQ(newest(u"\\None\\"), u"The folder \\None\\ is not there. Is the camera's card in this device?");
+  EXPECT_EQ(newest(u""),
+            u"The folder of the camera's card is not known yet. Enter it in the options, under Pictures.");
 }
 
 TEST(CardPicturesTest, TheFolderIsPutBeforeTheNameAsItIs) {

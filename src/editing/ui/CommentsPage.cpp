@@ -1,7 +1,6 @@
 #include "editing/ui/CommentsPage.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QFile>
 #include <QGridLayout>
 #include <QLabel>
@@ -14,7 +13,6 @@
 #include "device/ListColumns.h"
 #include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
-#include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
 #include "editing/ui/PictureFile.h"
@@ -111,7 +109,7 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   });
   connect(attach, &QPushButton::clicked, this, [this] {
     device::ui::FileDialog dialog(this, tr("Attach pictures"), "attachDialog");
-    dialog.ShowFolder(CardFolder());
+    dialog.ShowFolder(Card().HostFolder());
     dialog.setNameFilter(tr("Pictures (*.jpg *.jpeg *.png *.gif *.bmp *.2bp)"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
     Attach(dialog.Ask());
@@ -289,23 +287,18 @@ void CCommentsPage::AttachImage(const QImage& picture) {
     Store(u"Pasted.jpg", *jpeg);
 }
 
-std::filesystem::path CCommentsPage::CardFolder() const {
+CardPictures CCommentsPage::Card() const {
   data::Workspace& workspace = m_Sheet.GetWorkspace();
   const device::Machine& machine = workspace.GetMachine();
-  return CardPictures(machine.files, machine.paths, workspace.Options().m_DefaultPictCardPath).HostFolder();
+  return {machine.files, machine.paths, workspace.Options().m_DefaultPictCardPath};
 }
 
 void CCommentsPage::AttachNewest() {
-  const QDir card(QFile::decodeName(CardFolder().c_str()));
-  QStringList names;
-  for (const char* ending : {"jpg", "jpeg", "png", "gif", "bmp", "2bp"})
-    names.append(QStringLiteral("*.") + QLatin1String(ending));
-  const QFileInfoList files = card.entryInfoList(names, QDir::Files, QDir::Time);
-  if (files.isEmpty())
-    device::Alert(m_Sheet.GetWorkspace().GetPrompts(),
-                  device::Format(u"There is no picture in the folder %s.", FromQString(card.path())));
+  const CardPictures::Newest newest = Card().FindNewest();
+  if (newest.file.empty())
+    device::Alert(m_Sheet.GetWorkspace().GetPrompts(), newest.problem);
   else
-    Attach({HostPath(files.front().absoluteFilePath())});
+    Attach({newest.file});
 }
 
 void CCommentsPage::AttachFrom(const QMimeData& pictures) {

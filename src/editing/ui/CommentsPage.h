@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "editing/CardPictures.h"
 #include "editing/CommentEditing.h"
 #include "editing/ui/PictureConverter.h"
 
@@ -38,7 +39,7 @@ private:
   void InsertPicked();
   void OfferCutShort(const std::vector<std::pair<Text, QByteArray>>& pictures);
   void AttachNewest();
-  std::filesystem::path CardFolder() const;
+  CardPictures Card() const;
   void KeepSelection();
   void AttachFrom(const QMimeData& pictures);
   void AttachImage(const QImage& picture);
