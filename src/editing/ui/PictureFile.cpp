@@ -72,6 +72,11 @@ private:
   const std::atomic<bool>& m_Stop;
 };
 
+QImage FitInto(const QImage& picture, const QSize& bounds) {
+  const bool fits = picture.width() <= bounds.width() && picture.height() <= bounds.height();
+  return fits ? picture : picture.scaled(bounds, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
 QImage Read(QImageReader& reader, const QSize& bounds, bool upright) {
   reader.setAutoTransform(upright);
   const QSize stored = reader.size();
@@ -102,8 +107,9 @@ QImage ReadPicture(const std::filesystem::path& path, const QSize& bounds) {
   if (!file.open(QIODevice::ReadOnly)) return {};
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
-  const QImage picture = Read(reader, bounds, true);
-  return picture.isNull() ? ReadFourColours(file) : picture;
+  QImage picture = Read(reader, bounds, true);
+  if (picture.isNull()) picture = ReadFourColours(file);
+  return FitInto(picture, bounds);
 }
 
 QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& form,
@@ -125,7 +131,7 @@ QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& for
   } else {
     const int side = form.longestSide == 0 ? kLargestSide : form.longestSide;
     QImage picture = Read(reader, {side, side}, form.upright);
-    if (picture.isNull()) picture = ReadFourColours(file);
+    if (picture.isNull()) picture = FitInto(ReadFourColours(file), {side, side});
     if (!picture.isNull()) jpeg = Written(picture);
   }
   return stop ? QByteArray() : jpeg;
@@ -170,8 +176,7 @@ Text WhyNoJpeg(const std::filesystem::path& path) {
 QByteArray MakeJpeg(const QImage& picture, const AttachmentForm& form) {
   if (picture.isNull()) return {};
   const int side = form.longestSide;
-  const bool fits = side == 0 || std::max(picture.width(), picture.height()) <= side;
-  return Written(fits ? picture : picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+  return Written(side == 0 ? picture : FitInto(picture, {side, side}));
 }
 
 }  // namespace inspector::editing::ui

@@ -366,6 +366,7 @@ TEST(PictureFileTest, ReadsTheDevicesBitmapAndPassesOverWhatIsBroken) {
   EXPECT_EQ(picture.pixelColor(1, 0), QColor(0, 255, 0));
   EXPECT_EQ(picture.pixelColor(1, 1), QColor(255, 0, 0));
   EXPECT_EQ(picture.pixelColor(4, 1), QColor(255, 0, 0));
+  EXPECT_EQ(ReadPicture(folder / "a.2bp", {2, 2}).size(), QSize(2, 1));
   for (std::size_t size : {std::size_t{2}, std::size_t{54}, bitmap.size() - 1})
     EXPECT_TRUE(ReadPicture(folder.Put("cut.2bp", bitmap.substr(0, size)), {100, 100}).isNull());
   EXPECT_TRUE(ReadPicture(folder / "none.jpg", {100, 100}).isNull());
