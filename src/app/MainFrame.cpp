@@ -451,9 +451,10 @@ void CMainFrame::RememberPlace() {
 bool CMainFrame::FlushAll() {
   if (m_Document.GetWorkspace().IsBusy()) return false;
   const bool sheet = m_Visit->FlushSheet();
+  const bool options = !m_Options || m_Options->Flush();
   const bool screen = CurrentScreen()->Flush();
   RememberPlace();
-  return sheet && screen;
+  return sheet && options && screen;
 }
 
 void CMainFrame::SaveAndThen(std::function<void()> end) {
@@ -494,7 +495,9 @@ void CMainFrame::Report() {
 void CMainFrame::OpenOptions() {
   if (!CurrentScreen()->Flush()) return;  // it is shown anew afterwards
   COptionsSheet sheet(m_Document.GetWorkspace(), this);
+  m_Options = &sheet;
   sheet.exec();
+  m_Options = nullptr;
   m_MustQuit = sheet.MustQuit();
   m_MustQuit ? static_cast<void>(close()) : CurrentScreen()->OnShow();
 }

@@ -29,6 +29,8 @@ class HeaderView;
 
 namespace inspector::app {
 
+class COptionsSheet;
+
 // The document outlives the window. Closing the window writes what was entered first, and stays open when
 // that fails.
 class CMainFrame : public QMainWindow {
@@ -111,6 +113,7 @@ private:
   inspection::ui::CInspectionSetupView2* m_SetUp = nullptr;
   std::unique_ptr<VisitScreens> m_Visit;
   double m_HeadingPoints = 0;
+  COptionsSheet* m_Options = nullptr;  // while they are open
   bool m_MustQuit = false;
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first

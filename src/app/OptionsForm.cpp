@@ -1,5 +1,7 @@
 #include "app/OptionsForm.h"
 
+#include <utility>
+
 #include "data/OptionFields.h"
 #include "device/Format.h"
 #include "device/OwnerRecord.h"
@@ -153,6 +155,15 @@ std::optional<OptionsForm::Problem> OptionsForm::WhyNot(const Values& values) {
     }
   }
   return std::nullopt;
+}
+
+OptionsForm::Values OptionsForm::WithWhatStands(Values values, const Values& entered) {
+  for (const auto& [name, text] : entered) {
+    if (name == kTemplatePath || name == kInspectionPath) continue;
+    const Text before = std::exchange(values[name], text);
+    if (text != before && WhyNot(values)) values[name] = before;
+  }
+  return values;
 }
 
 data::OptionsSaved OptionsForm::Save(const Values& values) {

@@ -48,6 +48,9 @@ public:
   };
   // What a person must correct first; nothing when everything can be saved.
   std::optional<Problem> WhyNot(const Values& values);
+  // `values` with those entries of `entered` that can be saved as they stand. The paths of the databases
+  // stay: one that is half typed would keep the program from starting again.
+  Values WithWhatStands(Values values, const Values& entered);
   // Owner, options and paths. After MustQuit the program must end.
   data::OptionsSaved Save(const Values& values);
 

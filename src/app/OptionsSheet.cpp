@@ -93,4 +93,19 @@ void COptionsSheet::accept() {
   QDialog::accept();
 }
 
+bool COptionsSheet::Flush() {
+  OptionsForm::Values entered = m_Values;
+  for (const COptionsPage* page : m_Pages) page->TakeOver(entered);
+  const OptionsForm::Values before = m_Form.Load();
+  const OptionsForm::Values after = m_Form.WithWhatStands(before, entered);
+  if (after == before) return true;
+  if (!m_BeforeFlush) m_BeforeFlush = before;
+  return m_Form.Save(after) == data::OptionsSaved::Done;
+}
+
+void COptionsSheet::reject() {
+  if (m_BeforeFlush && m_Form.Save(*m_BeforeFlush) != data::OptionsSaved::Done) return;
+  QDialog::reject();
+}
+
 }  // namespace inspector::app

@@ -21,12 +21,18 @@ public:
   // The databases are to be found elsewhere, which has been told: the program must end.
   bool MustQuit() const { return m_MustQuit; }
 
+  // The program ends while the sheet is open: saves what can be saved as it stands. False when that failed.
+  bool Flush();
+
   void accept() override;
+  // Also takes back what Flush has saved: the program did not end then.
+  void reject() override;
 
 private:
   data::Workspace& m_Workspace;
   OptionsForm m_Form;
   OptionsForm::Values m_Values;
+  std::optional<OptionsForm::Values> m_BeforeFlush;
   QComboBox* m_Chooser;
   QStackedWidget* m_Stack;
   std::vector<COptionsPage*> m_Pages;

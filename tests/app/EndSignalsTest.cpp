@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 
 #include "app/MainFrame.h"
@@ -47,6 +48,25 @@ TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
     sheet.reject();
   });
   frame.Visit().OpenNextUnfinished();
+
+  ended = false;
+  person.Expect("optionsSheet", [&](QDialog& sheet) {
+    const auto enter = [&sheet](const char* name, const char* text) {
+      sheet.findChild<QLineEdit*>(QLatin1String(name))->setText(QLatin1String(text));
+    };
+    enter("UserName", "ana");
+    enter("Port", "forty");
+    enter("TemplatePath", "\\My Docu");
+    std::raise(SIGTERM);
+    Pass(5000, ended);
+    data::Workspace& workspace = m_Device.GetWorkspace();
+    workspace.ForgetOptions();
+    EXPECT_EQ(workspace.Options().m_UserName, u"ana");
+    EXPECT_EQ(workspace.PathsInUse().templatePath, u"\\My Documents\\Template_Data.cdb");
+    sheet.reject();
+    EXPECT_EQ(workspace.Options().m_UserName, u"") << "the program went on, and Cancel means what it says";
+  });
+  frame.OpenOptions();
   const device::Registry& registry = m_Device.GetWorkspace().GetMachine().registry;
   EXPECT_EQ(device::ReadLastPlace(registry),
             (device::LastPlace{Document().Inspection().m_InspectionID, roof, gutters}));
