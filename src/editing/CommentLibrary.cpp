@@ -44,8 +44,4 @@ std::optional<std::vector<LibraryComment>> CommentsOfMaterial(data::Databases& d
                      materialID));
 }
 
-std::optional<std::vector<LibraryComment>> AllComments(data::Databases& databases) {
-  return Read(databases, u"SELECT * FROM Comments");
-}
-
 }  // namespace inspector::editing

@@ -25,6 +25,5 @@ std::optional<std::vector<LibraryComment>> CommentsOfStep(data::Databases& datab
                                                           std::int32_t stepTemplateID);
 std::optional<std::vector<LibraryComment>> CommentsOfMaterial(data::Databases& databases,
                                                               std::int32_t materialID);
-std::optional<std::vector<LibraryComment>> AllComments(data::Databases& databases);
 
 }  // namespace inspector::editing

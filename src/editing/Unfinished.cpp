@@ -74,12 +74,12 @@ bool Unfinished::Refresh() {
   for (int n = 0; n < categories.RecordCount(); ++n) {
     if (!categories.GetRecord(n)) continue;
     m_Categories.push_back(categories.m_CategoryID);
-    complete = AddCategory(categories, m_Steps) && complete;
+    complete = AddCategory(categories) && complete;
   }
   return complete && !categories.Failed();
 }
 
-bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found) {
+bool Unfinished::AddCategory(const data::CategoryTable& category) {
   std::vector<std::int32_t>& order = m_StepOrder[category.m_CategoryID];
   order.clear();
   if (category.m_NotPresentFlag || category.m_Type == kFormCategory) return true;
@@ -90,7 +90,7 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
   UnfinishedStep step;
   step.categoryID = category.m_CategoryID;
   step.categoryTitle = category.m_CategoryTitle;
-  if (steps.RecordCount() == 0 && !category.m_CompleteFlag) found.push_back(step);
+  if (steps.RecordCount() == 0 && !category.m_CompleteFlag) m_Steps.push_back(step);
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (!steps.GetRecord(n)) continue;
     order.push_back(steps.m_StepID);
@@ -101,7 +101,7 @@ bool Unfinished::AddCategory(const data::CategoryTable& category, std::vector<Un
     step.stepID = steps.m_StepID;
     step.stepNumber = steps.m_StepNumber;
     step.title = steps.m_StepTitle;
-    found.push_back(step);
+    m_Steps.push_back(step);
   }
   return !steps.Failed();
 }

@@ -56,7 +56,7 @@ public:
 private:
   bool ReadChoices();
   bool NeedsComment(const data::StepTable& step) const;
-  bool AddCategory(const data::CategoryTable& category, std::vector<UnfinishedStep>& found);
+  bool AddCategory(const data::CategoryTable& category);
 
   data::Workspace& m_Workspace;
   std::int32_t m_InspectionID;

@@ -95,7 +95,9 @@ TEST_F(CommentPicklistTest, DeletingDisablesTheLink) {
   EXPECT_EQ(Delete(Answer::Yes, {u"Worn.", u"worn.", u"Steep."}), Result::Done);
   EXPECT_THAT(Listed(), ElementsAre(u"Moss.", u"Brittle."));
   EXPECT_THAT(LinksOf(m_Worn), ElementsAre(device::Format(u"-1 -1-%d", m_Worn)));
-  EXPECT_EQ(AllComments(Data())->size(), 12u) << "the library keeps its comments";
+  data::CommentsTable comments(Data());
+  comments.Open();
+  EXPECT_EQ(comments.RecordCount(), 12) << "the library keeps its comments";
   EXPECT_EQ(CommentPicklist(m_Device.GetWorkspace(), 2).Comments().size(), 2u);
 }
 
