@@ -23,7 +23,7 @@
 #include "data/StartUp.h"
 #include "data/StepTable.h"
 #include "device/Format.h"
-#include "reports/InspectionReport.h"
+#include "reports/MakeReport.h"
 
 namespace inspector::bench {
 namespace {
@@ -60,7 +60,7 @@ public:
   // The inspection's id is the number of its pictures.
   void WriteReport(int pictures, const std::filesystem::path& target) {
     const auto outcome =
-        reports::WriteInspectionReport(*m_Workspace, {pictures, u"4 Column", target, {}, true});
+        reports::MakeReport(*m_Workspace, {pictures, u"inspection", {.layout = u"4 Column"}, target});
     if (outcome.result != reports::ReportResult::Written || !outcome.notes.empty()) std::exit(1);
   }
 

@@ -1,10 +1,8 @@
 #include "app/ReportCommand.h"
 
-#include "data/InspectionTypeTable.h"
-#include "device/Format.h"
 #include "device/RowSource.h"
 #include "device/ui/ChoiceDialog.h"
-#include "reports/InspectionReport.h"
+#include "reports/MakeReport.h"
 #include "reports/ReportLayout.h"
 #include "reports/ui/SelectCategoriesPage.h"
 
@@ -20,14 +18,6 @@ public:
             device::RowTone::Normal};
   }
 };
-
-// What the inspection's type says; empty when it has none.
-device::Text LayoutOfType(inspection::CInspectorDoc& document) {
-  data::InspectionTypeTable type(document.GetWorkspace().GetDatabases());
-  type.OpenSQL(device::Format(u"SELECT * FROM InspectionType WHERE ID = %d",
-                              document.Inspection().m_InspectionTypeID));
-  return type.GetRecord(0) ? type.m_Layout : device::Text();
-}
 
 int RowOfLayout(device::TextView name) {
   const auto layouts = reports::Layouts();
@@ -47,14 +37,16 @@ device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window) {
   if (categories.Failed()) return {};
   reports::ui::CSelectCategoriesPage page(categories, &window);
   if (page.exec() != QDialog::Accepted) return {};
-  request.deselected = categories.Deselected();
+  request.format = u"inspection";
+  request.choices.deselected = categories.Deselected();
   LayoutRows layouts;
   device::ui::ChoiceDialog dialog(QStringLiteral("Inspection Report"), QStringLiteral("Choose the layout:"),
                                   layouts, {{u"Layout", 240}}, &window);
-  dialog.Choose(RowOfLayout(LayoutOfType(document)));
+  dialog.Choose(RowOfLayout(reports::LayoutOf(workspace, request.inspectionID)));
   if (dialog.exec() != QDialog::Accepted || dialog.Chosen() < 0) return {};
-  request.layout = device::Text(reports::Layouts()[static_cast<std::size_t>(dialog.Chosen())]->Name());
-  const reports::ReportOutcome outcome = reports::WriteInspectionReport(workspace, request);
+  request.choices.layout =
+      device::Text(reports::Layouts()[static_cast<std::size_t>(dialog.Chosen())]->Name());
+  const reports::ReportOutcome outcome = reports::MakeReport(workspace, request);
   device::Text notes;
   for (const device::Text& note : outcome.notes) notes += (notes.empty() ? u"" : u"\n") + note;
   if (!notes.empty()) device::Alert(workspace.GetPrompts(), notes);

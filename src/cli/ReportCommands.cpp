@@ -1,22 +1,35 @@
+#include <algorithm>
+
 #include "cli/CommandGroups.h"
 #include "device/Format.h"
+#include "editing/Ratings.h"
 #include "reports/CategorySelection.h"
-#include "reports/InspectionReport.h"
+#include "reports/MakeReport.h"
 #include "reports/ReportLayout.h"
+#include "reports/RtfFormat.h"
 
 namespace inspector::cli {
 namespace {
 
 using device::Text;
 
-Text LayoutNames() {
+// "x", "y" or "z".
+Text Listed(const std::vector<std::string>& choices) {
   Text names;
-  const auto layouts = reports::Layouts();
-  for (std::size_t i = 0; i < layouts.size(); ++i) {
-    const device::TextView joint = i == 0 ? u"" : i + 1 < layouts.size() ? u", " : u" or ";
-    names += device::Format(u"%s\"%s\"", joint, layouts[i]->Name());
+  for (std::size_t i = 0; i < choices.size(); ++i) {
+    const device::TextView joint = i == 0 ? u"" : i + 1 < choices.size() ? u", " : u" or ";
+    names += device::Format(u"%s\"%s\"", joint, device::FromUtf8(choices[i]));
   }
   return names;
+}
+
+// The reports in Rich Text; the others are commands of their own.
+std::vector<std::string> KindChoices() {
+  std::vector<std::string> kinds;
+  for (const reports::ReportFormat* const format : reports::Formats())
+    if (dynamic_cast<const reports::RtfFormat*>(format) != nullptr)
+      kinds.push_back(device::ToUtf8(format->Name()));
+  return kinds;
 }
 
 std::vector<std::string> LayoutChoices() {
@@ -37,28 +50,23 @@ bool TakeSkipped(Session& session, const Input& input, reports::ReportRequest& r
                                 device::FromUtf8(category)));
     return false;
   }
-  request.deselected = categories.Deselected();
+  request.choices.deselected = categories.Deselected();
   return !categories.Failed();
 }
 
-ExitCode RunReport(Session& session, const Input& input) {
-  reports::ReportRequest request;
-  request.inspectionID = input.Number(0);
-  request.layout = device::FromUtf8(input.options.at("--layout"));
-  if (!reports::FindLayout(request.layout)) {
-    session.Fail(device::Format(u"There is no layout \"%s\". It must be %s.", request.layout, LayoutNames()));
-    return ExitCode::Usage;
+// False when the file after --out has no name.
+bool TakeTarget(Session& session, const Input& input, reports::ReportRequest& request) {
+  if (!input.Has("--out")) return true;
+  if (input.options.at("--out").empty()) {
+    session.Fail(u"The file after --out has no name.");
+    return false;
   }
-  if (input.Has("--out")) {
-    if (input.options.at("--out").empty()) {
-      session.Fail(u"The file after --out has no name.");
-      return ExitCode::Usage;
-    }
-    request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
-  }
-  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
-    return ExitCode::Failed;
-  const reports::ReportOutcome outcome = reports::WriteInspectionReport(session.Workspace(), request);
+  request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
+  return true;
+}
+
+ExitCode Make(Session& session, const reports::ReportRequest& request) {
+  const reports::ReportOutcome outcome = reports::MakeReport(session.Workspace(), request);
   for (const Text& note : outcome.notes) session.Note(note);
   if (outcome.result == reports::ReportResult::Cancelled) session.Note(u"The report was not written.");
   if (outcome.result != reports::ReportResult::Written) return ExitCode::Failed;
@@ -66,19 +74,60 @@ ExitCode RunReport(Session& session, const Input& input) {
   return ExitCode::Done;
 }
 
+void TakeRating(Session& session, const Input& input, reports::ReportChoices& choices) {
+  if (!input.Has("--rating")) return;
+  choices.rating = device::FromUtf8(input.options.at("--rating"));
+  const std::vector<Text> known = editing::AllChoices(session.Workspace().GetDatabases());
+  if (choices.rating != reports::kAllRatings &&
+      std::find(known.begin(), known.end(), choices.rating) == known.end())
+    session.Note(device::Format(u"The library has no rating \"%s\".", choices.rating));
+}
+
+ExitCode RunReport(Session& session, const Input& input) {
+  reports::ReportRequest request;
+  request.inspectionID = input.Number(0);
+  request.format = input.Has("--kind") ? device::FromUtf8(input.options.at("--kind")) : u"inspection";
+  if (const auto kinds = KindChoices();
+      std::find(kinds.begin(), kinds.end(), device::ToUtf8(request.format)) == kinds.end()) {
+    session.Fail(
+        device::Format(u"There is no report \"%s\". It must be %s.", request.format, Listed(KindChoices())));
+    return ExitCode::Usage;
+  }
+  if (input.Has("--layout")) {
+    request.choices.layout = device::FromUtf8(input.options.at("--layout"));
+    if (!reports::FindLayout(request.choices.layout)) {
+      session.Fail(device::Format(u"There is no layout \"%s\". It must be %s.", request.choices.layout,
+                                  Listed(LayoutChoices())));
+      return ExitCode::Usage;
+    }
+  }
+  if (!TakeTarget(session, input, request)) return ExitCode::Usage;
+  request.choices.pictures = !input.Has("--no-pictures");
+  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
+    return ExitCode::Failed;
+  TakeRating(session, input, request.choices);
+  if (request.choices.layout.empty())
+    request.choices.layout = reports::LayoutOf(session.Workspace(), request.inspectionID);
+  return Make(session, request);
+}
+
 }  // namespace
 
 std::vector<Command> ReportCommands() {
   return {
       {"report",
-       "write the inspection report and print where it is",
+       "write a report in Rich Text and print where it is",
        {{"ID", "the inspection's key", Argument::Kind::Number, false}},
-       {{"--layout", "NAME", device::ToUtf8(LayoutNames()), true, LayoutChoices()},
-        {"--out", "FILE", "where to write; replaces without asking", false},
-        {"--skip", "CATEGORY", "leave these categories out, by title or key", false, {}, true}},
-       "Without --out the file is Inspection_NUMBER.rtf in \"My Documents\" on the device. A path that "
-       "begins with a "
-       "backslash lies on the device.",
+       {{"--kind", "KIND", device::ToUtf8(Listed(KindChoices())) + "; else inspection", false, KindChoices()},
+        {"--layout", "NAME", device::ToUtf8(Listed(LayoutChoices())) + "; else that of the inspection's type",
+         false, LayoutChoices()},
+        {"--rating", "NAME", "a summary of the steps with this rating; else of all marked for it", false},
+        {"--skip", "CATEGORY", "leave these categories out, by title or key", false, {}, true},
+        {"--no-pictures", "", "leave the pictures out", false},
+        {"--out", "FILE", "where to write; replaces without asking", false}},
+       "Without --out the file lies in \"My Documents\" on the device and is called Inspection_, Summary_ or "
+       "MajorSystems_ and the document number. A path that begins with a backslash lies on the device. Major "
+       "systems have no categories to skip; a summary takes only its language from the layout.",
        RunReport},
   };
 }

@@ -1,5 +1,7 @@
 #include "editing/Ratings.h"
 
+#include <algorithm>
+
 #include "data/RatingChoicesTable.h"
 #include "device/Format.h"
 
@@ -38,6 +40,16 @@ std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingT
   for (int n = 0; n < choices.RecordCount(); ++n)
     if (choices.GetRecord(n)) found.push_back({choices.m_ChoiceName, choices.m_CommentPromptFlag != 0});
   return found;
+}
+
+std::vector<Text> AllChoices(data::Databases& databases) {
+  std::vector<Text> names;
+  data::RatingChoicesTable choices(databases);
+  choices.Open();
+  for (int n = 0; n < choices.RecordCount(); ++n)
+    if (choices.GetRecord(n) && std::find(names.begin(), names.end(), choices.m_ChoiceName) == names.end())
+      names.push_back(choices.m_ChoiceName);
+  return names;
 }
 
 std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,

@@ -19,6 +19,8 @@ struct RatingChoice {
 
 // The choices of a type, by its name, in their stored order.
 std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType);
+// The names of all choices of all types, each once, in their stored order.
+std::vector<Text> AllChoices(data::Databases& databases);
 // `failed`, where it is given, becomes true when the choices could not be read: nothing is known then.
 std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,
                                        bool* failed = nullptr);

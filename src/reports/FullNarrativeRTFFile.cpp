@@ -47,12 +47,17 @@ CFullNarrativeRTFFile::CFullNarrativeRTFFile(device::OutputFile& output, ReportP
 
 void CFullNarrativeRTFFile::WriteReport(ReportProgress& progress) {
   WriteDocumentHeader();
-  for (const ReportCategory& category : m_Content.categories) {
+  for (const ReportSection& category : m_Content.sections) {
     if (HasFailed()) return;
     if (!category.isSkipped) m_Layout.WriteCategory(*this, m_Style, category, progress);
     if (progress.IsCancelled() || !progress.PartDone()) return;
   }
   WriteDocumentEnd();
+}
+
+void CFullNarrativeRTFFile::WriteDocumentHeader() {
+  WriteOpening();
+  WriteTitleBlock();
 }
 
 void CFullNarrativeRTFFile::WriteField(TextView label, TextView value) {

@@ -17,10 +17,11 @@ public:
   void WriteReport(ReportProgress& progress);
 
 protected:
-  void WriteTitleBlock() override;
+  void WriteDocumentHeader() override;
   void WriteFirstSectionTitle(TextView title) override;
 
 private:
+  void WriteTitleBlock();
   // A label, ": \tab " and an escaped value.
   void WriteField(TextView label, TextView value);
   void WriteHousePhoto();

@@ -1,25 +1,16 @@
-// Making the inspection report: the one way for screens and command line.
+// All that was found, category by category.
 #pragma once
 
-#include <filesystem>
-#include <optional>
-#include <vector>
-
-#include "data/Workspace.h"
-#include "reports/ReportRun.h"
+#include "reports/RtfFormat.h"
 
 namespace inspector::reports {
 
-struct ReportRequest {
-  std::int32_t inspectionID = 0;
-  Text layout;                                  // the name of a ReportLayout
-  std::optional<std::filesystem::path> target;  // asked for when missing
-  std::vector<Text> deselected;                 // titles of the categories to leave out
-  bool pictures = true;                         // an option of the office can leave them out as well
-};
+class InspectionReport : public RtfFormat {
+public:
+  InspectionReport() : RtfFormat(u"inspection", u"Inspection report", {.layout = true}, u"Inspection_") {}
 
-// A layout or an inspection that does not exist, and every failure, has been told to the person when this
-// returns Failed.
-ReportOutcome WriteInspectionReport(data::Workspace& workspace, const ReportRequest& request);
+  StepSelection Selection(const ReportChoices&) const override { return AllFindings(); }
+  void Write(const ReportSource& source, ReportRun& run) const override;
+};
 
 }  // namespace inspector::reports

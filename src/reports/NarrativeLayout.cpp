@@ -4,7 +4,7 @@
 
 namespace inspector::reports {
 
-void NarrativeLayout::WriteCategory(RtfWriter& writer, const RowStyle&, const ReportCategory& category,
+void NarrativeLayout::WriteCategory(RtfWriter& writer, const RowStyle&, const ReportSection& category,
                                     ReportProgress& progress) const {
   Text narrative;
   for (std::size_t i = 0; i < category.steps.size(); ++i) {

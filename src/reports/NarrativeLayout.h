@@ -10,7 +10,7 @@ public:
   NarrativeLayout() : ReportLayout(u"Full Narrative", 1, false) {}
 
   // Every category has its title and block, even without a word in it. What is rated "Omit" is told as well.
-  void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportCategory& category,
+  void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportSection& category,
                      ReportProgress& progress) const override;
 };
 

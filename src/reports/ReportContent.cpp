@@ -52,13 +52,30 @@ ReportHeader HeaderOf(const data::InspectionTable& inspection) {
   return header;
 }
 
+ReportCompany CompanyOf(const device::OwnerRecord& owner) {
+  const std::size_t end = std::min(owner.phone.find(u';'), owner.phone.size());
+  return {owner.company, device::SplitAddress(owner.address), owner.phone.substr(0, end),
+          owner.phone.substr(std::min(end + 1, owner.phone.size()))};
+}
+
 class Collector {
 public:
-  Collector(data::Workspace& workspace, const std::vector<Text>& deselected)
-      : m_Databases(workspace.GetDatabases()), m_Flags(workspace), m_Deselected(deselected) {}
+  Collector(data::Workspace& workspace, const StepSelection& selection, const std::vector<Text>& deselected)
+      : m_Databases(workspace.GetDatabases()),
+        m_Flags(workspace),
+        m_Selection(selection),
+        m_Deselected(deselected) {}
 
   // False when something could not be read.
-  bool ReadCategories(std::int32_t inspectionID, std::vector<ReportCategory>& categories) {
+  bool Read(std::int32_t inspectionID, std::vector<ReportSection>& sections) {
+    const bool isRead = m_Selection.sections == StepSelection::Sections::Categories
+                            ? ReadCategories(inspectionID, sections)
+                            : ReadMajorSystems(inspectionID, sections);
+    return isRead && !m_Flags.Failed();
+  }
+
+private:
+  bool ReadCategories(std::int32_t inspectionID, std::vector<ReportSection>& sections) {
     data::CategoryTable table(m_Databases);
     table.OpenSQL(device::Format(
         u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
@@ -66,54 +83,69 @@ public:
     if (table.Failed()) return false;
     for (int n = 0; n < table.RecordCount(); ++n) {
       if (!table.GetRecord(n)) return false;
-      ReportCategory& category = categories.emplace_back();
-      category.number = table.m_CategoryNumber;
+      ReportSection& category = sections.emplace_back();
+      category.categoryID = table.m_CategoryID;
       category.title = table.m_CategoryTitle;
       category.isSkipped = table.m_NotPresentFlag != 0 || IsDeselected(category.title);
-      if (!category.isSkipped && !ReadSteps(table.m_CategoryID, category.steps)) return false;
+      if (!category.isSkipped && !ReadStepsOf(category)) return false;
     }
-    return !m_Flags.Failed();
+    return true;
   }
 
-private:
   bool IsDeselected(const Text& title) const {
     return std::find(m_Deselected.begin(), m_Deselected.end(), title) != m_Deselected.end();
   }
 
-  bool ReadSteps(std::int32_t categoryID, std::vector<ReportStep>& steps) {
+  bool ReadStepsOf(ReportSection& category) {
     constexpr TextView kQuery =
         u"SELECT %s.* FROM %s INNER JOIN Category ON %s.CategoryID = Category.CategoryID WHERE "
         u"((((%s.Comments)>\" \") OR ((%s.Materials)>\" \") OR ((%s.InspectResult)>\" \") )AND "
         u"((Category.CategoryID)=%d)) ORDER BY StepNumber;";
     const Text& name = m_Steps.TableName();
-    const bool isThere =
-        m_Steps.OpenSQL(device::Format(kQuery, name, name, name, name, name, name, categoryID));
-    if (!isThere || m_Steps.Failed()) return false;
-    steps.reserve(static_cast<std::size_t>(m_Steps.RecordCount()));
+    if (!OpenSteps(device::Format(kQuery, name, name, name, name, name, name, category.categoryID)))
+      return false;
+    category.steps.reserve(static_cast<std::size_t>(m_Steps.RecordCount()));
     for (int n = 0; n < m_Steps.RecordCount(); ++n) {
       if (!m_Steps.GetRecord(n)) return false;
-      steps.push_back(CurrentStep());
+      category.steps.push_back(CurrentStep());
     }
     return true;
   }
+
+  bool ReadMajorSystems(std::int32_t inspectionID, std::vector<ReportSection>& sections) {
+    constexpr TextView kQuery =
+        u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = "
+        u"Inspection.InspectionID) INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE "
+        u"(((Inspection.InspectionID)= %d)) ORDER BY Step.MajorSystem, Step.StepNumber, Step.StepID;";
+    if (!OpenSteps(device::Format(kQuery, inspectionID))) return false;
+    for (int n = 0; n < m_Steps.RecordCount(); ++n) {
+      if (!m_Steps.GetRecord(n)) return false;
+      if (sections.empty() || sections.back().title != m_Steps.m_MajorSystem)
+        sections.emplace_back().title = m_Steps.m_MajorSystem;
+      sections.back().steps.push_back(CurrentStep());
+    }
+    return true;
+  }
+
+  bool OpenSteps(const Text& query) { return m_Steps.OpenSQL(query) && !m_Steps.Failed(); }
 
   ReportStep CurrentStep() {
     ReportStep step;
     step.number = m_Steps.m_StepNumber;
     step.title = m_Steps.m_StepTitle;
-    step.ratingType = m_Steps.m_RatingType;
     step.rating = m_Steps.m_InspectResult;
     step.materials = editing::MaterialsForDisplay(m_Steps.m_Materials);
     step.comments = m_Steps.m_Comments;
-    step.majorSystem = m_Steps.m_MajorSystem;
-    step.isBold = m_Flags.IsBold(step.ratingType, step.rating);
-    step.isRed = m_Flags.IsRed(step.ratingType, step.rating);
-    step.isSummary = m_Flags.IsSummary(step.ratingType, step.rating);
+    step.isBold = m_Flags.IsBold(m_Steps.m_RatingType, step.rating);
+    step.isRed = m_Flags.IsRed(m_Steps.m_RatingType, step.rating);
+    step.isSummary = m_Flags.IsSummary(m_Steps.m_RatingType, step.rating);
+    step.isReported = m_Selection.isReported(step);
     return step;
   }
 
   data::Databases& m_Databases;
   editing::RatingFlags m_Flags;
+  const StepSelection& m_Selection;
   const std::vector<Text>& m_Deselected;
   data::StepTable m_Steps{m_Databases};
 };
@@ -121,7 +153,8 @@ private:
 }  // namespace
 
 CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionID,
-                            const std::vector<Text>& deselected, ReportContent& content) {
+                            const StepSelection& selection, const std::vector<Text>& deselected,
+                            ReportContent& content) {
   const data::OptionsTable& options = workspace.Options();
   const data::ReadScope reading(workspace.InspectionConnection());
   data::InspectionTable inspection(workspace.GetDatabases());
@@ -136,13 +169,14 @@ CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionI
   content.header.inspector = options.m_InspectorEntry.empty() ? owner.name : options.m_InspectorEntry;
   content.labels = LabelsOf(options);
   content.companyLines = CompanyLines(owner);
+  content.company = CompanyOf(owner);
   content.finePrint = options.m_FinePrint;
   content.definitionOfTerms = options.m_DefinitionOfTerms;
   content.generalInformation = inspection.m_GeneralInformation;
   content.footer = options.m_FooterText;
-  Collector collector(workspace, deselected);
-  return collector.ReadCategories(inspectionID, content.categories) ? CollectResult::Done
-                                                                    : CollectResult::Failed;
+  content.summaryDisclaimer = options.m_SummaryDisclaimer;
+  Collector collector(workspace, selection, deselected);
+  return collector.Read(inspectionID, content.sections) ? CollectResult::Done : CollectResult::Failed;
 }
 
 }  // namespace inspector::reports

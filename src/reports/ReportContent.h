@@ -7,33 +7,20 @@
 
 #include "data/Workspace.h"
 #include "device/Text.h"
+#include "reports/StepSelection.h"
 
 namespace inspector::reports {
 
 using device::Text;
 using device::TextView;
 
-// One step, as every kind of report sees it.
-struct ReportStep {
-  Text number;
-  Text title;
-  Text ratingType;
-  Text rating;
-  Text materials;  // for reading, not as stored
-  Text comments;   // with their picture tags
-  Text majorSystem;
-  bool isBold = false;  // of the rating
-  bool isRed = false;
-  bool isSummary = false;
-
-  bool IsOmitted() const { return rating == u"Omit"; }
-};
-
-struct ReportCategory {
-  Text number;
+// A category with the steps that have comments, materials or a rating, in the order of their numbers; or a
+// major system with all of its steps.
+struct ReportSection {
+  std::int32_t categoryID = 0;  // 0 for a major system
   Text title;
   bool isSkipped = false;  // left out by the person or not present in the house; its steps are not read
-  std::vector<ReportStep> steps;  // those with comments, materials or a rating, in the order of their numbers
+  std::vector<ReportStep> steps;
 };
 
 struct ReportHeader {
@@ -58,22 +45,34 @@ struct ReportLabels {
   Text date = u"Date";
 };
 
+// The company as the summary's page header has it.
+struct ReportCompany {
+  Text name;
+  std::array<Text, 4> address;
+  Text phone;
+  Text fax;
+};
+
 struct ReportContent {
   ReportHeader header;
   ReportLabels labels;
-  std::array<Text, 3> companyLines;
+  std::array<Text, 3> companyLines;  // of the inspection report
+  ReportCompany company;
   Text finePrint;
   Text definitionOfTerms;
   Text generalInformation;
   Text footer;
-  std::vector<ReportCategory> categories;  // all of the inspection, in their order
+  Text summaryDisclaimer;
+  std::vector<ReportSection> sections;  // all of the inspection, in their order
 };
 
 enum class CollectResult { Done, NoSuchInspection, Failed };
 
-// Reads the inspection in one read transaction. A category whose title is among `deselected` is skipped.
-// Failed: a database could not be read; a report of what there is would pass over findings.
+// Reads the inspection in one read transaction. A category whose title is among `deselected` is skipped;
+// major systems know no categories. Failed: a database could not be read; a report of what there is would
+// pass over findings.
 CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionID,
-                            const std::vector<Text>& deselected, ReportContent& content);
+                            const StepSelection& selection, const std::vector<Text>& deselected,
+                            ReportContent& content);
 
 }  // namespace inspector::reports

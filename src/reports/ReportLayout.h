@@ -24,7 +24,7 @@ public:
   bool IsFrench() const { return m_IsFrench; }
 
   // Title, heading and steps. Returns early when the person wishes to stop or the disk fails.
-  virtual void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportCategory& category,
+  virtual void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportSection& category,
                              ReportProgress& progress) const = 0;
 
 private:

@@ -4,7 +4,7 @@
 
 namespace inspector::reports {
 
-void RowLayout::WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportCategory& category,
+void RowLayout::WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportSection& category,
                               ReportProgress& progress) const {
   if (category.steps.empty()) return;
   writer.WriteSectionTitle(category.title);

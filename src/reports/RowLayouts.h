@@ -13,7 +13,7 @@ public:
 
   // Title and heading stand before the first step, so a category without any has neither. A step that is
   // rated "Omit" calls for them but has no row.
-  void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportCategory& category,
+  void WriteCategory(RtfWriter& writer, const RowStyle& style, const ReportSection& category,
                      ReportProgress& progress) const final;
 
 protected:

@@ -52,10 +52,12 @@ std::int32_t WholeTwips(double twips) {
 
 // How a table row begins; the cells of step number and columns lie side by side.
 std::string RowStart(const RtfSettings& settings) {
+  const std::string size = "\\fs" + std::to_string(2 * settings.fontSize);
+  if (settings.columns == RtfSettings::kSummary)
+    return "\\trowd \\trgaph108\\trleft-108" + size + "\\cellx2390\\cellx8748 \\intbl\\ql ";
   if (settings.columns == 1) return {};
   if (settings.columns < 1 || settings.columns > 4) return "\\cell\\row ";
-  std::string start =
-      "\\trowd\\trgaph108\\trleft-108\\fs" + std::to_string(2 * settings.fontSize) + "\\trhdr";
+  std::string start = "\\trowd\\trgaph108\\trleft-108" + size + "\\trhdr";
   const auto positions = ColumnPositions(settings.columnWidths);
   for (int cell = 0; cell <= settings.columns; ++cell) {
     start += "\\cellx" + std::to_string(positions[static_cast<std::size_t>(cell)]);
@@ -94,23 +96,28 @@ void RtfWriter::WriteEscaped(TextView text) {
   WriteText(EscapeText(text));
 }
 
-void RtfWriter::WriteDocumentHeader() {
+void RtfWriter::WriteOpening() {
   WritePrologue();
   WritePageHeader();
   WriteFooter();
-  WriteTitleBlock();
+}
+
+void RtfWriter::WriteColourTable() {
+  Write("{\\colortbl;");
+  for (const auto& [red, green, blue] : kColours) {
+    Write("\\red" + std::to_string(red) + "\\green" + std::to_string(green) + "\\blue" +
+          std::to_string(blue) + ";");
+  }
+  Write("}");
 }
 
 void RtfWriter::WritePrologue() {
   Write("{\\rtf1\\ansi\\deff1{\\fonttbl{\\f0\\fswiss Arial;}{\\f1\\fUserFont ");
   WriteText(m_Settings.fontName);
-  Write(";}}{\\colortbl;");
-  for (const auto& [red, green, blue] : kColours) {
-    Write("\\red" + std::to_string(red) + "\\green" + std::to_string(green) + "\\blue" +
-          std::to_string(blue) + ";");
-  }
+  Write(";}}");
+  WriteColourTable();
   Write(
-      "}\\margr720\\margl1440"
+      "\\margr720\\margl1440"
       "{\\stylesheet"
       "{\\nowidctlpar\\widctlpar\\adjustright \\fs16\\cgrid \\snext0 Normal;}"
       "{\\*\\cs10 \\additive Default Paragraph Font;}"

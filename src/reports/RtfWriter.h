@@ -19,6 +19,8 @@ namespace inspector::reports {
 std::array<std::int32_t, 5> ColumnPositions(const std::array<double, 5>& widths);
 
 struct RtfSettings {
+  static constexpr int kSummary = 0;  // in place of columns: rows of two cells of a fixed width
+
   Text fontName;
   int fontSize = 12;                     // points
   int columns = 4;                       // besides the step number; 1 for a report without tables
@@ -44,7 +46,7 @@ public:
   void WriteEscaped(TextView text);
 
   // Prologue, page header, footer and title block.
-  void WriteDocumentHeader();
+  virtual void WriteDocumentHeader() = 0;
   // The first title of a report takes the form of WriteFirstSectionTitle.
   void WriteSectionTitle(TextView title);
   void BeginTableRow();
@@ -61,8 +63,12 @@ public:
   void WriteTagPictures(TextView text);
 
 protected:
-  virtual void WriteTitleBlock() = 0;
   virtual void WriteFirstSectionTitle(TextView title) = 0;
+
+  // Prologue, page header and footer of all but the summaries.
+  void WriteOpening();
+  void WriteColourTable();
+  bool HasTitle() const { return !m_IsFirstSection; }
 
   // The word Page and the number, from "\i " to "\pard ".
   void WritePageField();

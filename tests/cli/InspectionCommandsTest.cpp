@@ -185,7 +185,10 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
     EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
   EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
   EXPECT_EQ(Cli({"report", "4711", "--layout", "5 Column"}).exit, 2);
-  EXPECT_EQ(Cli({"report", "1001"}).exit, 2);
+  EXPECT_EQ(Cli({"report", "1001", "--kind", "poem"}).exit, 2);
+  for (const std::string kind : {"summary", "major-systems"})
+    EXPECT_EQ(Out({"report", "1001", "--kind", kind, "--out", other}), other + "\n");
+  EXPECT_THAT(tests::ContentOf(other), HasSubstr("SUMMARY REPORT"));
   EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
   const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
   EXPECT_EQ(nowhere.exit, 1);

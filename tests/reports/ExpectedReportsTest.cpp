@@ -48,8 +48,9 @@ TEST_P(ExpectedReportsTest, IsWrittenByteForByte) {
   ReportDevice device;
   const std::int32_t inspectionID = StoreVisit(device, ReadVisit(GetParam().variant));
   const auto target = device.folder / "report.rtf";
-  const auto outcome = reports::WriteInspectionReport(
-      device.GetWorkspace(), {inspectionID, device::FromUtf8(GetParam().layout), target, {}, true});
+  const auto outcome = reports::MakeReport(
+      device.GetWorkspace(),
+      {inspectionID, u"inspection", {.layout = device::FromUtf8(GetParam().layout)}, target});
   ASSERT_EQ(outcome.result, reports::ReportResult::Written);
   EXPECT_EQ(device.Faults(), 0);
   EXPECT_EQ(FirstDifference(ContentOf(target), ContentOf(ExpectedFolder() / GetParam().FileName())), "");

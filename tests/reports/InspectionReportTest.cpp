@@ -1,5 +1,5 @@
 // Making a report: what is asked, what is told, and what is left on the disk whichever way it ends.
-#include "reports/InspectionReport.h"
+#include "reports/MakeReport.h"
 
 #include "ReportFixture.h"
 
@@ -25,8 +25,11 @@ protected:
   }
 
   ReportOutcome Write(std::vector<Text> deselected = {}) {
-    return WriteInspectionReport(device.GetWorkspace(),
-                                 {m_InspectionID, u"3 Column", m_Target, std::move(deselected), true});
+    return MakeReport(device.GetWorkspace(), Request(u"3 Column", std::move(deselected)));
+  }
+
+  ReportRequest Request(const Text& layout, std::vector<Text> deselected = {}) const {
+    return {m_InspectionID, u"inspection", {.layout = layout, .deselected = std::move(deselected)}, m_Target};
   }
 
   // Nothing but the databases and `report` in the target's folder.
@@ -89,9 +92,10 @@ TEST_F(InspectionReportTest, ADiskThatFailsAtAnyWriteIsTold) {
 }
 
 TEST_F(InspectionReportTest, TheNameIsSuggestedAndThePersonMayLeave) {
-  const ReportRequest request{m_InspectionID, u"3 column", {}, {}, true};
+  ReportRequest request = Request(u"3 column");
+  request.target.reset();
   device.prompts.QueueSavePath(std::nullopt);
-  EXPECT_EQ(WriteInspectionReport(device.GetWorkspace(), request).result, ReportResult::Cancelled);
+  EXPECT_EQ(MakeReport(device.GetWorkspace(), request).result, ReportResult::Cancelled);
   ASSERT_EQ(device.prompts.SaveQuestions().size(), 1U);
   const device::SaveQuestion& question = device.prompts.SaveQuestions().front();
   EXPECT_EQ(question.suggestedName, u"Inspection_H_104_ a..rtf");
@@ -102,17 +106,15 @@ TEST_F(InspectionReportTest, TheNameIsSuggestedAndThePersonMayLeave) {
   EXPECT_TRUE(device.prompts.Messages().empty());
 
   device.prompts.QueueSavePath(m_Target);
-  const ReportOutcome outcome = WriteInspectionReport(device.GetWorkspace(), request);
+  const ReportOutcome outcome = MakeReport(device.GetWorkspace(), request);
   EXPECT_EQ(outcome.result, ReportResult::Written);
   EXPECT_EQ(outcome.file, m_Target);
   EXPECT_TRUE(std::filesystem::exists(m_Target));
 }
 
 TEST_F(InspectionReportTest, WhatDoesNotExistIsNamed) {
-  EXPECT_EQ(
-      WriteInspectionReport(device.GetWorkspace(), {m_InspectionID, u"5 Column", m_Target, {}, true}).result,
-      ReportResult::Failed);
-  EXPECT_EQ(WriteInspectionReport(device.GetWorkspace(), {77, u"4 Column", m_Target, {}, true}).result,
+  EXPECT_EQ(MakeReport(device.GetWorkspace(), Request(u"5 Column")).result, ReportResult::Failed);
+  EXPECT_EQ(MakeReport(device.GetWorkspace(), {77, u"inspection", {.layout = u"4 Column"}, m_Target}).result,
             ReportResult::Failed);
   ASSERT_EQ(device.prompts.Messages().size(), 2U);
   EXPECT_TRUE(device::Contains(device.prompts.Messages()[0].text, u"\"5 Column\""));
@@ -144,8 +146,9 @@ TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
   EXPECT_TRUE(device::Contains(outcome.notes.at(1), u"***Picture-4***"));
   EXPECT_EQ(device.Faults(), 0);
 
-  ReportRequest request{m_InspectionID, u"1 Column", m_Target, {}, false};
-  EXPECT_TRUE(WriteInspectionReport(device.GetWorkspace(), request).notes.empty());
+  ReportRequest request = Request(u"1 Column");
+  request.choices.pictures = false;
+  EXPECT_TRUE(MakeReport(device.GetWorkspace(), request).notes.empty());
   EXPECT_EQ(ContentOf(m_Target).find("jpegblip"), std::string::npos);
 }
 

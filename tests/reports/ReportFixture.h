@@ -6,7 +6,7 @@
 
 #include "data/Workspace.h"
 #include "device/Machine.h"
-#include "reports/InspectionReport.h"
+#include "reports/MakeReport.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {

@@ -12,8 +12,9 @@ class PlainWriter : public RtfWriter {
 public:
   using RtfWriter::RtfWriter;
 
+  void WriteDocumentHeader() override { WriteOpening(); }
+
 protected:
-  void WriteTitleBlock() override { Write("(title block)"); }
   void WriteFirstSectionTitle(TextView title) override {
     Write("(first)");
     WriteEscaped(title);

@@ -1,0 +1,101 @@
+#include "reports/MakeReport.h"
+
+#include "data/InspectionTable.h"
+#include "data/InspectionTypeTable.h"
+#include "device/Format.h"
+#include "reports/ReportLayout.h"
+
+namespace inspector::reports {
+namespace {
+
+ReportOutcome Refuse(device::Prompts& prompts, const Text& why) {
+  device::ShowError(prompts, why);
+  return {};
+}
+
+Text UnknownLayout(const Text& name) {
+  Text known;
+  for (const ReportLayout* const layout : Layouts()) {
+    known += (known.empty() ? u"\"" : u", \"") + Text(layout->Name()) + u"\"";
+  }
+  return device::Format(u"There is no report layout \"%s\". Choose one of %s.", name, known);
+}
+
+// Empty when the content is whole.
+Text Collect(data::Workspace& workspace, const ReportRequest& request, const ReportFormat& format,
+             ReportContent& content) {
+  switch (CollectReport(workspace, request.inspectionID, format.Selection(request.choices),
+                        request.choices.deselected, content)) {
+    case CollectResult::Failed:
+      return device::Format(
+          u"The inspection %d could not be read whole, so no report was made. Check the databases and try "
+          u"again.",
+          request.inspectionID);
+    case CollectResult::NoSuchInspection:
+      return device::Format(u"There is no inspection %d. Choose one from the list of inspections.",
+                            request.inspectionID);
+    case CollectResult::Done:
+      break;
+  }
+  return {};
+}
+
+std::optional<ReportTarget> TargetOf(const device::Machine& machine, const ReportRequest& request,
+                                     const ReportFormat& format, const ReportHeader& header) {
+  if (request.target) return ReportTarget{*request.target, false};
+  const device::SaveQuestion question = format.Question(header);
+  if (format.Used().folder)
+    return ReportTarget{machine.paths.Resolve(question.folder + question.suggestedName), true};
+  const auto chosen = machine.prompts.AskSavePath(question);
+  if (!chosen) return std::nullopt;
+  return ReportTarget{*chosen, false};
+}
+
+bool IsDatabase(data::Workspace& workspace, const std::filesystem::path& file) {
+  data::Databases& databases = workspace.GetDatabases();
+  std::error_code notThere;
+  return std::filesystem::equivalent(file, databases.Template().File(), notThere) ||
+         std::filesystem::equivalent(file, databases.Inspection().File(), notThere);
+}
+
+}  // namespace
+
+ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& request) {
+  const device::Machine& machine = workspace.GetMachine();
+  const ReportFormat* const format = FindFormat(request.format);
+  if (format == nullptr)
+    return Refuse(machine.prompts, device::Format(u"There is no report \"%s\".", request.format));
+  if (format->Used().layout && FindLayout(request.choices.layout) == nullptr)
+    return Refuse(machine.prompts, UnknownLayout(request.choices.layout));
+  ReportContent content;
+  if (const Text problem = Collect(workspace, request, *format, content); !problem.empty())
+    return Refuse(machine.prompts, problem);
+  const auto target = TargetOf(machine, request, *format, content.header);
+  if (!target) return {ReportResult::Cancelled, {}, {}};
+  if (IsDatabase(workspace, target->path))
+    return Refuse(machine.prompts,
+                  device::Format(u"%s is a database of this program. Give the report another name.",
+                                 device::FromUtf8(target->path.native())));
+
+  const data::OptionsTable& options = workspace.Options();
+  ReportPictures pictures(machine, options.m_DefaultPictCardPath,
+                          request.choices.pictures && options.m_OmitPictures == 0);
+  ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
+  format->Write({content, pictures, options, request.choices}, run);
+  const ReportResult result = run.Finish();
+  if (result != ReportResult::Written) return {result, {}, {}};
+  return {result, target->path, pictures.Notes()};
+}
+
+Text LayoutOf(data::Workspace& workspace, std::int32_t inspectionID) {
+  data::InspectionTable inspection(workspace.GetDatabases());
+  inspection.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  data::InspectionTypeTable type(workspace.GetDatabases());
+  if (inspection.GetRecord(0))
+    type.OpenSQL(
+        device::Format(u"SELECT * FROM InspectionType WHERE ID = %d", inspection.m_InspectionTypeID));
+  const ReportLayout* const layout = type.GetRecord(0) ? FindLayout(type.m_Layout) : nullptr;
+  return Text((layout != nullptr ? layout : Layouts().front())->Name());
+}
+
+}  // namespace inspector::reports
