@@ -3,8 +3,10 @@
 #include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <algorithm>
+#include <iterator>
 
 #include "device/ListColumns.h"
 
@@ -16,6 +18,20 @@ constexpr auto kDisplayFormat = "MM/dd/yyyy hh:mm AP";
 
 QDateTime ToQDateTime(const device::CalendarTime& time) {
   return {QDate(time.year, time.month, time.day), QTime(time.hour, time.minute, time.second)};
+}
+
+// A click, or a key other than those that lead elsewhere or mean something only together with another.
+bool IsTouch(const QEvent& event) {
+  static constexpr int kOthers[] = {Qt::Key_Tab,   Qt::Key_Backtab, Qt::Key_Escape, Qt::Key_Back,
+                                    Qt::Key_Enter, Qt::Key_Return,  Qt::Key_Shift,  Qt::Key_Control,
+                                    Qt::Key_Alt,   Qt::Key_AltGr,   Qt::Key_Meta,   Qt::Key_CapsLock};
+  if (event.type() != QEvent::KeyPress) return event.type() == QEvent::MouseButtonPress;
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return std::find(std::begin(kOthers), std::end(kOthers), key) == std::end(kOthers);
+}
+
+bool IsBetweenParts(const QKeyEvent& event) {
+  return event.text().size() == 1 && QStringLiteral("/: ").contains(event.text());
 }
 
 }  // namespace
@@ -47,9 +63,24 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
 
 // Who touches an empty date means today; nobody pages through a calendar from its first year on.
 bool CInspectionSetupView2::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress && m_Date->dateTime() == m_Date->minimumDateTime())
-    m_Date->setDateTime(QDateTime::currentDateTime());
+  if (m_Date->dateTime() == m_Date->minimumDateTime() && IsTouch(*event)) {
+    const QDateTime now = QDateTime::currentDateTime();
+    m_Date->setDateTime({now.date(), QTime(now.time().hour(), now.time().minute())});
+    // A key begins at the beginning; a click says itself where.
+    if (event->type() == QEvent::KeyPress) m_Date->setSelectedSection(m_Date->sectionAt(0));
+  }
+  if (event->type() == QEvent::KeyPress && IsBetweenParts(static_cast<const QKeyEvent&>(*event))) {
+    PassToNextPart();
+    return true;
+  }
   return HeaderView::eventFilter(watched, event);
+}
+
+// A part that is full has led on already: then the next one is selected and waits to be typed.
+void CInspectionSetupView2::PassToNextPart() {
+  const int next = m_Date->currentSectionIndex() + 1;
+  if (next < m_Date->sectionCount() && !m_Date->findChild<QLineEdit*>()->hasSelectedText())
+    m_Date->setSelectedSection(m_Date->sectionAt(next));
 }
 
 void CInspectionSetupView2::Fill() {
@@ -61,7 +92,7 @@ void CInspectionSetupView2::Fill() {
 }
 
 bool CInspectionSetupView2::Flush() {
-  if (m_DateTouched && !Document().IsChangingDocType()) {
+  if (m_DateTouched) {
     m_DateTouched = false;
     const QDateTime shown = m_Date->dateTime();
     device::CalendarTime date;

@@ -19,6 +19,8 @@ protected:
   void Fill() override;
 
 private:
+  void PassToNextPart();
+
   QDateTimeEdit* m_Date = nullptr;  // owned by Qt, as child
   bool m_DateTouched = false;
 };

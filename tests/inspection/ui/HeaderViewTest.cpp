@@ -168,13 +168,23 @@ TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
   view.OnShow();
   auto& date = Find<QDateTimeEdit>(view, "dateField");
   EXPECT_EQ(date.text(), QStringLiteral("No date"));
+  view.show();
+  view.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+  Find<QWidget>(view, "companyField").setFocus();
+  for (const auto& [key, with] : {std::pair(Qt::Key_Tab, Qt::NoModifier),
+                                  {Qt::Key_Tab, Qt::ShiftModifier},
+                                  {Qt::Key_Tab, Qt::NoModifier},
+                                  {Qt::Key_Shift, Qt::ShiftModifier}})
+    QTest::keyClick(QApplication::focusWidget(), key, with);
+  ASSERT_EQ(QApplication::focusWidget(), &date);
   EXPECT_TRUE(view.OnLeave());
-  EXPECT_TRUE(Document().Inspection().m_InspectionDate.IsZero());
-  date.setDateTime(QDateTime(QDate(2026, 5, 3), QTime(14, 5)));
-  EXPECT_EQ(date.text(), QStringLiteral("05/03/2026 02:05 PM"));
+  EXPECT_TRUE(Document().Inspection().m_InspectionDate.IsZero()) << "who passes by enters nothing";
+  QTest::keyClicks(&date, QStringLiteral("05/28/2026 09:30 AM"));
+  EXPECT_EQ(date.text().toStdString(), "05/28/2026 09:30 AM");
   EXPECT_TRUE(view.OnLeave());
   Document().SelectInspection(1001);
-  EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 3, 14, 5));
+  EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 28, 9, 30));
 }
 
 }  // namespace
