@@ -8,7 +8,7 @@ namespace inspector::device::ui {
 
 // A window or box that an action opens lets timers run in the middle of the action; while `isBusy` says that
 // there is one, the moment is put off. What `act` could not do (false) is tried again. Every timer that
-// stores something is one of these.
+// stores what was typed is one of these.
 class PauseTimer : public QTimer {
 public:
   PauseTimer(int milliseconds, std::function<bool()> isBusy, std::function<bool()> act)

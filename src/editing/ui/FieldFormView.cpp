@@ -100,6 +100,7 @@ bool CFieldFormView::Flush() {
     stored = Store(field, *editor) && stored;
   }
   if (changed) ShowCaptions();
+  if (!stored) m_Pause.Begin();
   return stored;
 }
 

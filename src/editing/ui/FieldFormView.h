@@ -1,4 +1,5 @@
-// The form of a category: every field with what fits its kind. What is typed is stored when typing pauses.
+// The form of a category: every field with what fits its kind. What is typed is stored a moment after the
+// first key that is not stored yet.
 #pragma once
 
 #include <QLabel>

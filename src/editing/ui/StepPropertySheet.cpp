@@ -61,7 +61,7 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   m_Comments = new CCommentsPage(m_Sheet, m_Dialogs, this);
   m_Picture = new CPicturePage(m_Sheet, m_Dialogs, this);
   m_Info = new CStepInfoPage(m_Sheet, this);
-  m_Materials->onTicked = [this] { m_Sheet.SaveNow(); };
+  m_Materials->onTicked = [this] { Save(); };
   m_Materials->onHasComments = [this](std::int32_t material) { m_Comments->OfferMaterialComments(material); };
   for (std::function<void()>* edited : {&m_Materials->onEdited, &m_Comments->onEdited, &m_Picture->onEdited})
     *edited = [this] { SaveSoon(); };
@@ -172,7 +172,7 @@ void CStepPropertySheet::PickRating(int entry) {
   if (entry < 0) return;
   m_Sheet.PickRating(static_cast<std::size_t>(entry));
   ShowRating();
-  m_Sheet.SaveNow();
+  Save();
 }
 
 void CStepPropertySheet::Move(bool forward) {
@@ -180,16 +180,22 @@ void CStepPropertySheet::Move(bool forward) {
   if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious())
     ShowStep();
   else if (m_Sheet.HasChanges())
-    m_Pause.Begin();  // it could not be written, and is tried again
+    SaveSoon();  // it could not be written, and is tried again
 }
 
 void CStepPropertySheet::SaveSoon() {
   m_Pause.Begin();
 }
 
+bool CStepPropertySheet::Save() {
+  const bool saved = m_Sheet.SaveNow();
+  if (!saved) SaveSoon();
+  return saved;
+}
+
 bool CStepPropertySheet::Flush() {
   if (m_Sheet.GetWorkspace().IsBusy()) return false;  // what was typed has the timer running
-  return m_Sheet.SaveNow();
+  return Save();
 }
 
 void CStepPropertySheet::resizeEvent(QResizeEvent* event) {
@@ -209,7 +215,8 @@ void CStepPropertySheet::done(int result) {
     // Yes, which Enter takes, loses nothing.
     if (device::ConfirmCaution(m_Sheet.GetWorkspace().GetPrompts(),
                                u"This step could not be written yet. Stay here and keep what was entered?")) {
-      m_Pause.Begin();
+      SaveSoon();
+      m_WantsNextUnfinished = false;
       return;
     }
     m_Sheet.Discard();

@@ -20,9 +20,9 @@ class CMaterialsPage;
 class CPicturePage;
 class CStepInfoPage;
 
-// What is typed is written a moment after the typing pauses, when the window loses the focus, on every move
-// and when the sheet closes; Cancel closes it, too, and keeps the text. To be opened with OpenStep, then
-// exec.
+// What is typed is written a moment after the first key that is not written yet, when the window loses the
+// focus, on every move and when the sheet closes; Cancel closes it, too, and keeps the text. To be opened
+// with OpenStep, then exec.
 class CStepPropertySheet : public QDialog {
 public:
   CStepPropertySheet(inspection::CInspectorDoc& document, QWidget* parent);
@@ -53,6 +53,8 @@ private:
   void PickRating(int entry);
   void Move(bool forward);
   void SaveSoon();
+  // What could not be written is tried again a moment later.
+  bool Save();
 
   QtSheetDialogs m_Dialogs;
   StepSheet m_Sheet;

@@ -7,7 +7,6 @@
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QScroller>
-#include <utility>
 
 #include "device/ui/LinesEdit.h"
 #include "device/ui/TextConversion.h"
@@ -45,7 +44,9 @@ HeaderView::HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent
       m_Form(document),
       m_Fields(FieldsOn(page)),
       m_Pause(
-          kWriteAfter, [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Flush(); }) {
+          kWriteAfter,
+          [&document] { return document.IsChangingDocType() || document.GetWorkspace().IsBusy(); },
+          [this] { return Flush(); }) {
   auto* scroll = new QScrollArea(this);
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidgetResizable(true);
@@ -97,6 +98,7 @@ void HeaderView::AddFields() {
   for (const HeaderField* field : m_Fields) {
     QWidget* const control = MakeControl(*field);
     m_Controls[field] = control;
+    m_Filled[field];
     AddRow(ToQString(field->caption), control);
   }
 }
@@ -106,7 +108,7 @@ void HeaderView::AddRow(const QString& caption, QWidget* control) {
   label->setBuddy(control);
   control->setAccessibleName(QString(caption).remove(u'*'));
   if (!m_Rows.empty()) setTabOrder(m_Rows.back().control, control);
-  m_Rows.push_back({label, control, qobject_cast<QPlainTextEdit*>(control) != nullptr});
+  m_Rows.push_back({label, control});
   m_Columns = 0;  // to be laid out again
   LayOut();
 }
@@ -174,7 +176,7 @@ void HeaderView::Fill() {
 HeaderForm::EnteredFields HeaderView::Entered() const {
   HeaderForm::EnteredFields entered;
   for (const HeaderField* field : m_Fields)
-    entered.push_back({field, ValueOf(m_Controls.at(field), m_Filled[field])});
+    entered.push_back({field, ValueOf(m_Controls.at(field), m_Filled.at(field))});
   return entered;
 }
 
@@ -182,25 +184,14 @@ bool HeaderView::Flush() {
   m_Pause.stop();
   // First into memory: a change of type that ends below appends its comments to what was typed.
   m_Form.TakeOver(Entered());
-  if (m_Document.IsChangingDocType()) {
-    m_AwaitsType = true;
-    Touched();
-    return true;
-  }
-  const bool finished = m_Document.FinishDocTypeChange();
-  // A command may have finished the change before: then only the fields do not know.
-  if (finished || std::exchange(m_AwaitsType, false)) Fill();
-  if (finished) OnDocTypeChanged();
-  return m_Form.Save(Entered());
-}
-
-bool HeaderView::OnLeave() {
-  m_Form.TakeOver(Entered());
   if (m_Document.FinishDocTypeChange()) {
     Fill();
     OnDocTypeChanged();
   }
-  return Flush();
+  const bool stored = m_Form.Save(Entered());
+  if (!stored) m_Pause.Begin();
+  if (onTitleChanged) onTitleChanged();
+  return stored;
 }
 
 }  // namespace inspector::inspection::ui

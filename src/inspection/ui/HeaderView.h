@@ -1,4 +1,5 @@
-// What both header forms share: fields in a column that can be scrolled, saved a moment after typing pauses.
+// What both header forms share: fields in a column that can be scrolled, saved a moment after the first key
+// that is not stored yet.
 #pragma once
 
 #include <map>
@@ -9,7 +10,6 @@
 #include "inspection/HeaderForm.h"
 
 class QGridLayout;
-class QPlainTextEdit;
 
 namespace inspector::inspection::ui {
 
@@ -18,10 +18,8 @@ public:
   HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent);
 
   void OnShow() override;
-  // While a type is being applied it waits: the document must not be touched, and what was typed stays here.
+  // Waits for a running change of type: what was typed is written with what the type adds to it.
   bool Flush() override;
-  // Waits for a running change of type.
-  bool OnLeave() override;
   // The lists that the fields offer were edited elsewhere.
   void ListsChanged();
 
@@ -53,11 +51,10 @@ private:
   HeaderForm m_Form;
   std::vector<const HeaderField*> m_Fields;
   std::map<const HeaderField*, QWidget*> m_Controls;
-  mutable std::map<const HeaderField*, Text> m_Filled;  // as stored when the fields were filled
+  std::map<const HeaderField*, Text> m_Filled;  // as stored when the fields were filled
   struct Row {
     QWidget* caption;
     QWidget* control;
-    bool tall;
   };
   std::vector<Row> m_Rows;
   QWidget* m_Inside;
@@ -65,7 +62,6 @@ private:
   device::ui::PauseTimer m_Pause;
   int m_Columns = 0;
   bool m_Filling = false;
-  bool m_AwaitsType = false;  // a change of type ran when the fields were last handed over
 };
 
 }  // namespace inspector::inspection::ui

@@ -84,11 +84,15 @@ TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
                                                u"  Kind 5="));
 }
 
-TEST_F(FieldFormViewTest, TypingIsStoredWhenItPauses) {
+TEST_F(FieldFormViewTest, TypingIsStoredAMomentLaterAlsoAfterAFailure) {
   auto& line = Part<QLineEdit>(m_View, "field1");
   line.setFocus();
   tests::Press(line, Qt::Key_7);
   line.setText(QStringLiteral("72"));
+  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE UPDATE ON Field BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  line.clearFocus();
+  EXPECT_FALSE(m_View.Flush());
+  m_Device.RunInVisits("DROP TRIGGER Full");
   for (int wait = 0; wait < 40 && Stored()[1] == u"  Kind 2="; ++wait) {
     QEventLoop loop;
     QTimer::singleShot(50, &loop, &QEventLoop::quit);

@@ -312,12 +312,20 @@ TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
   Type(Comment(), QStringLiteral("Typed."));
   const Text question = u"This step could not be written yet. Stay here and keep what was entered?";
   Prompts().Queue(question, device::Answer::Yes);
-  m_Sheet.accept();
+  tests::PressButton(m_Sheet, "nextUnfinishedButton");
   EXPECT_TRUE(m_Sheet.isVisible());
   m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
   m_Sheet.accept();
   EXPECT_FALSE(m_Sheet.isVisible());
+  EXPECT_FALSE(m_Sheet.WantsNextUnfinished()) << "that was given up with the first attempt";
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
+}
+
+TEST_F(StepPropertySheetTest, ARatingThatCouldNotBeWrittenIsTriedAgain) {
+  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  Pick(0);
+  m_Device.RunInVisits("DROP TRIGGER Full");
+  WaitUntil([this] { return m_Device.Finding(m_Shingles) == u"20.1|Shingles|Good||"; });
 }
 
 TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
