@@ -127,7 +127,7 @@ void CMainFrame::MakeScreens() {
   m_Visit->onPlaceChanged = [this] { RememberSoon(); };
   AddScreen(*m_Overview);
   for (Screen* screen : m_Visit->All()) AddScreen(*screen);
-  m_Overview->beforeChange = [this] { return CurrentScreen()->Flush(); };
+  m_Overview->beforeChange = [this] { return IsStored(); };
   m_Overview->onOpened = [this] { Bring(Header()); };
   m_Overview->onChanged = [this] { RememberSoon(); };
 }
@@ -187,8 +187,7 @@ void CMainFrame::MakeMenus() {
                  [this] { Bring(m_Visit->WhatIsLeft()); });
   m_EverywhereInBar += AddMenuCommand(go, "nextUnfinished", QStringLiteral("&Next unfinished"),
                                       QKeySequence(Qt::Key_F8), [this] {
-                                        if (CurrentScreen()->Flush() && HasVisit())
-                                          m_Visit->OpenNextUnfinished();
+                                        if (IsStored() && HasVisit()) m_Visit->OpenNextUnfinished();
                                       });
   go->addSeparator();
   AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
@@ -201,7 +200,7 @@ void CMainFrame::MakeMenus() {
   tools->addSeparator();
   m_EverywhereInBar += AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."),
                                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] {
-                                        if (!CurrentScreen()->Flush()) return;
+                                        if (!IsStored()) return;
                                         m_Visit->EditPickerList({});
                                         if (m_Header) m_Header->ListsChanged();
                                         if (m_SetUp) m_SetUp->ListsChanged();
@@ -316,7 +315,7 @@ bool CMainFrame::Bring(Screen& screen) {
   Screen* const present = CurrentScreen();
   const bool isFirst = !m_HasShown;
   if (&screen != m_Overview && !HasVisit()) return false;
-  if (present == &screen && !isFirst && !screen.Flush()) return TellNotStored();
+  if (present == &screen && !isFirst && !IsStored()) return false;
   if (present != &screen) {
     if (!present->OnLeave()) return TellNotStored();
     // Going back to where one came from is no longer way.
@@ -337,6 +336,10 @@ bool CMainFrame::Bring(Screen& screen) {
   return true;
 }
 
+bool CMainFrame::IsStored() {
+  return CurrentScreen()->Flush() || TellNotStored();
+}
+
 // Why was told in a box, once; that it still is so, each time.
 bool CMainFrame::TellNotStored() {
   Tell(QStringLiteral("What you entered could not be stored yet. It stays here until it is."));
@@ -353,7 +356,7 @@ bool CMainFrame::GoBack() {
 
 // Makes the row that is selected in the list the current inspection: that is the one a person means.
 bool CMainFrame::HasVisit() {
-  if (CurrentScreen() == m_Overview && m_HasShown && !m_Overview->MakeSelectedCurrent()) return false;
+  if (CurrentScreen() == m_Overview && m_HasShown && !m_Overview->TakeSelected()) return false;
   if (m_Document.HasInspection()) return true;
   device::Alert(m_Machine.prompts, u"There is no inspection. Create one first.");
   return false;
@@ -367,7 +370,7 @@ void CMainFrame::ShowUndo() {
 }
 
 void CMainFrame::Undo() {
-  if (!CurrentScreen()->Flush()) return;
+  if (!IsStored()) return;
   const QString action = ToQString(m_UndoLog.Action());
   if (m_UndoLog.IsElsewhere() &&
       !device::ConfirmCaution(
@@ -487,13 +490,13 @@ void CMainFrame::keyPressEvent(QKeyEvent* event) {
 }
 
 void CMainFrame::Report() {
-  if (!CurrentScreen()->Flush() || !HasVisit()) return;
+  if (!IsStored() || !HasVisit()) return;
   const device::Text file = WriteReport(m_Document, *this);
   if (!file.empty()) Tell(QStringLiteral("The report is written: ") + ToQString(file));
 }
 
 void CMainFrame::OpenOptions() {
-  if (!CurrentScreen()->Flush()) return;  // it is shown anew afterwards
+  if (!IsStored()) return;  // it is shown anew afterwards
   COptionsSheet sheet(m_Document.GetWorkspace(), this);
   m_Options = &sheet;
   sheet.exec();

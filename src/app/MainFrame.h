@@ -85,6 +85,7 @@ private:
   void OfferCategories(device::ui::Screen& from);
   void ShowCommands();
   bool HasVisit();
+  bool IsStored();       // what was typed into the present screen; says so when it could not be
   bool TellNotStored();  // false
   void ShowUndo();
   void Undo();

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "device/ui/ChoiceDialog.h"
 #include "device/ui/TextConversion.h"
@@ -41,6 +42,7 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
     m_List->SetEmptyText(m_Rows.IsFiltering() ? QStringLiteral("No inspection holds these words.")
                                               : QString());
     m_List->Model().Reset();
+    SelectAgain();
     UpdateCommands();
   });
   connect(m_Find, &QLineEdit::returnPressed, this, [this] {
@@ -51,7 +53,7 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
     m_Find->setFocus(Qt::ShortcutFocusReason);
     m_Find->selectAll();
   });
-  m_List->onSelect = [this](int) { UpdateCommands(); };
+  m_List->onSelect = [this](int shown) { OnSelect(shown); };
   m_List->onOpen = [this](int) { Open(); };
   AddCommands();
 }
@@ -79,8 +81,17 @@ void CInspectionOverview::UpdateCommands() {
 
 void CInspectionOverview::OnShow() {
   Refill();
-  SelectCurrent();
+  const std::int32_t current = m_Document.Inspection().m_InspectionID;
+  if (std::exchange(m_CurrentID, current) != current)
+    SelectCurrent();
+  else
+    SelectAgain();
   m_List->setFocus();
+}
+
+void CInspectionOverview::OnSelect(int shown) {
+  UpdateCommands();
+  if (const auto row = m_Overview.RowAt(m_Rows.PositionOf(shown))) m_SelectedID = row->inspectionID;
 }
 
 void CInspectionOverview::SelectCurrent() {
@@ -101,7 +112,16 @@ void CInspectionOverview::Select(std::int32_t inspectionID) {
 void CInspectionOverview::Changed(std::int32_t selectID) {
   Refill();
   Select(selectID);
+  m_CurrentID = m_Document.Inspection().m_InspectionID;
   if (onChanged) onChanged();
+}
+
+bool CInspectionOverview::TakeSelected() {
+  if (m_Document.HasInspection() && SelectedPosition() < 0) {
+    device::Alert(m_Document.GetWorkspace().GetPrompts(), u"Select an inspection first.");
+    return false;
+  }
+  return MakeSelectedCurrent();
 }
 
 bool CInspectionOverview::MakeSelectedCurrent() {
@@ -110,6 +130,7 @@ bool CInspectionOverview::MakeSelectedCurrent() {
   const auto row = m_Overview.RowAt(position);
   if (row && row->inspectionID == m_Document.Inspection().m_InspectionID) return true;
   const bool opened = m_Overview.OnOpen(position);
+  m_CurrentID = m_Document.Inspection().m_InspectionID;
   if (!opened) Refill();
   return opened;
 }

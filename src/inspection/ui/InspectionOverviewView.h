@@ -14,12 +14,14 @@ public:
   explicit CInspectionOverview(CInspectorDoc& document, QWidget* parent = nullptr);
 
   QString Title() const override { return QStringLiteral("Inspections"); }
-  // Reads the list again; the current inspection stays selected.
+  // Reads the list again. The row that was selected stays so, unless the document has gone to another
+  // inspection meanwhile: then that one is selected.
   void OnShow() override;
   // Selects the row of the document's inspection.
   void SelectCurrent();
-  // What a command of the whole program is to act on. False when the row is gone, which has been told.
-  bool MakeSelectedCurrent();
+  // What a command of the whole program is to act on becomes the document's inspection. False when no row is
+  // selected, or it is gone, which has been told.
+  bool TakeSelected();
   void Refill();
 
   // An inspection was made current and is to be worked on.
@@ -33,6 +35,9 @@ private:
   void AddCommands();
   int SelectedPosition() const { return m_Rows.PositionOf(m_List->SelectedRow()); }
   void Select(std::int32_t inspectionID);
+  void SelectAgain() { Select(m_SelectedID); }
+  void OnSelect(int shown);
+  bool MakeSelectedCurrent();
   bool MayChange() const { return !beforeChange || beforeChange(); }
   void Changed(std::int32_t selectID);
   void Open();
@@ -49,6 +54,8 @@ private:
   QLineEdit* m_Find;
   device::ui::ListView* m_List;
   std::vector<QAction*> m_NeedSelection;
+  std::int32_t m_SelectedID = -1;  // selected last; the filter may hide it
+  std::int32_t m_CurrentID = -1;   // the document's inspection when this screen last looked
 };
 
 // The four columns, also of the list from which a second inspection is chosen.

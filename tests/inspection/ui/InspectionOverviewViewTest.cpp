@@ -52,10 +52,22 @@ TEST_F(InspectionOverviewViewTest, OpensTheRowThatIsSelected) {
 TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   Document().CreateInspection([](data::InspectionTable& row) { row.m_ClientName = u"Ana Ruiz"; });
   m_View.OnShow();
+  ASSERT_EQ(List().SelectedRow(), 3) << "what the document went to";
+  List().SelectRow(1);
+  m_View.OnShow();  // the options were closed, say
+  EXPECT_EQ(List().SelectedRow(), 1) << "what a person selected stays so";
   m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
   ASSERT_EQ(Count(), 1);
   EXPECT_FALSE(m_View.findChild<QAction*>(QStringLiteral("delete"))->isEnabled()) << "nothing is selected";
-  List().SelectRow(0);
+  EXPECT_FALSE(m_View.TakeSelected());
+  EXPECT_EQ(Prompts().Messages().back().text, u"Select an inspection first.");
+  m_View.findChild<QLineEdit*>()->clear();
+  EXPECT_TRUE(m_View.TakeSelected());
+  EXPECT_EQ(Document().Inspection().m_InspectionID, 1001);
+  List().SelectRow(3);
+  m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
+  EXPECT_TRUE(m_View.TakeSelected());
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
   Prompts().QueueText(u"Enter the Doc # of the new Inspection:", u"77");
   Run("duplicate");
   ASSERT_EQ(Count(), 2);
