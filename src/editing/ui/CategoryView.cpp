@@ -16,8 +16,7 @@ constexpr int kTitleColumn = 1;  // so that Enter opens and Space marks
 CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent)
     : ListScreen(parent), m_List(document, dialogs) {
   Build(m_List, CategoryList::Columns(), QStringLiteral("categories"));
-  m_Rows->SetEmptyText(
-      QStringLiteral("No categories. Choose a Doc Type in the header, or clear the search."));
+  SetEmptyText(QStringLiteral("No categories. Choose a Doc Type in the header."));
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
   m_Duplicate =
       AddCommand("duplicate", QStringLiteral("&Duplicate..."), QKeySequence(Qt::CTRL | Qt::Key_D), [this] {
@@ -45,6 +44,8 @@ void CCategoryView::OnShow() {
   if (const std::int32_t shown = m_List.InspectionID(); shown != m_InspectionID) {
     m_InspectionID = shown;
     ClearSearch();
+    m_Rows->SelectRow(-1);
+    m_Rows->setCurrentIndex({});
   }
   m_List.Show();
   ShowRows();

@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "device/WordFilter.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/Captions.h"
 
@@ -23,8 +24,10 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
   m_Search->setPlaceholderText(QStringLiteral("Find"));
   m_Search->setAccessibleName(QStringLiteral("Find ") + what);
   m_Search->setClearButtonEnabled(true);
-  connect(m_Search, &QLineEdit::textChanged, this,
-          [this](const QString& text) { OnSearch(device::ui::FromQString(text)); });
+  connect(m_Search, &QLineEdit::textChanged, this, [this](const QString& text) {
+    ShowEmptyText();
+    OnSearch(device::ui::FromQString(text));
+  });
   connect(m_Search, &QLineEdit::returnPressed, this, [this] { m_Rows->setFocus(); });
   connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
     m_Search->setFocus(Qt::ShortcutFocusReason);
@@ -39,6 +42,7 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
 
   m_Rows = new device::ui::ListView(source, std::move(columns), this);
   m_Rows->setObjectName(QStringLiteral("rows"));
+  m_NothingFound = QStringLiteral("No %1 hold these words.").arg(what);
   m_Rows->setAccessibleName(QString(what).replace(0, 1, what.at(0).toUpper()));
 
   m_Left = new QLabel(this);
@@ -70,6 +74,16 @@ void ListScreen::FitCaptions() {
 void ListScreen::resizeEvent(QResizeEvent* event) {
   Screen::resizeEvent(event);
   FitCaptions();
+}
+
+void ListScreen::SetEmptyText(const QString& text) {
+  m_EmptyText = text;
+  ShowEmptyText();
+}
+
+void ListScreen::ShowEmptyText() {
+  const bool searches = !device::WordFilter(device::ui::FromQString(m_Search->text())).IsEmpty();
+  m_Rows->SetEmptyText(searches ? m_NothingFound : m_EmptyText);
 }
 
 void ListScreen::ClearSearch() {

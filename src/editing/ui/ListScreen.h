@@ -21,6 +21,8 @@ protected:
   void Build(device::RowSource& source, std::vector<device::ListColumn> columns, const QString& what);
   void ShowCaptions(device::TextView caption, device::TextView left);
   void ClearSearch();
+  // What stands in place of rows when there are none; while there is a search, that it found nothing.
+  void SetEmptyText(const QString& text);
   void resizeEvent(QResizeEvent* event) override;
 
   // What was typed into the search changed.
@@ -30,7 +32,10 @@ protected:
 
 private:
   void FitCaptions();
+  void ShowEmptyText();
 
+  QString m_EmptyText;
+  QString m_NothingFound;
   QLabel* m_Caption = nullptr;
   QLineEdit* m_Search = nullptr;
   QLabel* m_Left = nullptr;

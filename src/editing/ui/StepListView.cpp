@@ -16,7 +16,7 @@ CStepListView::CStepListView(inspection::CInspectorDoc& document, EditingDialogs
   Build(m_List, StepList::Columns(), QStringLiteral("steps"));
   m_Rows->setHorizontalHeader(new StepListHeader(m_Rows));
   m_Rows->setItemDelegate(new StepListDelegate(m_Rows));
-  m_Rows->SetEmptyText(QStringLiteral("No steps here."));
+  SetEmptyText(QStringLiteral("No steps here."));
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
   m_Rows->onSelect = [this](int row) { OnSelect(row); };
   m_Properties = AddCommand("stepProperties", QStringLiteral("Step &Properties..."),

@@ -1,5 +1,7 @@
 #include "editing/ui/UnfinishedView.h"
 
+#include <utility>
+
 #include "device/Format.h"
 #include "device/WordFilter.h"
 #include "editing/AddressCaption.h"
@@ -18,9 +20,12 @@ CUnfinishedView::CUnfinishedView(inspection::CInspectorDoc& document, QWidget* p
 
 void CUnfinishedView::OnShow() {
   m_Document.FinishDocTypeChange();
-  m_Unfinished.emplace(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
+  const std::int32_t inspection = m_Document.Inspection().m_InspectionID;
+  const bool isAnother = std::exchange(m_InspectionID, inspection) != inspection;
+  if (isAnother) ClearSearch();
+  m_Unfinished.emplace(m_Document.GetWorkspace(), inspection);
   m_IsWhole = m_Unfinished->Refresh();
-  const int row = m_Rows->SelectedRow();
+  const int row = isAnother ? 0 : m_Rows->SelectedRow();
   ShowRows();
   m_Rows->SelectRow(std::min(std::max(row, 0), RowCount() - 1));
   m_Rows->setFocus();
@@ -39,7 +44,7 @@ void CUnfinishedView::ShowRows() {
     if (filter.Accepts(
             device::Format(u"%s %s %s %s", step.categoryTitle, step.stepNumber, step.title, step.Reasons())))
       m_Shown.push_back(step);
-  m_Rows->SetEmptyText(m_IsWhole ? QStringLiteral("Nothing is left to do here.") : QString());
+  SetEmptyText(m_IsWhole ? QStringLiteral("Nothing is left to do here.") : QString());
   m_Rows->Refill();
   const int count = m_Unfinished->Count();
   ShowCaptions(AddressCaption(m_Document.Inspection()),

@@ -12,7 +12,8 @@ public:
   explicit CUnfinishedView(inspection::CInspectorDoc& document, QWidget* parent = nullptr);
 
   QString Title() const override { return QStringLiteral("Unfinished"); }
-  // Reads the visit again and stays at the row that it had.
+  // Reads the visit again and stays at the row that it had; another visit is shown whole, from its first row
+  // on.
   void OnShow() override;
 
   // What the person tapped; its step is 0 for a category that was never opened.
@@ -29,6 +30,7 @@ private:
   std::vector<UnfinishedStep> m_Shown;     // those that the search leaves
   device::Text m_Words;
   bool m_IsWhole = true;  // all of the visit could be read
+  std::int32_t m_InspectionID = -1;
 };
 
 }  // namespace inspector::editing::ui
