@@ -1,6 +1,5 @@
 #include "editing/PickerEditor.h"
 
-#include "data/PickersTable.h"
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
 
@@ -8,12 +7,6 @@ namespace inspector::editing {
 namespace {
 
 using device::Format;
-
-bool OpenPicker(data::PickersTable& rows, TextView picker) {
-  rows.OpenSQL(
-      Format(u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"%s\" ORDER BY PickerChoice;", picker));
-  return !rows.Failed();
-}
 
 }  // namespace
 
@@ -29,16 +22,17 @@ std::vector<Text> PickerEditor::Names() {
   return names;
 }
 
-std::vector<Text> PickerEditor::Choices(TextView picker) {
-  std::vector<Text> choices;
+std::vector<PickerEditor::Item> PickerEditor::Items(TextView picker) {
+  std::vector<Item> items;
   data::PickersTable rows(m_Workspace.GetDatabases());
-  OpenPicker(rows, picker);
+  rows.OpenSQL(
+      Format(u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"%s\" ORDER BY PickerChoice;", picker));
   for (int n = 0; n < rows.RecordCount(); ++n)
-    if (rows.GetRecord(n)) choices.push_back(rows.m_PickerChoice);
-  return choices;
+    if (rows.GetRecord(n)) items.push_back({rows.m_ID, rows.m_PickerChoice});
+  return items;
 }
 
-std::optional<Text> PickerEditor::AddItem(TextView picker) {
+std::optional<std::int32_t> PickerEditor::AddItem(TextView picker) {
   const std::optional<Text> entered =
       m_Workspace.GetPrompts().AskText({u"Enter the new text for this picker.", u"New Item", {}});
   const Text word = device::StripLeadingControls(entered.value_or(Text()));
@@ -51,44 +45,48 @@ std::optional<Text> PickerEditor::AddItem(TextView picker) {
   row.m_PickerName = Text(picker);
   row.m_PickerChoice = word;
   row.m_ID = data::UniqueIDTable(databases, data::DatabaseKind::Template).NextID(row.TableName());
-  return row.Write() && transaction.Commit() ? std::optional(word) : std::nullopt;
+  return row.Write() && transaction.Commit() ? std::optional(row.m_ID) : std::nullopt;
 }
 
-std::optional<Text> PickerEditor::EditItem(TextView picker, std::size_t choice) {
-  return Edit(picker, choice, u"Edit the text for this picker item.", u"Edit Item", true);
+bool PickerEditor::EditItem(std::int32_t id) {
+  return Edit(id, u"Edit the text for this picker item.", u"Edit Item", true);
 }
 
-std::optional<Text> PickerEditor::EditText(TextView picker, std::size_t choice) {
-  return Edit(picker, choice, u"Enter the new text for this item.", u"Edit Text", false);
+bool PickerEditor::EditText(std::int32_t id) {
+  return Edit(id, u"Enter the new text for this item.", u"Edit Text", false);
 }
 
-std::optional<Text> PickerEditor::Edit(TextView picker, std::size_t choice, const Text& prompt,
-                                       const Text& title, bool offersWord) {
+bool PickerEditor::Find(data::PickersTable& row, std::int32_t id) {
+  row.OpenSQL(Format(u"SELECT * FROM Pickers WHERE ID = %d", id));
+  if (row.GetRecord(0)) return true;
+  if (!row.Failed()) row.GetConnection().ReportVanishedRow(row.TableName());
+  return false;
+}
+
+bool PickerEditor::Edit(std::int32_t id, const Text& prompt, const Text& title, bool offersWord) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::PickersTable row(databases);
-  const int n = static_cast<int>(choice);
-  if (!OpenPicker(row, picker) || !row.GetRecord(n)) return std::nullopt;
+  if (!Find(row, id)) return false;
   const std::optional<Text> entered =
       m_Workspace.GetPrompts().AskText({prompt, title, offersWord ? row.m_PickerChoice : Text()});
   const Text word = device::StripLeadingControls(entered.value_or(Text()));
-  if (word.empty() || word == row.m_PickerChoice) return std::nullopt;
+  if (word.empty() || word == row.m_PickerChoice) return false;
   data::Transaction transaction(databases.Template());
-  if (!transaction.IsOpen() || !row.GetRecord(n)) return std::nullopt;
+  if (!transaction.IsOpen() || !Find(row, id)) return false;
   row.m_PickerChoice = word;
-  return row.Write() && transaction.Commit() ? std::optional(word) : std::nullopt;
+  return row.Write() && transaction.Commit();
 }
 
-bool PickerEditor::DeleteItem(TextView picker, std::size_t choice) {
+bool PickerEditor::DeleteItem(std::int32_t id) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::PickersTable row(databases);
-  const int n = static_cast<int>(choice);
-  if (!OpenPicker(row, picker) || !row.GetRecord(n)) return false;
+  if (!Find(row, id)) return false;
   if (!device::ConfirmCaution(
           m_Workspace.GetPrompts(),
           Format(u"Are you sure you want to delete \"%s\" from this picker?", Text(row.m_PickerChoice))))
     return false;
   data::Transaction transaction(databases.Template());
-  return transaction.IsOpen() && row.GetRecord(n) && row.DeleteCurrent() && transaction.Commit();
+  return transaction.IsOpen() && Find(row, id) && row.DeleteCurrent() && transaction.Commit();
 }
 
 bool PickerEditor::DeletePicker(TextView picker) {

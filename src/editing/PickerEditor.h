@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "data/PickersTable.h"
 #include "data/Workspace.h"
 
 namespace inspector::editing {
@@ -19,22 +20,26 @@ public:
 
   // In the order of their names.
   std::vector<Text> Names();
-  // In their order; equal words as often as they are stored.
-  std::vector<Text> Choices(TextView picker);
+  struct Item {
+    std::int32_t id = 0;
+    Text word;
+  };
+  // In the order of the words; equal ones as often as they are stored.
+  std::vector<Item> Items(TextView picker);
 
-  // "New Item": asks for a word. For a name that is not there yet, this makes the picker.
-  std::optional<Text> AddItem(TextView picker);
-  // Both change one word: "Edit Item" offers it to be mended, "Edit Text" asks for another in its place. The
-  // word that is stored now.
-  std::optional<Text> EditItem(TextView picker, std::size_t choice);
-  std::optional<Text> EditText(TextView picker, std::size_t choice);
-  bool DeleteItem(TextView picker, std::size_t choice);
+  // "New Item": asks for a word. For a name that is not there yet, this makes the picker. The id of the word.
+  std::optional<std::int32_t> AddItem(TextView picker);
+  // Both change one word: "Edit Item" offers it to be mended, "Edit Text" asks for another in its place. Says
+  // so when another program has deleted it.
+  bool EditItem(std::int32_t id);
+  bool EditText(std::int32_t id);
+  bool DeleteItem(std::int32_t id);
   // With all its words.
   bool DeletePicker(TextView picker);
 
 private:
-  std::optional<Text> Edit(TextView picker, std::size_t choice, const Text& prompt, const Text& title,
-                           bool offersWord);
+  bool Edit(std::int32_t id, const Text& prompt, const Text& title, bool offersWord);
+  bool Find(data::PickersTable& row, std::int32_t id);
 
   data::Workspace& m_Workspace;
 };

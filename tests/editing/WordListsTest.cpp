@@ -26,6 +26,12 @@ protected:
       lines.push_back(shortcut.shortCut + u"=" + shortcut.expanded);
     return lines;
   }
+  std::int32_t Item(std::size_t row) { return m_Pickers.Items(u"Colour").at(row).id; }
+  std::vector<Text> Words() {
+    std::vector<Text> words;
+    for (const PickerEditor::Item& item : m_Pickers.Items(u"Colour")) words.push_back(item.word);
+    return words;
+  }
 
   ShortcutEditor m_Shortcuts{m_Device.GetWorkspace()};
   PickerEditor m_Pickers{m_Device.GetWorkspace()};
@@ -78,21 +84,32 @@ TEST_F(WordListsTest, PickersAreEditedWordByWordAndDeletedWhole) {
   Prompts().QueueText(u"Enter the new text for this picker.", u"green");
   EXPECT_TRUE(m_Pickers.AddItem(u"Colour"));
   Prompts().QueueText(u"Edit the text for this picker item.", u"azure");
-  EXPECT_TRUE(m_Pickers.EditItem(u"Colour", 0));
+  EXPECT_TRUE(m_Pickers.EditItem(Item(0)));
   EXPECT_EQ(Prompts().TextQuestions().back().initial, u"blue");
   Prompts().QueueText(u"Enter the new text for this item.", u"ruby");
-  EXPECT_TRUE(m_Pickers.EditText(u"Colour", 2));
+  EXPECT_TRUE(m_Pickers.EditText(Item(2)));
   EXPECT_EQ(Prompts().TextQuestions().back().initial, u"");
-  EXPECT_THAT(m_Pickers.Choices(u"Colour"), ElementsAre(u"azure", u"green", u"ruby"));
+  EXPECT_THAT(Words(), ElementsAre(u"azure", u"green", u"ruby"));
   Prompts().Queue(u"Are you sure you want to delete \"green\" from this picker?", Answer::Yes);
-  EXPECT_TRUE(m_Pickers.DeleteItem(u"Colour", 1));
+  const std::int32_t green = Item(1);
+  EXPECT_TRUE(m_Pickers.DeleteItem(green));
 
   Prompts().QueueText(u"Enter the new text for this picker.", std::nullopt);
   EXPECT_FALSE(m_Pickers.AddItem(u"Colour"));
   Prompts().QueueText(u"Edit the text for this picker item.", u"");
-  EXPECT_FALSE(m_Pickers.EditItem(u"Colour", 0));
-  EXPECT_FALSE(m_Pickers.EditItem(u"Colour", 7));
-  EXPECT_THAT(m_Pickers.Choices(u"Colour"), ElementsAre(u"azure", u"ruby"));
+  EXPECT_FALSE(m_Pickers.EditItem(Item(0)));
+  EXPECT_THAT(Words(), ElementsAre(u"azure", u"ruby"));
+
+  // Rows that another program moved change nothing about which word is meant; one that it deleted is told.
+  const std::int32_t ruby = Item(1);
+  m_Device.Library().AddPicker(u"Colour", u"amber");
+  Prompts().QueueText(u"Enter the new text for this item.", u"teal");
+  EXPECT_TRUE(m_Pickers.EditText(ruby));
+  EXPECT_THAT(Words(), ElementsAre(u"amber", u"azure", u"teal"));
+  Prompts().Forget();
+  EXPECT_FALSE(m_Pickers.EditItem(green));
+  EXPECT_FALSE(m_Pickers.DeleteItem(green));
+  EXPECT_EQ(Prompts().Messages().size(), 1U) << "the same words once";
 
   const Text question = u"Are you sure you want to delete this picker and all its items?";
   Prompts().Queue(question, Answer::No);

@@ -26,12 +26,12 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   m_Pickers->setAccessibleName(tr("Picker"));
   auto* caption = new QLabel(tr("&Picker"), this);
   caption->setBuddy(m_Pickers);
-  m_Choices = new QListWidget(this);
-  m_Choices->setObjectName(QStringLiteral("pickerItems"));
-  m_Choices->setAccessibleName(tr("Items of the picker"));
-  m_Choices->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  m_Choices->setWordWrap(true);
-  QScroller::grabGesture(m_Choices->viewport(), QScroller::TouchGesture);
+  m_Items = new QListWidget(this);
+  m_Items->setObjectName(QStringLiteral("pickerItems"));
+  m_Items->setAccessibleName(tr("Items of the picker"));
+  m_Items->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  m_Items->setWordWrap(true);
+  QScroller::grabGesture(m_Items->viewport(), QScroller::TouchGesture);
   const auto makeButton = [this](const QString& text, const char* name) {
     auto* button = new QPushButton(text, this);
     button->setObjectName(QLatin1String(name));
@@ -44,30 +44,31 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   m_Edit = makeButton(tr("&Edit Item..."), "editItemButton");
   m_EditText = makeButton(tr("Edit &Text..."), "editTextButton");
   m_Delete = makeButton(tr("&Delete Item"), "deleteItemButton");
-  const auto item = [this] { return static_cast<std::size_t>(std::max(0, m_Choices->currentRow())); };
-  connect(m_Pickers, &QComboBox::activated, this, [this] { FillChoices({}); });
+  connect(m_Pickers, &QComboBox::activated, this, [this] { FillItems(); });
   connect(newPicker, &QPushButton::clicked, this, [this] { NewPicker(); });
   connect(m_DeletePicker, &QPushButton::clicked, this, [this] {
     if (m_Editor.DeletePicker(Picker())) FillPickers({});
   });
-  // The word that was stored is the one selected afterwards.
-  const auto show = [this](const std::optional<Text>& word) {
-    if (word) FillChoices(*word);
+  // Also when it failed: the word may be gone.
+  const auto withSelected = [this](bool (PickerEditor::*change)(std::int32_t)) {
+    return [this, change] {
+      const std::optional<std::int32_t> id = Selected();
+      if (!id) return;
+      (m_Editor.*change)(*id);
+      FillItems();
+    };
   };
-  const auto edit = [this, item, show] {
-    if (m_Choices->currentRow() >= 0) show(m_Editor.EditItem(Picker(), item()));
-  };
-  const auto remove = [this, item] {
-    if (m_Choices->currentRow() >= 0 && m_Editor.DeleteItem(Picker(), item())) FillChoices({});
-  };
-  connect(m_New, &QPushButton::clicked, this, [this, show] { show(m_Editor.AddItem(Picker())); });
+  const auto edit = withSelected(&PickerEditor::EditItem);
+  const auto remove = withSelected(&PickerEditor::DeleteItem);
+  connect(m_New, &QPushButton::clicked, this, [this] {
+    if (const auto id = m_Editor.AddItem(Picker())) FillItems(id);
+  });
   connect(m_Edit, &QPushButton::clicked, this, edit);
-  connect(m_Choices, &QListWidget::itemActivated, this, edit);
-  connect(m_EditText, &QPushButton::clicked, this,
-          [this, item, show] { show(m_Editor.EditText(Picker(), item())); });
+  connect(m_Items, &QListWidget::itemActivated, this, edit);
+  connect(m_EditText, &QPushButton::clicked, this, withSelected(&PickerEditor::EditText));
   connect(m_Delete, &QPushButton::clicked, this, remove);
-  connect(new QShortcut(QKeySequence::Delete, m_Choices), &QShortcut::activated, this, remove);
-  connect(m_Choices, &QListWidget::currentRowChanged, this, [this](int row) {
+  connect(new QShortcut(QKeySequence::Delete, m_Items), &QShortcut::activated, this, remove);
+  connect(m_Items, &QListWidget::currentRowChanged, this, [this](int row) {
     for (QPushButton* button : {m_Edit, m_EditText, m_Delete}) button->setEnabled(row >= 0);
   });
   auto* close = new QDialogButtonBox(QDialogButtonBox::Close, this);
@@ -77,7 +78,7 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   layout->addWidget(m_Pickers, 1, 0, 1, 2);
   layout->addWidget(newPicker, 2, 0);
   layout->addWidget(m_DeletePicker, 2, 1);
-  layout->addWidget(m_Choices, 3, 0, 1, 2);
+  layout->addWidget(m_Items, 3, 0, 1, 2);
   layout->addWidget(m_New, 4, 0);
   layout->addWidget(m_Edit, 4, 1);
   layout->addWidget(m_EditText, 5, 0);
@@ -88,7 +89,7 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   layout->setColumnStretch(1, 1);
   setTabOrder(m_Pickers, newPicker);
   setTabOrder(newPicker, m_DeletePicker);
-  setTabOrder(m_DeletePicker, m_Choices);
+  setTabOrder(m_DeletePicker, m_Items);
   resize(440, 560);
   FillPickers(picker);
 }
@@ -105,22 +106,29 @@ void PickerEditorDialog::FillPickers(const Text& chosen) {
     m_Pickers->addItem(wanted);
   if (!wanted.isEmpty())
     m_Pickers->setCurrentIndex(m_Pickers->findText(wanted, Qt::MatchExactly | Qt::MatchCaseSensitive));
-  FillChoices({});
+  FillItems();
 }
 
-void PickerEditorDialog::FillChoices(const Text& selected) {
+std::optional<std::int32_t> PickerEditorDialog::Selected() const {
+  const int row = m_Items->currentRow();
+  return row < 0 ? std::nullopt : std::optional(m_Shown[static_cast<std::size_t>(row)].id);
+}
+
+// The word that was selected stays so, wherever it stands now; for one that is gone, its neighbour.
+void PickerEditorDialog::FillItems(std::optional<std::int32_t> selected) {
   const bool isOne = m_Pickers->currentIndex() >= 0;
   m_New->setEnabled(isOne);
   m_DeletePicker->setEnabled(isOne);
-  int row = std::max(0, m_Choices->currentRow());
-  m_Choices->clear();
-  if (isOne)
-    for (const Text& choice : m_Editor.Choices(Picker())) {
-      if (choice == selected) row = m_Choices->count();
-      m_Choices->addItem(ToQString(choice));
-    }
-  m_Choices->setCurrentRow(std::min(row, m_Choices->count() - 1));
-  for (QPushButton* button : {m_Edit, m_EditText, m_Delete}) button->setEnabled(m_Choices->count() > 0);
+  if (!selected) selected = Selected();
+  int row = std::max(0, m_Items->currentRow());
+  m_Items->clear();
+  m_Shown = isOne ? m_Editor.Items(Picker()) : std::vector<PickerEditor::Item>();
+  for (const PickerEditor::Item& item : m_Shown) {
+    if (item.id == selected) row = m_Items->count();
+    m_Items->addItem(ToQString(item.word));
+  }
+  m_Items->setCurrentRow(std::min(row, m_Items->count() - 1));
+  for (QPushButton* button : {m_Edit, m_EditText, m_Delete}) button->setEnabled(m_Items->count() > 0);
 }
 
 void PickerEditorDialog::NewPicker() {

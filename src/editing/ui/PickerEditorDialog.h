@@ -19,13 +19,15 @@ public:
 private:
   Text Picker() const;
   void FillPickers(const Text& chosen);
-  void FillChoices(const Text& selected);
+  std::optional<std::int32_t> Selected() const;
+  void FillItems(std::optional<std::int32_t> selected = std::nullopt);
   void NewPicker();
 
   data::Workspace& m_Workspace;
   PickerEditor m_Editor;
   QComboBox* m_Pickers;
-  QListWidget* m_Choices;
+  QListWidget* m_Items;
+  std::vector<PickerEditor::Item> m_Shown;
   QPushButton* m_Edit;
   QPushButton* m_EditText;
   QPushButton* m_Delete;
