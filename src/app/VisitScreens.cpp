@@ -43,7 +43,10 @@ void VisitScreens::Connect() {
   };
   m_Unfinished->onOpen = [this](const editing::UnfinishedStep& step) {
     if (step.stepID == 0) {
-      ShowCategory(step.categoryID);
+      if (ShowCategory(step.categoryID)) return;
+      if (!m_Document.Categories().Failed())
+        m_Document.GetWorkspace().InspectionConnection().ReportVanishedRow(u"Category");
+      m_Unfinished->OnShow();
       return;
     }
     OpenSheet(step.categoryID, step.stepID, std::nullopt);
@@ -96,7 +99,6 @@ bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::
 
 bool VisitScreens::ShowCategory(std::int32_t categoryID) {
   m_Document.FinishDocTypeChange();
-  m_Document.LoadCategories();
   data::CategoryTable& categories = m_Document.Categories();
   const std::int32_t former = categories.m_CategoryID;
   if (!m_Document.SelectCategory(categoryID)) return false;
@@ -136,8 +138,7 @@ void VisitScreens::OpenNextUnfinished() {
   const std::optional<editing::UnfinishedStep> next = unfinished.NextAfter(Place());
   if (!next) {
     device::Alert(m_Document.GetWorkspace().GetPrompts(),
-                  isWhole ? u"Nothing is left to do in this visit."
-                          : u"The visit could not be read whole; there may be more to do.");
+                  device::Text(isWhole ? u"Nothing is left to do in this visit." : editing::kNotReadWhole));
     return;
   }
   if (!ShowCategory(next->categoryID) || next->stepID == 0) return;

@@ -42,7 +42,7 @@ public:
   // The next step that still needs something after where the person is, opened in its sheet; says so when
   // there is none.
   void OpenNextUnfinished();
-  // Shows the category; with a step, its sheet as well. False when they are not there.
+  // Shows the category, with a step its row selected. False when there is no such category.
   bool OpenPlace(std::int32_t categoryID, std::int32_t stepID);
   // Where the person is in the current inspection: nothing before one of its categories was opened.
   editing::PlaceInVisit Place() const;

@@ -63,8 +63,7 @@ std::optional<CategoryList::Row> CategoryList::RowAt(int row) {
   if (row < 0 || row >= RowCount() || !m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]))
     return std::nullopt;
   const bool marked = std::find(m_Marked.begin(), m_Marked.end(), m_List.m_CategoryID) != m_Marked.end();
-  const auto found = m_Left.find(m_List.m_CategoryID);
-  const Unfinished::Left left = found == m_Left.end() ? Unfinished::Left() : found->second;
+  const Unfinished::Left left = LeftIn(m_List.m_CategoryID);
   return Row{m_List.m_CategoryID, marked,         m_List.m_CategoryTitle,
              StatusOf(m_List),    !left.unopened, left.steps};
 }
@@ -87,21 +86,27 @@ device::ListRow CategoryList::ShownRow(int row) {
   return cells;
 }
 
+Unfinished::Left CategoryList::LeftIn(std::int32_t categoryID) const {
+  if (!m_Left) return {};
+  const auto found = m_Left->find(categoryID);
+  return found == m_Left->end() ? Unfinished::Left() : found->second;
+}
+
 CategoryList::Left CategoryList::WhatIsLeft() {
   const data::ReadScope reading(m_Databases.Inspection());
   Left left;
   for (int record = 0; record < m_List.RecordCount(); ++record) {
     if (!m_List.GetRecord(record) || m_List.m_NotPresentFlag) continue;
     if (!m_List.m_CompleteFlag) ++left.categories;
-    const auto found = m_Left.find(m_List.m_CategoryID);
-    if (found == m_Left.end()) continue;
-    left.unopened += found->second.unopened;
-    left.steps += found->second.steps;
+    const Unfinished::Left here = LeftIn(m_List.m_CategoryID);
+    left.unopened += here.unopened;
+    left.steps += here.steps;
   }
   return left;
 }
 
 Text CategoryList::LeftCaption() {
+  if (!m_Left) return Text(kNotReadWhole);
   const Left left = WhatIsLeft();
   const Text unopened = left.unopened > 0 ? Format(u" (%d not opened yet)", left.unopened) : Text();
   return Format(u"%d of %d categories to complete%s, %d %s to do", left.categories, m_List.RecordCount(),

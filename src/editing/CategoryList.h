@@ -46,14 +46,8 @@ public:
   std::optional<Row> RowAt(int row);
   // Under the status: how many steps still want something.
   device::ListRow ShownRow(int row) override;
-  // What is left in the whole inspection, absent categories aside.
-  struct Left {
-    int categories = 0;  // neither complete nor absent
-    int unopened = 0;    // of these, the ones whose steps are not made yet
-    int steps = 0;       // that want something, of the categories that were opened
-  };
-  Left WhatIsLeft();
-  // "4 of 5 categories to complete (2 not opened yet), 12 steps to do".
+  // What is left in the whole inspection, absent categories aside: "4 of 5 categories to complete (2 not
+  // opened yet), 12 steps to do".
   Text LeftCaption();
 
   enum class Screen { None, Steps, Form };
@@ -81,6 +75,13 @@ public:
   DefaultsResult ApplyDefaults();
 
 private:
+  struct Left {
+    int categories = 0;  // neither complete nor absent
+    int unopened = 0;    // of these, the ones whose steps are not made yet
+    int steps = 0;       // that want something, of the categories that were opened
+  };
+  Left WhatIsLeft();
+  Unfinished::Left LeftIn(std::int32_t categoryID) const;
   void Refill();
   void FilterRows();
   std::vector<int> MarkedRows();
@@ -95,8 +96,9 @@ private:
   data::CategoryTable m_List;  // not the document's own: showing a row must not make it current
   std::vector<int> m_Shown;    // records of m_List
   device::WordFilter m_Filter;
-  std::map<std::int32_t, Unfinished::Left> m_Left;  // by category, as it was when the list was last read
-  std::vector<std::int32_t> m_Marked;               // keys, in the order of marking
+  // By category, as it was when the list was last read; nothing when that failed.
+  std::optional<std::map<std::int32_t, Unfinished::Left>> m_Left;
+  std::vector<std::int32_t> m_Marked;  // keys, in the order of marking
   std::int32_t m_FirstCopy = -1;
   Text m_ToggleCaption = u"Not Present";
 };

@@ -154,12 +154,10 @@ int StepList::RowOf(std::int32_t stepID) const {
   return row == m_Shown.end() ? -1 : static_cast<int>(row - m_Shown.begin());
 }
 
-int StepList::StepsToRate() {
-  return UnratedSteps(m_Databases, m_Document.Categories().m_CategoryID).value_or(0);
-}
-
 Text StepList::LeftCaption() {
-  return Format(u"%d of %d steps to rate", StepsToRate(), m_List.RecordCount());
+  const std::optional<int> unrated = UnratedSteps(m_Databases, m_Document.Categories().m_CategoryID);
+  return unrated ? Format(u"%d of %d steps to rate", *unrated, m_List.RecordCount())
+                 : Text(u"The steps could not be read.");
 }
 
 std::vector<Text> StepList::RatingEntries(int row) {

@@ -51,8 +51,6 @@ public:
   device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;
-  // How many steps of the category are not rated.
-  int StepsToRate();
   // "3 of 12 steps to rate".
   Text LeftCaption();
   std::int32_t CategoryID() const { return m_Document.Categories().m_CategoryID; }

@@ -81,7 +81,6 @@ bool Unfinished::Refresh() {
 
 bool Unfinished::AddCategory(const data::CategoryTable& category) {
   std::vector<std::int32_t>& order = m_StepOrder[category.m_CategoryID];
-  order.clear();
   if (category.m_NotPresentFlag || category.m_Type == kFormCategory) return true;
   data::StepTable steps(m_Workspace.GetDatabases());
   steps.OpenSQL(Format(u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber", steps.TableName(),
@@ -106,29 +105,33 @@ bool Unfinished::AddCategory(const data::CategoryTable& category) {
   return !steps.Failed();
 }
 
-// A step without a rating counts whatever else it wants, so only those with one have to be looked at.
-std::map<std::int32_t, Unfinished::Left> Unfinished::CountByCategory() {
+std::optional<std::map<std::int32_t, Unfinished::Left>> Unfinished::CountByCategory() {
   data::Databases& databases = m_Workspace.GetDatabases();
   const data::ReadScope reading(databases.Inspection());
   m_Pictures.emplace(m_Workspace);
-  ReadChoices();
+  bool complete = ReadChoices();
   std::map<std::int32_t, Left> left;
   data::CategoryTable categories(databases);
   categories.OpenSQL(Format(u"SELECT * FROM Category WHERE InspectionID = %d", m_InspectionID));
+  for (int n = 0; n < categories.RecordCount(); ++n)
+    if (categories.GetRecord(n) && !categories.m_NotPresentFlag && categories.m_Type != kFormCategory)
+      complete = CountIn(categories, left[categories.m_CategoryID]) && complete;
+  return complete && !categories.Failed() ? std::optional(std::move(left)) : std::nullopt;
+}
+
+// A step without a rating counts whatever else it wants, so only those with one have to be looked at.
+bool Unfinished::CountIn(const data::CategoryTable& category, Left& left) {
+  data::Databases& databases = m_Workspace.GetDatabases();
+  const std::optional<int> unrated = UnratedSteps(databases, category.m_CategoryID);
+  if (!unrated) return false;
   data::StepTable rated(databases);
-  for (int n = 0; n < categories.RecordCount(); ++n) {
-    if (!categories.GetRecord(n) || categories.m_NotPresentFlag || categories.m_Type == kFormCategory)
-      continue;
-    Left& category = left[categories.m_CategoryID];
-    category.steps = UnratedSteps(databases, categories.m_CategoryID).value_or(0);
-    rated.OpenSQL(Format(u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \")",
-                         rated.TableName(), categories.m_CategoryID));
-    category.unopened =
-        !categories.m_CompleteFlag && !rated.Failed() && category.steps + rated.RecordCount() == 0;
-    for (int row = 0; row < rated.RecordCount(); ++row)
-      if (rated.GetRecord(row) && (NeedsComment(rated) || m_Pictures->IsLackedBy(rated))) ++category.steps;
-  }
-  return left;
+  rated.OpenSQL(Format(u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \")",
+                       rated.TableName(), category.m_CategoryID));
+  left.steps = *unrated;
+  left.unopened = !category.m_CompleteFlag && *unrated + rated.RecordCount() == 0;
+  for (int row = 0; row < rated.RecordCount(); ++row)
+    if (rated.GetRecord(row) && (NeedsComment(rated) || m_Pictures->IsLackedBy(rated))) ++left.steps;
+  return !rated.Failed();
 }
 
 bool Unfinished::NeedsComment(const data::StepTable& step) const {

@@ -13,6 +13,9 @@
 
 namespace inspector::editing {
 
+// In place of a count, when there is none.
+constexpr device::TextView kNotReadWhole = u"The visit could not be read whole; there may be more to do.";
+
 struct UnfinishedStep {
   std::int32_t categoryID = 0;
   std::int32_t stepID = 0;  // 0 for a category whose steps are not made yet
@@ -48,8 +51,8 @@ public:
     bool unopened = false;  // its steps are not made yet
     int steps = 0;
   };
-  // Reads only what counting needs; Steps() stay as they are.
-  std::map<std::int32_t, Left> CountByCategory();
+  // Reads only what counting needs; Steps() stay as they are. Nothing when it could not all be read.
+  std::optional<std::map<std::int32_t, Left>> CountByCategory();
   // The first one after the place, beginning anew after the last; nothing when all is done.
   std::optional<UnfinishedStep> NextAfter(const PlaceInVisit& place) const;
 
@@ -57,6 +60,7 @@ private:
   bool ReadChoices();
   bool NeedsComment(const data::StepTable& step) const;
   bool AddCategory(const data::CategoryTable& category);
+  bool CountIn(const data::CategoryTable& category, Left& left);
 
   data::Workspace& m_Workspace;
   std::int32_t m_InspectionID;

@@ -87,7 +87,10 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
                                    u"Roof 20.2: A picture is missing", u"Roof 20.3: No rating",
                                    u"Cellar 9.1: A picture is missing"));
   EXPECT_EQ(unfinished.Count(), 5);
-  EXPECT_EQ(unfinished.CountByCategory()[m_Roof].steps, 3);
+  EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, 3);
+  m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
+  EXPECT_FALSE(unfinished.CountByCategory()) << "not known is not none";
+  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO RatingChoices");
 
   EXPECT_EQ(unfinished.NextAfter({})->categoryTitle, u"Attic") << "the first, when the place is unknown";
   EXPECT_EQ(unfinished.NextAfter({m_Roof, 0})->stepID, shingles);

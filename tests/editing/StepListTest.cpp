@@ -65,7 +65,7 @@ TEST_F(StepListTest, MakesTheStepsAndShowsWhatIsDone) {
   });
   m_Device.GetWorkspace().Options().m_ShowStepNumbers = 0;
   EXPECT_EQ(Shown(kNotes), u"Notes|Fine|Complete|Complete|Complete");
-  EXPECT_EQ(m_List.StepsToRate(), 2);
+  EXPECT_EQ(m_List.LeftCaption(), u"2 of 3 steps to rate");
 }
 
 TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {

@@ -48,7 +48,7 @@ void CUnfinishedView::ShowRows() {
   m_Rows->Refill();
   const int count = m_Unfinished->Count();
   ShowCaptions(AddressCaption(m_Document.Inspection()),
-               !m_IsWhole   ? device::Text(u"The visit could not be read whole; there may be more to do.")
+               !m_IsWhole   ? device::Text(kNotReadWhole)
                : count == 0 ? device::Text(u"The visit is complete.")
                             : device::Format(u"%d left in this visit", count));
 }
