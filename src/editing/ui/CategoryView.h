@@ -19,8 +19,8 @@ public:
 private:
   void OnSearch(const device::Text& words) override;
   void OnRow(int row, int column);
-  // The rows were read again.
   void ShowCopy();
+  // The rows were read again.
   void ShowRows();
   // The same rows have other content.
   void Refresh();
