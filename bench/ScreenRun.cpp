@@ -4,7 +4,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QMouseEvent>
 #include <QTimer>
 
 #include "ScaleData.h"
@@ -65,17 +64,6 @@ void RunVisit(QApplication& application, const std::filesystem::path& folder,
 
 device::ui::ListView& Rows(const app::CMainFrame& frame) {
   return *static_cast<device::ui::ListView*>(frame.CurrentScreen()->findChild<QTableView*>());
-}
-
-void ClickCell(device::ui::ListView& list, int row, int column) {
-  const QModelIndex index = list.Model().index(row, column);
-  list.scrollTo(index);
-  const QPointF at = list.visualRect(index).center();
-  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-    QMouseEvent event(type, at, list.viewport()->mapToGlobal(at), Qt::LeftButton,
-                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(list.viewport(), &event);
-  }
 }
 
 void Press(QWidget& widget, int key, const QString& text, Qt::KeyboardModifiers with) {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/MainFrame.h"
-#include "device/ui/ListView.h"
+#include "support/ListClicks.h"
 
 namespace inspector::bench {
 
@@ -41,7 +41,7 @@ Widget& Part(const QWidget& screen, const char* name) {
 
 // The list of the screen that is shown.
 device::ui::ListView& Rows(const app::CMainFrame& frame);
-void ClickCell(device::ui::ListView& list, int row, int column);
+using tests::ClickCell;
 // Without a text, a key that types nothing.
 void Press(QWidget& widget, int key, const QString& text = {}, Qt::KeyboardModifiers with = Qt::NoModifier);
 void Type(QWidget& widget, QChar letter);

@@ -1,6 +1,5 @@
-#include <QCommandLineParser>
-
 #include "app/EndSignals.h"
+#include "app/HomeOption.h"
 #include "app/Program.h"
 #include "device/DefaultHome.h"
 
@@ -11,19 +10,14 @@ int main(int count, char** words) {
   QApplication::setApplicationVersion(QStringLiteral(INSPECTOR_VERSION));
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Records a home inspection and writes its report."));
-  const QCommandLineOption home(
-      QStringLiteral("home"),
-      QStringLiteral("Device root (default: $INSPECTOR_HOME, else \"inspector\" in the user's data folder)."),
-      QStringLiteral("DIR"));
-  parser.addOption(home);
-  parser.addHelpOption();
   parser.addVersionOption();
-  parser.process(application);
-  if (parser.isSet(home) && parser.value(home).isEmpty()) parser.showHelp(2);
+  const auto home = inspector::app::ParseWithHome(
+      parser, application,
+      QStringLiteral(
+          "Device root (default: $INSPECTOR_HOME, else \"inspector\" in the user's data folder)."));
 
   inspector::app::ProgramSettings settings;
   settings.signals = &signals;
-  settings.home = parser.isSet(home) ? std::filesystem::path(parser.value(home).toStdString())
-                                     : inspector::device::DefaultHome();
+  settings.home = home ? *home : inspector::device::DefaultHome();
   return inspector::app::RunProgram(application, settings);
 }

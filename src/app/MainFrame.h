@@ -50,7 +50,6 @@ public:
   // False when the present screen could not be left.
   bool Bring(device::ui::Screen& screen);
   bool GoBack();
-  inspection::ui::CInspectionOverview& Overview() { return *m_Overview; }
   // Made when they are wanted first, as they hold many fields.
   inspection::ui::CInspectorView& Header();
   inspection::ui::CInspectionSetupView2& SetUp();

@@ -44,6 +44,11 @@ bool IsKeptElsewhere(TextView name) {
          name == kInspectionPath;
 }
 
+OptionsPage LongText(OptionsPage::View view, TextView title, TextView explanation, TextView name,
+                     TextView caption) {
+  return {title, explanation, {{name, caption, Kind::Lines}}, view};
+}
+
 }  // namespace
 
 const std::vector<OptionsPage>& OptionsPages() {
@@ -82,22 +87,16 @@ const std::vector<OptionsPage>& OptionsPages() {
         {u"LabelDocNumber", u"Document number"},
         {u"LabelClientName", u"Client name"},
         {u"LabelDate", u"Date"}}},
-      {u"Legal",
-       u"At the end of the first page, below the picture of the house.",
-       {{u"FinePrint", u"Fine print", Kind::Lines}},
-       OptionsPage::View::Legal},
-      {u"Definition of terms",
-       u"At the top of the second page: what the words of the ratings mean.",
-       {{u"DefinitionOfTerms", u"Definition of terms", Kind::Lines}},
-       OptionsPage::View::DefOfTerms},
-      {u"Footer",
-       u"In small type at the foot of every page, below a line.",
-       {{u"FooterText", u"Footer of each page", Kind::Lines}},
-       OptionsPage::View::Footer},
-      {u"Summary",
-       u"In the summary report.",
-       {{u"SummaryDisclaimer", u"Disclaimer of the summary", Kind::Lines}},
-       OptionsPage::View::ReportText},
+      LongText(OptionsPage::View::Legal, u"Legal",
+               u"At the end of the first page, below the picture of the house.", u"FinePrint", u"Fine print"),
+      LongText(OptionsPage::View::DefOfTerms, u"Definition of terms",
+               u"At the top of the second page: what the words of the ratings mean.", u"DefinitionOfTerms",
+               u"Definition of terms"),
+      LongText(OptionsPage::View::Footer, u"Footer",
+               u"In small type at the foot of every page, below a line.", u"FooterText",
+               u"Footer of each page"),
+      LongText(OptionsPage::View::ReportText, u"Summary", u"In the summary report.", u"SummaryDisclaimer",
+               u"Disclaimer of the summary"),
       {u"Pictures",
        u"",
        {{u"OmitPictures", u"Leave pictures out of reports", Kind::YesNo},

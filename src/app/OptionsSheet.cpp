@@ -1,15 +1,13 @@
 #include "app/OptionsSheet.h"
 
-#include <QDialogButtonBox>
 #include <QFrame>
 #include <QScrollArea>
 #include <QScroller>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "app/DefOfTermsPage.h"
-#include "app/FooterPage.h"
-#include "app/LegalPage.h"
+#include "app/ReportTextPages.h"
+#include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
@@ -25,7 +23,7 @@ COptionsPage* MakePage(const OptionsPage& page, QWidget* parent) {
     case OptionsPage::View::Footer:
       return new CFooterPage(page, parent);
     case OptionsPage::View::ReportText:
-      return new TextOptionsPage(page, ReportTextRemark, parent);
+      return new CReportTextPage(page, parent);
     case OptionsPage::View::Entries:
       break;
   }
@@ -60,9 +58,7 @@ COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
     m_Pages.push_back(view);
   }
   connect(m_Chooser, &QComboBox::currentIndexChanged, m_Stack, &QStackedWidget::setCurrentIndex);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Chooser);
   layout->addWidget(m_Stack, 1);

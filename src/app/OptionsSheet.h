@@ -7,7 +7,6 @@
 #include "app/OptionsPageView.h"
 
 class QComboBox;
-class QScrollArea;
 class QStackedWidget;
 
 namespace inspector::app {

@@ -8,7 +8,6 @@
 
 namespace inspector::app {
 
-class CMainFrame;
 class EndSignals;
 
 struct ProgramSettings {

@@ -29,7 +29,8 @@ VisitScreens::VisitScreens(inspection::CInspectorDoc& document, QWidget& window,
 }
 
 void VisitScreens::Connect() {
-  m_Dialogs.onOpenStepProperties = [this](std::int32_t categoryID, std::int32_t stepID, int tab) {
+  m_Dialogs.onOpenStepProperties = [this](std::int32_t categoryID, std::int32_t stepID,
+                                          std::optional<int> tab) {
     return OpenSheet(categoryID, stepID, tab);
   };
   m_Dialogs.onOpenPickerEditor = [this](const device::Text& list) { EditPickerList(list); };

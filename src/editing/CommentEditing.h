@@ -19,7 +19,6 @@ public:
   void ShowStep();
   // Where the text field had its selection when it lost the focus.
   void SaveSelection(const TextSelection& selection) { m_Selection = selection; }
-  const TextSelection& Selection() const { return m_Selection; }
 
   CommentPicklist& Picklist() { return *m_Picklist; }
 

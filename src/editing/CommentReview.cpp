@@ -62,11 +62,11 @@ CommentReview::Row CommentReview::RowAt(int row) {
           m_Steps.m_Comments};
 }
 
-int CommentReview::RememberedRow() {
+std::optional<int> CommentReview::RememberedRow() {
   const data::ReadScope reading(m_Workspace.InspectionConnection());
   for (int row = 0; m_Remembered && row < RowCount(); ++row)
     if (RowAt(row).stepID == *m_Remembered) return row;
-  return RowCount() > 0 ? 0 : -1;
+  return std::nullopt;
 }
 
 }  // namespace inspector::editing

@@ -36,9 +36,9 @@ public:
   // Neutral values when the step is gone by now.
   Row RowAt(int row);
 
-  // The row to be made visible: that of the step last remembered, else the last one.
+  // The row of the step last remembered, to be made visible; nothing when it is not among those shown.
   void Remember(std::int32_t stepID) { m_Remembered = stepID; }
-  int RememberedRow();
+  std::optional<int> RememberedRow();
 
 private:
   data::Workspace& m_Workspace;

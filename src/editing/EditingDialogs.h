@@ -24,9 +24,9 @@ public:
   };
   virtual std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) = 0;
 
-  // Opens "Step Properties" on a step, with the page that stands at `tab` among those the step has. True when
-  // it was closed with OK; what was entered is kept in either case.
-  virtual bool OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, int tab) = 0;
+  // Opens "Step Properties" on a step, with the page that stands at `tab` among those the step has; without,
+  // on the option's. True when it was closed with OK; what was entered is kept in either case.
+  virtual bool OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) = 0;
 
   // The editor of picker lists, with this list chosen.
   virtual void OpenPickerEditor(const Text& pickerName) = 0;

@@ -25,8 +25,8 @@ constexpr auto kNone = u"None";
 constexpr auto kHasInfo = u"Info";
 constexpr auto kNotRated = u"Not rated";
 constexpr auto kCommentAsked = u"Asked for";
+constexpr int kMaterialsPage = 0;
 constexpr int kCommentsPage = 1;
-constexpr int kLastPage = 3;
 
 Text Done(bool done) {
   return done ? u"Complete" : u"Incomplete";
@@ -193,16 +193,19 @@ bool StepList::Click(int row, int column) {
 }
 
 bool StepList::OpenStep(int row) {
-  const int wanted = std::clamp(m_Document.GetWorkspace().Options().m_DefStepTab, 0, kLastPage);
   const std::optional<Row> step = RowAt(row);
-  return step && OpenPage(row, IsMaterialsPage(wanted) && !step->hasMaterials ? kCommentsPage : wanted);
+  return step && OpenSheet(*step, std::nullopt);
 }
 
 // `page` counts all four; the sheet counts those that it has.
 bool StepList::OpenPage(int row, int page) {
   const std::optional<Row> step = RowAt(row);
-  if (!step || (IsMaterialsPage(page) && !step->hasMaterials)) return false;
-  m_Dialogs.OpenStepProperties(m_List.m_CategoryID, step->stepID, step->hasMaterials ? page : page - 1);
+  if (!step || (page == kMaterialsPage && !step->hasMaterials)) return false;
+  return OpenSheet(*step, step->hasMaterials ? page : page - 1);
+}
+
+bool StepList::OpenSheet(const Row& step, std::optional<int> tab) {
+  m_Dialogs.OpenStepProperties(m_List.m_CategoryID, step.stepID, tab);
   m_Document.LoadCategories();
   Refill();
   return true;

@@ -64,7 +64,7 @@ public:
   // On a column with a page of the sheet: opens it there. On the step itself: on the page of the option. On
   // the rating: nothing, that is the drop-down's. True when the sheet was opened.
   bool Click(int row, int column);
-  // The page that the option asks for.
+  // On the page that the option asks for.
   bool OpenStep(int row);
 
   // Default materials and ratings for all steps of the category.
@@ -80,7 +80,7 @@ private:
   const std::vector<RatingChoice>& Choices(const Text& ratingType);
   Attention AttentionFor(const data::StepTable& step);
   bool OpenPage(int row, int page);
-  bool IsMaterialsPage(int page) const { return page == 0; }
+  bool OpenSheet(const Row& step, std::optional<int> tab);
 
   inspection::CInspectorDoc& m_Document;
   EditingDialogs& m_Dialogs;

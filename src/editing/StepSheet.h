@@ -68,7 +68,6 @@ public:
   bool MoveTo(std::int32_t stepID);
 
   const StepDraft& Draft() const { return m_Draft; }
-  void SetResult(Text result) { m_Draft.result = std::move(result); }
   void SetComments(Text comments) { m_Draft.comments = std::move(comments); }
   void SetSummaryComment(Text comment) { m_Draft.summaryComment = std::move(comment); }
   void SetMaterialNote(Text note) { m_Draft.materialNote = std::move(note); }
@@ -86,7 +85,7 @@ public:
   bool HasChanges() const;
   // Writes what was changed, with the category's complete flag, in one transaction; columns that were not
   // touched keep what another program has written meanwhile. True when there was nothing to write. To be
-  // called when typing pauses, when the window loses the focus, and before the sheet closes.
+  // called a moment after the first key, when the window loses the focus, and before the sheet closes.
   bool SaveNow();
   // Drops what could not be written.
   void Discard();

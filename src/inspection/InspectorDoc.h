@@ -45,8 +45,6 @@ public:
   bool SetCurrentInspection(int row);
   // The first row with this key, by looking from row 0 on.
   bool SelectInspection(std::int32_t inspectionID);
-  // The row of the current inspection.
-  int CurrentRow() const { return m_CurrentRow; }
   // False after the last one was deleted; Inspection() then holds neutral values.
   bool HasInspection() const { return m_CurrentRow < m_Inspection.RecordCount(); }
   // Writes the columns of Inspection() that were changed since they were read, with what a running change of
@@ -56,7 +54,6 @@ public:
   void RefreshHeader();
   // Reads the categories again, and the row of the current one.
   void LoadCategories();
-  int CurrentCategory() const { return m_CurrentCategory; }
   // Reads row n of the categories. "No Category records in current selection." when there is none.
   bool SetCurrentCategory(int row);
   // Makes the category with this key the current one; false when the inspection has none such.

@@ -1,10 +1,10 @@
 // inspector-screens [--home DIR] FOLDER: needs no display.
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QTemporaryDir>
 #include <iostream>
 #include <sstream>
 
+#include "app/HomeOption.h"
 #include "cli/CommandLine.h"
 #include "tools/ScreenPictures.h"
 
@@ -30,18 +30,13 @@ int main(int count, char** words) {
   QApplication::setQuitOnLastWindowClosed(false);
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Writes a picture of every screen as PNG."));
-  const QCommandLineOption home(
-      QStringLiteral("home"),
-      QStringLiteral("Device root whose data is shown (default: a new device with the sample visit)."),
-      QStringLiteral("DIR"));
-  parser.addOption(home);
   parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Where the pictures go."));
-  parser.addHelpOption();
-  parser.process(application);
+  const auto home = inspector::app::ParseWithHome(
+      parser, application,
+      QStringLiteral("Device root whose data is shown (default: a new device with the sample visit)."));
   if (parser.positionalArguments().size() != 1) parser.showHelp(2);
   const std::string folder = parser.positionalArguments().first().toStdString();
-  if (parser.isSet(home))
-    return inspector::tools::WriteScreenPictures(parser.value(home).toStdString(), folder) ? 0 : 1;
+  if (home) return inspector::tools::WriteScreenPictures(*home, folder) ? 0 : 1;
   const QTemporaryDir sample;
   return MakeSampleDevice(sample.path()) &&
                  inspector::tools::WriteScreenPictures(sample.path().toStdString(), folder)

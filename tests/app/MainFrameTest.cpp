@@ -10,7 +10,6 @@
 #include <QTableView>
 
 #include "app/OptionsForm.h"
-#include "inspection/ui/InspectionOverviewView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
 #include "support/ScriptedDialogs.h"
@@ -24,8 +23,8 @@ using MainFrameTest = tests::VisitTest;
 TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   CMainFrame frame(Document());
   frame.show();
-  EXPECT_EQ(frame.CurrentScreen(), &frame.Overview());
-  EXPECT_EQ(frame.Overview().findChild<QTableView*>()->model()->rowCount(), 1);
+  device::ui::Screen& overview = *frame.CurrentScreen();
+  EXPECT_EQ(overview.findChild<QTableView*>()->model()->rowCount(), 1);
   EXPECT_FALSE(frame.GoBack());
   EXPECT_TRUE(frame.Bring(frame.Header()));
   EXPECT_TRUE(frame.Bring(frame.SetUp()));
@@ -33,7 +32,7 @@ TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   tests::PressButton(frame, "agentsButton");
   EXPECT_EQ(frame.CurrentScreen(), &frame.SetUp());
-  EXPECT_TRUE(frame.Bring(frame.Overview()));
+  EXPECT_TRUE(frame.Bring(overview));
   EXPECT_FALSE(frame.GoBack()) << "the list is where everything begins";
   EXPECT_TRUE(frame.findChild<QPushButton*>(QStringLiteral("openButton"))->isEnabled());
 }

@@ -6,10 +6,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
-#include "app/DefOfTermsPage.h"
-#include "app/FooterPage.h"
-#include "app/LegalPage.h"
-#include "app/ReportText.h"
+#include "app/ReportTextPages.h"
 #include "editing/PictureAttachment.h"
 #include "support/VisitFixture.h"
 

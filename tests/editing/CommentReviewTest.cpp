@@ -56,10 +56,9 @@ TEST_F(VisitReviewTest, ShowsCommentedStepsByRating) {
   EXPECT_THAT(shown(u"Poor"), ElementsAre(u"20.1|Poor|Worn.", u"9.1|Poor|Not a choice of its type."));
   EXPECT_THAT(shown(u"Good \"as new\""), ElementsAre(u"20.2|Good \"as new\"|New."));
   EXPECT_THAT(shown(u"Good"), ElementsAre()) << "rated without a comment";
-  EXPECT_EQ(review.RememberedRow(), -1);
   EXPECT_THAT(shown(u"<All Ratings>"), ElementsAre(u"20.1|Poor|Worn.", u"20.2|Good \"as new\"|New.",
                                                    u"9.1|Poor|Not a choice of its type."));
-  EXPECT_EQ(review.RememberedRow(), 0);
+  EXPECT_EQ(review.RememberedRow(), std::nullopt);
   review.Remember(m_Device.StepKey(u"20.2"));
   EXPECT_EQ(review.RememberedRow(), 1);
   EXPECT_EQ(review.RowAt(7).stepID, 0);

@@ -127,19 +127,6 @@ TEST_F(StepListTest, ColumnOpensItsPage) {
   }
 }
 
-TEST_F(StepListTest, StepItselfOpensThePageOfTheOption) {
-  const std::vector<std::array<int, 3>> cases{
-      {0, 0, 0}, {1, 1, 0}, {3, 3, 2}, {9, 3, 2}, {-1, 0, 0}};  // option, tab with and without materials
-  for (const auto& [option, with, without] : cases) {
-    m_Device.GetWorkspace().Options().m_DefStepTab = option;
-    for (const auto& [row, tab] : {std::pair{kShingles, with}, std::pair{kNotes, without}}) {
-      m_Dialogs.QueueSheet([] { return false; });
-      EXPECT_TRUE(m_List.Click(row, StepList::kStep));
-      EXPECT_EQ(LastSheet().second, tab) << option;
-    }
-  }
-}
-
 TEST_F(StepListTest, ListShowsWhatWasDoneOnTheSheet) {
   m_List.SetFilter(u"gutt");
   m_Dialogs.QueueSheet([this] {

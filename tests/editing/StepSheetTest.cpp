@@ -62,7 +62,7 @@ TEST_F(StepSheetTest, PagesFollowTheMaterialsOfTheStep) {
   EXPECT_TRUE(m_Sheet.IsLast());
   EXPECT_FALSE(m_Sheet.MoveToNext());
   for (const auto& [option, page] : {std::pair{0, Page::Comments}, std::pair{2, Page::Picture},
-                                     std::pair{3, Page::Info}, std::pair{-4, Page::Comments}}) {
+                                     std::pair{3, Page::Info}, std::pair{7, Page::Comments}}) {
     m_Device.GetWorkspace().Options().m_DefStepTab = option;
     EXPECT_EQ(m_Sheet.DefaultPage(), page);
   }

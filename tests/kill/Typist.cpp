@@ -60,9 +60,9 @@ private:
       return ActOn(*steps);
     if (auto* categories = dynamic_cast<editing::ui::CCategoryView*>(m_Frame->CurrentScreen()))
       return ActOn(*categories);
-    if (m_Frame->CurrentScreen() == &m_Frame->Overview()) {
-      auto& list = *m_Frame->Overview().findChild<device::ui::ListView*>(QStringLiteral("inspectionList"));
-      list.SelectRow(list.Model().rowCount() - 1);
+    if (auto* list = m_Frame->CurrentScreen()->findChild<QTableView*>(QStringLiteral("inspectionList"))) {
+      auto& rows = *static_cast<device::ui::ListView*>(list);
+      rows.SelectRow(rows.Model().rowCount() - 1);
       m_Frame->findChild<QAction*>(QStringLiteral("open"))->trigger();
     }
     m_Frame->Bring(m_Frame->Visit().Categories());
@@ -76,8 +76,12 @@ private:
     auto* const steps = dynamic_cast<editing::ui::CStepListView*>(m_Frame->CurrentScreen());
     const editing::PlaceInVisit place = m_Frame->Visit().Place();
     // Of a category alone, the list selects a row by itself.
-    const std::int32_t step = steps && place.stepID > 0 ? steps->SelectedStep() : 0;
-    Tell(QStringLiteral("s %1 %2").arg(place.categoryID).arg(std::max(step, 0)));
+    const bool isAtStep = steps && place.stepID > 0 && IsSelected(*steps, place.stepID);
+    Tell(QStringLiteral("s %1 %2").arg(place.categoryID).arg(isAtStep ? place.stepID : 0));
+  }
+  static bool IsSelected(editing::ui::CStepListView& steps, std::int32_t stepID) {
+    const int row = steps.Rows().SelectedRow();
+    return row >= 0 && steps.SelectStep(stepID) && steps.Rows().SelectedRow() == row;
   }
 
   void ActOn(editing::ui::CCategoryView& categories) {

@@ -29,7 +29,8 @@ public:
   void QueuePickerEdit(std::function<void()> work) { m_PickerEdits.push_back(std::move(work)); }
 
   const std::vector<CategoryCopies>& CopiesSuggested() const { return m_CopiesSuggested; }
-  // (step, tab) of each sheet.
+  // (step, tab) of each sheet, kTabOfOption where none was asked for.
+  static constexpr int kTabOfOption = -1;
   const std::vector<std::pair<std::int32_t, int>>& SheetsOpened() const { return m_SheetsOpened; }
   const std::vector<device::Text>& PickersEdited() const { return m_PickersEdited; }
 
@@ -37,8 +38,8 @@ public:
     m_CopiesSuggested.push_back(suggested);
     return TakeAnswer(m_Copies, "Duplicate Category").value_or(std::nullopt);
   }
-  bool OpenStepProperties(std::int32_t, std::int32_t stepID, int tab) override {
-    m_SheetsOpened.emplace_back(stepID, tab);
+  bool OpenStepProperties(std::int32_t, std::int32_t stepID, std::optional<int> tab) override {
+    m_SheetsOpened.emplace_back(stepID, tab.value_or(kTabOfOption));
     const auto work = TakeAnswer(m_Sheets, "Step Properties");
     return work && (*work)();
   }

@@ -1,9 +1,10 @@
 #include "device/ui/ChoiceDialog.h"
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include "device/ui/OkCancel.h"
 
 namespace inspector::device::ui {
 
@@ -16,11 +17,9 @@ ChoiceDialog::ChoiceDialog(const QString& title, const QString& prompt, RowSourc
   label->setWordWrap(true);
   m_List->setObjectName(QStringLiteral("choiceList"));
   m_List->setAccessibleName(prompt);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  QDialogButtonBox* const buttons = MakeOkCancel(*this);
   QPushButton* const ok = buttons->button(QDialogButtonBox::Ok);
   ok->setEnabled(false);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   m_List->onSelect = [ok](int row) { ok->setEnabled(row >= 0); };
   m_List->onOpen = [this](int) { accept(); };
   auto* layout = new QVBoxLayout(this);

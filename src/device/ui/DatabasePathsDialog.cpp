@@ -1,6 +1,5 @@
 #include "device/ui/DatabasePathsDialog.h"
 
-#include <QDialogButtonBox>
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -10,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "device/ui/FileDialog.h"
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
@@ -33,9 +33,7 @@ DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* 
   layout->addWidget(explanation);
   m_Template = AddPath(QStringLiteral("&Template database"), "templatePath", current.templatePath);
   m_Inspection = AddPath(QStringLiteral("&Inspection database"), "inspectionPath", current.inspectionPath);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = MakeOkCancel(*this);
   layout->addStretch(1);
   layout->addWidget(buttons);
   setMinimumWidth(420);

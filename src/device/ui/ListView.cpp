@@ -47,11 +47,7 @@ ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* 
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  horizontalHeader()->setHighlightSections(false);
-  horizontalHeader()->setMinimumSectionSize(1);
-  horizontalHeader()->setSectionsClickable(false);
-  horizontalHeader()->setFocusPolicy(Qt::NoFocus);
+  SetHeader(new QHeaderView(Qt::Horizontal, this));
   QScroller::grabGesture(viewport(), QScroller::TouchGesture);
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
     if (onSelect) onSelect(SelectedRow());
@@ -60,6 +56,15 @@ ListView::ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* 
     if (onOpen) onOpen(index.row());
   });
   LayOut();
+}
+
+void ListView::SetHeader(QHeaderView* header) {
+  header->setSectionResizeMode(QHeaderView::Fixed);
+  header->setHighlightSections(false);
+  header->setMinimumSectionSize(1);
+  header->setSectionsClickable(false);
+  header->setFocusPolicy(Qt::NoFocus);
+  setHorizontalHeader(header);
 }
 
 void ListView::Refill() {
@@ -165,7 +170,8 @@ void ListView::FitHeadings(double points) {
   const auto fits = [this](const QFontMetrics& metrics) {
     for (std::size_t n = 0; n < m_Widths.size(); ++n) {
       const ListColumn& column = m_Model->Columns()[n];
-      // A centred column is as narrow as a finger; its header has a sign for it.
+      // A centred column may be as narrow as a finger: a header with signs draws one where a word has no
+      // room.
       if (column.align != ListColumn::Align::Centre &&
           metrics.horizontalAdvance(ToQString(column.heading)) + kHeadingMargins > m_Widths[n])
         return false;

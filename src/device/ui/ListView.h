@@ -18,6 +18,8 @@ public:
   ListView(RowSource& source, std::vector<ListColumn> columns, QWidget* parent = nullptr);
 
   ListModel& Model() { return *m_Model; }
+  // In place of the usual one; the list takes it over.
+  void SetHeader(QHeaderView* header);
   // The source was read again. The row stays selected where it is still there; nothing is called.
   void Refill();
   // -1 for none.

@@ -11,10 +11,6 @@ namespace inspector::device::ui {
 inline QString ToQString(TextView text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
-// No copy: valid as long as `text`.
-inline QStringView ViewOf(TextView text) {
-  return QStringView(text.data(), static_cast<qsizetype>(text.size()));
-}
 inline Text FromQString(QStringView text) {
   return Text(text.utf16(), static_cast<std::size_t>(text.size()));
 }

@@ -1,10 +1,10 @@
 #include "device/ui/TextEntryDialog.h"
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
@@ -19,9 +19,7 @@ TextEntryDialog::TextEntryDialog(const TextQuestion& question, QWidget* parent) 
   m_Entry->setObjectName(QStringLiteral("entryField"));
   m_Entry->setAccessibleName(ToQString(question.prompt));
   m_Entry->selectAll();
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
   layout->addWidget(m_Entry);

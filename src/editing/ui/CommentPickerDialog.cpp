@@ -1,12 +1,12 @@
 #include "editing/ui/CommentPickerDialog.h"
 
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "device/ui/ListView.h"
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -36,15 +36,13 @@ CommentPickerDialog::CommentPickerDialog(CommentPicker& picker, QWidget* parent)
     m_List->Refill();
   });
   connect(filter, &QLineEdit::returnPressed, this, [this] { ChooseFirst(); });
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   for (QAbstractButton* button : buttons->buttons()) static_cast<QPushButton*>(button)->setAutoDefault(false);
   if (picker.MayDelete()) {
     QPushButton* remove = buttons->addButton(tr("&Delete"), QDialogButtonBox::ActionRole);
     remove->setObjectName(QStringLiteral("deleteButton"));
     connect(remove, &QPushButton::clicked, this, [this] { DeleteSelected(); });
   }
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
   layout->addWidget(filter);

@@ -1,6 +1,5 @@
 #include "editing/ui/CommentsPage.h"
 
-#include <QComboBox>
 #include <QFile>
 #include <QGridLayout>
 #include <QLabel>
@@ -12,6 +11,7 @@
 #include "device/Format.h"
 #include "device/ListColumns.h"
 #include "device/ui/FileDialog.h"
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
@@ -26,15 +26,17 @@ using device::ui::ToQString;
 namespace {
 
 // A drop-down that asks for its entries when it is opened: most steps are passed without a look at it.
-class PicklistBox : public QComboBox {
+class PicklistBox : public device::ui::DropDown {
 public:
-  using QComboBox::QComboBox;
+  using DropDown::DropDown;
   std::function<void()> onOpen;
   void showPopup() override {
     onOpen();
-    QComboBox::showPopup();
+    DropDown::showPopup();
   }
 };
+
+constexpr int kPicklistPixels = 150;  // of the device
 
 std::filesystem::path HostPath(const QString& name) {
   return QFile::encodeName(name).toStdString();
@@ -65,14 +67,12 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     m_Editing.SaveSelection(m_Comment->StoredSelection());  // what was saved counts in the former text
   };
 
-  auto* picklist = new PicklistBox(this);
+  auto* picklist = new PicklistBox(this, kPicklistPixels);
   picklist->onOpen = [this] { FillPicklist(); };
   m_Picklist = picklist;
   m_Picklist->setObjectName(QStringLiteral("picklist"));
   m_Picklist->setAccessibleName(tr("Prepared comments"));
   m_Picklist->setPlaceholderText(tr("Prepared comments"));
-  m_Picklist->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  m_Picklist->setMinimumContentsLength(8);
   QPushButton* insert = AddButton(tr("&Insert"), "insertButton");
   QPushButton* pick = AddButton(tr("Pic&ker..."), "pickerButton");
   QPushButton* add = AddButton(tr("A&dd Com"), "addCommentButton");

@@ -14,7 +14,6 @@
 class QComboBox;
 class QMimeData;
 class QPushButton;
-class QVBoxLayout;
 
 namespace inspector::editing::ui {
 
@@ -53,7 +52,6 @@ private:
   CommentBox* m_Summary;
   PictureStrip* m_Pictures;
   QComboBox* m_Picklist;
-  std::vector<QPushButton*> m_Buttons;
   bool m_IsApplying = false;
 };
 

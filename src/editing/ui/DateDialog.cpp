@@ -1,11 +1,11 @@
 #include "editing/ui/DateDialog.h"
 
-#include <QDialogButtonBox>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 #include "device/ListColumns.h"
+#include "device/ui/OkCancel.h"
 
 namespace inspector::editing::ui {
 namespace {
@@ -32,9 +32,7 @@ DateDialog::DateDialog(const QString& title, const QString& current, QWidget* pa
   const QDate date = QDate::fromString(current, kFormat);
   if (date.isValid()) m_Calendar->setSelectedDate(date);
   connect(m_Calendar, &QCalendarWidget::activated, this, &QDialog::accept);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Calendar);
   layout->addWidget(buttons);

@@ -1,11 +1,11 @@
 #include "editing/ui/DuplicateCategoryDialog.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -52,9 +52,7 @@ DuplicateCategoryDialog::DuplicateCategoryDialog(const EditingDialogs::CategoryC
   m_WithData->setObjectName(QStringLiteral("withDataBox"));
   m_WithData->setAccessibleName(QStringLiteral("Duplicate with data?"));
   m_WithData->setChecked(suggested.withData);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
   layout->addWidget(m_Name);

@@ -1,11 +1,11 @@
 #include "editing/ui/PlaceholderDialog.h"
 
 #include <QCompleter>
-#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
@@ -57,9 +57,7 @@ PlaceholderDialog::PlaceholderDialog(const ReplacementQuestion& question, QWidge
   }
   field->setAccessibleName(ToQString(question.prompt));
   layout->addWidget(field);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   layout->addWidget(buttons);
   setMinimumWidth(360);
   field->setFocus();

@@ -11,7 +11,8 @@ std::optional<EditingDialogs::CategoryCopies> QtEditingDialogs::AskDuplicateCate
   return dialog.Wanted();
 }
 
-bool QtEditingDialogs::OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, int tab) {
+bool QtEditingDialogs::OpenStepProperties(std::int32_t categoryID, std::int32_t stepID,
+                                          std::optional<int> tab) {
   return onOpenStepProperties && onOpenStepProperties(categoryID, stepID, tab);
 }
 

@@ -14,11 +14,12 @@ class QtEditingDialogs : public EditingDialogs {
 public:
   void SetWindow(QWidget* window) { m_Window = window; }
 
-  std::function<bool(std::int32_t categoryID, std::int32_t stepID, int tab)> onOpenStepProperties;
+  std::function<bool(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab)>
+      onOpenStepProperties;
   std::function<void(const Text& pickerName)> onOpenPickerEditor;
 
   std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) override;
-  bool OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, int tab) override;
+  bool OpenStepProperties(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) override;
   void OpenPickerEditor(const Text& pickerName) override;
 
 private:

@@ -31,7 +31,10 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
     m_Review.Remember(step.stepID);
     if (onOpen) onOpen(step.categoryID, step.stepID);
   };
-  connect(m_Filter, &QComboBox::activated, this, [this] { Refill(); });
+  connect(m_Filter, &QComboBox::activated, this, [this] {
+    m_List->SelectRow(-1);
+    Refill();
+  });
   auto* top = new QHBoxLayout;
   top->addWidget(caption);
   top->addWidget(m_Filter, 1);
@@ -43,8 +46,10 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
 
 void CReviewCommentsView::Refill() {
   m_Review.SetFilter(device::ui::FromQString(m_Filter->currentText()));
+  // A step that the filter leaves out by now makes room for the one after it.
+  const int former = std::max(m_List->SelectedRow(), 0);
   m_List->Refill();
-  m_List->SelectRow(std::max(m_Review.RememberedRow(), 0));
+  m_List->SelectRow(std::min(m_Review.RememberedRow().value_or(former), RowCount() - 1));
 }
 
 device::ListRow CReviewCommentsView::ShownRow(int row) {

@@ -19,7 +19,7 @@ class CReviewCommentsView : public QWidget, private device::RowSource {
 public:
   CReviewCommentsView(data::Workspace& workspace, std::int32_t inspectionID, QWidget* parent = nullptr);
 
-  // Reads the list anew, with the filter that is chosen.
+  // Reads the list anew, with the filter that is chosen, and stays at the step that was opened last.
   void Refill();
 
   std::function<void(std::int32_t categoryID, std::int32_t stepID)> onOpen;

@@ -48,13 +48,7 @@ void DrawSign(QPainter& painter, const QRect& box, int section) {
 
 }  // namespace
 
-StepListHeader::StepListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
-  setSectionResizeMode(QHeaderView::Fixed);
-  setHighlightSections(false);
-  setMinimumSectionSize(1);
-  setSectionsClickable(false);
-  setFocusPolicy(Qt::NoFocus);
-}
+StepListHeader::StepListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
 
 void StepListHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
   const QString word = model()->headerData(section, Qt::Horizontal).toString();

@@ -14,7 +14,7 @@ using device::ui::ToQString;
 CStepListView::CStepListView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent)
     : ListScreen(parent), m_List(document, dialogs) {
   Build(m_List, StepList::Columns(), QStringLiteral("steps"));
-  m_Rows->setHorizontalHeader(new StepListHeader(m_Rows));
+  m_Rows->SetHeader(new StepListHeader(m_Rows));
   m_Rows->setItemDelegate(new StepListDelegate(m_Rows));
   SetEmptyText(QStringLiteral("No steps here."));
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };

@@ -4,8 +4,6 @@
 #include "editing/StepList.h"
 #include "editing/ui/ListScreen.h"
 
-class QMenu;
-
 namespace inspector::editing::ui {
 
 class CStepListView : public ListScreen {
@@ -18,8 +16,6 @@ public:
 
   // Selects a step of the shown category; false when it is not among them.
   bool SelectStep(std::int32_t stepID);
-  // The key of the step that was selected last, -1 for none; the search may hide it.
-  std::int32_t SelectedStep() const { return m_StepID; }
   // Of the steps that were last shown.
   std::int32_t CategoryID() const { return m_CategoryID; }
 

@@ -1,7 +1,6 @@
 #include "editing/ui/StepPropertySheet.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -12,6 +11,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
@@ -88,13 +88,11 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
           [this] { Move(false); });
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), this), &QShortcut::activated, this,
           [this] { Move(true); });
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   // Enter in a field ends the field, not the sheet.
   for (QAbstractButton* button : buttons->buttons()) static_cast<QPushButton*>(button)->setAutoDefault(false);
   connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Return), this), &QShortcut::activated, this,
           &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
   connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     if (state != Qt::ApplicationActive) Flush();

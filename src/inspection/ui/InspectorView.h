@@ -3,9 +3,6 @@
 
 #include "inspection/ui/HeaderView.h"
 
-class QLabel;
-class QProgressBar;
-
 namespace inspector::inspection::ui {
 
 class CInspectorView : public HeaderView {

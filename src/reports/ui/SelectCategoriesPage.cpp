@@ -1,10 +1,10 @@
 #include "reports/ui/SelectCategoriesPage.h"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::reports::ui {
@@ -38,9 +38,7 @@ CSelectCategoriesPage::CSelectCategoriesPage(CategorySelection& selection, QWidg
   };
   addChoice(QStringLiteral("&All"), "allButton", true);
   addChoice(QStringLiteral("&None"), "noneButton", false);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Caption);
   layout->addWidget(m_Rows, 1);
