@@ -40,17 +40,6 @@ Text Collect(data::Workspace& workspace, const ReportRequest& request, const Rep
   return {};
 }
 
-std::optional<ReportTarget> TargetOf(const device::Machine& machine, const ReportRequest& request,
-                                     const ReportFormat& format, const ReportHeader& header) {
-  if (request.target) return ReportTarget{*request.target, false};
-  const device::SaveQuestion question = format.Question(header);
-  if (format.Used().folder)
-    return ReportTarget{machine.paths.Resolve(question.folder + question.suggestedName), true};
-  const auto chosen = machine.prompts.AskSavePath(question);
-  if (!chosen) return std::nullopt;
-  return ReportTarget{*chosen, false};
-}
-
 bool IsDatabase(data::Workspace& workspace, const std::filesystem::path& file) {
   data::Databases& databases = workspace.GetDatabases();
   std::error_code notThere;
@@ -70,12 +59,13 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   ReportContent content;
   if (const Text problem = Collect(workspace, request, *format, content); !problem.empty())
     return Refuse(machine.prompts, problem);
-  const auto target = TargetOf(machine, request, *format, content.header);
+  const auto target =
+      request.target ? request.target : machine.prompts.AskSavePath(format->Question(content.header));
   if (!target) return {ReportResult::Cancelled, {}, {}};
-  if (IsDatabase(workspace, target->path))
+  if (IsDatabase(workspace, *target))
     return Refuse(machine.prompts,
                   device::Format(u"%s is a database of this program. Give the report another name.",
-                                 device::FromUtf8(target->path.native())));
+                                 device::FromUtf8(target->native())));
 
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
@@ -84,7 +74,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   format->Write({content, pictures, options, request.choices}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
-  return {result, target->path, pictures.Notes()};
+  return {result, *target, pictures.Notes()};
 }
 
 Text LayoutOf(data::Workspace& workspace, std::int32_t inspectionID) {
