@@ -42,15 +42,27 @@ std::string FirstDifference(const std::string& written, const std::string& expec
          "\nexpected: " + expected.substr(begin, 140);
 }
 
+// "2 Column" of an inspection report, "Summary", "Summary French", "Summary of Marginal", "Major Systems".
+reports::ReportRequest RequestFor(const std::string& layout) {
+  reports::ReportRequest request{0, u"inspection", {.layout = device::FromUtf8(layout)}, {}};
+  if (layout == "Major Systems") request.format = u"major-systems";
+  if (!layout.starts_with("Summary")) return request;
+  request.format = u"summary";
+  request.choices.layout = layout.ends_with("French") ? u"2 Column French" : u"4 Column";
+  if (const auto of = layout.find(" of "); of != std::string::npos)
+    request.choices.rating = device::FromUtf8(layout.substr(of + 4));
+  return request;
+}
+
 class ExpectedReportsTest : public testing::TestWithParam<Case> {};
 
 TEST_P(ExpectedReportsTest, IsWrittenByteForByte) {
   ReportDevice device;
-  const std::int32_t inspectionID = StoreVisit(device, ReadVisit(GetParam().variant));
+  reports::ReportRequest request = RequestFor(GetParam().layout);
+  request.inspectionID = StoreVisit(device, ReadVisit(GetParam().variant));
   const auto target = device.folder / "report.rtf";
-  const auto outcome = reports::MakeReport(
-      device.GetWorkspace(),
-      {inspectionID, u"inspection", {.layout = device::FromUtf8(GetParam().layout)}, target});
+  request.target = target;
+  const auto outcome = reports::MakeReport(device.GetWorkspace(), request);
   ASSERT_EQ(outcome.result, reports::ReportResult::Written);
   EXPECT_EQ(device.Faults(), 0);
   EXPECT_EQ(FirstDifference(ContentOf(target), ContentOf(ExpectedFolder() / GetParam().FileName())), "");

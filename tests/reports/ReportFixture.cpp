@@ -64,8 +64,9 @@ std::string InsertSql(const std::string& table, const Row& row) {
 
 std::string OptionsSql(const json& options) {
   Row row = {{"DataVersion", "5.0"}};
-  for (const char* name : {"ReportFontName", "ReportFontSize", "StepSpacing", "HideRatings",
-                           "DefaultPictCardPath", "FinePrint", "DefinitionOfTerms", "FooterText"})
+  for (const char* name :
+       {"ReportFontName", "ReportFontSize", "StepSpacing", "HideRatings", "DefaultPictCardPath",
+        "SummaryDisclaimer", "FinePrint", "DefinitionOfTerms", "FooterText"})
     row.emplace_back(name, options[name]);
   row.emplace_back("OmitPictures", options["LeavePicturesOut"]);
   row.emplace_back("InspectorEntry", options["Inspector"]);
@@ -87,7 +88,8 @@ std::string TemplatesSql(const json& visit) {
     sql += InsertSql("RatingChoices", {{"RatingTypeID", id->second},
                                        {"ChoiceName", choice["choice"]},
                                        {"BoldFlag", choice["bold"]},
-                                       {"RedFlag", choice["red"]}});
+                                       {"RedFlag", choice["red"]},
+                                       {"SummaryFlag", choice.value("summary", false)}});
   }
   return sql;
 }
@@ -119,7 +121,8 @@ std::string InspectionSql(const json& visit) {
                                 {"RatingType", step["ratingType"]},
                                 {"InspectResult", step["rating"]},
                                 {"Materials", step["materials"]},
-                                {"Comments", step["comments"]}});
+                                {"Comments", step["comments"]},
+                                {"MajorSystem", step.value("majorSystem", "")}});
   }
   return sql;
 }
@@ -175,8 +178,8 @@ std::int32_t StoreVisit(ReportDevice& device, const json& visit) {
   device.RunInVisits(InspectionSql(visit));
   device.GetWorkspace().ForgetOptions();
   const json& owner = visit["owner"];
-  const device::OwnerRecord record{
-      TextOf(owner["name"]), TextOf(owner["company"]), TextOf(owner["address"]), {}};
+  const device::OwnerRecord record{TextOf(owner["name"]), TextOf(owner["company"]), TextOf(owner["address"]),
+                                   TextOf(owner["phone"])};
   EXPECT_TRUE(device.GetMachine().registry.WriteBinary(Text(data::kOwnerKey), u"Owner", record.Encode()));
   return 1001;
 }

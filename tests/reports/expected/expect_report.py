@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""An independent reckoning of the bytes of an inspection report.
+"""An independent reckoning of the bytes of inspection, summary and major systems reports.
 
 The report is a Rich Text file in the Windows-1252 code page that a client opens in a word processor. This program
 works out the same bytes a second time, from a plain description of one visit, so that a slip in the report writer
@@ -18,15 +18,16 @@ The visit:
                         realEstateCompany
     generalInformation  text
     options             ReportFontName, ReportFontSize, ColumnWidths (five, inches), StepSpacing, HideRatings,
-                        LeavePicturesOut, DefaultPictCardPath, FinePrint, DefinitionOfTerms, FooterText,
+                        SummaryDisclaimer, LeavePicturesOut, DefaultPictCardPath, FinePrint, DefinitionOfTerms, FooterText,
                         Inspector ("name; licence"), HeaderLabels (eight: dwelling address, client address,
                         client's agent, doc type, real estate company, document number, client name, date)
     firstTypeLayout     layout of the first inspection type, which decides the widths when all five are 0
-    owner               name, company, address (lines separated by CR LF)
-    ratingChoices       ratingType, choice, bold, red
+    owner               name, company, address (lines separated by CR LF), phone ("phone;fax")
+    ratingChoices       ratingType, choice, bold, red and, where it is true, summary
     device              folder (device path with its trailing backslash) and its entries: name and one of
                         file (beside the visit), hex (the bytes themselves), folder (true)
     categories          number, title, notPresent and steps: number, title, ratingType, rating, materials, comments
+                        and, where it has one, majorSystem
     variants            name, layouts, and what differs from the visit: header, options and owner key by key,
                         device folder by folder, everything else whole
 """
@@ -46,6 +47,8 @@ LAYOUTS = {  # name: (columns besides the step number, French)
     "Full Narrative": (1, False),
     "1 Column": (1, False),
 }
+SUMMARY = "Summary"  # followed by " French", or by " of " and a rating
+MAJOR_SYSTEMS = "Major Systems"
 
 COLOURS = [
     (0, 0, 0), (0, 0, 255), (0, 255, 255), (0, 255, 0), (255, 0, 255), (255, 0, 0), (255, 255, 0), (255, 255, 255),
@@ -206,7 +209,7 @@ class Device:
 class Report:
     def __init__(self, visit, layout, base):
         self.layout = layout
-        self.columns, self.french = LAYOUTS[layout]
+        self.columns, self.french = LAYOUTS.get(layout, (0, layout == SUMMARY + " French"))
         self.header = visit["header"]
         self.general = visit["generalInformation"]
         self.owner = visit["owner"]
@@ -459,6 +462,141 @@ class Report:
         self.write((data + data[-1:]).hex(), "}}", " ")
 
 
+# --- what deserves attention
+
+class Summary(Report):
+    """Rows of two cells under a page header of its own, which comes with the first title."""
+
+    def __init__(self, visit, layout, base):
+        super().__init__(visit, layout, base)
+        self.rating = layout.partition(" of ")[2]
+        self.flagged = {(c["ratingType"], c["choice"]) for c in visit["ratingChoices"] if c.get("summary")}
+
+    def is_listed(self, step):
+        listed = step["rating"] == self.rating if self.rating else (step["ratingType"], step["rating"]) in self.flagged
+        return listed and step["rating"] != "Omit"
+
+    def produce(self):
+        for category in sorted(self.categories, key=lambda c: (units(c["number"]), units(c["title"]))):
+            steps = [] if category["notPresent"] else [s for s in category["steps"] if self.is_listed(s)]
+            if steps:
+                self.title(category["title"])
+                self.begin_row()
+            for step in sorted(steps, key=lambda s: units(s["number"])):
+                self.attention_row(step)
+                if first_tag(step["comments"]):
+                    self.write(r"\pard")
+                    self.tag_pictures(step["comments"])
+                    self.write(r"\par")
+        if self.first_title:
+            self.title("NO SUMMARY ITEMS WERE FOUND")
+        self.write("}")
+        return bytes(self.out)
+
+    def title(self, title):
+        if not self.first_title:
+            self.section_title(title)
+            return
+        self.first_title = False
+        self.summary_header()
+        self.first_section_title(title)
+
+    def first_section_title(self, title):
+        self.write(r"\pard\s15\ql\widctlpar\tqc\tx5040\tqr\tx10080{\cs17\fs24\b\ul ", escape(title),
+                   r"\b0\ul0\par\par}\pard ")
+
+    def begin_row(self):
+        self.write("\\trowd \\trgaph108\\trleft-108\\" + self.font_size, r"\cellx2390\cellx8748 \intbl\ql ")
+
+    def attention_row(self, step):
+        kind = (step["ratingType"], step["rating"])
+        bold, red = kind in self.bold, kind in self.red
+        spacing = r"\par" if self.wide_spacing else ""
+        silent = self.options["HideRatings"] or step["rating"] in ("Comments", "Data", "")
+        materials = escape(display_materials(step["materials"]))
+        comments = escape(strip_tags(step["comments"]))
+        self.begin_row()
+        self.write(step["number"], ". ", escape(step["title"]), spacing, r"\cell\ql ")
+        self.write(r"\b " if bold else "", r"\cf6 " if red else "", "" if silent else escape(step["rating"] + ". "),
+                   materials, "  " if materials and comments else "", comments,
+                   r"\b0 " if bold else "", r"\cf0 " if red else "", spacing, r"\cell\row")
+
+    def summary_header(self):
+        """Up to where the first title begins."""
+        self.write(r"{\rtf1\ansi\deff0", r"{\fonttbl{\f0\froman Times}}",
+                   r"{\colortbl;", "".join(r"\red%d\green%d\blue%d;" % colour for colour in COLOURS), "}",
+                   r"\margr720\margl1440", r"{\stylesheet",
+                   r"{\nowidctlpar\widctlpar\adjustright \fs20\cgrid \snext0 Normal;}",
+                   r"{\*\cs10 \additive Default Paragraph Font;}")
+        for number, name in ((15, "header"), (16, "footer")):
+            self.write(r"{\s%d\nowidctlpar\widctlpar\tqc\tx4320\tqr\tx8640\adjustright \fs20\cgrid \sbasedon0 \snext%d %s;}"
+                       % (number, number, name))
+        self.write("}", r"\sectd{\header \pard\plain\qr\s15\widctlpar\tqc\tx5040\tqr\tx10080", r"{\cs17\b\fs20 ",
+                   self.date(), r"\fs28\tab SUMMARY REPORT\b0}{\cs17\fs20\b\tab Page: }",
+                   r"{\field{\*\fldinst {\cs17\fs20\b  PAGE }}{\fldrslt {\cs17 1}}}{\cs17 \b0\par\par}\pard ")
+        self.company_block()
+        self.write(r"{\footer \pard\plain \qc\widctlpar\tx5040\tqr\tx10080 {\fs20", escape(self.options["FooterText"]),
+                   r"\par }\pard\plain\s15\qc\widctlpar\tqc\tx5040\tqr\tx10080\par}")
+        labels = self.labels()
+        value = {name: escape(text) for name, text in self.header.items()}
+        tabs = r"\pard \s15\ql\widctlpar\tqc\tx5040\tql\tx5846"
+        self.write(tabs, r"{\cs17\fs24 ", "No d'inspection" if self.french else labels["document"], ": ",
+                   value["documentNumber"], "}")
+        if self.header["clientName"]:
+            self.write(r"{\cs17\fs24\tab\tab ", labels["client"], ": ", value["clientName"], "}")
+        self.write(r"\par ", tabs, r"{\cs17\fs24 ", labels["dwelling"], ": ", value["dwellingAddress"], r"\tab\tab ",
+                   "Inspecteur:  " if self.french else "Inspector:  ",
+                   escape(self.options["Inspector"] or self.owner["name"]), r"\par", " " * 17,
+                   value["dwellingCityStateZip"])
+        if self.options["SummaryDisclaimer"]:
+            self.write(r"\par\par}", r"{\cs17\fs20", escape(self.options["SummaryDisclaimer"]))
+        self.write(r"\par\par}")
+
+    def company_block(self):
+        lines = []
+        rest = self.owner["address"]
+        while len(lines) < 3 and "\r" in rest:
+            line, _, rest = rest.partition("\r")
+            lines.append(line)
+            rest = rest[1:]
+        second, third, fourth, fifth = (lines + [""] * (3 - len(lines)) + [rest])
+        phone, _, fax = self.owner["phone"].partition(";")
+        centred = r"\pard\s15\qc\widctlpar\tqc\tx5040\tqr\tx10080"
+        self.write(r"\s15\ql\widctlpar\tqc\tx5040\tqr\tx10080", r"{\cs17\b\fs24\tab ", escape(self.owner["company"]),
+                   r"\b0}", r"\par", centred, r"{\cs17\b\fs24 ", escape(second), r"\b0}\par")
+        if third:  # of one point: kept on purpose
+            self.write(centred, r"{\cs17\b\fs2 ", escape(third), r"\b0}\par")
+        if fourth:
+            self.write(centred.replace(r"\pard", r"\pard "), r"{\cs17\b\fs24 ", escape(fourth), r"\b0}\par ")
+        self.write(centred, r"{\cs17\b\fs24 ", escape(fifth), r"\b0}\par", r"{\cs17\b\fs24 ", escape(phone))
+        if fax:
+            self.write(" Fax#: ", escape(fax))
+        self.write(r"\b0}\par\par}\pard")
+
+
+class MajorSystems(Summary):
+    def produce(self):
+        self.summary_header()
+        steps = [step for category in self.categories for step in category["steps"]]
+        steps.sort(key=lambda s: (units(s.get("majorSystem", "")), units(s["number"])))  # ties as they were stored
+        titled = None
+        for step in filter(self.is_listed, steps):
+            system = step.get("majorSystem", "")
+            if system != titled:
+                (self.first_section_title if self.first_title else self.section_title)(system)
+                self.first_title = False
+                titled = system
+            self.attention_row(step)
+        self.write("}")
+        return bytes(self.out)
+
+
+def report_of(visit, layout, base):
+    if layout == MAJOR_SYSTEMS:
+        return MajorSystems(visit, layout, base).produce()
+    return (Summary if layout.startswith(SUMMARY) else Report)(visit, layout, base).produce()
+
+
 # --- visits and their variants ---------------------------------------------------------------------------------
 
 def visit_for(visit, variant):
@@ -481,7 +619,7 @@ def file_name(variant, layout):
 def main():
     parser = argparse.ArgumentParser(description="Reckon the bytes of inspection reports.")
     parser.add_argument("visit", type=Path)
-    parser.add_argument("layout", nargs="?", choices=list(LAYOUTS))
+    parser.add_argument("layout", nargs="?")
     parser.add_argument("--variant")
     parser.add_argument("--out", type=Path)
     parser.add_argument("--check", action="store_true")
@@ -493,7 +631,7 @@ def main():
 
     if arguments.layout:
         variant = variants[arguments.variant] if arguments.variant else {}
-        report = Report(visit_for(visit, variant), arguments.layout, base).produce()
+        report = report_of(visit_for(visit, variant), arguments.layout, base)
         if arguments.out:
             arguments.out.write_bytes(report)
         else:
@@ -504,7 +642,7 @@ def main():
     for name, variant in variants.items():
         for layout in variant["layouts"]:
             path = base / file_name(name, layout)
-            report = Report(visit_for(visit, variant), layout, base).produce()
+            report = report_of(visit_for(visit, variant), layout, base)
             if not arguments.check:
                 path.write_bytes(report)
             elif not path.is_file() or path.read_bytes() != report:
