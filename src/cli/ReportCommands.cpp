@@ -74,6 +74,16 @@ ExitCode Make(Session& session, const reports::ReportRequest& request) {
   return ExitCode::Done;
 }
 
+// Everything that the commands have in common. `request` names the format.
+ExitCode MakeChosen(Session& session, const Input& input, reports::ReportRequest& request) {
+  request.inspectionID = input.Number(0);
+  if (!TakeTarget(session, input, request)) return ExitCode::Usage;
+  request.choices.pictures = !input.Has("--no-pictures");
+  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
+    return ExitCode::Failed;
+  return Make(session, request);
+}
+
 void TakeRating(Session& session, const Input& input, reports::ReportChoices& choices) {
   if (!input.Has("--rating")) return;
   choices.rating = device::FromUtf8(input.options.at("--rating"));
@@ -85,7 +95,6 @@ void TakeRating(Session& session, const Input& input, reports::ReportChoices& ch
 
 ExitCode RunReport(Session& session, const Input& input) {
   reports::ReportRequest request;
-  request.inspectionID = input.Number(0);
   request.format = input.Has("--kind") ? device::FromUtf8(input.options.at("--kind")) : u"inspection";
   if (const auto kinds = KindChoices();
       std::find(kinds.begin(), kinds.end(), device::ToUtf8(request.format)) == kinds.end()) {
@@ -100,35 +109,82 @@ ExitCode RunReport(Session& session, const Input& input) {
                                   Listed(LayoutChoices())));
       return ExitCode::Usage;
     }
+  } else {
+    request.choices.layout = reports::LayoutOf(session.Workspace(), input.Number(0));
   }
-  if (!TakeTarget(session, input, request)) return ExitCode::Usage;
-  request.choices.pictures = !input.Has("--no-pictures");
-  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
-    return ExitCode::Failed;
   TakeRating(session, input, request.choices);
-  if (request.choices.layout.empty())
-    request.choices.layout = reports::LayoutOf(session.Workspace(), request.inspectionID);
-  return Make(session, request);
+  return MakeChosen(session, input, request);
+}
+
+ExitCode RunHtml(Session& session, const Input& input) {
+  reports::ReportRequest request;
+  request.format = input.Has("--view") ? u"html-view" : u"html";
+  return MakeChosen(session, input, request);
+}
+
+ExitCode RunText(Session& session, const Input& input) {
+  reports::ReportRequest request;
+  request.format = u"text";
+  return MakeChosen(session, input, request);
+}
+
+ExitCode RunWeb(Session& session, const Input& input) {
+  reports::ReportRequest request;
+  request.format = u"web";
+  return MakeChosen(session, input, request);
 }
 
 }  // namespace
 
 std::vector<Command> ReportCommands() {
+  const Argument visit{"ID", "the inspection's key", Argument::Kind::Number, false};
+  const CommandOption skip{"--skip", "CATEGORY", "leave these categories out, by title or key",
+                           false,    {},         true};
+  const CommandOption noPictures{"--no-pictures", "", "leave the pictures out", false};
+  const CommandOption out{"--out", "FILE", "where to write; replaces without asking", false};
   return {
       {"report",
        "write a report in Rich Text and print where it is",
-       {{"ID", "the inspection's key", Argument::Kind::Number, false}},
+       {visit},
        {{"--kind", "KIND", device::ToUtf8(Listed(KindChoices())) + "; else inspection", false, KindChoices()},
         {"--layout", "NAME", device::ToUtf8(Listed(LayoutChoices())) + "; else that of the inspection's type",
          false, LayoutChoices()},
         {"--rating", "NAME", "a summary of the steps with this rating; else of all marked for it", false},
-        {"--skip", "CATEGORY", "leave these categories out, by title or key", false, {}, true},
-        {"--no-pictures", "", "leave the pictures out", false},
-        {"--out", "FILE", "where to write; replaces without asking", false}},
+        skip,
+        noPictures,
+        out},
        "Without --out the file lies in \"My Documents\" on the device and is called Inspection_, Summary_ or "
        "MajorSystems_ and the document number. A path that begins with a backslash lies on the device. Major "
        "systems have no categories to skip; a summary takes only its language from the layout.",
        RunReport},
+      {"html",
+       "write web pages with frames into a folder and print where it is",
+       {visit},
+       {skip,
+        noPictures,
+        {"--out", "DIR", "the folder; pages that lie there are replaced", false},
+        {"--view", "", "write the pages for viewing, into the program's folder", false}},
+       "The folder holds index.htm, toc.htm, inspection.htm and the pictures. Without --out it lies in "
+       "\"Program "
+       "Files/Brindlecove\" on the device and is called Inspection and the document number. A page cannot "
+       "hold "
+       "more than 100,096 bytes; --yes writes as much of a larger one.",
+       RunHtml},
+      {"text",
+       "write plain text and print where it is",
+       {visit},
+       {skip, out},
+       "Lines have at most 78 characters of the Windows code page and end with CR LF. Without --out the file "
+       "is Inspection1.txt in \"My Documents\" on the device.",
+       RunText},
+      {"web",
+       "write a web page in one file and print where it is",
+       {visit},
+       {skip, noPictures, out},
+       "The page holds its pictures and needs no other file; what needs attention stands first. Without "
+       "--out "
+       "it lies in \"My Documents\" on the device and is called Inspection_ and the document number.",
+       RunWeb},
   };
 }
 

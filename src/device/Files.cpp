@@ -32,6 +32,19 @@ bool HostFiles::Exists(const std::filesystem::path& path) {
   return path.native().find('\0') == std::string::npos && std::filesystem::exists(path, error);
 }
 
+std::error_code HostFiles::MakeFolder(const std::filesystem::path& folder) {
+  if (folder.native().find('\0') != std::string::npos) return make_error_code(std::errc::invalid_argument);
+  std::error_code error;
+  if (!std::filesystem::create_directory(folder, error) && !error)
+    error = make_error_code(std::errc::file_exists);
+  return error;
+}
+
+void HostFiles::Remove(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (path.native().find('\0') == std::string::npos) std::filesystem::remove(path, ignored);
+}
+
 std::optional<std::string> ReadWhole(Files& files, const std::filesystem::path& path, std::uint64_t limit) {
   const std::unique_ptr<InputFile> file = files.OpenForReading(path);
   if (file == nullptr) return std::nullopt;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "device/Text.h"
@@ -44,6 +45,10 @@ public:
   // folder that is missing has none.
   virtual std::vector<Text> ListEntries(const std::filesystem::path& folder) = 0;
   virtual bool Exists(const std::filesystem::path& path) = 0;
+  // Makes a folder whose parent is there. One that is there already is the error file_exists.
+  virtual std::error_code MakeFolder(const std::filesystem::path& folder) = 0;
+  // A file, or a folder that is empty.
+  virtual void Remove(const std::filesystem::path& path) = 0;
 };
 
 class HostFiles : public Files {
@@ -52,6 +57,8 @@ public:
   std::unique_ptr<OutputFile> Create(const std::filesystem::path& target) override;
   std::vector<Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override;
+  std::error_code MakeFolder(const std::filesystem::path& folder) override;
+  void Remove(const std::filesystem::path& path) override;
 };
 
 // The whole content, or nothing when it cannot be read or is larger than `limit` bytes.

@@ -4,7 +4,6 @@ namespace inspector::reports {
 namespace {
 
 constexpr int kFullSize = 100;
-constexpr std::size_t kTooShortToTell = 2;  // general information of so few characters is a slip of the pen
 
 // Explained on the first page when the office has no definitions of its own.
 constexpr std::string_view kDefinitions =
@@ -107,10 +106,6 @@ void CFullNarrativeRTFFile::WriteHousePhoto() {
   Write(" \\par \\ql  \\par ");
 }
 
-bool CFullNarrativeRTFFile::HasGeneralInformation() const {
-  return m_Content.generalInformation.size() > kTooShortToTell;
-}
-
 void CFullNarrativeRTFFile::WriteFirstPageEnd() {
   if (m_Layout.Columns() < 3) {
     WriteNarrowFirstPageEnd();
@@ -129,7 +124,7 @@ void CFullNarrativeRTFFile::WriteNarrowFirstPageEnd() {
     Write("\\par\\par");
   }
   Write("\\pard\\ql");
-  if (HasGeneralInformation()) {
+  if (m_Content.HasGeneralInformation()) {
     Write(m_Layout.IsFrench() ? "\\b INFORMATION GENERALE" : "\\b GENERAL INFORMATION");
     Write("\\b0\\par\\par\\pard\\ql ");
     WriteEscaped(m_Content.generalInformation);
@@ -147,7 +142,7 @@ void CFullNarrativeRTFFile::WriteWideFirstPageEnd() {
     WriteEscaped(m_Content.definitionOfTerms);
   }
   Write("\\par\\par");
-  if (HasGeneralInformation()) {
+  if (m_Content.HasGeneralInformation()) {
     Write("\\b GENERAL INFORMATION \\b0\\par\\par\\par ");
     WriteEscaped(m_Content.generalInformation);
     Write("\\par");

@@ -28,7 +28,6 @@ private:
   void WriteFirstPageEnd();
   void WriteNarrowFirstPageEnd();
   void WriteWideFirstPageEnd();
-  bool HasGeneralInformation() const;
 
   const ReportContent& m_Content;
   const ReportLayout& m_Layout;

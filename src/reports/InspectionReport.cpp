@@ -6,7 +6,7 @@ namespace inspector::reports {
 
 void InspectionReport::Write(const ReportSource& source, ReportRun& run) const {
   const ReportLayout& layout = *FindLayout(source.choices.layout);
-  CFullNarrativeRTFFile file(run.Output(), source.pictures, source.content, layout,
+  CFullNarrativeRTFFile file(run.Create(), source.pictures, source.content, layout,
                              SettingsOf(source, layout.Columns()), StyleOf(source.options));
   file.WriteReport(run.Progress());
 }

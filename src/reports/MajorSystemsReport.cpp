@@ -39,7 +39,7 @@ int MajorSystemsReport::Parts(const ReportContent& content) const {
 }
 
 void MajorSystemsReport::Write(const ReportSource& source, ReportRun& run) const {
-  CMajorSystemsRTFFile file(run.Output(), source.pictures, source.content,
+  CMajorSystemsRTFFile file(run.Create(), source.pictures, source.content,
                             SettingsOf(source, RtfSettings::kSummary), StyleOf(source.options), false);
   file.WriteReport(run.Progress());
 }

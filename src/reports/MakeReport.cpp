@@ -40,6 +40,17 @@ Text Collect(data::Workspace& workspace, const ReportRequest& request, const Rep
   return {};
 }
 
+std::optional<ReportTarget> TargetOf(const device::Machine& machine, const ReportRequest& request,
+                                     const ReportFormat& format, const ReportHeader& header) {
+  if (request.target) return ReportTarget{*request.target, false};
+  const device::SaveQuestion question = format.Question(header);
+  if (format.Used().folder)
+    return ReportTarget{machine.paths.Resolve(question.folder + question.suggestedName), true};
+  const auto chosen = machine.prompts.AskSavePath(question);
+  if (!chosen) return std::nullopt;
+  return ReportTarget{*chosen, false};
+}
+
 bool IsDatabase(data::Workspace& workspace, const std::filesystem::path& file) {
   data::Databases& databases = workspace.GetDatabases();
   std::error_code notThere;
@@ -59,13 +70,12 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   ReportContent content;
   if (const Text problem = Collect(workspace, request, *format, content); !problem.empty())
     return Refuse(machine.prompts, problem);
-  const auto target =
-      request.target ? request.target : machine.prompts.AskSavePath(format->Question(content.header));
+  const auto target = TargetOf(machine, request, *format, content.header);
   if (!target) return {ReportResult::Cancelled, {}, {}};
-  if (IsDatabase(workspace, *target))
+  if (IsDatabase(workspace, target->path))
     return Refuse(machine.prompts,
                   device::Format(u"%s is a database of this program. Give the report another name.",
-                                 device::FromUtf8(target->native())));
+                                 device::FromUtf8(target->path.native())));
 
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
@@ -74,7 +84,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   format->Write({content, pictures, options, request.choices}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
-  return {result, *target, pictures.Notes()};
+  return {result, target->path, pictures.Notes()};
 }
 
 Text LayoutOf(data::Workspace& workspace, std::int32_t inspectionID) {

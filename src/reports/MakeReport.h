@@ -10,7 +10,7 @@ struct ReportRequest {
   std::int32_t inspectionID = 0;
   Text format;  // the name of a ReportFormat
   ReportChoices choices;
-  std::optional<std::filesystem::path> target;  // asked for when missing
+  std::optional<std::filesystem::path> target;  // the format's suggestion, or asked for, when missing
 };
 
 // A format, layout or inspection that does not exist, and every failure, has been told to the person when

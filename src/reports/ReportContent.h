@@ -63,6 +63,8 @@ struct ReportContent {
   Text generalInformation;
   Text footer;
   Text summaryDisclaimer;
+  // One or two characters are a slip of the pen.
+  bool HasGeneralInformation() const { return generalInformation.size() > 2; }
   std::vector<ReportSection> sections;  // all of the inspection, in their order
 };
 

@@ -36,6 +36,7 @@ public:
     bool rating = false;
     bool categories = true;
     bool pictures = true;
+    bool folder = false;  // it is written into one, which nobody is asked for
   };
 
   ReportFormat(TextView name, TextView title, Uses uses) : m_Name(name), m_Title(title), m_Uses(uses) {}
@@ -48,7 +49,7 @@ public:
   const Uses& Used() const { return m_Uses; }
 
   virtual StepSelection Selection(const ReportChoices& choices) const = 0;
-  // Where the report goes, for a person to agree to or to change.
+  // Where the report goes, for a person to agree to or to change; a folder has no filter.
   virtual device::SaveQuestion Question(const ReportHeader& header) const = 0;
   virtual TextView ProgressTitle() const = 0;
   // How often Write calls PartDone.

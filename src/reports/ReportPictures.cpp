@@ -14,6 +14,11 @@ constexpr TextView kLogos[] = {
     u"\\Program Files\\Marrowtide\\Logos\\logo1.jpg",
 };
 
+int Scaled(int side, int scaling) {
+  constexpr std::int64_t kLongestSide = 0xFFFF;
+  return static_cast<int>(std::clamp<std::int64_t>(std::int64_t{side} * scaling / 100, 1, kLongestSide));
+}
+
 }  // namespace
 
 ReportPictures::ReportPictures(const device::Machine& machine, Text cardFolder, bool included)
@@ -30,15 +35,28 @@ std::vector<TagPicture> ReportPictures::OfText(TextView text) {
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
   // A file may well be called ERROR, but it is not what a tag asked for.
   if (!m_Included || path.empty() || path == editing::kError) return nullptr;
-  auto file = m_Machine.files.OpenForReading(m_Machine.paths.ResolvePicture(path));
+  auto file = m_Machine.files.OpenForReading(FileOf(path));
   if (file == nullptr || !file->Size()) return nullptr;
   return file;
+}
+
+std::filesystem::path ReportPictures::FileOf(TextView path) const {
+  return m_Machine.paths.ResolvePicture(path);
+}
+
+std::optional<device::PictureSize> ReportPictures::ShownSize(TextView path, int scaling) {
+  constexpr int kOwnSize = 100;
+  if (scaling <= 0 || scaling == kOwnSize) return std::nullopt;
+  const auto file = Open(path);
+  auto size = file == nullptr ? std::nullopt : device::ReadJpegSize(*file);
+  if (size) *size = {Scaled(size->width, scaling), Scaled(size->height, scaling)};
+  return size;
 }
 
 Text ReportPictures::FindLogo() {
   for (const TextView logo : kLogos) {
     if (Open(logo) != nullptr) return Text(logo);
-    if (m_Included && m_Machine.files.Exists(m_Machine.paths.ResolvePicture(logo))) NoteUnreadable(logo);
+    if (m_Included && m_Machine.files.Exists(FileOf(logo))) NoteUnreadable(logo);
   }
   return {};
 }
@@ -67,7 +85,7 @@ void ReportPictures::NoteCutShort(TextView path) {
 }
 
 bool ReportPictures::Exists(TextView path) const {
-  return m_Included && m_Machine.files.Exists(m_Machine.paths.ResolvePicture(path));
+  return m_Included && m_Machine.files.Exists(FileOf(path));
 }
 
 void ReportPictures::Note(Text note) {

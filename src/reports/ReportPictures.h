@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "device/JpegSize.h"
 #include "device/Machine.h"
 #include "editing/TagPictures.h"
 
@@ -22,6 +23,11 @@ public:
   std::vector<TagPicture> OfText(TextView text);
   // Null where pictures are left out, for an empty or an "ERROR" path, and for what cannot be read.
   std::unique_ptr<device::InputFile> Open(TextView path);
+  // Where the picture lies on the machine.
+  std::filesystem::path FileOf(TextView path) const;
+  // A JPEG's size at that many percent; nothing where it is shown in its own size, because it is to be or
+  // because 0 and less are no size to show anything in.
+  std::optional<device::PictureSize> ShownSize(TextView path, int scaling);
   // The first of the company's logos that can be read; empty when there is none.
   Text FindLogo();
   static Text HousePhotoPath(TextView documentNumber);

@@ -8,6 +8,7 @@
 namespace inspector::reports {
 namespace {
 
+constexpr std::size_t kCopyBlock = 256 * 1024;
 constexpr std::size_t kMostNameBytes = 200;  // of the 255 that hosts allow; the staging file needs some too
 
 bool IsForbidden(char16_t unit) {
@@ -43,6 +44,10 @@ ReportProgress::ReportProgress(device::Prompts& prompts, const Text& title, int 
   if (m_Window != nullptr) m_Window->SetRange(0, parts);
 }
 
+void ReportProgress::SetStatus(const Text& status) {
+  if (m_Window != nullptr) m_Window->SetStatus(status);
+}
+
 bool ReportProgress::PartDone() {
   if (m_Window != nullptr) m_Window->Step();
   return !IsCancelled();
@@ -65,18 +70,69 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix) {
   return Text(prefix).append(name).append(suffix);
 }
 
-ReportRun::ReportRun(const device::Machine& machine, std::filesystem::path target, const Text& progressTitle,
+ReportRun::ReportRun(const device::Machine& machine, ReportTarget target, const Text& progressTitle,
                      int parts)
-    : m_Prompts(machine.prompts),
-      m_Target(std::move(target)),
-      m_Output(machine.files.Create(m_Target)),
-      m_Progress(machine.prompts, progressTitle, parts) {}
+    : m_Machine(machine), m_Target(std::move(target)), m_Progress(machine.prompts, progressTitle, parts) {}
+
+ReportRun::~ReportRun() {
+  m_Parts.clear();
+  for (const std::filesystem::path& file : m_NewFiles) m_Machine.files.Remove(file);
+  for (auto folder = m_MadeFolders.rbegin(); folder != m_MadeFolders.rend(); ++folder)
+    m_Machine.files.Remove(*folder);
+}
+
+device::OutputFile& ReportRun::Create(const std::filesystem::path& file) {
+  return *m_Parts.emplace_back(file, m_Machine.files.Create(file)).output;
+}
+
+std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
+  const std::error_code error = m_Machine.files.MakeFolder(folder);
+  if (!error) m_MadeFolders.push_back(folder);
+  return error;
+}
+
+void ReportRun::Copy(const std::filesystem::path& source, const std::filesystem::path& file) {
+  m_Copies.push_back({source, file});
+}
+
+bool ReportRun::TellFailure(const std::filesystem::path& file, const std::string& error) {
+  device::ShowError(m_Machine.prompts, DescribeFailure(file, error));
+  return false;
+}
+
+bool ReportRun::MakeCopies() {
+  for (const FileCopy& copy : m_Copies)
+    if (m_Progress.IsCancelled() || !MakeCopy(copy)) return false;
+  return true;
+}
+
+bool ReportRun::MakeCopy(const FileCopy& copy) {
+  const bool isNew = !m_Machine.files.Exists(copy.file);
+  const auto source = m_Machine.files.OpenForReading(copy.source);
+  if (source == nullptr) return TellFailure(copy.source, {});
+  const auto output = m_Machine.files.Create(copy.file);
+  std::vector<char> block(kCopyBlock);
+  std::int64_t count = 0;
+  do {
+    count = source->Read(block.data(), block.size());
+  } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
+  if (count != 0 || !output->Commit()) return TellFailure(copy.file, output->Error());
+  if (isNew) m_NewFiles.push_back(copy.file);
+  return true;
+}
 
 ReportResult ReportRun::Finish() {
   if (m_Progress.IsCancelled()) return ReportResult::Cancelled;
-  if (m_Output->Commit()) return ReportResult::Written;
-  device::ShowError(m_Prompts, DescribeFailure(m_Target, m_Output->Error()));
-  return ReportResult::Failed;
+  if (m_IsRefused) return ReportResult::Failed;
+  if (!MakeCopies()) return m_Progress.IsCancelled() ? ReportResult::Cancelled : ReportResult::Failed;
+  for (const Part& part : m_Parts) {
+    if (part.output->Commit()) continue;
+    TellFailure(part.file, part.output->Error());
+    return ReportResult::Failed;
+  }
+  m_NewFiles.clear();
+  m_MadeFolders.clear();
+  return ReportResult::Written;
 }
 
 }  // namespace inspector::reports

@@ -4,7 +4,10 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <system_error>
 #include <vector>
 
 #include "device/Machine.h"
@@ -18,7 +21,7 @@ enum class ReportResult { Written, Cancelled, Failed };
 
 struct ReportOutcome {
   ReportResult result = ReportResult::Failed;
-  std::filesystem::path file;  // set when written
+  std::filesystem::path file;  // set when written; the folder where a report is one
   std::vector<Text> notes;     // for the person who asked for it: pictures that are not in it
 };
 
@@ -28,6 +31,7 @@ public:
   // `parts` is how often PartDone will be called.
   ReportProgress(device::Prompts& prompts, const Text& title, int parts);
 
+  void SetStatus(const Text& status);
   // False: stop writing.
   bool StepDone() { return !IsCancelled(); }
   bool PartDone();
@@ -42,24 +46,60 @@ private:
 // stop or blank at the end of `base` stays: `suffix`, the extension with its stop, follows it.
 Text ReportFileName(TextView prefix, TextView base, TextView suffix);
 
-// One writing of a report. Its file appears whole, by Finish. Without that, or cancelled, it leaves none, and
-// what stood there before stays.
+// Where a report goes.
+struct ReportTarget {
+  std::filesystem::path path;  // a file, or a folder
+  bool isSuggested = false;    // by the program; nobody has chosen it
+};
+
+// One writing of a report. Its files appear together, by Finish. Without that, or cancelled, it leaves none,
+// and what stood there before stays.
 class ReportRun {
 public:
-  ReportRun(const device::Machine& machine, std::filesystem::path target, const Text& progressTitle,
-            int parts);
+  ReportRun(const device::Machine& machine, ReportTarget target, const Text& progressTitle, int parts);
+  ~ReportRun();
+  ReportRun(const ReportRun&) = delete;
+  ReportRun& operator=(const ReportRun&) = delete;
 
-  device::OutputFile& Output() { return *m_Output; }
+  const device::Machine& GetMachine() const { return m_Machine; }
+  const ReportTarget& Target() const { return m_Target; }
   ReportProgress& Progress() { return m_Progress; }
+
+  // The report's only file, at the target.
+  device::OutputFile& Create() { return Create(m_Target.path); }
+  // One of several. They appear in the order in which they were created.
+  device::OutputFile& Create(const std::filesystem::path& file);
+  // A copy of a file that can be read. It is made by Finish, before the others appear.
+  void Copy(const std::filesystem::path& source, const std::filesystem::path& file);
+  // Makes a folder, whose parent is there. It is removed again when the report is not written.
+  std::error_code MakeFolder(const std::filesystem::path& folder);
+  // Nothing is to be written; the person knows why.
+  void Refuse() { m_IsRefused = true; }
 
   // A failure is told to the person here, with the file's name and what to do.
   ReportResult Finish();
 
 private:
-  device::Prompts& m_Prompts;
-  const std::filesystem::path m_Target;
-  const std::unique_ptr<device::OutputFile> m_Output;
+  struct Part {
+    std::filesystem::path file;
+    std::unique_ptr<device::OutputFile> output;
+  };
+  struct FileCopy {
+    std::filesystem::path source;
+    std::filesystem::path file;
+  };
+  bool MakeCopies();
+  bool MakeCopy(const FileCopy& copy);
+  bool TellFailure(const std::filesystem::path& file, const std::string& error);
+
+  const device::Machine m_Machine;
+  const ReportTarget m_Target;
   ReportProgress m_Progress;
+  std::vector<Part> m_Parts;
+  std::vector<FileCopy> m_Copies;
+  std::vector<std::filesystem::path> m_NewFiles;  // that are removed unless all are there
+  std::vector<std::filesystem::path> m_MadeFolders;
+  bool m_IsRefused = false;
 };
 
 }  // namespace inspector::reports

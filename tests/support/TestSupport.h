@@ -138,6 +138,10 @@ public:
   std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override;
   std::vector<device::Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
+  std::error_code MakeFolder(const std::filesystem::path& folder) override {
+    return m_Host.MakeFolder(folder);
+  }
+  void Remove(const std::filesystem::path& path) override { m_Host.Remove(path); }
 
 private:
   static bool CountDown(int& remaining) { return remaining > 0 && --remaining == 0; }
