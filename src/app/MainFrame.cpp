@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
@@ -49,7 +50,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
       m_Message(new QLabel),
       m_Bar(new device::ui::CommandBar),
       m_PlaceTimer(
-          kRememberAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          kRememberAfter, m_Machine.faults, [&document] { return document.GetWorkspace().IsBusy(); },
           [this] {
             RememberPlace();
             // Not for somebody who only looks at the list: the journal changes the file in the end.
@@ -57,7 +58,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
             return true;
           }),
       m_EndTimer(
-          kEndAfter, [&document] { return document.GetWorkspace().IsBusy(); },
+          kEndAfter, m_Machine.faults, [&document] { return document.GetWorkspace().IsBusy(); },
           [this] {
             FlushAll();
             m_End();
@@ -81,7 +82,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   m_Message->setMargin(6);
   m_Message->hide();
   m_MessageTimer.setSingleShot(true);
-  connect(&m_MessageTimer, &QTimer::timeout, m_Message, &QWidget::hide);
+  connect(&m_MessageTimer, &QTimer::timeout, this, [this] { ShowNotStored(); });
 
   auto* top = new QHBoxLayout;
   top->setContentsMargins(kTopMargin, 6, kTopMargin, 6);
@@ -113,6 +114,7 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   });
   m_TidyTimer.start(kTidyEvery);
   connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
+  qApp->installEventFilter(this);
   Bring(*m_Overview);
 }
 
@@ -133,6 +135,11 @@ void CMainFrame::MakeScreens() {
 
 void CMainFrame::AddScreen(Screen& screen) {
   screen.onTitleChanged = [this] { ShowTitle(); };
+  screen.onStored = [this](bool stored) {
+    const bool isNews = stored == m_IsNotStored;
+    m_IsNotStored = !stored;
+    if (isNews) ShowNotStored();
+  };
   m_Stack->addWidget(&screen);
 }
 
@@ -188,6 +195,7 @@ void CMainFrame::MakeMenus() {
                                       QKeySequence(Qt::Key_F8), [this] {
                                         if (IsStored() && HasVisit()) m_Visit->OpenNextUnfinished();
                                       });
+  m_EverywhereInBar += go->menuAction();
   go->addSeparator();
   AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
                  [this] { close(); });
@@ -210,7 +218,7 @@ void CMainFrame::MakeMenus() {
                      QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { m_Visit->EditShortcuts(); });
   m_EverywhereInBar += AddMenuCommand(tools, "options", QStringLiteral("&Options..."),
                                       QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { OpenOptions(); });
-  MakeViewMenu(tools);
+  m_EverywhereInBar += MakeViewMenu(tools);
   m_EverywhereInBar += AddMenuCommand(tools, "about", QStringLiteral("&About"), QKeySequence(Qt::Key_F1),
                                       [this] { OpenAbout(); });
   for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
@@ -242,35 +250,38 @@ void CMainFrame::MakeVisitMenu() {
   m_Visit->WhatIsLeft().addAction(write);
 }
 
-void CMainFrame::MakeViewMenu(QMenu* tools) {
+QAction* CMainFrame::MakeViewMenu(QMenu* tools) {
   QMenu* const view = tools->addMenu(QStringLiteral("&View"));
-  const auto choice = [&](QActionGroup* group, const char* name, const QString& caption, bool checked,
-                          std::function<void()> run) {
-    QAction* const action = AddMenuCommand(view, name, caption, {}, std::move(run));
+  const auto choice = [&](QActionGroup* group, const char* name, const QString& caption, Qt::Key key,
+                          bool checked, std::function<void()> run) {
+    QAction* const action = AddMenuCommand(view, name, caption, QKeySequence(key), std::move(run));
     action->setCheckable(true);
     action->setChecked(checked);
     group->addAction(action);
   };
   auto* colours = new QActionGroup(this);
-  const auto colour = [&](const char* name, const QString& caption, const device::Text& value) {
-    choice(colours, name, caption, m_Settings.colours == value, [this, value] {
+  const auto colour = [&](const char* name, const QString& caption, Qt::Key key, const device::Text& value) {
+    choice(colours, name, caption, key, m_Settings.colours == value, [this, value] {
       m_Settings.colours = value;
       UseTheme();
       RememberSoon();
     });
   };
-  colour("light", QStringLiteral("&Light"), u"light");
-  colour("dark", QStringLiteral("&Dark"), u"dark");
-  colour("contrast", QStringLiteral("&High contrast"), u"contrast");
+  colour("light", QStringLiteral("&Light"), Qt::Key_F5, u"light");
+  colour("dark", QStringLiteral("&Dark"), Qt::Key_F6, u"dark");
+  colour("contrast", QStringLiteral("&High contrast"), Qt::Key_F7, u"contrast");
   view->addSeparator();
   auto* sizes = new QActionGroup(this);
-  for (const int percent : {100, 125, 150, 200})
-    choice(sizes, "text", QStringLiteral("Text %1 %").arg(percent), m_Settings.textPercent == percent,
-           [this, percent] {
+  constexpr std::pair<int, Qt::Key> kSizes[] = {
+      {100, Qt::Key_F9}, {125, Qt::Key_F10}, {150, Qt::Key_F11}, {200, Qt::Key_F12}};
+  for (const auto& [size, key] : kSizes)
+    choice(sizes, "text", QStringLiteral("Text %1 %").arg(size), key, m_Settings.textPercent == size,
+           [this, percent = size] {
              m_Settings.textPercent = percent;
              UseTheme();
              RememberSoon();
            });
+  return view->menuAction();
 }
 
 void CMainFrame::UseTheme() {
@@ -306,6 +317,14 @@ void CMainFrame::Tell(const QString& message) {
   m_MessageTimer.start(kTellFor);
 }
 
+// In the place of other messages, which pass.
+void CMainFrame::ShowNotStored() {
+  m_MessageTimer.stop();
+  m_Message->setText(m_IsNotStored ? ToQString(device::NotStored(m_Machine.faults)) : QString());
+  FitWords();
+  m_Message->setVisible(m_IsNotStored);
+}
+
 Screen* CMainFrame::CurrentScreen() const {
   return dynamic_cast<Screen*>(m_Stack->currentWidget());
 }
@@ -339,7 +358,6 @@ bool CMainFrame::IsStored() {
   return CurrentScreen()->Flush() || TellNotStored();
 }
 
-// Why was told in a box, once; that it still is so, each time.
 bool CMainFrame::TellNotStored() {
   Tell(QStringLiteral("What you entered could not be stored yet. It stays here until it is."));
   return false;
@@ -452,6 +470,7 @@ void CMainFrame::RememberPlace() {
 
 bool CMainFrame::FlushAll() {
   if (m_Document.GetWorkspace().IsBusy()) return false;
+  const device::FaultLog::Unattended unattended(m_Machine.faults);
   const bool sheet = m_Visit->FlushSheet();
   const bool options = !m_Options || m_Options->Flush();
   const bool screen = CurrentScreen()->Flush();
@@ -480,7 +499,23 @@ void CMainFrame::changeEvent(QEvent* event) {
   // A box of our own takes the focus as well; only another program's window counts.
   if (event->type() == QEvent::ActivationChange && !isActiveWindow() && !QApplication::activeModalWidget() &&
       !m_Document.GetWorkspace().IsBusy())
-    if (Screen* const screen = CurrentScreen()) screen->Flush();
+    if (Screen* const screen = CurrentScreen()) {
+      const device::FaultLog::Unattended unattended(m_Machine.faults);
+      screen->Flush();
+    }
+}
+
+// A tap, a click or a key that starts something; inside a message box it only answers.
+bool CMainFrame::eventFilter(QObject* watched, QEvent* event) {
+  const auto isStart = [event] {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Shortcut) return true;
+    if (event->type() != QEvent::KeyPress) return false;
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+  };
+  if (isStart() && !qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+    m_Machine.faults.BeginAction();
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void CMainFrame::keyPressEvent(QKeyEvent* event) {

@@ -69,6 +69,7 @@ protected:
   void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
   void MakeScreens();
@@ -76,7 +77,7 @@ private:
   void AddForm(inspection::ui::HeaderView& form);
   void MakeMenus();
   void MakeVisitMenu();
-  void MakeViewMenu(QMenu* tools);
+  QAction* MakeViewMenu(QMenu* tools);  // what opens it
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
   void Offer(device::ui::Screen& from, const char* objectName, const QString& caption,
@@ -89,6 +90,7 @@ private:
   void ShowUndo();
   void Undo();
   void ShowTitle();
+  void ShowNotStored();
   void FitWords();
   void UseTheme();
   device::LastPlace Place() const;
@@ -115,6 +117,7 @@ private:
   double m_HeadingPoints = 0;
   COptionsSheet* m_Options = nullptr;  // while they are open
   bool m_MustQuit = false;
+  bool m_IsNotStored = false;                // what was typed into the present screen
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
   QTimer m_MessageTimer;

@@ -170,6 +170,7 @@ data::OptionsSaved OptionsForm::Save(const Values& values) {
   const device::OwnerRecord before = ReadOwner(machine.registry);
   device::OwnerRecord owner = before;
   for (const OwnerEntry& entry : kOwner) owner.*entry.text = values.at(entry.name);
+  const editing::AttachmentForm formBefore = editing::ReadAttachmentForm(machine.registry);
   const editing::AttachmentForm form = {values.at(kAttachedSized) == u"TRUE" ? editing::kAttachedSide : 0,
                                         values.at(kAttachedUpright) == u"TRUE"};
   const bool written =
@@ -183,8 +184,12 @@ data::OptionsSaved OptionsForm::Save(const Values& values) {
     if (!IsKeptElsewhere(name)) data::SetOption(m_Workspace.Options(), name, value);
   const data::OptionsSaved saved =
       data::SaveOptions(m_Workspace, {values.at(kTemplatePath), values.at(kInspectionPath)});
-  // What could not be written must not look as if it were in force.
-  if (saved == data::OptionsSaved::Failed) m_Workspace.ForgetOptions();
+  // What could not be written must not look as if it were in force, nor what was written already.
+  if (saved == data::OptionsSaved::Failed) {
+    m_Workspace.ForgetOptions();
+    machine.registry.WriteBinary(Text(data::kOwnerKey), kOwnerValue, before.Encode());
+    editing::WriteAttachmentForm(machine.registry, formBefore);
+  }
   return saved;
 }
 

@@ -82,7 +82,10 @@ bool VisitScreens::IsAtCategory(const Screen& screen) const {
 
 bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
-  sheet.onStepShown = [&] { SetPlace({sheet.Logic().CategoryID(), sheet.Logic().StepID()}); };
+  sheet.onStepShown = [&] {
+    SetPlace({sheet.Logic().CategoryID(), sheet.Logic().StepID()});
+    if (m_Steps->CategoryID() == sheet.Logic().CategoryID()) m_Steps->Follow(sheet.Logic().StepID());
+  };
   if (!sheet.OpenStep(categoryID, stepID, tab)) {
     m_Document.GetWorkspace().InspectionConnection().ReportVanishedRow(u"Step");
     return false;

@@ -10,7 +10,9 @@
 namespace inspector::data {
 namespace {
 
-constexpr int kBusyMilliseconds = 2000;
+constexpr int kPatience = 2000;      // milliseconds that a person waits for another program
+constexpr int kTimersPatience = 50;  // that a timer stops a person from typing
+constexpr int kBetweenTries = 10;
 // 2 MiB in the journal are worth a moment in which nobody waits; 32 MiB are too much to wait for one.
 constexpr int kManyJournalPages = 500;
 constexpr int kMostJournalPages = 8000;
@@ -43,7 +45,7 @@ Text Connection::Open() {
       sqlite3_open_v2(m_File.c_str(), &m_Database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code == SQLITE_OK) {
     sqlite3_extended_result_codes(m_Database, 0);
-    sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
+    WaitForOthers(true);
     // A double-quoted value that reached SQLite untranslated must fail, not quietly become a text.
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -72,9 +74,9 @@ bool Connection::PrepareForWriting() {
   if (!m_Database) return false;
   // While another program is reading, the journal stays as it is, which only costs time: no need to wait for
   // it.
-  sqlite3_busy_timeout(m_Database, 0);
+  WaitForOthers(false);
   const int code = sqlite3_exec(m_Database, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
-  sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
+  WaitForOthers(true);
   if (code != SQLITE_OK && code != SQLITE_BUSY && code != SQLITE_LOCKED) {
     ReportFailure();
     return false;
@@ -102,7 +104,7 @@ void Connection::PrepareJournal() {
 void Connection::BeginJournal() {
   if (!m_Database || m_Depth > 0 || m_Reading > 0) return;
   m_JournalPages = 0;
-  sqlite3_busy_timeout(m_Database, 0);
+  WaitForOthers(false);
   // The first change in a journal that begins anew syncs its head as well, so that is made here: one that
   // changes nothing. Where another program is in the way, it is done by the next change, or the next time.
   sqlite3_stmt* const version = Prepare("PRAGMA user_version");
@@ -113,7 +115,17 @@ void Connection::BeginJournal() {
         SQLITE_OK)
       sqlite3_exec(m_Database, same.c_str(), nullptr, nullptr, nullptr);
   }
-  sqlite3_busy_timeout(m_Database, kBusyMilliseconds);
+  WaitForOthers(true);
+}
+
+void Connection::WaitForOthers(bool wait) {
+  constexpr auto kWait = [](void* self, int tries) {
+    const bool isTimer = static_cast<Connection*>(self)->m_Faults.IsUnattended();
+    if (tries * kBetweenTries >= (isTimer ? kTimersPatience : kPatience)) return 0;
+    sqlite3_sleep(kBetweenTries);
+    return 1;
+  };
+  sqlite3_busy_handler(m_Database, wait ? +kWait : nullptr, this);
 }
 
 void Connection::Close() {

@@ -116,6 +116,8 @@ private:
   bool MayWrite();
   bool HasGone();
   void BeginJournal();
+  // For a lock of another program; for a timer's work only for a moment, because it stops who is typing.
+  void WaitForOthers(bool wait);
   bool Bind(sqlite3_stmt* statement, const SqlTranslation& translation, const SqlTokens& tokens);
   void ForgetStatements();
   void LeaveTransaction();

@@ -61,6 +61,10 @@ std::vector<BoundMember> OptionsTable::Members(OptionsTable& row) {
 void OptionsTable::Load() {
   const bool opened = Open() && !Failed();
   if (!GetRecord(0) && opened && !Failed()) PrepareNew();
+  FollowRules();
+}
+
+void OptionsTable::FollowRules() {
   Repair();
   if (std::all_of(m_ColumnWidth.begin(), m_ColumnWidth.end(), [](double width) { return width == 0; }))
     RepairColumnWidths();

@@ -20,6 +20,8 @@ public:
   bool Write();
   // An unknown font size becomes 12, an unknown spacing 2. True when something was.
   bool Repair();
+  // That, and five widths of 0 become those of the first type's layout.
+  void FollowRules();
 
   std::int32_t m_ShowStepNumbers = 0;
   std::int32_t m_BlankLineBetweenComments = 0;

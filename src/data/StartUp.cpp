@@ -22,9 +22,29 @@ bool WritePaths(const Machine& machine, TextView key, const DatabasePaths& paths
          machine.registry.Write(Text(key), u"InspectionPath", paths.inspectionPath);
 }
 
-bool BothExist(const Machine& machine, const DatabasePaths& paths) {
-  return machine.files.Exists(machine.paths.ResolveStored(paths.templatePath)) &&
-         machine.files.Exists(machine.paths.ResolveStored(paths.inspectionPath));
+enum class Found { Both, NotBoth, NoFile, SameFile };
+
+Found FindDatabases(const Machine& machine, const DatabasePaths& paths) {
+  const std::filesystem::path templates = machine.paths.ResolveStored(paths.templatePath);
+  const std::filesystem::path inspections = machine.paths.ResolveStored(paths.inspectionPath);
+  if (!machine.files.Exists(templates) || !machine.files.Exists(inspections)) return Found::NotBoth;
+  std::error_code ignored;
+  for (const std::filesystem::path& path : {templates, inspections})
+    if (std::filesystem::is_directory(path, ignored)) return Found::NoFile;
+  return std::filesystem::equivalent(templates, inspections, ignored) ? Found::SameFile : Found::Both;
+}
+
+// A person who is asked again should know why.
+void TellWhyNot(const Machine& machine, const DatabasePaths& paths, Found found) {
+  if (found == Found::NoFile)
+    device::ShowError(machine.prompts,
+                      device::Format(u"%s or %s is not a file but a folder. Name the database file itself.",
+                                     paths.templatePath, paths.inspectionPath));
+  if (found == Found::SameFile)
+    device::ShowError(machine.prompts,
+                      device::Format(u"Both paths lead to the database %s. Templates and inspections are two "
+                                     u"files: correct one of the paths.",
+                                     paths.templatePath));
 }
 
 // A table that is missing reads as empty, and a missing column is not stored: that must not go unnoticed.
@@ -47,7 +67,7 @@ StartUp Refuse(const Machine& machine, const Text& problem) {
 }  // namespace
 
 std::optional<DatabasePaths> ReadDatabasePaths(const Machine& machine) {
-  if (!machine.registry.Open()) {
+  if (!machine.registry.Open(Text(kStartUpKey))) {
     device::ShowError(machine.prompts, machine.registry.LastError());
     return std::nullopt;
   }
@@ -58,22 +78,14 @@ std::optional<DatabasePaths> ReadDatabasePaths(const Machine& machine) {
 StartUp StartData(const Machine& machine) {
   std::optional<DatabasePaths> paths = ReadDatabasePaths(machine);
   if (!paths) return {};
-  while (!BothExist(machine, *paths)) {
+  for (Found found; (found = FindDatabases(machine, *paths)) != Found::Both;) {
+    TellWhyNot(machine, *paths, found);
     const std::optional<DatabasePaths> chosen = machine.prompts.AskDatabasePaths(*paths);
     if (!chosen) return {};
     paths = chosen;
     if (!WritePaths(machine, kStartUpKey, *paths)) machine.faults.Report(machine.registry.LastError());
   }
 
-  std::error_code ignored;
-  if (std::filesystem::equivalent(machine.paths.ResolveStored(paths->templatePath),
-                                  machine.paths.ResolveStored(paths->inspectionPath), ignored)) {
-    return Refuse(
-        machine,
-        device::Format(u"Both paths lead to the database %s. Templates and inspections are two files: "
-                       u"correct one of the paths in %s.",
-                       paths->templatePath, device::FromUtf8(machine.registry.Path().string())));
-  }
   auto workspace = std::make_unique<Workspace>(machine, *paths);
   if (const Text problem = workspace->LockFiles(); !problem.empty()) return Refuse(machine, problem);
   Databases& databases = workspace->GetDatabases();
@@ -97,6 +109,7 @@ StartUp StartData(const Machine& machine) {
 OptionsSaved SaveOptions(Workspace& workspace, const DatabasePaths& paths) {
   const Machine& machine = workspace.GetMachine();
   if (!workspace.Options().Write()) return OptionsSaved::Failed;
+  workspace.Options().FollowRules();
   if (!WritePaths(machine, kOptionsKey, paths)) {
     machine.faults.Report(machine.registry.LastError());
     return OptionsSaved::Failed;

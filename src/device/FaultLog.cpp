@@ -14,14 +14,26 @@ void FaultLog::Report(const Text& text) {
     const std::lock_guard lock(m_Mutex);
     ++m_Count;
     Append(text);
+    m_Latest = text;
+    if (IsUnattended()) return;
     if (!m_Seen.insert(text).second) return;
     m_Pending.push_back(text);
   }
   if (std::this_thread::get_id() == m_Owner) ShowPending();
 }
 
+void FaultLog::BeginAction() {
+  const std::lock_guard lock(m_Mutex);
+  m_Seen.clear();
+}
+
+Text FaultLog::Latest() const {
+  const std::lock_guard lock(m_Mutex);
+  return m_Latest;
+}
+
 void FaultLog::ShowPending() {
-  while (m_Silences == 0) {
+  while (m_Silences == 0 && m_Unattended == 0) {
     Text text;
     {
       const std::lock_guard lock(m_Mutex);
@@ -37,6 +49,11 @@ void FaultLog::ShowPending() {
 int FaultLog::Count() const {
   const std::lock_guard lock(m_Mutex);
   return m_Count;
+}
+
+Text NotStored(const FaultLog& faults) {
+  return u"Not stored yet. It is tried again every few seconds; do not end the program before. " +
+         faults.Latest();
 }
 
 void FaultLog::Append(const Text& text) {

@@ -1,5 +1,5 @@
-// Failures that fixed behaviour passes over still reach a person: a box once, a line in the log each time,
-// and a count that makes the command line end with 1.
+// Failures that fixed behaviour passes over still reach a person: a box once for each action, a line in the
+// log each time, and a count that makes the command line end with 1.
 #pragma once
 
 #include <atomic>
@@ -22,10 +22,15 @@ public:
   FaultLog(Prompts& prompts, Clock& clock, std::filesystem::path file);
 
   // May be called from any thread. `text` says what failed, on which file, and what to do. The same text is
-  // logged each time and shown once; from a worker thread it is shown by the next ShowPending.
+  // logged each time and shown once until the next action; from a worker thread it is shown by the next
+  // ShowPending.
   void Report(const Text& text);
+  // A person begins something new: what goes wrong with it is told even if the same went wrong before.
+  void BeginAction();
+  // What was reported last; empty when nothing was.
+  Text Latest() const;
   // To be called on the thread that owns the prompts, which is the one that made this object. Shows nothing
-  // during a Silence.
+  // during a Silence or while nobody attends.
   void ShowPending();
 
   int Count() const;
@@ -44,6 +49,20 @@ public:
     FaultLog& m_Log;
   };
 
+  // While one lives on the thread of the prompts, no box comes: a timer works, and a box would take the keys
+  // of a person who is typing. What failed is to be shown in another way, from Latest.
+  class Unattended {
+  public:
+    explicit Unattended(FaultLog& log) : m_Log(log) { ++m_Log.m_Unattended; }
+    ~Unattended() { --m_Log.m_Unattended; }
+    Unattended(const Unattended&) = delete;
+    Unattended& operator=(const Unattended&) = delete;
+
+  private:
+    FaultLog& m_Log;
+  };
+  bool IsUnattended() const { return m_Unattended > 0 && std::this_thread::get_id() == m_Owner; }
+
 private:
   void Append(const Text& text);
 
@@ -52,10 +71,15 @@ private:
   std::filesystem::path m_File;
   std::thread::id m_Owner;
   mutable std::mutex m_Mutex;
-  std::set<Text> m_Seen;
+  std::set<Text> m_Seen;  // in this action
+  Text m_Latest;
   std::vector<Text> m_Pending;
   int m_Count = 0;
+  std::atomic<int> m_Unattended = 0;
   std::atomic<int> m_Silences = 0;  // of all threads: a worker's transaction locks the same database
 };
+
+// What stands beside typed text for as long as it cannot be stored: with the latest fault.
+Text NotStored(const FaultLog& faults);
 
 }  // namespace inspector::device

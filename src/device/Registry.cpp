@@ -96,7 +96,7 @@ std::optional<std::string> LinesOf(const toml::table& table) {
 
 Registry::Registry(Files& files, std::filesystem::path file) : m_Files(files), m_File(std::move(file)) {}
 
-bool Registry::Open() {
+bool Registry::Open(const Text& key) {
   m_LastError.clear();
   std::error_code error;
   const std::filesystem::path folder = m_File.parent_path();
@@ -107,7 +107,15 @@ bool Registry::Open() {
     return false;
   }
   toml::table table;
-  return Load(m_Files, m_File, table, m_LastError);
+  if (!Load(m_Files, m_File, table, m_LastError)) return false;
+  const toml::node* const node = Find(table, ToUtf8(key));
+  return node == nullptr || node->is_table() || FailNoTable(key);
+}
+
+bool Registry::FailNoTable(const Text& key) {
+  m_LastError = Format(u"In the registry file %s the key %s is no table. Correct it, or move the file away.",
+                       PathText(m_File), key);
+  return false;
 }
 
 std::optional<Text> Registry::Read(const Text& key, const Text& value) const {
@@ -134,12 +142,7 @@ bool Registry::Write(const Text& key, const Text& value, const Text& content) {
   const std::string keyName = ToUtf8(key);
   toml::node* node = Find(table, keyName);
   if (node == nullptr) node = &table.insert(keyName, toml::table()).first->second;
-  if (!node->is_table()) {
-    m_LastError =
-        Format(u"In the registry file %s the key %s is no table. Correct it, or move the file away.",
-               PathText(m_File), key);
-    return false;
-  }
+  if (!node->is_table()) return FailNoTable(key);
   toml::table& values = *node->as_table();
   std::string text = ToUtf8(content);
   if (toml::node* const old = Find(values, ToUtf8(value)); old != nullptr && old->is_string()) {

@@ -31,13 +31,16 @@ public:
   bool Write(const Text& key, const Text& value, const Text& content);
   bool WriteBinary(const Text& key, const Text& value, const std::vector<std::uint8_t>& content);
 
-  // False when the file is there but is no TOML, or its folder cannot be made. `LastError` says why.
-  bool Open();
+  // False when the file is there but is no TOML, when something else than a table has the key's name, or when
+  // the folder cannot be made. `LastError` says why.
+  bool Open(const Text& key);
   // Empty when the last call went well; else names the file and what to do.
   const Text& LastError() const { return m_LastError; }
   const std::filesystem::path& Path() const { return m_File; }
 
 private:
+  bool FailNoTable(const Text& key);
+
   Files& m_Files;
   std::filesystem::path m_File;
   mutable Text m_LastError;

@@ -16,11 +16,16 @@ enum class RowTone {
 };
 
 struct ListRow {
+  // A cell with a mark of attention beside its words, and what the mark means.
+  struct Warning {
+    int cell = 0;
+    Text words;
+  };
+
   std::vector<Text> cells;              // one per column; missing ones are empty
   CheckImage check = CheckImage::None;  // drawn in the mark column
   RowTone tone = RowTone::Normal;
-  int warnedCell = -1;    // a cell with a mark of attention beside its words
-  Text warning = {};      // what the mark means
+  std::vector<Warning> warnings = {};
   int remarkedCell = -1;  // a cell with a remark below its words
   Text remark = {};
 };

@@ -144,6 +144,12 @@ CategoryList::Screen CategoryList::Open(int row, int topRow) {
 }
 
 // The record of a category among those shown, -1 when it is none of them.
+int CategoryList::RowToShow() {
+  for (const std::int32_t key : m_Marked)
+    if (const int row = RowOf(key); row >= 0) return row;
+  return RowOf(m_Document.Categories().m_CategoryID);
+}
+
 int CategoryList::RowOf(std::int32_t categoryID) {
   data::CategoryTable found(m_Databases);
   found.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryID = %d", categoryID));

@@ -41,6 +41,9 @@ public:
   };
   // The row with this key; -1 when the filter hides it or there is none.
   int RowOf(std::int32_t categoryID);
+  // Of the first marked category; without marks of the one that was opened last. -1 when the list has
+  // neither.
+  int RowToShow();
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   // Nothing for a row that another program deleted.
   std::optional<Row> RowAt(int row);

@@ -19,7 +19,6 @@ TextChange CommentEditing::Apply(TextChange change) {
   Text comments = m_Sheet.Draft().comments;
   change.ApplyTo(comments);
   m_Sheet.SetComments(std::move(comments));
-  m_Selection.begin = m_Selection.end = change.CaretAfter();
   return change;
 }
 
@@ -27,8 +26,10 @@ std::optional<TextChange> CommentEditing::Insert(TextView comment) {
   data::Workspace& workspace = m_Sheet.GetWorkspace();
   const std::optional<Text> filled = FillPlaceholders(workspace.GetDatabases(), m_Dialogs, comment);
   if (!filled) return std::nullopt;
-  return Apply(InsertComment(m_Sheet.Draft().comments, m_Selection, *filled,
-                             StepEditing(workspace).CommentSeparator()));
+  const TextChange change = Apply(InsertComment(m_Sheet.Draft().comments, m_Selection, *filled,
+                                                StepEditing(workspace).CommentSeparator()));
+  m_Selection.begin = m_Selection.end = change.CaretAfter();  // for the next one
+  return change;
 }
 
 std::optional<TextChange> CommentEditing::ExpandWord(TextView line, std::size_t wordEnd) {
@@ -86,7 +87,11 @@ TextChange CommentEditing::AddKnownPicture(TextView devicePath) {
   const std::vector<Text> tags = DistinctTags(comments + tag);
   // Asterisks that somebody typed and did not close would swallow it at the end.
   const bool isRead = std::find(tags.begin(), tags.end(), bare) != tags.end();
-  return Apply(isRead ? AppendTag(comments, tag) : TextChange{0, 0, bare + u" "});
+  if (isRead) return Apply(AppendTag(comments, tag));
+  const TextChange change = Apply(TextChange{0, 0, bare + u" "});
+  m_Selection.begin += change.replacement.size();
+  m_Selection.end += change.replacement.size();
+  return change;
 }
 
 }  // namespace inspector::editing

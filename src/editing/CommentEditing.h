@@ -9,8 +9,8 @@
 namespace inspector::editing {
 
 // Whatever changes the comment is done in the sheet's draft and handed back, in the order in which it was
-// done, so that a text field can do the same as steps that undo takes back. The caret moves behind what was
-// inserted.
+// done, so that a text field can do the same as steps that undo takes back. The caret moves behind a
+// comment that was inserted; with a picture's tag it stays at the words where it was.
 class CommentEditing {
 public:
   CommentEditing(StepSheet& sheet, SheetDialogs& dialogs) : m_Sheet(sheet), m_Dialogs(dialogs) {}
@@ -19,6 +19,8 @@ public:
   void ShowStep();
   // Where the text field had its selection when it lost the focus.
   void SaveSelection(const TextSelection& selection) { m_Selection = selection; }
+
+  const TextSelection& Selection() const { return m_Selection; }
 
   CommentPicklist& Picklist() { return *m_Picklist; }
 

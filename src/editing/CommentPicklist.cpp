@@ -24,10 +24,8 @@ struct Linked {
 }  // namespace
 
 const std::vector<LibraryComment>& CommentPicklist::Comments() {
-  if (!m_Comments)
-    m_Comments =
-        CommentsOfStep(m_Workspace.GetDatabases(), m_StepTemplateID).value_or(std::vector<LibraryComment>());
-  return *m_Comments;
+  if (!m_Comments) m_Comments = CommentsOfStep(m_Workspace.GetDatabases(), m_StepTemplateID);
+  return m_Comments ? *m_Comments : m_None;
 }
 
 CommentPicklist::Result CommentPicklist::Add(TextView comment, const TextSelection& selection,
@@ -41,12 +39,10 @@ CommentPicklist::Result CommentPicklist::Add(TextView comment, const TextSelecti
   const auto isThere = [&](const LibraryComment& each) { return each.text == text; };
   if (text.size() < kShortestComment || std::any_of(Comments().begin(), Comments().end(), isThere))
     return Result::Nothing;
+  if (!m_Comments) return Result::Failed;  // whether it is there already is not known
   std::int32_t commentID = 0;
   if (!Write(text, rating, commentID)) return Result::Failed;
-  // Before the first group, where it will stand when the library is read again.
-  const auto group = std::find_if(m_Comments->begin(), m_Comments->end(),
-                                  [](const LibraryComment& each) { return !each.group.empty(); });
-  m_Comments->insert(group, {commentID, text, Text(rating), {}});
+  m_Comments->push_back({commentID, text, Text(rating), {}});
   return Result::Done;
 }
 

@@ -14,7 +14,7 @@ public:
 
   std::int32_t StepTemplateID() const { return m_StepTemplateID; }
   // Read at the first call, because most steps are passed without looking at them. Ordered by group; what was
-  // added since stands before the first group.
+  // added since stands at the end. Empty when they could not be read, which the next call tries again.
   const std::vector<LibraryComment>& Comments();
 
   enum class Result { Done, Refused, Nothing, Failed };
@@ -31,6 +31,7 @@ private:
   data::Workspace& m_Workspace;
   std::int32_t m_StepTemplateID;
   std::optional<std::vector<LibraryComment>> m_Comments;
+  const std::vector<LibraryComment> m_None;
 };
 
 }  // namespace inspector::editing

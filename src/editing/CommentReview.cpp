@@ -53,7 +53,7 @@ bool CommentReview::SetFilter(TextView filter) {
       continue;
     m_Rows.push_back(n);
   }
-  return true;
+  return !m_Steps.Failed() && !flags.Failed();
 }
 
 CommentReview::Row CommentReview::RowAt(int row) {

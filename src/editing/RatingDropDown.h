@@ -19,15 +19,15 @@ public:
   RatingDropDown(data::Databases& databases, TextView ratingType);
 
   const std::vector<Text>& Entries() const { return m_Entries; }
-  // Nothing for an empty result, and for one that is no choice (any more).
+  // Nothing for an empty result, and for one that is no entry (any more).
   std::optional<std::size_t> EntryOf(TextView result) const;
-  // The result after this entry was picked: empty after "<clear>". Nothing for "<no ratings>", which is no
-  // choice and changes nothing.
-  std::optional<Text> Picked(std::size_t entry) const;
+  // The result after this entry was picked: empty after "<clear>". "<no ratings>" is stored as it stands:
+  // with it a step that nobody can rate counts as done.
+  Text Picked(std::size_t entry) const { return ResultOf(m_Entries[entry]); }
+  static Text ResultOf(TextView entry) { return entry == kClearRating ? Text() : Text(entry); }
 
 private:
   std::vector<Text> m_Entries;
-  std::size_t m_Choices = 0;
 };
 
 }  // namespace inspector::editing

@@ -31,8 +31,9 @@ public:
   // Shows the prepared comments. The person's choice and what is to be deleted stand in the picker
   // afterwards; false on Cancel.
   virtual bool PickComments(CommentPicker& picker) = 0;
-  // A graphic file that exists, on the host.
-  virtual std::optional<std::filesystem::path> AskPictureFile(const Text& filter) = 0;
+  // A graphic file that exists, on the host; `folder` is shown first.
+  virtual std::optional<std::filesystem::path> AskPictureFile(const std::filesystem::path& folder,
+                                                              const Text& filter) = 0;
 };
 
 }  // namespace inspector::editing

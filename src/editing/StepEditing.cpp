@@ -5,6 +5,7 @@
 #include "device/Format.h"
 #include "editing/Completeness.h"
 #include "editing/Materials.h"
+#include "editing/RatingDropDown.h"
 #include "editing/Ratings.h"
 
 namespace inspector::editing {
@@ -38,8 +39,10 @@ StepEditing::Result StepEditing::Rate(std::int32_t stepID, TextView rating, bool
   if (!rating.empty()) {
     bool failed = false;
     const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating, &failed);
-    if (!choice) return failed ? Result::Failed : Result::NotOffered;
-    prompts = choice->promptsForComment;
+    if (failed) return Result::Failed;
+    const bool isOnlyEntry = rating == kNoRatings && ChoicesOf(databases, step.m_RatingType).empty();
+    if (!choice && !isOnlyEntry) return Result::NotOffered;
+    prompts = choice && choice->promptsForComment;
   }
   step.m_InspectResult = Text(rating);
   const Result result = WriteStep(step, transaction);

@@ -24,7 +24,6 @@ constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Orde
 constexpr auto kNone = u"None";
 constexpr auto kHasInfo = u"Info";
 constexpr auto kNotRated = u"Not rated";
-constexpr auto kCommentAsked = u"Asked for";
 constexpr int kMaterialsPage = 0;
 constexpr int kCommentsPage = 1;
 
@@ -134,16 +133,14 @@ device::ListRow StepList::ShownRow(int row) {
   const std::optional<Row> shown = RowAt(row);
   if (!shown) return {{u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
   const bool needsAttention = shown->attention != Attention::None || shown->lacksPicture;
-  const Text comments = shown->attention == Attention::CommentAsked ? kCommentAsked : shown->comments;
   const Text rating = shown->attention == Attention::NotRated ? Text(kNotRated) : shown->rating;
-  device::ListRow cells{
-      {shown->label, rating, shown->materials, comments, shown->picture, shown->hasInfo ? kHasInfo : kNone},
-      device::CheckImage::None,
-      needsAttention ? device::RowTone::Attention : device::RowTone::Normal};
-  if (shown->lacksPicture) {
-    cells.warnedCell = kPicture;
-    cells.warning = u"a picture is missing";
-  }
+  device::ListRow cells{{shown->label, rating, shown->materials, shown->comments, shown->picture,
+                         shown->hasInfo ? kHasInfo : kNone},
+                        device::CheckImage::None,
+                        needsAttention ? device::RowTone::Attention : device::RowTone::Normal};
+  if (shown->attention == Attention::CommentAsked)
+    cells.warnings.push_back({kComments, u"the rating asks for a comment"});
+  if (shown->lacksPicture) cells.warnings.push_back({kPicture, u"a picture is missing"});
   return cells;
 }
 
@@ -169,7 +166,6 @@ std::vector<Text> StepList::RatingEntries(int row) {
 }
 
 bool StepList::ChangeRating(int row, TextView entry) {
-  if (entry == kNoRatings) return false;
   if (!Read(row)) {
     if (!m_List.Failed()) m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
     return false;
@@ -177,8 +173,7 @@ bool StepList::ChangeRating(int row, TextView entry) {
   const std::int32_t stepID = m_List.m_StepID;
   bool prompts = false;
   StepEditing editing(m_Document.GetWorkspace());
-  const StepEditing::Result result =
-      editing.Rate(stepID, entry == kClearRating ? TextView() : entry, &prompts);
+  const StepEditing::Result result = editing.Rate(stepID, RatingDropDown::ResultOf(entry), &prompts);
   if (result == StepEditing::Result::NoSuchStep)
     m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
   if (result != StepEditing::Result::Done) return false;

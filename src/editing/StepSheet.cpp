@@ -23,6 +23,16 @@ Text AsOneMaterial(TextView entered) {
   return device::ReplaceAll(device::StripLeadingControls(entered), u";", u",");
 }
 
+// The pieces of `before` that `after` lacks, with ", " between.
+Text WithoutPieces(TextView before, TextView after) {
+  const std::vector<Text> left = device::Split(after, u';');
+  Text gone;
+  for (const Text& piece : device::Split(before, u';'))
+    if (!IsBlank(piece) && std::find(left.begin(), left.end(), piece) == left.end())
+      gone += (gone.empty() ? u"" : u", ") + piece;
+  return gone;
+}
+
 StepDraft DraftOf(const data::StepTable& step) {
   return {step.m_InspectResult, step.m_Comments,   step.m_SummaryComment,
           step.m_MaterialNote,  step.m_BitmapPath, step.m_PictureBefore != 0};
@@ -66,16 +76,16 @@ StepSheet::Page StepSheet::DefaultPage() {
 }
 
 bool StepSheet::MoveToPrevious() {
-  return !IsFirst() && SaveNow() && Show(m_Current - 1, -1);
+  return !IsFirst() && SaveOnLeaving() && Show(m_Current - 1, -1);
 }
 
 bool StepSheet::MoveToNext() {
-  return !IsLast() && SaveNow() && Show(m_Current + 1, +1);
+  return !IsLast() && SaveOnLeaving() && Show(m_Current + 1, +1);
 }
 
 bool StepSheet::MoveTo(std::int32_t stepID) {
   if (HasStep() && stepID == StepID()) return true;
-  if (!SaveNow()) return false;
+  if (!SaveOnLeaving()) return false;
   const data::ReadScope reading(GetWorkspace().InspectionConnection());
   for (int n = 0; n < m_Steps.RecordCount(); ++n)
     if (m_Steps.GetRecord(n) && m_Steps.m_StepID == stepID) return Show(n, 0);
@@ -103,6 +113,7 @@ void StepSheet::TakeOver(const data::StepTable& step) {
   m_Loaded = m_Draft = DraftOf(step);
   m_Materials.emplace(databases, step.m_StepTemplateID, step.m_Materials);
   m_LoadedMaterials = m_Materials->Stored();
+  m_ReadMaterials = step.m_Materials;
   m_Pages = {Page::Comments, Page::Picture, Page::Info};
   if (!m_Materials->Boxes().empty()) m_Pages.insert(m_Pages.begin(), Page::Materials);
   if (step.m_RatingType != m_RatingType || m_Ratings.Entries().empty()) {
@@ -112,7 +123,7 @@ void StepSheet::TakeOver(const data::StepTable& step) {
 }
 
 void StepSheet::PickRating(std::size_t entry) {
-  if (std::optional<Text> result = m_Ratings.Picked(entry)) m_Draft.result = std::move(*result);
+  m_Draft.result = m_Ratings.Picked(entry);
 }
 
 bool StepSheet::TickMaterial(SheetDialogs& dialogs, std::size_t box, bool ticked) {
@@ -146,7 +157,27 @@ bool StepSheet::HasChanges() const {
 }
 
 bool StepSheet::SaveNow() {
-  if (!HasChanges()) return true;
+  return !HasChanges() || Write(m_Materials->Stored() != m_LoadedMaterials);
+}
+
+bool StepSheet::SaveOnLeaving() {
+  if (!HasStep()) return true;
+  const bool hasBoxes = !m_Materials->Boxes().empty() && !m_Materials->Failed();
+  const Text before = m_Step.m_Materials;
+  const bool isTicked = m_Materials->Stored() != m_LoadedMaterials;
+  // What another program has written meanwhile is not what the boxes were filled from.
+  const bool rebuilds = hasBoxes && before == m_ReadMaterials && m_Materials->Stored() != before;
+  if (isTicked || !rebuilds) return SaveNow();
+  if (!Write(true)) return false;
+  // Nobody has taken it out: the boxes do not know it.
+  if (const Text dropped = WithoutPieces(before, m_Step.m_Materials); !dropped.empty())
+    device::Alert(GetWorkspace().GetPrompts(),
+                  Format(u"%s\r\nis no longer among the materials of this step, so it was taken out: %s",
+                         Caption(), dropped));
+  return true;
+}
+
+bool StepSheet::Write(bool withMaterials) {
   if (m_Document.IsChangingDocType()) m_Document.FinishDocTypeChange();
   data::Databases& databases = GetWorkspace().GetDatabases();
   data::Transaction transaction(databases.Inspection());
@@ -164,7 +195,7 @@ bool StepSheet::SaveNow() {
   store(m_Steps.m_SummaryComment, m_Draft.summaryComment, m_Loaded.summaryComment);
   store(m_Steps.m_MaterialNote, m_Draft.materialNote, m_Loaded.materialNote);
   store(m_Steps.m_BitmapPath, m_Draft.bitmapPath, m_Loaded.bitmapPath);
-  store(m_Steps.m_Materials, materials, m_LoadedMaterials);
+  if (withMaterials) m_Steps.m_Materials = device::StripLeadingControls(materials);
   if (m_Draft.pictureBefore != m_Loaded.pictureBefore)
     m_Steps.m_PictureBefore = m_Draft.pictureBefore ? -1 : 0;
   if (!m_Steps.Write() || !RecomputeComplete(databases, m_Steps.m_CategoryID) || !transaction.Commit())

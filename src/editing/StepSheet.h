@@ -85,8 +85,11 @@ public:
   bool HasChanges() const;
   // Writes what was changed, with the category's complete flag, in one transaction; columns that were not
   // touched keep what another program has written meanwhile. True when there was nothing to write. To be
-  // called a moment after the first key, when the window loses the focus, and before the sheet closes.
+  // called a moment after the first key and when the window loses the focus.
   bool SaveNow();
+  // The same before another step is shown or the sheet closes. The materials are built anew from the boxes:
+  // what the step's template no longer offers goes, which the person is told.
+  bool SaveOnLeaving();
   // Drops what could not be written.
   void Discard();
   // What was written since the step was shown can be taken back from now on.
@@ -95,6 +98,7 @@ public:
 private:
   bool Show(int row, int direction);
   void TakeOver(const data::StepTable& step);
+  bool Write(bool withMaterials);
 
   inspection::CInspectorDoc& m_Document;
   data::StepTable m_Steps;
@@ -104,6 +108,7 @@ private:
   StepDraft m_Draft;
   std::optional<MaterialBoxes> m_Materials;
   Text m_LoadedMaterials;  // as the boxes would have stored them when they were read
+  Text m_ReadMaterials;    // as they were
   std::vector<Page> m_Pages;
   Text m_RatingType;
   RatingDropDown m_Ratings;

@@ -85,6 +85,7 @@ TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
   EXPECT_EQ(Start().result, StartUpResult::Ready);  // through the link
 
   m_Registry.Write(Text(kStartUpKey), u"InspectionPath", u"\\My Documents\\Template_Data.cdb");
+  m_Prompts.QueueDatabasePaths(std::nullopt);
   EXPECT_EQ(Start().result, StartUpResult::Refused);
   EXPECT_TRUE(device::Contains(LastMessage(), u"Both paths lead to the database"));
 }
@@ -144,8 +145,13 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   }
   std::filesystem::remove(InspectionFile());
   std::filesystem::create_directory(InspectionFile());
+  m_Prompts.QueueDatabasePaths(std::nullopt);
   EXPECT_EQ(Start().result, StartUpResult::Refused);
   EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
+
+  m_Folder.Put("registry.toml", "'HKEY_USERS\\.Default\\Software\\Pellory\\Inspector' = 1");
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"is no table"));
 }
 
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {

@@ -22,7 +22,7 @@ protected:
 };
 
 TEST_F(RegistryTest, ValuesAreKeptUnderTheirKeys) {
-  EXPECT_TRUE(m_Registry.Open());
+  EXPECT_TRUE(m_Registry.Open(u"Key"));
   EXPECT_EQ(m_Registry.Read(m_Key, u"TemplatePath"), std::nullopt);
   EXPECT_TRUE(m_Registry.Write(m_Key, u"TemplatePath", u"\\My Documents\\Template_Data.cdb"));
   EXPECT_TRUE(m_Registry.Write(m_Key, u"InspectionPath", u"\\My Documents\\B\u00E2timent.cdb"));
@@ -105,14 +105,14 @@ TEST_F(RegistryTest, ADamagedFileIsLeftAlone) {
   const std::string deep = "a = " + std::string(5000, '[');
   for (const std::string& content : {damaged, deep, std::string("a = '\xFF'"), std::string("\0\1\2", 3)}) {
     m_Folder.Put("home/registry.toml", content);
-    EXPECT_FALSE(m_Registry.Open());
+    EXPECT_FALSE(m_Registry.Open(u"Key"));
     EXPECT_EQ(m_Registry.Read(u"Key", u"Value"), std::nullopt);
     EXPECT_FALSE(m_Registry.Write(u"Key", u"Value", u"y"));
     EXPECT_TRUE(Contains(m_Registry.LastError(), FromUtf8(m_Registry.Path().native())));
     EXPECT_EQ(ContentOf(m_Registry.Path()), content);
   }
   m_Folder.Put("home/registry.toml", damaged);
-  m_Registry.Open();
+  m_Registry.Open(u"Key");
   EXPECT_TRUE(Contains(m_Registry.LastError(), u"line 3")) << ToUtf8(m_Registry.LastError());
 }
 
@@ -127,11 +127,11 @@ TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
   EXPECT_EQ(m_Registry.LastError(), u"");
 
   Registry inFile(m_Files, m_Registry.Path() / "registry.toml");
-  EXPECT_FALSE(inFile.Open());
+  EXPECT_FALSE(inFile.Open(u"Key"));
   EXPECT_FALSE(inFile.LastError().empty());
   std::filesystem::create_directory(m_Folder / "folder.toml");
   Registry folder(m_Files, m_Folder / "folder.toml");
-  EXPECT_FALSE(folder.Open());
+  EXPECT_FALSE(folder.Open(u"Key"));
   EXPECT_FALSE(folder.Write(m_Key, u"TemplatePath", u"x"));
 }
 

@@ -66,8 +66,8 @@ TEST_F(CommentPicklistTest, AddsTheSelectionOrTheWholeWithItsRating) {
   EXPECT_EQ(Prompts().Messages()[0].title, u"Caution");
 
   EXPECT_THAT(Listed(),
-              ElementsAre(u"Steep.", u"In \"it\".", u"Whole.", u"Short.", u"Moss.", u"Brittle.", u"Worn."))
-      << "before the first group";
+              ElementsAre(u"Steep.", u"Moss.", u"Brittle.", u"Worn.", u"In \"it\".", u"Whole.", u"Short."))
+      << "at the end";
   data::CommentsTable comment(Data());
   comment.OpenSQL(u"SELECT * FROM Comments WHERE ID = 25000");
   ASSERT_TRUE(comment.GetRecord(0));

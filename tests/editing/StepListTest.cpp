@@ -72,7 +72,8 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   const auto marked = [this] {
     std::vector<int> rows;
     for (int row = 0; row < m_List.RowCount(); ++row)
-      if (m_List.ShownRow(row).warnedCell == StepList::kPicture) rows.push_back(row);
+      for (const auto& warning : m_List.ShownRow(row).warnings)
+        if (warning.cell == StepList::kPicture) rows.push_back(row);
     return rows;
   };
   const auto store = [this](const Text& number, const Text& path, const Text& comments) {
@@ -92,7 +93,7 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
   const device::ListRow row = m_List.ShownRow(kShingles);
   EXPECT_EQ(row.cells[StepList::kPicture], u"Complete");
-  EXPECT_EQ(row.warning, u"a picture is missing");
+  EXPECT_EQ(row.warnings.back().words, u"a picture is missing");
   EXPECT_EQ(row.tone, device::RowTone::Attention);
   m_Device.Put("gone.jpg");
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "looked for once while the list stands";
@@ -142,8 +143,8 @@ TEST_F(StepListTest, ListShowsWhatWasDoneOnTheSheet) {
 TEST_F(StepListTest, RatingIsStoredAndCompletes) {
   EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre(u"Good", u"Poor", u"Good \"as new\"", u"<clear>"));
   EXPECT_THAT(m_List.RatingEntries(kNotes), ElementsAre(u"<no ratings>"));
-  EXPECT_FALSE(m_List.ChangeRating(kNotes, u"<no ratings>"));
-  EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|||");
+  EXPECT_TRUE(m_List.ChangeRating(kNotes, u"<no ratings>"));
+  EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|<no ratings>||");
   EXPECT_FALSE(m_List.ChangeRating(kShingles, u"Yes")) << "no choice of its type";
 
   Show(u"Cellar");

@@ -40,7 +40,8 @@ public:
     const auto work = TakeAnswer(m_Pickers, "the comment picker");
     return work && (*work)(picker);
   }
-  std::optional<std::filesystem::path> AskPictureFile(const device::Text&) override {
+  std::optional<std::filesystem::path> AskPictureFile(const std::filesystem::path&,
+                                                      const device::Text&) override {
     return TakeAnswer(m_Files, "a picture file").value_or(std::nullopt);
   }
 

@@ -1,6 +1,10 @@
 #include "device/ui/LinesEdit.h"
 
 #include <QMimeData>
+#include <algorithm>
+#include <iterator>
+
+#include "device/ui/TextConversion.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -30,6 +34,23 @@ void LinesEdit::setPlainText(const QString& text) {
 
 void LinesEdit::PrepareForMore(const QString& text) {
   if (HasEndlessWord(text)) setWordWrapMode(QTextOption::WrapAnywhere);
+}
+
+void LinesEdit::ReplaceText(const QString& after) {
+  const QString before = LinesOf(*document());
+  PrepareForMore(after);
+  const auto [fromBefore, fromAfter] =
+      std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+  const auto same = static_cast<int>(fromBefore - before.begin());
+  const auto [endBefore, endAfter] = std::mismatch(before.rbegin(), std::make_reverse_iterator(fromBefore),
+                                                   after.rbegin(), std::make_reverse_iterator(fromAfter));
+  const auto tail = static_cast<int>(endBefore - before.rbegin());
+  QTextCursor cursor = textCursor();  // that undo comes back to
+  cursor.beginEditBlock();
+  cursor.setPosition(same);
+  cursor.setPosition(static_cast<int>(before.size()) - tail, QTextCursor::KeepAnchor);
+  cursor.insertText(after.mid(same, after.size() - same - tail));
+  cursor.endEditBlock();
 }
 
 bool LinesEdit::canInsertFromMimeData(const QMimeData* source) const {

@@ -13,6 +13,9 @@ public:
   using QPlainTextEdit::QPlainTextEdit;
 
   void setPlainText(const QString& text);
+  // The same as a change of what is there: only what differs is replaced, so that the caret stays where a
+  // person is writing, and undo knows one step more.
+  void ReplaceText(const QString& text);
 
 protected:
   bool canInsertFromMimeData(const QMimeData* source) const override;

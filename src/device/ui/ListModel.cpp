@@ -5,6 +5,16 @@
 namespace inspector::device::ui {
 namespace {
 
+// Null where there is none.
+const Text* WarningOf(const ListRow& row, int cell) {
+  for (const ListRow::Warning& warning : row.warnings)
+    if (warning.cell == cell) return &warning.words;
+  return nullptr;
+}
+
+}  // namespace
+namespace {
+
 // More than any screen shows at once.
 constexpr std::size_t kMostRowsKept = 256;
 
@@ -66,7 +76,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       const QString words = n < row.cells.size() ? ToQString(row.cells[n]) : QString();
       if (role == Qt::DisplayRole) return words;
       QStringList spoken(words);
-      if (row.warnedCell == index.column()) spoken.append(ToQString(row.warning));
+      if (const Text* const warning = WarningOf(row, index.column())) spoken.append(ToQString(*warning));
       if (row.remarkedCell == index.column()) spoken.append(ToQString(row.remark));
       return spoken.join(QStringLiteral(", "));
     }
@@ -74,10 +84,11 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       return Fetch(index.row()).remarkedCell == index.column() ? ToQString(Fetch(index.row()).remark)
                                                                : QString();
     case WarnedRole:
-      return Fetch(index.row()).warnedCell == index.column();
+      return WarningOf(Fetch(index.row()), index.column()) != nullptr;
     case Qt::ToolTipRole:
-      return Fetch(index.row()).warnedCell == index.column() ? ToQString(Fetch(index.row()).warning)
-                                                             : QVariant();
+      if (const Text* const warning = WarningOf(Fetch(index.row()), index.column()))
+        return ToQString(*warning);
+      return {};
     case Qt::TextAlignmentRole:
       return QVariant::fromValue<Qt::Alignment>(
           Qt::AlignVCenter | (column.align == ListColumn::Align::Centre ? Qt::AlignHCenter : Qt::AlignLeft));

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QScroller>
 #include <algorithm>
+#include <utility>
 
 #include "device/ui/RowDelegate.h"
 #include "device/ui/TextConversion.h"
@@ -220,7 +221,19 @@ void ListView::Click(int row, int column) {
   if (row >= 0 && column >= 0 && onClick) onClick(row, column);
 }
 
+void ListView::mousePressEvent(QMouseEvent* event) {
+  m_Pressed.start();
+  QTableView::mousePressEvent(event);
+}
+
+// The second press of a double click is meant for what the first one was: it may have brought this list here.
+void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  m_IsPassedOver = !m_Pressed.isValid() || m_Pressed.hasExpired(QApplication::doubleClickInterval());
+  if (!m_IsPassedOver) QTableView::mouseDoubleClickEvent(event);
+}
+
 void ListView::mouseReleaseEvent(QMouseEvent* event) {
+  if (std::exchange(m_IsPassedOver, false)) return;
   // With Shift or Ctrl a person selects and opens nothing.
   const QModelIndex pressed = currentIndex();
   QTableView::mouseReleaseEvent(event);

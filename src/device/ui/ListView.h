@@ -1,6 +1,7 @@
 // The list that all screens share: large rows, a column of check images, finger and keyboard.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTableView>
 #include <functional>
 
@@ -40,6 +41,8 @@ public:
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
@@ -58,6 +61,8 @@ private:
   ListModel* m_Model;  // owned by Qt, as child
   std::vector<int> m_Widths;
   QString m_EmptyText;
+  QElapsedTimer m_Pressed;  // since the last press
+  bool m_IsPassedOver = false;
 };
 
 }  // namespace inspector::device::ui

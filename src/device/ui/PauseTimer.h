@@ -4,17 +4,20 @@
 #include <QTimer>
 #include <functional>
 
+#include "device/FaultLog.h"
+
 namespace inspector::device::ui {
 
 // A window or box that an action opens lets timers run in the middle of the action; while `isBusy` says that
-// there is one, the moment is put off. What `act` could not do (false) is tried again. Every timer that
-// stores what was typed is one of these.
+// there is one, the moment is put off. What `act` could not do (false) is tried again. No box comes out of
+// it: the person is typing. Every timer that stores what was typed is one of these.
 class PauseTimer : public QTimer {
 public:
-  PauseTimer(int milliseconds, std::function<bool()> isBusy, std::function<bool()> act)
+  PauseTimer(int milliseconds, FaultLog& faults, std::function<bool()> isBusy, std::function<bool()> act)
       : m_Moment(milliseconds) {
     setSingleShot(true);
-    connect(this, &QTimer::timeout, this, [this, isBusy = std::move(isBusy), act = std::move(act)] {
+    connect(this, &QTimer::timeout, this, [this, &faults, isBusy = std::move(isBusy), act = std::move(act)] {
+      const FaultLog::Unattended unattended(faults);
       if (isBusy())
         start(m_Moment);
       else if (!act())

@@ -121,6 +121,7 @@ int TouchStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
       return 0;  // a list below the field, whose height the forms decide
     case SH_ItemView_ActivateItemOnSingleClick:
     case SH_ComboBox_AllowWheelScrolling:
+    case SH_DialogButtonBox_ButtonsHaveIcons:  // which a handheld has no room for
       return 0;
     case SH_UnderlineShortcut:
       return 1;

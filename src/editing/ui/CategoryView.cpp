@@ -51,8 +51,9 @@ void CCategoryView::OnShow() {
   ShowRows();
   const int top = m_List.TopRow();
   m_Rows->ScrollToTop(top);
-  if (!m_Rows->currentIndex().isValid() || m_Rows->currentIndex().column() == kMarkColumn)
-    m_Rows->setCurrentIndex(m_Rows->Model().index(top, kTitleColumn));
+  const int row = m_List.RowToShow();
+  m_Rows->setCurrentIndex(m_Rows->Model().index(row < 0 ? top : row, kTitleColumn));
+  m_Rows->SelectRow(row < 0 ? top : row);
   m_Rows->setFocus();
 }
 

@@ -56,7 +56,7 @@ TextSelection CommentBox::StoredSelection() const {
   return {StoredPosition(stored, cursor.selectionStart()), StoredPosition(stored, cursor.selectionEnd())};
 }
 
-void CommentBox::Apply(Text before, const std::vector<TextChange>& changes) {
+void CommentBox::Apply(Text before, const std::vector<TextChange>& changes, const TextSelection& selection) {
   QTextCursor cursor = textCursor();
   for (const TextChange& change : changes) {
     cursor.beginEditBlock();
@@ -68,27 +68,14 @@ void CommentBox::Apply(Text before, const std::vector<TextChange>& changes) {
     cursor.endEditBlock();
     change.ApplyTo(before);
   }
+  cursor.setPosition(ShownPosition(before, selection.begin));
+  cursor.setPosition(ShownPosition(before, selection.end), QTextCursor::KeepAnchor);
   setTextCursor(cursor);
   ensureCursorVisible();
 }
 
 void CommentBox::Replace(TextView stored) {
-  // Only what differs, so that the caret stays where a person was writing.
-  const QString before = device::ui::LinesOf(*document());
-  const QString after = ToDisplay(stored);
-  PrepareForMore(after);
-  const auto [fromBefore, fromAfter] =
-      std::mismatch(before.begin(), before.end(), after.begin(), after.end());
-  const auto same = static_cast<int>(fromBefore - before.begin());
-  const auto [endBefore, endAfter] = std::mismatch(before.rbegin(), std::make_reverse_iterator(fromBefore),
-                                                   after.rbegin(), std::make_reverse_iterator(fromAfter));
-  const auto tail = static_cast<int>(endBefore - before.rbegin());
-  QTextCursor cursor(document());
-  cursor.beginEditBlock();
-  cursor.setPosition(same);
-  cursor.setPosition(static_cast<int>(before.size()) - tail, QTextCursor::KeepAnchor);
-  cursor.insertText(after.mid(same, after.size() - same - tail));
-  cursor.endEditBlock();
+  ReplaceText(ToDisplay(stored));
 }
 
 void CommentBox::keyPressEvent(QKeyEvent* event) {
@@ -116,12 +103,17 @@ void CommentBox::ExpandFinishedWord(const QString& typed) {
   const auto change =
       onWordFinished(FromQString(line.text()), static_cast<std::size_t>(end - line.position()));
   if (!change) return;
-  QTextCursor cursor(document());
+  QTextCursor cursor = textCursor();  // that undo comes back to
   cursor.beginEditBlock();
   cursor.setPosition(line.position() + static_cast<int>(change->at));
   cursor.setPosition(cursor.position() + static_cast<int>(change->length), QTextCursor::KeepAnchor);
   cursor.insertText(ToDisplay(change->replacement));
   cursor.endEditBlock();
+}
+
+void CommentBox::focusInEvent(QFocusEvent* event) {
+  LinesEdit::focusInEvent(event);
+  if (onEntered) onEntered();
 }
 
 void CommentBox::focusOutEvent(QFocusEvent* event) {

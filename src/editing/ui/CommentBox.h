@@ -19,20 +19,23 @@ public:
   void Load(TextView stored);
   Text Stored() const;
   TextSelection StoredSelection() const;
-  // Does again what was done to `before`, the text as it is shown now. The caret moves behind it.
-  void Apply(Text before, const std::vector<TextChange>& changes);
+  // Does again what was done to `before`, the text as it is shown now. `selection` counts in the text that
+  // comes out.
+  void Apply(Text before, const std::vector<TextChange>& changes, const TextSelection& selection);
   // Puts another text in the place of the whole, for undo one step.
   void Replace(TextView stored);
 
   std::function<void()> onEdited;
   // A word that ends at `wordEnd` of its line was finished; may ask the person.
   std::function<std::optional<TextChange>(TextView line, std::size_t wordEnd)> onWordFinished;
-  std::function<void()> onLeft;  // the field loses the focus
+  std::function<void()> onEntered;  // the field has the focus
+  std::function<void()> onLeft;     // the field loses the focus
   std::function<void(const QMimeData& pictures)> onPictures;
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;

@@ -11,10 +11,10 @@
 #include "device/Format.h"
 #include "device/ListColumns.h"
 #include "device/ui/FileDialog.h"
-#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
+#include "editing/ui/PicklistBox.h"
 #include "editing/ui/PictureFile.h"
 #include "editing/ui/PictureStrip.h"
 
@@ -24,19 +24,6 @@ using device::ui::FromQString;
 using device::ui::ToQString;
 
 namespace {
-
-// A drop-down that asks for its entries when it is opened: most steps are passed without a look at it.
-class PicklistBox : public device::ui::DropDown {
-public:
-  using DropDown::DropDown;
-  std::function<void()> onOpen;
-  void showPopup() override {
-    onOpen();
-    DropDown::showPopup();
-  }
-};
-
-constexpr int kPicklistPixels = 150;  // of the device
 
 std::filesystem::path HostPath(const QString& name) {
   return QFile::encodeName(name).toStdString();
@@ -67,9 +54,8 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     m_Editing.SaveSelection(m_Comment->StoredSelection());  // what was saved counts in the former text
   };
 
-  auto* picklist = new PicklistBox(this, kPicklistPixels);
-  picklist->onOpen = [this] { FillPicklist(); };
-  m_Picklist = picklist;
+  m_Picklist = new PicklistBox(this);
+  m_Picklist->onOpen = [this] { m_Picklist->SetComments(m_Editing.Picklist().Comments()); };
   m_Picklist->setObjectName(QStringLiteral("picklist"));
   m_Picklist->setAccessibleName(tr("Prepared comments"));
   m_Picklist->setPlaceholderText(tr("Prepared comments"));
@@ -83,18 +69,18 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   // A handheld has no Ctrl key.
   QPushButton* undo = AddButton(QStringLiteral("↶"), "undoTypingButton");
   QPushButton* redo = AddButton(QStringLiteral("↷"), "redoTypingButton");
-  const auto offer = [this](QPushButton* button, const QString& name, void (QPlainTextEdit::*run)(),
-                            void (QPlainTextEdit::*available)(bool)) {
+  const auto offer = [this](QPushButton* button, const QString& name, void (QPlainTextEdit::*run)()) {
     button->setAccessibleName(name);
     button->setToolTip(name);
     button->setEnabled(false);
     button->setMinimumWidth(device::kSmallestTarget);  // two of them take the place of one
-    connect(button, &QPushButton::clicked, m_Comment, run);
-    connect(button, &QPushButton::clicked, m_Comment, qOverload<>(&QWidget::setFocus));
-    connect(m_Comment, available, button, &QPushButton::setEnabled);
+    connect(button, &QPushButton::clicked, this, [this, run] {
+      (m_Typing->*run)();
+      m_Typing->setFocus();
+    });
   };
-  offer(undo, tr("Undo in the comment"), &QPlainTextEdit::undo, &QPlainTextEdit::undoAvailable);
-  offer(redo, tr("Redo in the comment"), &QPlainTextEdit::redo, &QPlainTextEdit::redoAvailable);
+  offer(undo, tr("Undo what was typed"), &QPlainTextEdit::undo);
+  offer(redo, tr("Redo what was typed"), &QPlainTextEdit::redo);
   connect(insert, &QPushButton::clicked, this, [this] { InsertPicked(); });
   connect(pick, &QPushButton::clicked, this, [this] { Do([this] { return m_Editing.OpenPicker(); }); });
   connect(add, &QPushButton::clicked, this, [this] {
@@ -124,10 +110,22 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     m_Sheet.SetSummaryComment(m_Summary->Stored());
     if (onEdited) onEdited();
   };
-  for (CommentBox* box : {m_Comment, m_Summary})
+  m_Typing = m_Comment;
+  const auto showHistory = [this, undo, redo] {
+    undo->setEnabled(m_Typing->document()->isUndoAvailable());
+    redo->setEnabled(m_Typing->document()->isRedoAvailable());
+  };
+  for (CommentBox* box : {m_Comment, m_Summary}) {
+    connect(box, &QPlainTextEdit::undoAvailable, this, showHistory);
+    connect(box, &QPlainTextEdit::redoAvailable, this, showHistory);
+    box->onEntered = [this, box, showHistory] {
+      m_Typing = box;
+      showHistory();
+    };
     box->onWordFinished = [this](TextView line, std::size_t wordEnd) {
       return m_Editing.ExpandWord(line, wordEnd);
     };
+  }
   auto* caption = new QLabel(tr("&Summary comment"), this);
   caption->setBuddy(m_Summary);
 
@@ -166,32 +164,14 @@ void CCommentsPage::ShowStep() {
   m_Summary->Load(m_Sheet.Draft().summaryComment);
   m_Pictures->BeginStep();
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
-  m_Picklist->clear();
-  m_Picklist->setCurrentIndex(-1);
-}
-
-// Group headings stand between the entries and cannot be chosen.
-void CCommentsPage::FillPicklist() {
-  const QString chosen = m_Picklist->currentData().toString();
-  m_Picklist->clear();
-  Text group;
-  for (const LibraryComment& comment : m_Editing.Picklist().Comments()) {
-    if (comment.group != group) {
-      group = comment.group;  // those without a group stand first
-      m_Picklist->addItem(ToQString(device::Format(u"<<%s>>", group)));
-      m_Picklist->setItemData(m_Picklist->count() - 1, 0, Qt::UserRole - 1);  // no flags
-    }
-    const QString text = ToQString(comment.text);
-    m_Picklist->addItem(device::ui::ToDisplay(comment.text).replace(u'\n', u' '), text);
-  }
-  m_Picklist->setCurrentIndex(m_Picklist->findData(chosen));
+  m_Picklist->SetComments({});
 }
 
 void CCommentsPage::InsertPicked() {
-  const QString text = m_Picklist->currentData().toString();
-  if (text.isEmpty()) return;
+  const Text text = m_Picklist->Chosen();
+  if (text.empty()) return;
   Do([&]() -> std::vector<TextChange> {
-    if (auto change = m_Editing.Insert(FromQString(text))) return {*change};
+    if (auto change = m_Editing.Insert(text)) return {*change};
     return {};
   });
 }
@@ -206,11 +186,15 @@ void CCommentsPage::Do(const std::function<std::vector<TextChange>()>& work) {
   KeepSelection();
   const Text before = m_Sheet.Draft().comments;
   const std::vector<TextChange> changes = work();
-  m_Comment->setFocus();
+  // Behind another page it would take the keys in secret.
+  if (m_Comment->isVisible()) m_Comment->setFocus();
   if (changes.empty()) return;
   m_IsApplying = true;
-  m_Comment->Apply(before, changes);
+  m_Comment->Apply(before, changes, m_Editing.Selection());
   m_IsApplying = false;
+  // From now on the lines end as in the field, and both count the same positions.
+  m_Sheet.SetComments(m_Comment->Stored());
+  m_Editing.SaveSelection(m_Comment->StoredSelection());
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
   if (onEdited) onEdited();
 }

@@ -11,13 +11,13 @@
 #include "editing/CommentEditing.h"
 #include "editing/ui/PictureConverter.h"
 
-class QComboBox;
 class QMimeData;
 class QPushButton;
 
 namespace inspector::editing::ui {
 
 class CommentBox;
+class PicklistBox;
 class PictureStrip;
 
 class CCommentsPage : public QWidget {
@@ -34,7 +34,6 @@ public:
 
 private:
   QPushButton* AddButton(const QString& caption, const char* name);
-  void FillPicklist();
   void InsertPicked();
   void OfferCutShort(const std::vector<std::pair<Text, QByteArray>>& pictures);
   void AttachNewest();
@@ -51,7 +50,8 @@ private:
   CommentBox* m_Comment;
   CommentBox* m_Summary;
   PictureStrip* m_Pictures;
-  QComboBox* m_Picklist;
+  PicklistBox* m_Picklist;
+  CommentBox* m_Typing;  // that has the focus, or had it last
   bool m_IsApplying = false;
 };
 

@@ -32,7 +32,9 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
       m_Area(new QScrollArea(this)),
       m_Left(MakeLabel("whatIsLeft", this)),
       m_Pause(
-          kStoreAfter, [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Flush(); }) {
+          kStoreAfter, document.GetWorkspace().GetMachine().faults,
+          [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Flush(); }),
+      m_Faults(document.GetWorkspace().GetMachine().faults) {
   m_Area->setObjectName(QStringLiteral("fields"));
   m_Area->setAccessibleName(QStringLiteral("Fields"));
   m_Area->setWidgetResizable(true);
@@ -73,7 +75,10 @@ void CFieldFormView::MakeEditors() {
     if (!shown) continue;
     auto* editor = new FieldEditor(*shown, m_Form.Choices(field), field, form);
     editor->onTyped = [this] { m_Pause.Begin(); };
-    editor->onEntered = [this] { Flush(); };
+    editor->onEntered = [this] {
+      const device::FaultLog::Unattended unattended(m_Faults);  // the next field has the keys by now
+      Flush();
+    };
     editor->onEditList = [this, field] { EditList(field); };
     m_Editors.emplace(field, editor);
     layout->addWidget(editor);
@@ -101,6 +106,7 @@ bool CFieldFormView::Flush() {
   }
   if (changed) ShowCaptions();
   if (!stored) m_Pause.Begin();
+  if (onStored) onStored(stored);
   return stored;
 }
 

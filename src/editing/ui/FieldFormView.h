@@ -41,6 +41,7 @@ private:
   QScrollArea* m_Area;
   QLabel* m_Left;
   device::ui::PauseTimer m_Pause;
+  device::FaultLog& m_Faults;
   std::map<int, FieldEditor*> m_Editors;  // by field; owned by Qt, below the area
 };
 

@@ -40,9 +40,9 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   };
   QPushButton* newPicker = makeButton(tr("New Pic&ker..."), "newPickerButton");
   m_DeletePicker = makeButton(tr("De&lete Picker"), "deletePickerButton");
-  m_New = makeButton(tr("&New Item..."), "newItemButton");
-  m_Edit = makeButton(tr("&Edit Item..."), "editItemButton");
-  m_EditText = makeButton(tr("Edit &Text..."), "editTextButton");
+  m_New = makeButton(tr("&New Item"), "newItemButton");
+  m_Edit = makeButton(tr("&Edit Item"), "editItemButton");
+  m_EditText = makeButton(tr("Edit &Text"), "editTextButton");
   m_Delete = makeButton(tr("&Delete Item"), "deleteItemButton");
   connect(m_Pickers, &QComboBox::activated, this, [this] { FillItems(); });
   connect(newPicker, &QPushButton::clicked, this, [this] { NewPicker(); });

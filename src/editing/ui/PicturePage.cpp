@@ -10,6 +10,7 @@
 
 #include "device/ui/TextConversion.h"
 #include "device/ui/WrappingCheckBox.h"
+#include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
 
 namespace inspector::editing::ui {
@@ -68,6 +69,10 @@ CPicturePage::CPicturePage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* par
   clear->setAutoDefault(false);
   connect(m_Path, &QLineEdit::textEdited, this, [this](const QString& text) {
     m_Sheet.SetBitmapPath(FromQString(text));
+    const device::Machine& machine = m_Sheet.GetWorkspace().GetMachine();
+    // Undo, or the end of a name; in the midst of one there is nothing to show yet.
+    if (text.isEmpty() || machine.files.Exists(machine.paths.ResolvePicture(FromQString(text))))
+      ShowPicture();
     if (onEdited) onEdited();
   });
   connect(m_Path, &QLineEdit::editingFinished, this, [this] { ShowPicture(); });
@@ -95,9 +100,12 @@ void CPicturePage::ShowStep() {
 }
 
 void CPicturePage::Browse() {
-  const auto file =
-      m_Dialogs.AskPictureFile(u"Graphic Files (*.jpg;*.gif;*.bmp;*.2bp)|*.jpg; *.gif; *.bmp; *.2bp||");
-  if (file) SetPath(PicturePathOf(m_Sheet.GetWorkspace().GetMachine().paths, *file));
+  data::Workspace& workspace = m_Sheet.GetWorkspace();
+  const device::Machine& machine = workspace.GetMachine();
+  const CardPictures card(machine.files, machine.paths, workspace.Options().m_DefaultPictCardPath);
+  const auto file = m_Dialogs.AskPictureFile(
+      card.HostFolder(), u"Graphic Files (*.jpg;*.gif;*.bmp;*.2bp)|*.jpg; *.gif; *.bmp; *.2bp||");
+  if (file) SetPath(PicturePathOf(machine.paths, *file));
 }
 
 void CPicturePage::SetPath(const Text& path) {

@@ -8,12 +8,11 @@
 namespace inspector::editing::ui {
 namespace {
 
-// "Name (*.a;*.b)|*.a; *.b||" as Qt writes it: "Name (*.a *.b)".
+// "Name (*.a;*.b)|*.a; *.b||" as Qt writes it: "Name (*.a;*.b) (*.a *.b)", of which it shows the first part.
 QString QtFilter(const Text& filter) {
   const std::vector<Text> parts = device::Split(filter, u'|');
   if (parts.size() < 2) return {};
-  const TextView name = TextView(parts[0]).substr(0, parts[0].find(u'('));
-  return device::ui::ToQString(Text(name) + u"(" + device::ReplaceAll(parts[1], u";", u"") + u")");
+  return device::ui::ToQString(parts[0] + u" (" + device::ReplaceAll(parts[1], u";", u"") + u")");
 }
 
 }  // namespace
@@ -29,9 +28,12 @@ bool QtSheetDialogs::PickComments(CommentPicker& picker) {
   return dialog.exec() == QDialog::Accepted;
 }
 
-std::optional<std::filesystem::path> QtSheetDialogs::AskPictureFile(const Text& filter) {
+std::optional<std::filesystem::path> QtSheetDialogs::AskPictureFile(const std::filesystem::path& folder,
+                                                                    const Text& filter) {
   device::ui::FileDialog dialog(&m_Parent, QObject::tr("Open"), "pictureFileDialog");
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilter(QtFilter(filter));
+  dialog.ShowFolder(folder);
   dialog.setFileMode(QFileDialog::ExistingFile);
   const std::vector<std::filesystem::path> files = dialog.Ask();
   return files.empty() ? std::nullopt : std::optional(files.front());

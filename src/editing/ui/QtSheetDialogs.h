@@ -14,7 +14,8 @@ public:
 
   std::optional<Text> AskReplacement(const ReplacementQuestion& question) override;
   bool PickComments(CommentPicker& picker) override;
-  std::optional<std::filesystem::path> AskPictureFile(const Text& filter) override;
+  std::optional<std::filesystem::path> AskPictureFile(const std::filesystem::path& folder,
+                                                      const Text& filter) override;
 
 private:
   QWidget& m_Parent;

@@ -1,12 +1,13 @@
 #include "editing/ui/ReviewCommentsView.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "device/ui/ListView.h"
+#include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::editing::ui {
@@ -15,7 +16,7 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
                                          QWidget* parent)
     : QWidget(parent), m_Review(workspace, inspectionID) {
   setObjectName(QStringLiteral("reviewCommentsView"));
-  m_Filter = new QComboBox(this);
+  m_Filter = new device::ui::DropDown(this);
   m_Filter->setObjectName(QStringLiteral("ratingFilter"));
   m_Filter->setAccessibleName(tr("Show ratings"));
   for (const Text& filter : m_Review.Filters()) m_Filter->addItem(device::ui::ToQString(filter));
@@ -24,7 +25,6 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
   m_List = new device::ui::ListView(*this, {{u"Step", 40}, {u"Rating", 60}, {u"Comments", 140}}, this);
   m_List->setObjectName(QStringLiteral("commentedSteps"));
   m_List->setAccessibleName(tr("Commented steps"));
-  m_List->SetEmptyText(tr("No step has a comment here."));
   m_List->onClick = [this](int row, int) {
     const CommentReview::Row step = m_Review.RowAt(row);
     if (step.stepID == 0) return;
@@ -45,10 +45,13 @@ CReviewCommentsView::CReviewCommentsView(data::Workspace& workspace, std::int32_
 }
 
 void CReviewCommentsView::Refill() {
-  m_Review.SetFilter(device::ui::FromQString(m_Filter->currentText()));
+  const bool isRead = m_Review.SetFilter(device::ui::FromQString(m_Filter->currentText()));
+  m_List->SetEmptyText(isRead ? tr("No step has a comment here.") : tr("The comments could not be read."));
   // A step that the filter leaves out by now makes room for the one after it.
   const int former = std::max(m_List->SelectedRow(), 0);
   m_List->Refill();
+  // So that the row comes to stand at the top.
+  m_List->verticalScrollBar()->setValue(m_List->verticalScrollBar()->value() + 10000);
   m_List->SelectRow(std::min(m_Review.RememberedRow().value_or(former), RowCount() - 1));
 }
 

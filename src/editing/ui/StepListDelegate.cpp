@@ -17,7 +17,6 @@ const QString kComplete = QStringLiteral("Complete");
 const QString kIncomplete = QStringLiteral("Incomplete");  // the longest word of a status
 const QString kNone = QStringLiteral("None");
 const QString kInfo = QStringLiteral("Info");
-const QString kAskedFor = QStringLiteral("Asked for");
 const QString kNotRated = QStringLiteral("Not rated");
 
 bool IsWarned(const QModelIndex& index) {
@@ -82,7 +81,7 @@ void DrawSign(QPainter& painter, const QRect& box, const QString& word, const QC
   else if (word == kNone)
     painter.drawLine(box.left() + 2 * unit, middle.y(), box.right() - 2 * unit, middle.y());
   else
-    DrawLetter(painter, box, word == kInfo ? QStringLiteral("i") : QStringLiteral("!"), paper);
+    DrawLetter(painter, box, word == kInfo ? QStringLiteral("i") : word, paper);
 }
 
 }  // namespace
@@ -91,7 +90,7 @@ void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QMode
   RowDelegate::initStyleOption(option, index);
   // What is missing stands out, not the whole row.
   const bool warned = IsWarned(index);
-  if (option->widget && option->text != kNotRated && option->text != kAskedFor && !warned)
+  if (option->widget && option->text != kNotRated && !warned)
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
       option->palette.setColor(group, QPalette::Text, option->widget->palette().color(group, QPalette::Text));
   if (index.column() == StepList::kRating) {
@@ -120,11 +119,11 @@ void StepListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   RowDelegate::paint(painter, option, index);
   const bool warned = IsWarned(index);
   if (index.column() < StepList::kMaterials || HasRoomForWords(option, warned)) return;
-  const QString word = warned ? kAskedFor : index.data().toString();
+  const QString word = warned ? QStringLiteral("!") : index.data().toString();
   if (word.isEmpty()) return;
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
-  if (word == kAskedFor) RowDelegate::initStyleOption(&cell, index);
+  if (warned) RowDelegate::initStyleOption(&cell, index);
   const bool selected = cell.state & QStyle::State_Selected;
   const bool quiet = !selected && (word == kIncomplete || word == kNone);
   const int size = std::min(SignSize(cell), cell.rect.width() - kPadding);

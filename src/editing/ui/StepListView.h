@@ -16,6 +16,8 @@ public:
 
   // Selects a step of the shown category; false when it is not among them.
   bool SelectStep(std::int32_t stepID);
+  // The step that the sheet showed last is the selected one when the list is shown again.
+  void Follow(std::int32_t stepID) { m_StepID = stepID; }
   // Of the steps that were last shown.
   std::int32_t CategoryID() const { return m_CategoryID; }
 

@@ -35,8 +35,8 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
       m_Dialogs(*this),
       m_Sheet(document),
       m_Pause(
-          kSaveAfter, [&document] { return document.GetWorkspace().IsBusy(); },
-          [this] { return m_Sheet.SaveNow(); }) {
+          kSaveAfter, document.GetWorkspace().GetMachine().faults,
+          [&document] { return document.GetWorkspace().IsBusy(); }, [this] { return Store(); }) {
   setObjectName(QStringLiteral("stepPropertySheet"));
   setWindowTitle(QStringLiteral("Step Properties"));
   m_Caption = new QLabel(this);
@@ -65,6 +65,12 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   m_Materials->onHasComments = [this](std::int32_t material) { m_Comments->OfferMaterialComments(material); };
   for (std::function<void()>* edited : {&m_Materials->onEdited, &m_Comments->onEdited, &m_Picture->onEdited})
     *edited = [this] { SaveSoon(); };
+
+  m_NotStored = new QLabel(this);
+  m_NotStored->setObjectName(QStringLiteral("notStored"));
+  m_NotStored->setTextFormat(Qt::PlainText);
+  m_NotStored->setWordWrap(true);
+  m_NotStored->hide();
 
   m_Previous = new QPushButton(QStringLiteral("<<"), this);
   m_Previous->setObjectName(QStringLiteral("previousButton"));
@@ -110,6 +116,7 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   layout->addWidget(m_Caption);
   layout->addLayout(rating);
   layout->addWidget(m_Tabs, 1);
+  layout->addWidget(m_NotStored);
   layout->addLayout(bottom);
   resize(480, 760);
 }
@@ -175,24 +182,33 @@ void CStepPropertySheet::PickRating(int entry) {
 
 void CStepPropertySheet::Move(bool forward) {
   m_Pause.stop();
-  if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious())
+  if (!Store())
+    SaveSoon();
+  else if (forward ? m_Sheet.MoveToNext() : m_Sheet.MoveToPrevious())
     ShowStep();
-  else if (m_Sheet.HasChanges())
-    SaveSoon();  // it could not be written, and is tried again
 }
 
 void CStepPropertySheet::SaveSoon() {
   m_Pause.Begin();
 }
 
+// What cannot be written is said in the sheet for as long as it cannot.
+bool CStepPropertySheet::Store(bool (StepSheet::*save)()) {
+  const bool stored = (m_Sheet.*save)();
+  if (!stored) m_NotStored->setText(ToQString(device::NotStored(m_Sheet.GetWorkspace().GetMachine().faults)));
+  m_NotStored->setVisible(!stored);
+  return stored;
+}
+
 bool CStepPropertySheet::Save() {
-  const bool saved = m_Sheet.SaveNow();
-  if (!saved) SaveSoon();
-  return saved;
+  const bool stored = Store();
+  if (!stored) SaveSoon();
+  return stored;
 }
 
 bool CStepPropertySheet::Flush() {
   if (m_Sheet.GetWorkspace().IsBusy()) return false;  // what was typed has the timer running
+  const device::FaultLog::Unattended unattended(m_Sheet.GetWorkspace().GetMachine().faults);
   return Save();
 }
 
@@ -209,7 +225,7 @@ void CStepPropertySheet::changeEvent(QEvent* event) {
 
 void CStepPropertySheet::done(int result) {
   m_Pause.stop();
-  if (!m_Sheet.SaveNow()) {
+  if (!Store(&StepSheet::SaveOnLeaving)) {
     // Yes, which Enter takes, loses nothing.
     if (device::ConfirmCaution(m_Sheet.GetWorkspace().GetPrompts(),
                                u"This step could not be written yet. Stay here and keep what was entered?")) {

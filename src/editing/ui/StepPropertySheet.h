@@ -55,6 +55,7 @@ private:
   void SaveSoon();
   // What could not be written is tried again a moment later.
   bool Save();
+  bool Store(bool (StepSheet::*save)() = &StepSheet::SaveNow);
 
   QtSheetDialogs m_Dialogs;
   StepSheet m_Sheet;
@@ -62,6 +63,7 @@ private:
   QLabel* m_Caption;
   QComboBox* m_Rating;
   QTabWidget* m_Tabs;
+  QLabel* m_NotStored;
   CMaterialsPage* m_Materials;
   CCommentsPage* m_Comments;
   CPicturePage* m_Picture;

@@ -44,7 +44,7 @@ HeaderView::HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent
       m_Form(document),
       m_Fields(FieldsOn(page)),
       m_Pause(
-          kWriteAfter,
+          kWriteAfter, document.GetWorkspace().GetMachine().faults,
           [&document] { return document.IsChangingDocType() || document.GetWorkspace().IsBusy(); },
           [this] { return Flush(); }) {
   auto* scroll = new QScrollArea(this);
@@ -164,8 +164,9 @@ void HeaderView::Fill() {
     if (ValueOf(control, value) == value) continue;
     if (auto* combo = dynamic_cast<PickerCombo*>(control)) {
       combo->SetValue(value);
-    } else if (auto* lines = qobject_cast<QPlainTextEdit*>(control)) {
-      lines->setPlainText(device::ui::ToDisplay(value));
+    } else if (auto* lines = dynamic_cast<device::ui::LinesEdit*>(control)) {
+      // The caret stays: the person may be typing while a change of type ends.
+      lines->ReplaceText(device::ui::ToDisplay(value));
     } else {
       static_cast<QLineEdit*>(control)->setText(ToQString(value));
     }
@@ -190,6 +191,7 @@ bool HeaderView::Flush() {
   }
   const bool stored = m_Form.Save(Entered());
   if (!stored) m_Pause.Begin();
+  if (onStored) onStored(stored);
   if (onTitleChanged) onTitleChanged();
   return stored;
 }

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "device/ui/TextConversion.h"
 
@@ -95,7 +96,14 @@ void CInspectorView::OnDocTypeChanged() {
 
 void CInspectorView::ShowProgress(bool running) {
   m_Progress->setVisible(running);
+  // The focus goes from what is disabled to the next field, and comes back unless the person went on.
+  if (running) m_HadFocus = m_DocType->hasFocus();
   m_DocType->setEnabled(!running);
+  if (running) {
+    m_FocusMeanwhile = focusWidget();
+  } else if (std::exchange(m_HadFocus, false) && focusWidget() == m_FocusMeanwhile) {
+    m_DocType->setFocus();
+  }
 }
 
 }  // namespace inspector::inspection::ui

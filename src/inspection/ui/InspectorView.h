@@ -26,6 +26,8 @@ private:
   device::ui::DropDown* m_DocType;
   QWidget* m_Progress;
   QTimer m_Poll;
+  bool m_HadFocus = false;              // the field of the type, when it was disabled
+  QWidget* m_FocusMeanwhile = nullptr;  // only compared
 };
 
 }  // namespace inspector::inspection::ui

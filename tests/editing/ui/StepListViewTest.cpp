@@ -53,9 +53,11 @@ TEST_F(StepListViewTest, RatesInTheList) {
   EXPECT_EQ(Part<QLabel>(m_View, "whatIsLeft").text(), QStringLiteral("2 of 3 steps to rate"));
   m_Dialogs.QueueSheet([] { return false; });
   Rate(1, "Poor");
-  EXPECT_EQ(CellText(m_View.Rows(), 1, StepList::kComments), QStringLiteral("Asked for"));
+  EXPECT_EQ(CellText(m_View.Rows(), 1, StepList::kComments), QStringLiteral("Incomplete"));
+  EXPECT_EQ(m_View.Rows().Model().index(1, StepList::kComments).data(Qt::ToolTipRole).toString(),
+            QStringLiteral("the rating asks for a comment"));
   Rate(2, "<no ratings>");
-  EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|||");
+  EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|<no ratings>||") << "so that the category can be completed";
   Rate(0, "<clear>");
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||");
 }
