@@ -33,7 +33,9 @@ constexpr int kEndAfter = 20;        // milliseconds, each time that an action i
 constexpr int kTidyEvery = 10'000;   // milliseconds
 constexpr QSize kFirstSize(1280, 800);
 constexpr double kHeadingPoints = 12;
-constexpr int kShareOfWords = 8;  // title and message are at most this part of the window's height
+constexpr int kShareOfWords = 8;          // title and message are at most this part of the window's height
+constexpr qsizetype kLongestTitle = 300;  // letters
+constexpr qsizetype kLongestMessage = 600;
 constexpr int kTopMargin = 8;
 constexpr int kTopSpacing = 14;
 
@@ -311,7 +313,7 @@ void CMainFrame::resizeEvent(QResizeEvent* event) {
 }
 
 void CMainFrame::Tell(const QString& message) {
-  m_Message->setText(message);
+  m_Message->setText(device::ui::Shortened(message, kLongestMessage));
   FitWords();
   m_Message->show();
   m_MessageTimer.start(kTellFor);
@@ -335,7 +337,7 @@ bool CMainFrame::Bring(Screen& screen) {
   if (&screen != m_Overview && !HasVisit()) return false;
   if (present == &screen && !isFirst && !IsStored()) return false;
   if (present != &screen) {
-    if (!present->OnLeave()) return TellNotStored();
+    if (!MayLeave()) return false;
     // Going back to where one came from is no longer way.
     const auto before = std::find(m_Trail.begin(), m_Trail.end(), &screen);
     if (before != m_Trail.end()) {
@@ -356,6 +358,19 @@ bool CMainFrame::Bring(Screen& screen) {
 
 bool CMainFrame::IsStored() {
   return CurrentScreen()->Flush() || TellNotStored();
+}
+
+bool CMainFrame::MayLeave() {
+  if (CurrentScreen()->OnLeave()) return true;
+  // Yes, which Enter takes, loses nothing.
+  if (device::ConfirmCaution(m_Machine.prompts,
+                             u"What you entered here could not be stored yet. Stay here and "
+                             u"keep it?"))
+    return false;
+  CurrentScreen()->Discard();
+  m_IsNotStored = false;
+  ShowNotStored();
+  return true;
 }
 
 bool CMainFrame::TellNotStored() {
@@ -415,7 +430,7 @@ void CMainFrame::ShowCommands() {
 }
 
 void CMainFrame::ShowTitle() {
-  m_Title->setText(CurrentScreen()->Title());
+  m_Title->setText(device::ui::Shortened(CurrentScreen()->Title(), kLongestTitle));
   FitWords();
 }
 
@@ -485,8 +500,9 @@ void CMainFrame::SaveAndThen(std::function<void()> end) {
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
   // Once the databases are to be found elsewhere there is no staying.
-  if (!CurrentScreen()->OnLeave() && !m_MustQuit) {
-    TellNotStored();
+  if (m_MustQuit) {
+    CurrentScreen()->OnLeave();
+  } else if (!MayLeave()) {
     event->ignore();
     return;
   }

@@ -87,6 +87,7 @@ private:
   bool HasVisit();
   bool IsStored();       // what was typed into the present screen; says so when it could not be
   bool TellNotStored();  // false
+  bool MayLeave();       // the present screen; asks whether to drop what cannot be stored
   void ShowUndo();
   void Undo();
   void ShowTitle();

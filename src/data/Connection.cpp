@@ -162,12 +162,16 @@ Connection::Prepared* Connection::PrepareShape(const SqlTokens& tokens, TextView
   }
   if (prepared.translation.outcome == SqlTranslation::Outcome::NotUnderstood) {
     const Text& what = prepared.translation.table;
-    const Text problem = device::Format(u"A statement for the database %s was not understood (%s): %s",
-                                        device::FromUtf8(m_File.string()), what, sql);
+    const Text file = device::FromUtf8(m_File.string());
+    // What the file lacks is one trouble, in whichever statement it shows.
     if (what.empty())
-      FailMalformed(sql, problem);
+      FailMalformed(sql,
+                    device::Format(u"A statement for the database %s was not understood: %s", file, sql));
     else
-      Fail(problem);
+      Fail(
+          device::Format(u"The database %s lacks %s, so what belongs there is neither shown nor stored. Put "
+                         u"your last good copy in its place.",
+                         file, what));
     result = Result::Failed;
     return nullptr;
   }
@@ -420,9 +424,12 @@ Text Connection::DescribeFailure(int code, const char* detail) const {
 bool Connection::HasGone() {
   int moved = 0;
   sqlite3_file_control(m_Database, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  char first = 0;
+  if (moved == 0 && ReadFile(0, &first, 1) == 0) moved = 1;  // emptied
   if (moved != 0)
     m_Faults.Report(device::Format(
-        u"The database %s is no longer where it was: it was deleted, replaced or renamed, or the card was "
+        u"The database %s is no longer where it was: it was deleted, emptied, replaced or renamed, or the "
+        u"card was "
         u"taken out. Nothing can be stored. Bring it back, or leave the program and start it again.",
         device::FromUtf8(m_File.native())));
   return moved != 0;

@@ -98,6 +98,12 @@ StartUp StartData(const Machine& machine) {
   if (result == UpgradeResult::Fatal) return {StartUpResult::Terminated, nullptr};
   if (result != UpgradeResult::Sound) return {};
   for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
+    if (const Text column = FindGap(databases.Get(kind), kind); !column.empty())
+      return Refuse(machine, device::Format(
+                                 u"The database %s lacks the column %s, and with it all columns behind have "
+                                 u"another place. Nothing was changed. Put your last good copy in its place.",
+                                 device::FromUtf8(databases.Get(kind).File().string()), column));
+  for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
     ReportMissing(machine, databases.Get(kind), kind);
   if (!workspace->TemplateConnection().PrepareForWriting() ||
       !workspace->InspectionConnection().PrepareForWriting())

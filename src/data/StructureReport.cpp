@@ -30,6 +30,22 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
   return faults;
 }
 
+Text FindGap(Connection& connection, DatabaseKind kind) {
+  for (const TableLayout& layout : AllLayouts()) {
+    const std::vector<StoredColumn>* stored =
+        layout.database == kind ? connection.ColumnsOf(layout.name) : nullptr;
+    for (std::size_t i = 0; stored && i < std::min(stored->size(), layout.columns.size()); ++i) {
+      const auto isIt = [&](const ColumnLayout& column) {
+        return device::EqualIgnoringCase(column.name, (*stored)[i].name);
+      };
+      if (!isIt(layout.columns[i]) &&
+          std::any_of(layout.columns.begin() + static_cast<std::ptrdiff_t>(i), layout.columns.end(), isIt))
+        return device::Format(u"%s.%s", layout.name, layout.columns[i].name);
+    }
+  }
+  return {};
+}
+
 std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind) {
   std::vector<Text> faults = FindMissingStructure(connection, kind);
   for (const TableLayout& layout : AllLayouts()) {

@@ -12,7 +12,11 @@ namespace inspector::data {
 // and may be missing.
 std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind);
 
-// The same, and columns of another type than declared.
+// A column that is missing between others, so that those behind it would be read and written one place off:
+// told by the names, where a table has the program's own. "Step.Reserve8"; empty when there is none.
+Text FindGap(Connection& connection, DatabaseKind kind);
+
+// What FindMissingStructure finds, and columns of another type than declared.
 std::vector<Text> FindStructureFaults(Connection& connection, DatabaseKind kind);
 
 // The structure version is not today's, or there is no row that holds one. For the Template database.

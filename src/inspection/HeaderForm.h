@@ -40,6 +40,11 @@ public:
 
   // What the fields show now is what the document holds.
   void Filled(const EnteredFields& shown);
+  // What was taken over and could not be written is given up.
+  void Drop(const EnteredFields& shown) {
+    Filled(shown);
+    m_HasUnwritten = false;
+  }
   // What a person changed since, into the document's inspection only. True when something differed.
   bool TakeOver(const EnteredFields& entered);
   bool TakeOverDate(const device::CalendarTime& date);

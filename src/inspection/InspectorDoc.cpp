@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
 #include "device/Threads.h"
@@ -14,6 +15,7 @@ namespace {
 using device::Format;
 
 constexpr std::int32_t kNoType = -1;
+constexpr int kMostStepsForUndo = 20'000;
 constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
@@ -264,9 +266,16 @@ bool CInspectorDoc::DeleteAllInspections() {
   if (!device::ConfirmWarning(prompts, u"Would you like to delete all inspections.")) return false;
   FinishDocTypeChange();
   const std::int32_t former = m_Inspection.m_InspectionID;
+  const bool canUndo = m_UndoLog && FewEnoughToKeep();
+  if (m_UndoLog && !canUndo &&
+      !device::ConfirmWarning(prompts,
+                              u"There are too many steps to keep them for Undo: what is deleted now "
+                              u"cannot be brought back. Do you wish to delete all inspections?"))
+    return false;
   UndoRecording recording(
       *this, u"Delete All",
-      VisitSnapshot::OfInspections(m_UndoLog ? AllInspections() : std::vector<std::int32_t>()));
+      VisitSnapshot::OfInspections(canUndo ? AllInspections() : std::vector<std::int32_t>()));
+  if (!canUndo) recording.Forgo();
   const std::optional<DeletedPart> part = DeleteUntilCancelled();
   if (!part) {
     ReopenAt(former);
@@ -283,6 +292,14 @@ bool CInspectorDoc::DeleteAllInspections() {
   }
   if (isDone || !SelectInspection(former)) Reopen();
   return part->deleted > 0;
+}
+
+// Undo holds the rows before and after in memory: some kilobytes for each step.
+bool CInspectorDoc::FewEnoughToKeep() {
+  data::StepTable steps(m_Workspace.GetDatabases());
+  data::InspectionTable inspections(m_Workspace.GetDatabases());
+  return steps.Open() && inspections.Open() && steps.RecordCount() <= kMostStepsForUndo &&
+         inspections.RecordCount() <= kMostStepsForUndo;
 }
 
 std::vector<std::int32_t> CInspectorDoc::AllInspections() {

@@ -101,6 +101,7 @@ private:
   };
   std::optional<DeletedPart> DeleteUntilCancelled();
   std::vector<std::int32_t> AllInspections();
+  bool FewEnoughToKeep();
   bool WriteNewInspection(const FillInspection& fill, TextView type);
   void RunWorker(const Text& newType, DocTypeState state);
 

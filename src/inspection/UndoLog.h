@@ -87,6 +87,8 @@ public:
 
   // An action after which all is as it was before is not remembered.
   void Done();
+  // The action cannot be taken back; nor, once it is done, what came before it.
+  void Forgo() { m_Entry.reset(); }
   // The action made this inspection as well: taking it back deletes it.
   void Made(std::int32_t inspectionID);
 

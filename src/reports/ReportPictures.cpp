@@ -68,8 +68,13 @@ Text ReportPictures::HousePhotoPath(TextView documentNumber) {
 void ReportPictures::NoteMissing(const TagPicture& picture) {
   if (!m_Included || editing::ClassifyTag(picture.tag) == editing::kError) return;
   if (picture.path.empty() || picture.path == editing::kError) {
-    Note(device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.",
-                        picture.tag, m_Card.Folder()));
+    Note(m_Card.Folder().empty()
+             ? device::Format(
+                   u"The picture of %s is not in the report, because the options name no folder of the "
+                   u"camera's card.",
+                   picture.tag)
+             : device::Format(u"The picture of %s is not in the folder %s, so the report goes without it.",
+                              picture.tag, m_Card.Folder()));
   } else {
     NoteUnreadable(picture.path);
   }

@@ -5,6 +5,8 @@
 namespace inspector::device::ui {
 namespace {
 
+constexpr qsizetype kLongestCell = 2000;  // letters
+
 // Null where there is none.
 const Text* WarningOf(const ListRow& row, int cell) {
   for (const ListRow::Warning& warning : row.warnings)
@@ -73,7 +75,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         return row.check == CheckImage::Ticked ? QStringLiteral("marked") : QStringLiteral("not marked");
       }
       const auto n = static_cast<std::size_t>(index.column());
-      const QString words = n < row.cells.size() ? ToQString(row.cells[n]) : QString();
+      const QString words =
+          n < row.cells.size() ? Shortened(ToQString(row.cells[n]), kLongestCell) : QString();
       if (role == Qt::DisplayRole) return words;
       QStringList spoken(words);
       if (const Text* const warning = WarningOf(row, index.column())) spoken.append(ToQString(*warning));
@@ -81,8 +84,9 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       return spoken.join(QStringLiteral(", "));
     }
     case RemarkRole:
-      return Fetch(index.row()).remarkedCell == index.column() ? ToQString(Fetch(index.row()).remark)
-                                                               : QString();
+      return Fetch(index.row()).remarkedCell == index.column()
+                 ? Shortened(ToQString(Fetch(index.row()).remark), kLongestCell)
+                 : QString();
     case WarnedRole:
       return WarningOf(Fetch(index.row()), index.column()) != nullptr;
     case Qt::ToolTipRole:

@@ -29,4 +29,10 @@ inline QString ToDisplay(TextView text) {
   return ToQString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
 }
 
+// What is shown as a caption or a row: a million letters in a title would stop everything while lines are
+// broken.
+inline QString Shortened(const QString& text, qsizetype most) {
+  return text.size() <= most ? text : text.left(most) + QChar(0x2026);
+}
+
 }  // namespace inspector::device::ui

@@ -164,7 +164,10 @@ void FieldEditor::ShowDoubt(TextView doubt) {
   QPalette palette = m_Doubt->palette();
   palette.setColor(QPalette::WindowText, device::ui::AttentionColour(palette));
   m_Doubt->setPalette(palette);
-  m_Doubt->setText(m_Other.empty() ? ToQString(doubt) : QStringLiteral("Stored: ") + ToQString(m_Other));
+  constexpr qsizetype kLongest = 200;  // letters
+  m_Doubt->setText(m_Other.empty()
+                       ? ToQString(doubt)
+                       : QStringLiteral("Stored: ") + device::ui::Shortened(ToQString(m_Other), kLongest));
   m_Doubt->setVisible(!m_Doubt->text().isEmpty());
 }
 

@@ -110,6 +110,11 @@ bool CFieldFormView::Flush() {
   return stored;
 }
 
+void CFieldFormView::Discard() {
+  m_Pause.stop();
+  for (const auto& [field, editor] : m_Editors) editor->Stored();
+}
+
 bool CFieldFormView::OnLeave() {
   const bool stored = Flush();
   return m_Form.Leave() && stored;

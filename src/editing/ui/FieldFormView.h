@@ -23,6 +23,7 @@ public:
   void OnShow() override;
   bool OnLeave() override;
   bool Flush() override;
+  void Discard() override;
   // Of the form that was last shown.
   std::int32_t CategoryID() const { return m_Form.CategoryID(); }
 

@@ -12,6 +12,12 @@ namespace inspector::editing::ui {
 
 using device::ui::ToQString;
 
+namespace {
+
+constexpr qsizetype kLongestCaption = 300;  // letters
+
+}  // namespace
+
 void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn> columns,
                        const QString& what) {
   m_Caption = new QLabel(this);
@@ -59,7 +65,7 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
 }
 
 void ListScreen::ShowCaptions(device::TextView caption, device::TextView left) {
-  m_Caption->setText(ToQString(caption));
+  m_Caption->setText(device::ui::Shortened(ToQString(caption), kLongestCaption));
   m_Left->setText(ToQString(left));
   FitCaptions();
 }

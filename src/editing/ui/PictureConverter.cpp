@@ -1,6 +1,5 @@
 #include "editing/ui/PictureConverter.h"
 
-#include <chrono>
 #include <future>
 
 namespace inspector::editing::ui {
@@ -31,7 +30,11 @@ std::optional<QByteArray> PictureConverter::Run::Next(const device::Text& name, 
   std::future<QByteArray> result = made->get_future();
   m_Converter.m_Pool.start([made, stop, work = std::move(work)] { made->set_value(work(*stop)); });
   if (m_Window) m_Window->SetStatus(name);
-  auto wait = m_Window ? kBetweenLooks : kMoment;
+  // Sixty pictures of a tenth of a second are as long as one of six seconds.
+  const auto begun = std::chrono::steady_clock::now() - m_Begun;
+  auto wait = m_Window || begun >= kMoment
+                  ? kBetweenLooks
+                  : std::chrono::duration_cast<std::chrono::milliseconds>(kMoment - begun);
   while (result.wait_for(wait) != std::future_status::ready) {
     wait = kBetweenLooks;
     if (!IsCancelled(name)) continue;

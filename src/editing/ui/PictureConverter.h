@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QThreadPool>
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -34,6 +35,7 @@ public:
     PictureConverter& m_Converter;
     int m_Pictures;
     int m_Done = 0;
+    const std::chrono::steady_clock::time_point m_Begun = std::chrono::steady_clock::now();
     bool m_Cancelled = false;
     std::unique_ptr<device::ProgressWindow> m_Window;
   };

@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
 #include <QtEndian>
@@ -18,6 +19,11 @@ constexpr qint64 kLargestCopied = 64 * 1024 * 1024;
 
 QString NameOf(const std::filesystem::path& file) {
   return QFile::decodeName(file.c_str());
+}
+
+// To open a pipe, or a device, can wait for ever, and nobody could stop the thread that waits.
+bool OpenFile(QFile& file) {
+  return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly);
 }
 
 // "BM", two bits a pixel: the device's own bitmaps, which Qt does not know. Rows stand from the bottom up,
@@ -104,7 +110,7 @@ QByteArray Written(const QImage& picture) {
 
 QImage ReadPicture(const std::filesystem::path& path, const QSize& bounds) {
   QFile file(NameOf(path));
-  if (!file.open(QIODevice::ReadOnly)) return {};
+  if (!OpenFile(file)) return {};
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
   QImage picture = Read(reader, bounds, true);
@@ -115,7 +121,7 @@ QImage ReadPicture(const std::filesystem::path& path, const QSize& bounds) {
 QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& form,
                     const std::atomic<bool>& stop) {
   StoppableFile file(path, stop);
-  if (!file.open(QIODevice::ReadOnly)) return {};
+  if (!OpenFile(file)) return {};
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
   const QSize size = reader.size();
@@ -141,7 +147,7 @@ QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& for
 bool IsCutShort(const std::filesystem::path& path) {
   constexpr uchar kStuffed = 0x00, kFirstRestart = 0xD0, kLastRestart = 0xD7, kEnd = 0xD9;
   QFile file(NameOf(path));
-  if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestCopied) return false;
+  if (!OpenFile(file) || file.size() > kLargestCopied) return false;
   const QByteArray content = file.readAll();
   const qint64 size = content.size();
   const auto* const bytes = reinterpret_cast<const uchar*>(content.constData());
@@ -162,9 +168,10 @@ bool IsCutShort(const std::filesystem::path& path) {
 }
 
 Text WhyNoJpeg(const std::filesystem::path& path) {
+  if (!QFile::exists(NameOf(path))) return u"is not there any more";
+  if (!QFileInfo(NameOf(path)).isFile()) return u"is not a file";
   QImageReader reader(NameOf(path));
   reader.setDecideFormatFromContent(true);
-  if (!QFile::exists(NameOf(path))) return u"is not there any more";
   const QSize size = reader.size();
   const qint64 bytes = qint64{4} * size.width() * size.height();
   if (size.isValid() && bytes > qint64{1024} * 1024 * QImageReader::allocationLimit())

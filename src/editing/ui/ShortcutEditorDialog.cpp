@@ -20,7 +20,7 @@ using device::ui::ToDisplay;
 using device::ui::ToQString;
 
 ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* parent)
-    : QDialog(parent), m_Editor(workspace) {
+    : QDialog(parent), m_Prompts(workspace.GetPrompts()), m_Editor(workspace) {
   setObjectName(QStringLiteral("shortcutEditorDialog"));
   setWindowTitle(tr("Edit Shortcuts"));
   m_List = new QListWidget(this);
@@ -50,7 +50,7 @@ ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* 
   m_Change = makeButton(tr("C&hange"), "changeShortcutButton");
   m_Delete = makeButton(tr("&Delete"), "deleteShortcutButton");
   const auto selected = [this] { return m_Shown[static_cast<std::size_t>(m_List->currentRow())].id; };
-  connect(m_List, &QListWidget::currentRowChanged, this, [this] { ShowSelected(); });
+  connect(m_List, &QListWidget::currentRowChanged, this, [this](int row) { Select(row); });
   connect(add, &QPushButton::clicked, this, [this] { Store(std::nullopt); });
   connect(m_Change, &QPushButton::clicked, this, [this, selected] { Store(selected()); });
   connect(m_Delete, &QPushButton::clicked, this, [this, selected] {
@@ -75,6 +75,27 @@ ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* 
   Fill();
 }
 
+bool ShortcutEditorDialog::MayDrop() {
+  const ShortcutEditor::Shortcut shown =
+      m_Row >= 0 ? m_Shown[static_cast<std::size_t>(m_Row)] : ShortcutEditor::Shortcut();
+  if (m_ShortCut->text() == ToQString(shown.shortCut) &&
+      device::ui::LinesOf(*m_Expanded->document()) == ToDisplay(shown.expanded))
+    return true;
+  return device::ConfirmCaution(m_Prompts,
+                                u"The shortcut that you typed is not stored. Do you wish to drop it?");
+}
+
+void ShortcutEditorDialog::Select(int row) {
+  if (row == m_Row) return;
+  if (MayDrop()) return ShowSelected();
+  const QSignalBlocker quiet(m_List);
+  m_List->setCurrentRow(m_Row);
+}
+
+void ShortcutEditorDialog::reject() {
+  if (MayDrop()) QDialog::reject();
+}
+
 void ShortcutEditorDialog::Fill() {
   const int row = m_List->currentRow();
   m_Shown = m_Editor.All();
@@ -92,7 +113,7 @@ void ShortcutEditorDialog::Fill() {
 }
 
 void ShortcutEditorDialog::ShowSelected() {
-  const int row = m_List->currentRow();
+  const int row = m_Row = m_List->currentRow();
   m_Change->setEnabled(row >= 0);
   m_Delete->setEnabled(row >= 0);
   m_Problem->clear();

@@ -19,12 +19,19 @@ class ShortcutEditorDialog : public QDialog {
 public:
   ShortcutEditorDialog(data::Workspace& workspace, QWidget* parent);
 
+  void reject() override;
+
 private:
+  // What was typed is stored, or the person can do without it.
+  bool MayDrop();
+  void Select(int row);
   void Fill();
   void ShowSelected();
   void Store(std::optional<std::int32_t> id);
 
+  device::Prompts& m_Prompts;
   ShortcutEditor m_Editor;
+  int m_Row = -1;  // whose shortcut stands in the fields
   std::vector<ShortcutEditor::Shortcut> m_Shown;
   QListWidget* m_List;
   QLineEdit* m_ShortCut;

@@ -26,7 +26,8 @@ using device::ui::ToQString;
 
 namespace {
 
-constexpr int kSaveAfter = 700;  // milliseconds
+constexpr int kSaveAfter = 700;             // milliseconds
+constexpr qsizetype kLongestCaption = 300;  // letters
 
 }  // namespace
 
@@ -131,7 +132,7 @@ bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, 
 }
 
 void CStepPropertySheet::ShowStep() {
-  m_Caption->setText(ToQString(m_Sheet.Caption()));
+  m_Caption->setText(device::ui::Shortened(ToQString(m_Sheet.Caption()), kLongestCaption));
   m_Materials->ShowStep(*m_Tabs->tabBar());
   m_Comments->ShowStep();
   m_Picture->ShowStep();

@@ -181,6 +181,11 @@ HeaderForm::EnteredFields HeaderView::Entered() const {
   return entered;
 }
 
+void HeaderView::Discard() {
+  m_Pause.stop();
+  m_Form.Drop(Entered());
+}
+
 bool HeaderView::Flush() {
   m_Pause.stop();
   // First into memory: a change of type that ends below appends its comments to what was typed.

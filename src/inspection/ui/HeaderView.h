@@ -20,6 +20,7 @@ public:
   void OnShow() override;
   // Waits for a running change of type: what was typed is written with what the type adds to it.
   bool Flush() override;
+  void Discard() override;
   // The lists that the fields offer were edited elsewhere.
   void ListsChanged();
 

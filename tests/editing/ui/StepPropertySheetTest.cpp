@@ -19,10 +19,12 @@
 #include <QTimer>
 #include <QUrl>
 #include <fstream>
+#include <thread>
 
 #include "device/ui/ListView.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/CommentBox.h"
+#include "editing/ui/PictureConverter.h"
 #include "editing/ui/PictureFile.h"
 #include "editing/ui/PictureReader.h"
 #include "support/ScriptedDialogs.h"
@@ -151,29 +153,36 @@ TEST_F(StepPropertySheetTest, AShortcutAsksForItsGapsAndOneUndoTakesAllBack) {
 }
 
 TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled) {
-  // A disk that does not answer: the pipe is never written to.
-  const std::filesystem::path slow = m_Device.Root() / "slow.jpg";
-  ASSERT_EQ(mkfifo(slow.c_str(), 0600), 0);
   Prompts().CancelAtStep(1);  // the first is done at once
-  QMimeData dropped;
-  QImage small(8, 8, QImage::Format_RGB32);
-  small.fill(Qt::green);
-  ASSERT_TRUE(small.save(QString::fromStdString(m_Device.Root() / "quick.png")));
-  for (const char* name : {"quick.png", "slow.jpg", "quick.png"})
-    dropped.setUrls(dropped.urls() +
-                    QList{QUrl::fromLocalFile(QString::fromStdString(m_Device.Root() / name))});
-  Comment().onPictures(dropped);
+  PictureConverter converter(Prompts());
+  PictureConverter::Run run(converter, 3);
+  std::atomic<bool> isStopped = false;
+  const auto slow = [&isStopped](const std::atomic<bool>& stop) {
+    while (!stop) std::this_thread::yield();
+    isStopped = true;
+    return QByteArray("late");
+  };
+  EXPECT_EQ(run.Next(u"quick.png", [](const auto&) { return QByteArray("made"); }), "made");
+  EXPECT_TRUE(Prompts().ProgressWindows().empty()) << "for a moment nobody needs one";
+  EXPECT_EQ(run.Next(u"slow.jpg", slow), std::nullopt);
+  EXPECT_EQ(run.Next(u"third.png", slow), std::nullopt);
   ASSERT_EQ(Prompts().ProgressWindows().size(), 1u);
   const auto& progress = *Prompts().ProgressWindows().back();
   EXPECT_EQ(progress.title, u"Attaching Pictures...");
   EXPECT_THAT(progress.statuses, ::testing::ElementsAre(u"slow.jpg"));
   EXPECT_TRUE(progress.cancellable);
-  EXPECT_FALSE(progress.open);
-  const auto folder = m_Device.Root() / "My Documents/Pictures";
-  const auto copies = std::distance(std::filesystem::recursive_directory_iterator(folder), {});
-  EXPECT_EQ(copies, 2) << "the inspection's folder and one picture";
-  EXPECT_TRUE(device::Contains(m_Sheet.Logic().Draft().comments, u"quick.jpg;Scaling=100***"));
-  const std::ofstream opened(slow);  // lets the reader go
+  while (!isStopped) std::this_thread::yield();
+}
+
+// A pipe that nobody writes to would hold whoever opens it for good.
+TEST_F(StepPropertySheetTest, WhatIsNoFileIsNotWaitedFor) {
+  const std::filesystem::path pipe = m_Device.Root() / "pipe.jpg";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(pipe))});
+  Comment().onPictures(dropped);
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"pipe.jpg is not a file"));
+  EXPECT_TRUE(ReadPicture(pipe, QSize(8, 8)).isNull());
 }
 
 TEST_F(StepPropertySheetTest, APictureThatIsCutShortIsOffered) {
