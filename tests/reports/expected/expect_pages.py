@@ -10,6 +10,10 @@ PAGES = "Pages"  # index.htm, toc.htm, inspection.htm and the pictures that they
 TEXT = "Text"    # one file
 
 WIDTH = 78
+MOST = 100096  # bytes of a page; a person may agree to the beginning of a larger one
+
+LARGE = {bytes([byte]).decode("cp1252", "ignore") for byte in range(256)}  # letters that need not stay small
+BLANKS = " \r\n\t"
 
 FRAMES = ('<html><head><title>Inspection Report</title></head><frameset cols="150,*">'
           '<frame name="contents" target="contents" src="toc.htm"><frame name="main" src="inspection.htm" target="main">'
@@ -94,7 +98,7 @@ class Pages(Readable):
         page = "<html><head><title>%s</title></head><body>%s</body></html>"
         files = {"index.htm": FRAMES, "toc.htm": page % ("Contents", links),
                  "inspection.htm": page % ("Inspection Report", body)}
-        files = {name: to_bytes(text) for name, text in files.items()}
+        files = {name: to_bytes(text)[:MOST] for name, text in files.items()}
         for path, name in self.copies.items():
             files[name] = self.device.read(path)
         return files
@@ -142,9 +146,9 @@ class Pages(Readable):
         red = (step["ratingType"], step["rating"]) in self.red
         rating = '<font color="%s"><B>%s</B></font>' % ("FF0000" if red else "000000", html(step["rating"]))
         wide = "<TR><TD VALIGN=TOP COLSPAN=4 ALIGN=LEFT>%s</TD></TR>\n"
-        comments, pictures = html(strip_tags(step["comments"])), self.images(step)
+        comments, pictures = strip_tags(step["comments"]), self.images(step)
         return (self.cells(html(step["number"]), html(step["title"]), html(display_materials(step["materials"])), rating)
-                + (wide % comments if comments.strip(" ") else "") + (wide % pictures if pictures else "")
+                + (wide % html(comments) if comments.strip(BLANKS) else "") + (wide % pictures if pictures else "")
                 + "<TR><TD COLSPAN=4><FONT SIZE=2>&nbsp;</FONT></TD></TR>\n")
 
     def short_step(self, step):
@@ -199,7 +203,7 @@ class PlainText(Readable):
         if self.has_general_information():
             self.section("GENERAL INFORMATION", self.general)
         for _, title, steps in self.reported:
-            self.heading("".join(c.upper() if len(c.upper()) == 1 else c for c in title))
+            self.heading("".join(c.upper() if len(c.upper()) == 1 and c.upper() in LARGE else c for c in title))
             for step in steps:
                 self.step(step)
         self.section("DEFINITION OF TERMS", self.options["DefinitionOfTerms"])
@@ -207,13 +211,13 @@ class PlainText(Readable):
         if self.options["FooterText"]:
             self.lines += ["", "=" * WIDTH]
             self.centred(self.options["FooterText"])
-        return to_bytes("\r\n".join(self.lines + [""]))
+        return "\r\n".join(self.lines + [""]).encode("latin-1")
 
     def step(self, step):
         rating = "" if self.options["HideRatings"] or not step["rating"] else " [%s]" % step["rating"]
         self.hanging(step["number"], 8, step["title"] + rating)
         materials = display_materials(step["materials"])
-        for text in ("Materials: " + materials if materials else "", strip_tags(step["comments"]).strip(" \r\n")):
+        for text in ("Materials: " + materials if materials else "", strip_tags(step["comments"]).strip(BLANKS)):
             if text:
                 self.hanging("", 8, text)
         self.lines.append("")
@@ -225,16 +229,17 @@ class PlainText(Readable):
     def section(self, title, text):
         if text:
             self.heading(title)
-            self.hanging("", 0, text.rstrip(" \r\n"))
+            self.hanging("", 0, text)
 
     def hanging(self, label, indent, text):
         """The text from a column on, behind its label where that leaves a blank, else below it."""
         lines = [" " * indent + line for line in wrapped(text, WIDTH - indent)]
-        if label and len(label) < indent:
+        *above, label = wrapped(label, WIDTH)
+        if len(label) < indent:
             lines[0] = label + lines[0][len(label):]
         elif label:
             lines.insert(0, label)
-        self.lines += [line.rstrip(" ") for line in lines]
+        self.lines += [line.rstrip(" ") for line in above + lines]
 
     def centred(self, text):
         for line in wrapped(text, WIDTH):
@@ -242,14 +247,15 @@ class PlainText(Readable):
 
 
 def wrapped(text, width):
-    """Lines no longer than the width; only a word that is longer than it is broken. Blanks stay inside a line."""
+    """Lines of as many bytes as the width at most, a character each; only a word that is longer than it is broken."""
     lines = []
-    for line in lines_of(text):
-        line = line.replace("\t", " ").rstrip(" ")
+    parts = lines_of(text)
+    for line in parts if parts[-1] or len(parts) == 1 else parts[:-1]:
+        line = re.sub("[\x00-\x1f\x7f]", " ", to_bytes(line).decode("latin-1")).rstrip(" ")
         while len(line) > width:
             place = line.rfind(" ", 0, width + 1)
-            rest = line[place if place > 0 else width:]
-            lines.append(line[:len(line) - len(rest)].rstrip(" "))
-            line = rest.lstrip(" ")
+            place = place if line[:max(place, 0)].strip(" ") else width
+            lines.append(line[:place].rstrip(" "))
+            line = line[place:].lstrip(" ")
         lines.append(line)
     return lines
