@@ -11,10 +11,15 @@ constexpr std::size_t kStepColumn = 8;     // where all that is said of a step b
 
 Text InCapitals(TextView words) {
   Text capitals(words);
-  // Only what a code page has small and large at the same distance.
-  for (char16_t& unit : capitals)
-    if ((unit >= u'a' && unit <= u'z') || (unit >= 0xE0 && unit <= 0xFE && unit != 0xF7))
+  // Only what the code page has small and large.
+  constexpr TextView kPairs = u"\u0153\u0152\u0161\u0160\u017E\u017D\u00FF\u0178";
+  for (char16_t& unit : capitals) {
+    if ((unit >= u'a' && unit <= u'z') || (unit >= 0xE0 && unit <= 0xFE && unit != 0xF7)) {
       unit = static_cast<char16_t>(unit - 0x20);
+    } else if (const std::size_t pair = kPairs.find(unit); pair != TextView::npos) {
+      unit = kPairs[pair | 1];
+    }
+  }
   return capitals;
 }
 
