@@ -171,9 +171,9 @@ void WebPageWriter::WriteFields() {
   WriteField(labels.documentNumber, HasWords(header.documentNumber) ? header.documentNumber : Text(u"-"));
   WriteField(u"Inspector", header.inspector);
   WriteField(labels.date, header.date);
-  WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\n", header.dwellingAddress[1]));
+  WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
   WriteField(labels.clientName, header.clientName);
-  WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\n", header.clientAddress[1]));
+  WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
   WriteField(labels.clientAgent, header.clientAgent);
   WriteField(labels.realEstateCompany, header.realEstateCompany);
 }
