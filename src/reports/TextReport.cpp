@@ -85,7 +85,8 @@ private:
     const bool hasRating = !m_HideRatings && !step.rating.empty();
     m_Writer.WriteLabelled(step.number, hasRating ? step.title + u" [" + step.rating + u"]" : step.title,
                            kStepColumn);
-    if (!step.materials.empty()) m_Writer.WriteWrapped(u"Materials: " + step.materials, kStepColumn);
+    if (step.materials.find_first_not_of(u' ') != Text::npos)
+      m_Writer.WriteWrapped(u"Materials: " + step.materials, kStepColumn);
     if (const Text words = WordsOf(step); !words.empty()) m_Writer.WriteWrapped(words, kStepColumn);
     m_Writer.WriteBlankLine();
   }

@@ -61,7 +61,7 @@ class Readable(Report):
 
     def __init__(self, visit, layout, base):
         super().__init__(visit, layout, base)
-        keys = {id(category): 2001 + place for place, category in enumerate(self.categories)}
+        keys = {id(category): category.get("key", 2001 + place) for place, category in enumerate(self.categories)}
         self.reported = []  # key of the category, title, steps
         for category in sorted(self.categories, key=lambda c: (units(c["number"]), units(c["title"]))):
             steps = [step for step in category["steps"]
@@ -199,7 +199,7 @@ class PlainText(Readable):
         self.lines += ["=" * WIDTH, ""]
         for label, texts in self.title_rows():
             if texts:
-                self.hanging(label + ":", 22, "\r".join(texts))
+                self.hanging(label + ":", 22, "\r\n".join(texts))
         if self.has_general_information():
             self.section("GENERAL INFORMATION", self.general)
         for _, title, steps in self.reported:
@@ -217,7 +217,7 @@ class PlainText(Readable):
         rating = "" if self.options["HideRatings"] or not step["rating"] else " [%s]" % step["rating"]
         self.hanging(step["number"], 8, step["title"] + rating)
         materials = display_materials(step["materials"])
-        for text in ("Materials: " + materials if materials else "", strip_tags(step["comments"]).strip(BLANKS)):
+        for text in ("Materials: " + materials if materials.strip(" ") else "", strip_tags(step["comments"]).strip(BLANKS)):
             if text:
                 self.hanging("", 8, text)
         self.lines.append("")
@@ -235,6 +235,7 @@ class PlainText(Readable):
         """The text from a column on, behind its label where that leaves a blank, else below it."""
         lines = [" " * indent + line for line in wrapped(text, WIDTH - indent)]
         *above, label = wrapped(label, WIDTH)
+        above = [line for line in above if line]
         if len(label) < indent:
             lines[0] = label + lines[0][len(label):]
         elif label:
