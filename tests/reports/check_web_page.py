@@ -184,10 +184,11 @@ def content_faults(root, content):
             yield "%s leads to another heading" % words(link.text())
 
 
-def content_of(home, visit, photo=None):
+def content_of(home, visit):
     """The visible words of each category, those of what needs attention, and the bytes of the pictures, in order."""
     flagged, device = home.flagged(), home.device()
     hidden, pictured = home.option("HideRatings"), not home.option("OmitPictures")
+    photo = device.read("\\HousePhoto%s.jpg" % home.document_number(visit)) if pictured else None
     content = {"categories": {}, "attention": "", "pictures": [photo] if photo else []}
     for category, steps in home.reported(visit):
         urgent, told = [], [words(category["CategoryTitle"]) or NAMELESS]
@@ -226,17 +227,17 @@ def insert_hostile_visit(home):
     (home.root / 'photo "<1>".jpg').write_bytes(next((home.root / "Storage Card/DCIM").iterdir()).read_bytes())
 
 
-def faults_of(home, visit, photo=None):
+def faults_of(home, visit):
     path = home.root / ("%d.html" % visit)
     home.run("web", visit, "--out", path)
     tidy = subprocess.run(["tidy", "-e", "-q", path], capture_output=True, text=True)
-    found = [*faults(path.read_bytes(), content_of(home, visit, photo)), *tidy.stderr.splitlines()]
+    found = [*faults(path.read_bytes(), content_of(home, visit)), *tidy.stderr.splitlines()]
     return ["%d: %s" % (visit, fault) for fault in found]
 
 
 def main(program):
     home = Home(program, "--sample")
-    found = faults_of(home, 1000, (home.root / "HousePhoto2026-0531.jpg").read_bytes())
+    found = faults_of(home, 1000)
     insert_hostile_visit(home)
     found += faults_of(home, 5000)
     home.run("options", "FinePrint=", "FooterText=", "DefinitionOfTerms=", "InspectorEntry=", "LabelDwellingAddress= ",

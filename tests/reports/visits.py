@@ -41,6 +41,10 @@ class Home:
         with self.connect("Template") as database:
             return database.execute("SELECT %s FROM Options" % name).fetchone()[0]
 
+    def document_number(self, visit):
+        with self.connect() as database:
+            return database.execute("SELECT InspectionNum FROM Inspection WHERE InspectionID = ?", (visit,)).fetchone()[0]
+
     def flagged(self):
         """Rating types and choices that are red or for the summary."""
         with self.connect("Template") as database:
@@ -70,11 +74,12 @@ class Home:
 
     def pictures(self, step, device):
         """The bytes of each picture that the step's comments show."""
-        card, shown = self.option("DefaultPictCardPath"), []
+        card, paths = self.option("DefaultPictCardPath"), []
         for tag in tags_of(step["Comments"])[0]:
             if "Path=" in tag:
-                shown.append(device.read(known_path(tag, card)))
+                paths.append(known_path(tag, card))
             elif "Picture-" in tag:
                 number = tag.replace("Picture-", "").replace("***", "").replace(";Scaling=%d" % tag_scaling(tag), "")
-                shown.append(device.read(device.card_picture(card, leading_number(number))))
+                paths.append(device.card_picture(card, leading_number(number)))
+        shown = [device.read(path) for path in paths if path not in ("", "ERROR")]
         return [data for data in shown if data is not None]
