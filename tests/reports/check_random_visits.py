@@ -71,17 +71,20 @@ class Visits:
                       for at in range(pick.randint(0, 4))]
         return {"header": header, "generalInformation": self.text(tame, 30), "categories": categories}
 
-    def options(self):
+    def settings(self, choices):
+        """What the visits of a block share, as a variant."""
         pick = self.random
+        choices = [{**choice, **{flag: pick.random() < 0.5 for flag in ("bold", "red", "summary")}} for choice in choices]
         texts = {name: self.text(True, 8, 0.3) for name in ("FinePrint", "DefinitionOfTerms", "FooterText", "Inspector",
                                                             "SummaryDisclaimer")}
         labels = ["<%d> & \u00c9t\u00e9" % at for at in range(8)] if pick.random() < 0.5 else [""] * 8
         return {"options": {**texts, "HeaderLabels": labels, "HideRatings": pick.random() < 0.3,
-                            "LeavePicturesOut": pick.random() < 0.2, "StepSpacing": pick.randint(1, 2)}}
+                            "LeavePicturesOut": pick.random() < 0.2, "StepSpacing": pick.randint(1, 2)},
+                "ratingChoices": choices}
 
 
 def prepare(home, base):
-    """Puts the device, the owner and the ratings of the small visit into a home."""
+    """Puts the device and the owner of the small visit into a home."""
     for folder in base["device"]:
         path = home.root.joinpath(*folder["folder"].strip("\\").split("\\"))
         path.mkdir(parents=True, exist_ok=True)
@@ -91,18 +94,9 @@ def prepare(home, base):
             else:
                 (path / entry["name"]).mkdir(exist_ok=True)
     home.run("owner", *("%s=%s" % pair for pair in base["owner"].items()))
-    kinds = sorted({choice["ratingType"] for choice in base["ratingChoices"]})
-    with home.connect("Template") as database:
-        database.execute("DELETE FROM RatingType")
-        database.execute("DELETE FROM RatingChoices")
-    home.insert("RatingType", *[{"ID": kinds.index(kind), "RatingType": kind} for kind in kinds], name="Template")
-    home.insert("RatingChoices", *[{"RatingTypeID": kinds.index(choice["ratingType"]), "ChoiceName": choice["choice"],
-                                    "BoldFlag": choice["bold"], "RedFlag": choice["red"],
-                                    "SummaryFlag": choice.get("summary", False)} for choice in base["ratingChoices"]],
-                name="Template")
 
 
-def set_options(home, options):
+def apply(home, options, choices):
     names = {"LeavePicturesOut": "OmitPictures", "Inspector": "InspectorEntry"}
     values = {names.get(name, name): value for name, value in options.items() if not isinstance(value, list)}
     labels = ("DwellingAddress", "ClientAddress", "ClientAgent", "DocType", "RealEstateCompany", "DocNumber", "ClientName",
@@ -111,6 +105,13 @@ def set_options(home, options):
     values.update({"ColumnWidth%d" % (at + 1): width for at, width in enumerate(options["ColumnWidths"])})
     with home.connect("Template") as database:
         database.execute("UPDATE Options SET " + ", ".join(name + " = ?" for name in values), list(values.values()))
+        database.execute("DELETE FROM RatingType")
+        database.execute("DELETE FROM RatingChoices")
+    kinds = sorted({choice["ratingType"] for choice in choices})
+    home.insert("RatingType", *[{"ID": kinds.index(kind), "RatingType": kind} for kind in kinds], name="Template")
+    home.insert("RatingChoices", *[{"RatingTypeID": kinds.index(choice["ratingType"]), "ChoiceName": choice["choice"],
+                                    "BoldFlag": choice["bold"], "RedFlag": choice["red"],
+                                    "SummaryFlag": choice["summary"]} for choice in choices], name="Template")
 
 
 def insert(home, key, visit):
@@ -184,8 +185,8 @@ def main(program, count, seed):
     prepare(home, base)
     for at in range(count):
         if at % BLOCK == 0:
-            base = visit_for(base, visits.options())
-            set_options(home, base["options"])
+            base = visit_for(base, visits.settings(base["ratingChoices"]))
+            apply(home, base["options"], base["ratingChoices"])
         key = 2000 + at
         visit = visit_for(base, visits.visit(base, key))
         insert(home, key, visit)
