@@ -214,7 +214,7 @@ def insert_hostile_visit(home):
                                   "InspectionID": 5000, "NotPresentFlag": 0} for at, title in enumerate(titles)])
     steps = [(5001, "", "", "Hazardous", "", ""),
              (5001, "1", "", "", "", "x\x00y\x0bz\x0c\x1b[0m"),
-             (5001, "2", "</h3><img src=x onerror=alert(1)>", "Marginal", "<b>;Other:&amp;\"';",
+             (5001, "2", "</h3><img src=x onerror=\"alert('1')\">", "Marginal", "<b>;Other:&amp;\"';",
               "]]> <!-- </style> ***Path=\\photo \"<1>\".jpg;Scaling=0*** twice ***Picture-1***, ***Picture-1;Scaling=50***"),
              (5002, "\x03", "\x03", "Omit", "", "x"),
              (5002, "\x03", "\x03", "\x07", "", "x ***Path=\\gone.jpg*** ***Path=\\words.jpg*** ***Path=\\drawn.png***"),
