@@ -59,10 +59,10 @@ void HtmlPages::AddHeader() {
   AddField(table, u"Inspector", header.inspector);
   AddField(table, labels.date, header.date);
   AddField(table, labels.dwellingAddress,
-           Joined(header.dwellingAddress[0], u"\n", header.dwellingAddress[1]));
+           Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
   AddField(table, labels.clientName, header.clientName);
   if (!header.clientAddress[0].empty())
-    AddField(table, labels.clientAddress, Joined(header.clientAddress[0], u"\n", header.clientAddress[1]));
+    AddField(table, labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
   if (!header.clientAgent.empty()) AddField(table, labels.clientAgent, header.clientAgent);
   if (!header.realEstateCompany.empty()) AddField(table, labels.realEstateCompany, header.realEstateCompany);
   if (m_Content.HasGeneralInformation()) AddTextBlock(u"GENERAL INFORMATION", m_Content.generalInformation);

@@ -11,10 +11,15 @@ constexpr std::size_t kStepColumn = 8;     // where all that is said of a step b
 
 Text InCapitals(TextView words) {
   Text capitals(words);
-  // Only what a code page has small and large at the same distance.
-  for (char16_t& unit : capitals)
-    if ((unit >= u'a' && unit <= u'z') || (unit >= 0xE0 && unit <= 0xFE && unit != 0xF7))
+  // Only what the code page has small and large.
+  constexpr TextView kPairs = u"\u0153\u0152\u0161\u0160\u017E\u017D\u00FF\u0178";
+  for (char16_t& unit : capitals) {
+    if ((unit >= u'a' && unit <= u'z') || (unit >= 0xE0 && unit <= 0xFE && unit != 0xF7)) {
       unit = static_cast<char16_t>(unit - 0x20);
+    } else if (const std::size_t pair = kPairs.find(unit); pair != TextView::npos) {
+      unit = kPairs[pair | 1];
+    }
+  }
   return capitals;
 }
 
@@ -58,9 +63,9 @@ private:
     WriteField(labels.documentNumber, header.documentNumber);
     WriteField(u"Inspector", header.inspector);
     WriteField(labels.date, header.date);
-    WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\n", header.dwellingAddress[1]));
+    WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
     WriteField(labels.clientName, header.clientName);
-    WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\n", header.clientAddress[1]));
+    WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
     WriteField(labels.clientAgent, header.clientAgent);
     WriteField(labels.realEstateCompany, header.realEstateCompany);
   }
@@ -80,7 +85,8 @@ private:
     const bool hasRating = !m_HideRatings && !step.rating.empty();
     m_Writer.WriteLabelled(step.number, hasRating ? step.title + u" [" + step.rating + u"]" : step.title,
                            kStepColumn);
-    if (!step.materials.empty()) m_Writer.WriteWrapped(u"Materials: " + step.materials, kStepColumn);
+    if (step.materials.find_first_not_of(u' ') != Text::npos)
+      m_Writer.WriteWrapped(u"Materials: " + step.materials, kStepColumn);
     if (const Text words = WordsOf(step); !words.empty()) m_Writer.WriteWrapped(words, kStepColumn);
     m_Writer.WriteBlankLine();
   }

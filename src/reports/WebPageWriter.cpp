@@ -57,6 +57,12 @@ bool IsControl(char16_t unit) {
          unit >= 0xFFFE;
 }
 
+// Something for the eye, or for the voice that reads a page.
+bool HasWords(TextView words) {
+  return std::any_of(words.begin(), words.end(),
+                     [](char16_t unit) { return unit > u' ' && !IsControl(unit); });
+}
+
 Text AnchorOf(const ReportSection& category) {
   return device::Format(u"cat%d", category.categoryID);
 }
@@ -91,6 +97,10 @@ void WebPageWriter::PutWords(TextView words, TextView lineEnd) {
   Put(device::ToUtf8(escaped));
 }
 
+void WebPageWriter::PutName(TextView name) {
+  PutWords(HasWords(name) ? name : u"(no name)");
+}
+
 void WebPageWriter::WritePage(ReportProgress& progress) {
   WriteHead();
   WriteTitle();
@@ -104,21 +114,29 @@ void WebPageWriter::WritePage(ReportProgress& progress) {
   }
   if (!m_Content.definitionOfTerms.empty())
     WriteText(u"terms", u"Definition of terms", m_Content.definitionOfTerms);
-  Put("</main>\n<footer>\n");
-  if (!m_Content.finePrint.empty()) {
+  Put("</main>\n");
+  WriteEnd();
+  Put("</body>\n</html>\n");
+}
+
+void WebPageWriter::WriteEnd() {
+  const bool hasFinePrint = HasWords(m_Content.finePrint);
+  if (!hasFinePrint && !HasWords(m_Content.footer)) return;
+  Put("<footer>\n");
+  if (hasFinePrint) {
     Put("<div class=\"small\">\n");
     WriteParagraphs(m_Content.finePrint);
     Put("</div>\n");
   }
-  if (!m_Content.footer.empty()) WriteParagraphs(m_Content.footer);
-  Put("</footer>\n</body>\n</html>\n");
+  WriteParagraphs(m_Content.footer);
+  Put("</footer>\n");
 }
 
 void WebPageWriter::WriteHead() {
   Put("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
       "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>Inspection Report");
   for (const Text& part : {m_Content.header.documentNumber, m_Content.header.dwellingAddress[0]}) {
-    if (part.empty()) continue;
+    if (!HasWords(part)) continue;
     Put(" - ");
     PutWords(part);
   }
@@ -150,20 +168,20 @@ void WebPageWriter::WriteFields() {
   const ReportHeader& header = m_Content.header;
   const ReportLabels& labels = m_Content.labels;
   // Always there: a list needs an entry.
-  WriteField(labels.documentNumber, header.documentNumber.empty() ? Text(u"-") : header.documentNumber);
+  WriteField(labels.documentNumber, HasWords(header.documentNumber) ? header.documentNumber : Text(u"-"));
   WriteField(u"Inspector", header.inspector);
   WriteField(labels.date, header.date);
-  WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\n", header.dwellingAddress[1]));
+  WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
   WriteField(labels.clientName, header.clientName);
-  WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\n", header.clientAddress[1]));
+  WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
   WriteField(labels.clientAgent, header.clientAgent);
   WriteField(labels.realEstateCompany, header.realEstateCompany);
 }
 
 void WebPageWriter::WriteField(TextView label, const Text& value) {
-  if (value.empty()) return;
+  if (!HasWords(value)) return;
   Put("<dt>");
-  PutWords(label);
+  PutName(label);
   Put("</dt><dd>");
   PutWords(value, u"<br>");
   Put("</dd>\n");
@@ -174,7 +192,7 @@ void WebPageWriter::WriteContents() {
     Put("<li><a href=\"#");
     PutWords(id);
     Put("\">");
-    PutWords(title);
+    PutName(title);
     Put("</a></li>\n");
   };
   Put("<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n");
@@ -215,14 +233,14 @@ void WebPageWriter::WriteAttentionOf(const ReportSection& category) {
     if (!NeedsAttention(step)) continue;
     if (!isBegun) {
       Put("<h3>");
-      PutWords(category.title);
+      PutName(category.title);
       Put("</h3>\n<ul class=\"findings\">\n");
       isBegun = true;
     }
     Put("<li><a href=\"#");
     PutWords(AnchorOf(category, n + 1));
     Put("\">");
-    PutWords(Joined(step.number, u" ", step.title));
+    PutName(Joined(step.number, u" ", step.title));
     Put("</a>");
     WriteRating(step);
     WriteParagraphs(WordsOf(step));
@@ -246,7 +264,7 @@ bool WebPageWriter::WriteCategory(const ReportSection& category, ReportProgress&
   Put("<section id=\"");
   PutWords(AnchorOf(category));
   Put("\">\n<h2>");
-  PutWords(category.title);
+  PutName(category.title);
   Put("</h2>\n");
   for (std::size_t n = 0; n < category.steps.size(); ++n) {
     if (category.steps[n].isReported) WriteStep(category.steps[n], AnchorOf(category, n + 1));
@@ -260,10 +278,10 @@ void WebPageWriter::WriteStep(const ReportStep& step, TextView anchor) {
   Put("<h3 id=\"");
   PutWords(anchor);
   Put("\">");
-  PutWords(Joined(step.number, u" ", step.title));
+  PutName(Joined(step.number, u" ", step.title));
   WriteRating(step);
   Put("</h3>\n");
-  if (!step.materials.empty()) {
+  if (HasWords(step.materials)) {
     Put("<p class=\"materials\">");
     PutWords(step.materials, u"<br>");
     Put("</p>\n");
@@ -273,7 +291,7 @@ void WebPageWriter::WriteStep(const ReportStep& step, TextView anchor) {
 }
 
 void WebPageWriter::WriteRating(const ReportStep& step) {
-  if (m_HideRatings || step.rating.empty()) return;
+  if (m_HideRatings || !HasWords(step.rating)) return;
   Put(step.isRed ? " <span class=\"rating alert\">" : " <span class=\"rating\">");
   PutWords(step.rating);
   Put("</span>");

@@ -19,6 +19,7 @@ public:
 private:
   void WriteHead();
   void WriteTitle();
+  void WriteEnd();
   void WriteFields();
   void WriteContents();
   void WriteAttention();
@@ -42,6 +43,8 @@ private:
   void PutNumber(std::size_t number) { Put(std::to_string(number)); }
   // What a person has written; line ends become `lineEnd`.
   void PutWords(TextView words, TextView lineEnd = u" ");
+  // What a heading or a link is called, which is never nothing.
+  void PutName(TextView name);
 
   device::OutputFile& m_Output;
   ReportPictures& m_Pictures;

@@ -1,4 +1,6 @@
 // Whole reports against files that another program reckoned from the same visit.
+#include <map>
+
 #include "ReportFixture.h"
 
 namespace inspector::tests {
@@ -11,11 +13,12 @@ struct Case {
   json variant;
   std::string layout;
 
+  // "Pages" are a folder.
   std::string FileName() const {
-    std::string name = variant["name"].get<std::string>() + "-" + layout + ".rtf";
+    std::string name = variant["name"].get<std::string>() + "-" + layout;
     for (char& letter : name)
       letter = letter == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    return name;
+    return name + (layout == "Pages" ? "" : layout == "Text" ? ".txt" : ".rtf");
   }
 };
 
@@ -42,10 +45,22 @@ std::string FirstDifference(const std::string& written, const std::string& expec
          "\nexpected: " + expected.substr(begin, 140);
 }
 
-// "2 Column" of an inspection report, "Summary", "Summary French", "Summary of Marginal", "Major Systems".
+// A file, or all files of a folder, by their names.
+std::map<std::string, std::string> FilesOf(const std::filesystem::path& path) {
+  if (!std::filesystem::is_directory(path)) return {{"", ContentOf(path)}};
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(path))
+    files[entry.path().filename()] = ContentOf(entry.path());
+  return files;
+}
+
+// "2 Column" of an inspection report, "Summary", "Summary French", "Summary of Marginal", "Major Systems",
+// "Pages", "Text".
 reports::ReportRequest RequestFor(const std::string& layout) {
   reports::ReportRequest request{0, u"inspection", {.layout = device::FromUtf8(layout)}, {}};
   if (layout == "Major Systems") request.format = u"major-systems";
+  if (layout == "Pages") request.format = u"html";
+  if (layout == "Text") request.format = u"text";
   if (!layout.starts_with("Summary")) return request;
   request.format = u"summary";
   request.choices.layout = layout.ends_with("French") ? u"2 Column French" : u"4 Column";
@@ -56,16 +71,39 @@ reports::ReportRequest RequestFor(const std::string& layout) {
 
 class ExpectedReportsTest : public testing::TestWithParam<Case> {};
 
+void ExpectSameFiles(const std::map<std::string, std::string>& written,
+                     const std::map<std::string, std::string>& expected) {
+  for (const auto& [name, content] : written) EXPECT_TRUE(expected.contains(name)) << name << " is left over";
+  for (const auto& [name, content] : expected) {
+    ASSERT_TRUE(written.contains(name)) << name << " is not there";
+    EXPECT_EQ(FirstDifference(written.at(name), content), "") << name;
+  }
+}
+
 TEST_P(ExpectedReportsTest, IsWrittenByteForByte) {
   ReportDevice device;
   reports::ReportRequest request = RequestFor(GetParam().layout);
   request.inspectionID = StoreVisit(device, ReadVisit(GetParam().variant));
-  const auto target = device.folder / "report.rtf";
+  const auto target = device.folder / "report";
   request.target = target;
   const auto outcome = reports::MakeReport(device.GetWorkspace(), request);
   ASSERT_EQ(outcome.result, reports::ReportResult::Written);
   EXPECT_EQ(device.Faults(), 0);
-  EXPECT_EQ(FirstDifference(ContentOf(target), ContentOf(ExpectedFolder() / GetParam().FileName())), "");
+  ExpectSameFiles(FilesOf(target), FilesOf(ExpectedFolder() / GetParam().FileName()));
+}
+
+// On the device the frames name the places of their pages; all else is as in the exported folder.
+TEST(ViewedPagesTest, AreTheExportedOnes) {
+  ReportDevice device;
+  const std::int32_t visit = StoreVisit(device, ReadVisit(json::object()));
+  const auto outcome = reports::MakeReport(device.GetWorkspace(), {visit, u"html-view", {}, {}});
+  ASSERT_EQ(outcome.result, reports::ReportResult::Written);
+  auto expected = FilesOf(ExpectedFolder() / "plain-pages");
+  for (const std::string page : {"toc.htm", "inspection.htm"}) {
+    std::string& frames = expected["index.htm"];
+    frames.insert(frames.find("\"" + page) + 1, "file:///Program Files\\Brindlecove\\");
+  }
+  ExpectSameFiles(FilesOf(device.Home() / "Program Files" / "Brindlecove"), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Visit, ExpectedReportsTest, testing::ValuesIn(AllCases()), [](const auto& one) {

@@ -1,43 +1,6 @@
-#!/usr/bin/env python3
-"""An independent reckoning of the bytes of inspection, summary and major systems reports.
+"""An independent reckoning of the bytes of inspection, summary and major systems reports."""
 
-The report is a Rich Text file in the Windows-1252 code page that a client opens in a word processor. This program
-works out the same bytes a second time, from a plain description of one visit, so that a slip in the report writer
-shows as a difference between two files. It shares no code with the writer; the two meet only in the finished
-files, and in `definitions.txt`, which holds the nine built-in definitions of terms, one paragraph a line.
-
-    expect_report.py VISIT.json                          write every file that the visit's variants list
-    expect_report.py VISIT.json --check                  compare them with what stands there; exit 1 on a difference
-    expect_report.py VISIT.json LAYOUT [--variant NAME] [--out FILE]      write one (standard output without --out)
-
-A file is named <variant>-<layout>.rtf, the layout in lower case with "-" for blanks, and stands beside the visit.
-
-The visit:
-    header              documentNumber, date ("2026-05-31 14:05", empty for none), dwellingAddress,
-                        dwellingCityStateZip, clientName, clientAddress, clientCityStateZip, clientAgent,
-                        realEstateCompany
-    generalInformation  text
-    options             ReportFontName, ReportFontSize, ColumnWidths (five, inches), StepSpacing, HideRatings,
-                        SummaryDisclaimer, LeavePicturesOut, DefaultPictCardPath, FinePrint, DefinitionOfTerms, FooterText,
-                        Inspector ("name; licence"), HeaderLabels (eight: dwelling address, client address,
-                        client's agent, doc type, real estate company, document number, client name, date)
-    firstTypeLayout     layout of the first inspection type, which decides the widths when all five are 0
-    owner               name, company, address (lines separated by CR LF), phone ("phone;fax")
-    ratingChoices       ratingType, choice, bold, red and, where it is true, summary
-    device              folder (device path with its trailing backslash) and its entries: name and one of
-                        file (beside the visit), hex (the bytes themselves), folder (true)
-    categories          number, title, notPresent and steps: number, title, ratingType, rating, materials, comments
-                        and, where it has one, majorSystem
-    variants            name, layouts, and what differs from the visit: header, options and owner key by key,
-                        device folder by folder, everything else whole
-"""
-
-import argparse
-import copy
-import json
 import math
-import sys
-from pathlib import Path
 
 LAYOUTS = {  # name: (columns besides the step number, French)
     "4 Column": (4, False),
@@ -595,61 +558,3 @@ def report_of(visit, layout, base):
     if layout == MAJOR_SYSTEMS:
         return MajorSystems(visit, layout, base).produce()
     return (Summary if layout.startswith(SUMMARY) else Report)(visit, layout, base).produce()
-
-
-# --- visits and their variants ---------------------------------------------------------------------------------
-
-def visit_for(visit, variant):
-    result = copy.deepcopy(visit)
-    for key, value in variant.items():
-        if key in ("header", "options", "owner"):
-            result[key].update(value)
-        elif key == "device":
-            replaced = {entry["folder"].lower() for entry in value}
-            result[key] = [entry for entry in result[key] if entry["folder"].lower() not in replaced] + value
-        elif key not in ("name", "layouts"):
-            result[key] = value
-    return result
-
-
-def file_name(variant, layout):
-    return "%s-%s.rtf" % (variant, layout.lower().replace(" ", "-"))
-
-
-def main():
-    parser = argparse.ArgumentParser(description="Reckon the bytes of inspection reports.")
-    parser.add_argument("visit", type=Path)
-    parser.add_argument("layout", nargs="?")
-    parser.add_argument("--variant")
-    parser.add_argument("--out", type=Path)
-    parser.add_argument("--check", action="store_true")
-    arguments = parser.parse_args()
-
-    base = arguments.visit.parent
-    visit = json.loads(arguments.visit.read_text(encoding="utf-8"))
-    variants = {variant["name"]: variant for variant in visit["variants"]}
-
-    if arguments.layout:
-        variant = variants[arguments.variant] if arguments.variant else {}
-        report = report_of(visit_for(visit, variant), arguments.layout, base)
-        if arguments.out:
-            arguments.out.write_bytes(report)
-        else:
-            sys.stdout.buffer.write(report)
-        return 0
-
-    differing = 0
-    for name, variant in variants.items():
-        for layout in variant["layouts"]:
-            path = base / file_name(name, layout)
-            report = report_of(visit_for(visit, variant), layout, base)
-            if not arguments.check:
-                path.write_bytes(report)
-            elif not path.is_file() or path.read_bytes() != report:
-                differing += 1
-                print("differs: " + path.name)
-    return 1 if differing else 0
-
-
-if __name__ == "__main__":
-    sys.exit(main())
