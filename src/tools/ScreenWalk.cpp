@@ -14,6 +14,7 @@
 #include "device/ui/DatabasePathsDialog.h"
 #include "device/ui/QtPrompts.h"
 #include "editing/CategoryOpening.h"
+#include "editing/PictureTags.h"
 #include "editing/ui/DateDialog.h"
 #include "editing/ui/DuplicateCategoryDialog.h"
 #include "editing/ui/PlaceholderDialog.h"
@@ -115,14 +116,20 @@ private:
     data::StepTable steps(m_Document.GetWorkspace().GetDatabases());
     steps.OpenSQL(device::Format(u"SELECT * FROM Step WHERE CategoryID = %d Order By StepNumber", category));
     if (!steps.GetRecord(0)) return;
+    const std::int32_t first = steps.m_StepID;
+    // One with pictures, whose page holds most.
+    int row = 0;
+    while (steps.GetRecord(row) && editing::FindFirstTag(steps.m_Comments).empty()) ++row;
+    const std::int32_t shown = row < steps.RecordCount() ? steps.m_StepID : first;
     for (int page = 0; page < 4; ++page) {
       editing::ui::CStepPropertySheet sheet(m_Document, &m_Frame);
-      if (!sheet.OpenStep(category, steps.m_StepID, page)) continue;
-      Full(sheet, "step-" + std::to_string(page + 1));
-      if (auto* const picker = sheet.findChild<QPushButton*>(QStringLiteral("pickerButton"));
-          picker && picker->isVisible())
-        Modal("comment-picker", [&] { picker->click(); });
+      if (sheet.OpenStep(category, shown, page)) Full(sheet, "step-" + std::to_string(page + 1));
     }
+    editing::ui::CStepPropertySheet sheet(m_Document, &m_Frame);
+    if (!sheet.OpenStep(category, first, 1)) return;
+    sheet.show();
+    if (auto* const picker = sheet.findChild<QPushButton*>(QStringLiteral("pickerButton")))
+      Modal("comment-picker", [&] { picker->click(); });
   }
 
   // Also those below another, and what the bar of commands keeps behind "More".

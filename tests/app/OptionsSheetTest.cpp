@@ -47,5 +47,27 @@ TEST_F(OptionsSheetTest, TheTextsOfTheReportsShowWhatIsToBeKnownAndAreSaved) {
   EXPECT_EQ(OptionsForm(workspace).Load()[u"AttachedSized"], u"FALSE");
 }
 
+// A report of this very run must not have columns without a width.
+TEST_F(OptionsSheetTest, WidthsOfNothingFollowTheFirstTypeAtOnce) {
+  OptionsForm form(m_Device.GetWorkspace());
+  OptionsForm::Values values = form.Load();
+  for (auto& [name, value] : values)
+    if (name.starts_with(u"ColumnWidth")) value = u"0";
+  EXPECT_EQ(form.Save(values), data::OptionsSaved::Done);
+  EXPECT_GT(m_Device.GetWorkspace().Options().m_ColumnWidth[0], 0);
+}
+
+TEST_F(OptionsSheetTest, WhatCouldNotBeSavedWholeIsTakenBack) {
+  OptionsForm form(m_Device.GetWorkspace());
+  OptionsForm::Values values = form.Load();
+  values[u"OwnerName"] = u"Somebody Else";
+  m_Device.Run(data::DatabaseKind::Template,
+               "CREATE TRIGGER Full BEFORE INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;"
+               "CREATE TRIGGER Full2 BEFORE UPDATE ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  values[u"FinePrint"] = u"New.";
+  EXPECT_EQ(form.Save(values), data::OptionsSaved::Failed);
+  EXPECT_NE(form.Load()[u"OwnerName"], u"Somebody Else");
+}
+
 }  // namespace
 }  // namespace inspector::app

@@ -90,6 +90,14 @@ TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
   EXPECT_TRUE(device::Contains(LastMessage(), u"Both paths lead to the database"));
 }
 
+// What stands behind it would be read, and written, one place off.
+TEST_F(StartUpTest, ATableWithAGapIsRefused) {
+  CreateFresh();
+  Shell(InspectionFile()).Run("ALTER TABLE Step DROP COLUMN Reserve8");
+  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  EXPECT_TRUE(device::Contains(LastMessage(), u"lacks the column Step.Reserve8"));
+}
+
 TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   CreateFresh();
   const std::string good = [&] {

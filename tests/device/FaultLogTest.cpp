@@ -37,6 +37,25 @@ TEST_F(FaultLogTest, EachFaultIsLoggedEachTimeAndShownOnce) {
             "2026-06-01T00:00:00 Again.\n");
 }
 
+TEST_F(FaultLogTest, WhatFailsAgainIsShownForEachActionAndNeverWhileNobodyAttends) {
+  FaultLog log(m_Prompts, m_Clock, m_Folder / "faults.log");
+  {
+    const FaultLog::Unattended typing(log);
+    log.Report(u"Locked.");
+    const FaultLog::Silence transaction(log);  // shows what waits, when it ends
+    log.Report(u"Locked.");
+  }
+  EXPECT_TRUE(m_Prompts.Messages().empty());
+  EXPECT_TRUE(NotStored(log).ends_with(u"Locked."));
+  log.Report(u"Locked.");
+  log.Report(u"Locked.");
+  EXPECT_EQ(m_Prompts.Messages().size(), 1u);
+  log.BeginAction();
+  log.Report(u"Locked.");
+  EXPECT_EQ(m_Prompts.Messages().size(), 2u);
+  EXPECT_EQ(log.Count(), 5);
+}
+
 TEST_F(FaultLogTest, AWorkersFaultsWaitForThePromptsThread) {
   FaultLog log(m_Prompts, m_Clock, m_Folder / "faults.log");
   std::array<std::thread, 4> workers;

@@ -110,6 +110,18 @@ TEST_F(StepSheetTest, NothingIsWrittenWithoutAChange) {
   EXPECT_TRUE(m_Sheet.MoveToPrevious());
 }
 
+TEST_F(StepSheetTest, LeavingBuildsTheMaterialsAnewAndSaysWhatGoes) {
+  m_Device.Store(m_Shingles, [](data::StepTable& step) { step.m_Materials = u"Asphalt;Tin;"; });
+  ASSERT_TRUE(m_Sheet.Open(m_Sheet.CategoryID(), m_Sheet.StepID()));
+  EXPECT_TRUE(m_Sheet.SaveNow());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Tin;|")
+      << "a pause in typing drops nothing";
+  EXPECT_TRUE(m_Sheet.MoveToNext());
+  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;|");
+  EXPECT_EQ(m_Device.Prompts().Messages().back().text,
+            u"20.1. Shingles\r\nis no longer among the materials of this step, so it was taken out: Tin");
+}
+
 TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {
   m_Device.Run(data::DatabaseKind::Inspection,
                "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");

@@ -31,7 +31,6 @@ QPushButton* MakeButton(const QString& caption, const char* name, const QString&
   button->setObjectName(QLatin1String(name));
   button->setAccessibleName(accessible);
   button->setToolTip(accessible);
-  button->setMinimumWidth(device::kSmallestTarget);  // with large text all four have to fit a handheld
   return button;
 }
 
@@ -54,8 +53,9 @@ PictureStrip::PictureStrip(data::Workspace& workspace, QWidget* parent)
   m_Later = MakeButton(QStringLiteral("→"), "pictureLaterButton", tr("Picture one place later"), this);
   m_Scaling = new device::ui::DropDown(this);
   m_Scaling->setObjectName(QStringLiteral("pictureScaling"));
-  m_Scaling->setMinimumContentsLength(5);
+  m_Scaling->setMinimumContentsLength(4);  // with large text all four have to fit a handheld
   m_Scaling->setAccessibleName(tr("Size of the picture in the report, in percent"));
+  for (QPushButton* arrow : {m_Earlier, m_Later}) arrow->setFixedWidth(device::kSmallestTarget);
   m_Remove = MakeButton(tr("Remove"), "removePictureButton", tr("Remove picture"), this);
   connect(m_Remove, &QPushButton::clicked, this, [this] { Remove(); });
   connect(m_Earlier, &QPushButton::clicked, this, [this] { Move(-1); });

@@ -79,6 +79,19 @@ TEST_F(ListViewTest, ClicksAndKeysTellRowAndColumn) {
   EXPECT_THAT(m_Selected, ::testing::ElementsAre(0, 2, 0, 1));
 }
 
+// The first click of the two was on another list, in whose place this one has come.
+TEST_F(ListViewTest, TheSecondClickOfADoubleClickElsewhereOpensNothing) {
+  const QPointF at(60, m_View.rowHeight(0) / 2.0);
+  for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
+    QMouseEvent event(type, at, m_View.viewport()->mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonDblClick ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(m_View.viewport(), &event);
+  }
+  EXPECT_TRUE(m_Clicks.empty());
+  ClickAt(60, m_View.rowHeight(0) / 2);
+  EXPECT_EQ(m_Clicks.size(), 1u);
+}
+
 TEST_F(ListViewTest, KeepsTheRowWhenTheListIsReadAgain) {
   m_View.SelectRow(200);
   const int top = m_View.TopRow();

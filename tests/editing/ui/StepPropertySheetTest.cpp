@@ -127,6 +127,23 @@ TEST_F(StepPropertySheetTest, OneUndoTakesAShortcutBack) {
   Comment().undo();  // the blank
   Comment().undo();
   EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"No GFI,");
+  Type(Comment(), QStringLiteral(" here"));
+  EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"No GFI, here") << "the caret is where it was";
+}
+
+TEST_F(StepPropertySheetTest, WhatCannotBeStoredIsSaidInTheSheetAndNotInABox) {
+  auto& notStored = Find<QLabel>("notStored");
+  {
+    tests::Shell other = m_Device.Visits();
+    other.Run("BEGIN IMMEDIATE");
+    Type(Comment(), QStringLiteral("Typed while another program writes."));
+    WaitUntil([&] { return notStored.isVisible(); });
+    EXPECT_TRUE(notStored.text().contains(QStringLiteral("has locked the database")));
+    EXPECT_TRUE(Prompts().Messages().empty());
+    other.Run("ROLLBACK");
+  }
+  WaitUntil([&] { return !notStored.isVisible(); });
+  EXPECT_TRUE(m_Device.Finding(m_Shingles).ends_with(u"Typed while another program writes."));
 }
 
 TEST_F(StepPropertySheetTest, AShortcutAsksForItsGapsAndOneUndoTakesAllBack) {
@@ -235,11 +252,31 @@ TEST_F(StepPropertySheetTest, ATickedMaterialIsWrittenAndOffersItsComments) {
   });
   tests::PressButton(m_Sheet, "material0");
   EXPECT_EQ(m_Sheet.Logic().Draft().comments, u"Shingles last 20 years.");
+  EXPECT_FALSE(Comment().hasFocus()) << "behind the page of the materials it would take keys in secret";
   Prompts().QueueText(u"Enter the new material for: \r\nShingles", std::nullopt);
   tests::PressButton(m_Sheet, "material3");
   EXPECT_FALSE(Find<QCheckBox>("material3").isChecked());
   tests::PressButton(m_Sheet, "nextButton");
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;|Shingles last 20 years.");
+}
+
+// Another program's line ends count one unit, those of the field two.
+TEST_F(StepPropertySheetTest, CommentsGoInAtTheCaretWhateverTheLineEnds) {
+  m_Device.Library().AddCommentToStep(1, u"Moss.", u"");
+  m_Device.Store(m_Gutters, [](data::StepTable& step) { step.m_Comments = u"one\ntwo\nthree four"; });
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 1));
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 1));
+  for (const int caret : {3, 9}) {
+    QTextCursor cursor = Comment().textCursor();
+    cursor.setPosition(caret);
+    Comment().setTextCursor(cursor);
+    Comment().onLeft();  // to the button
+    tests::PressButton(m_Sheet, "cameraButton");
+    Type(Comment(), QStringLiteral("!"));
+  }
+  EXPECT_TRUE(m_Sheet.Logic().Draft().comments.starts_with(u"one!\r\ntwo\r\n!three four"))
+      << device::ToUtf8(m_Sheet.Logic().Draft().comments);
 }
 
 TEST_F(StepPropertySheetTest, PreparedCommentsFillTheirGapsAndUndoTakesThemBack) {

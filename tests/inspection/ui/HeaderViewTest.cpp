@@ -109,6 +109,8 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   view.OnShow();
   auto& general = Find<QPlainTextEdit>(view, "generalField");
   general.setPlainText(QStringLiteral("Dry day."));
+  general.setFocus();
+  general.moveCursor(QTextCursor::End);
   auto& type = Find<QComboBox>(view, "docTypeField");
   EXPECT_EQ(type.currentIndex(), -1);
   int changes = 0;
@@ -117,6 +119,7 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   Find<QLineEdit>(view, "clientField").setText(QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return changes == 1; }));
   EXPECT_EQ(general.toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
+  EXPECT_GE(general.textCursor().position(), 8) << "who types on goes on where he was";
   EXPECT_TRUE(view.OnLeave());
   Document().SelectInspection(key);
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
