@@ -242,7 +242,7 @@ void CMainFrame::OfferCategories(Screen& from) {
 
 void CMainFrame::MakeVisitMenu() {
   QMenu* const report = menuBar()->addMenu(QStringLiteral("&Report"));
-  QAction* const write = AddMenuCommand(report, "report", QStringLiteral("Inspection &report..."),
+  QAction* const write = AddMenuCommand(report, "report", QStringLiteral("&Report..."),
                                         QKeySequence(Qt::CTRL | Qt::Key_R), [this] { Report(); });
   Offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
         [this] { Bring(m_Visit->WhatIsLeft()); });

@@ -1,14 +1,21 @@
-// Writing the inspection report of the current inspection from the screen.
+// Making a report of the current inspection from the screen.
 #pragma once
 
 #include <QWidget>
+#include <filesystem>
+#include <functional>
 
 #include "inspection/InspectorDoc.h"
 
 namespace inspector::app {
 
-// Asks for the categories, the layout and the file. What was written stands in the text that comes back,
-// empty when nothing was; what is not in the report has been told in a box.
-device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window);
+// Opens a file, or a folder, in the program that the system has for it. False when it has none.
+using OpenFile = std::function<bool(const std::filesystem::path&)>;
+bool OpenInSystem(const std::filesystem::path& file);
+
+// Asks which report, makes it, and offers to open it. What was written stands in the text that comes back,
+// empty when nothing was.
+device::Text WriteReport(inspection::CInspectorDoc& document, QWidget& window,
+                         const OpenFile& open = OpenInSystem);
 
 }  // namespace inspector::app

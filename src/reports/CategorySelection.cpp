@@ -33,14 +33,18 @@ device::ListRow CategorySelection::ShownRow(int row) {
           device::RowTone::Normal};
 }
 
-Text CategorySelection::Caption() const {
-  int present = 0;
-  int chosen = 0;
+CategorySelection::Count CategorySelection::Counted() const {
+  Count count;
   for (const Row& row : m_Rows) {
-    present += row.isPresent;
-    chosen += row.isPresent && row.isChosen;
+    count.present += row.isPresent;
+    count.chosen += row.isPresent && row.isChosen;
   }
-  return device::Format(u"%d of %d categories go into the report", chosen, present);
+  return count;
+}
+
+Text CategorySelection::Caption() const {
+  const Count count = Counted();
+  return device::Format(u"%d of %d categories go into the report", count.chosen, count.present);
 }
 
 void CategorySelection::Choose(const Text& title, bool chosen) {

@@ -24,7 +24,13 @@ public:
   static std::vector<device::ListColumn> Columns();
   int RowCount() const override { return static_cast<int>(m_Rows.size()); }
   device::ListRow ShownRow(int row) override;
-  // "12 of 14 categories go into the report"; those that are not present do not count.
+  // Those that are not present do not count.
+  struct Count {
+    int chosen = 0;
+    int present = 0;
+  };
+  Count Counted() const;
+  // "12 of 14 categories go into the report".
   Text Caption() const;
 
   void Toggle(int row);

@@ -22,6 +22,8 @@
 #include "inspection/ui/InspectionOverviewView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
+#include "reports/ui/ReportDialog.h"
+#include "reports/ui/SelectCategoriesPage.h"
 
 namespace inspector::tools {
 namespace {
@@ -160,25 +162,15 @@ private:
     Look(paths, "paths");
     Modal("pickers", [this] { m_Frame.Visit().EditPickerList(u"Label01"); });
     Command("shortcuts", "shortcuts");
-    Command("report-categories", "report");
-    ReportLayout();
+    Report();
   }
 
-  // Behind the categories.
-  void ReportLayout() {
-    QObject context;
-    QTimer::singleShot(0, &context, [&] {
-      auto* const categories = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-      if (!categories) return;
-      QTimer::singleShot(0, &context, [&] {
-        QWidget* const layouts = QApplication::activeModalWidget();
-        if (!layouts) return;
-        Look(*layouts, "report-layout");
-        layouts->close();
-      });
-      categories->accept();
-    });
-    if (auto* const report = m_Frame.findChild<QAction*>(QStringLiteral("report"))) report->trigger();
+  void Report() {
+    reports::ReportForm form(m_Document.GetWorkspace(), m_Document.Inspection().m_InspectionID);
+    reports::ui::ReportDialog dialog(form, m_Prompts, &m_Frame);
+    Full(dialog, "report");
+    reports::ui::CSelectCategoriesPage page(form.Categories(), &dialog);
+    Look(page, "report-categories");
   }
 
   void Options() {

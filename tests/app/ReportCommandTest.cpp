@@ -2,8 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 
 #include "device/ui/ListView.h"
 #include "support/ScriptedDialogs.h"
@@ -12,48 +16,119 @@
 namespace inspector::app {
 namespace {
 
-using ReportCommandTest = tests::VisitTest;
+using device::Text;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-TEST_F(ReportCommandTest, HoldsTheCategoriesThatWereChosenAndNothingElseIsAsked) {
-  m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Safety");
-  m_Device.OpenCategory(u"Cellar");
-  m_Device.RunInVisits(
-      "UPDATE Step SET Comments = 'Seen.'; UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = "
-      "'Safety'");
-  QWidget window;
-  tests::ScriptedDialogs person;
+class ReportCommandTest : public tests::VisitTest {
+protected:
+  void SetUp() override {
+    m_Device.Visit(u"House");
+    for (const auto* category : {u"Roof", u"Safety", u"Cellar"}) m_Device.OpenCategory(category);
+    m_Device.RunInVisits(
+        "UPDATE Step SET Comments = 'Seen.'; UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = "
+        "'Safety'");
+  }
+  // In the dialog: the kind, and what else `act` does. Then the report is written and `button` pressed.
+  Text Write(const QString& kind, const std::function<void(QDialog&)>& act, const QString& button) {
+    m_Person.Expect("reportDialog", [=, this](QDialog& dialog) {
+      auto& kinds = *dialog.findChild<QComboBox*>(QStringLiteral("reportKind"));
+      kinds.setCurrentText(kind);
+      Q_EMIT kinds.activated(kinds.currentIndex());
+      if (act) act(dialog);
+      m_Person.ExpectPress("reportWritten", button);
+      dialog.accept();
+    });
+    return WriteReport(Document(), m_Window, [this](const std::filesystem::path& file) {
+      m_Opened.push_back(file);
+      return m_HasPrograms;
+    });
+  }
+
+  QWidget m_Window;
+  tests::ScriptedDialogs m_Person;
+  std::vector<std::filesystem::path> m_Opened;
+  bool m_HasPrograms = true;
+};
+
+TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
   const auto rows = [](QDialog & page) -> auto& {
     return *static_cast<device::ui::ListView*>(page.findChild<QTableView*>(QStringLiteral("categories")));
   };
-  person.ExpectPress("selectCategoriesPage", QStringLiteral("Cancel"));
-  EXPECT_EQ(WriteReport(Document(), window), u"");
-  person.Expect("selectCategoriesPage", [&](QDialog& page) {
-    const auto caption = [&] {
-      return page.findChild<QLabel*>(QStringLiteral("caption"))->text().toStdString();
-    };
-    EXPECT_EQ(caption(), "4 of 4 categories go into the report");
-    tests::PressButton(page, "noneButton");
-    rows(page).onClick(1, 0);  // Attic, Roof, Safety, Cellar, Checklist
-    rows(page).onClick(2, 0);
-    EXPECT_EQ(caption(), "1 of 4 categories go into the report") << "what is not present cannot be chosen";
-    page.accept();
-  });
-  person.Expect("choiceDialog", [](QDialog& dialog) {
-    static_cast<device::ui::ListView*>(dialog.findChild<QTableView*>(QStringLiteral("choiceList")))
-        ->SelectRow(0);
-    dialog.accept();
-  });
   const std::filesystem::path target = m_Device.Root() / "report.rtf";
-  Prompts().QueueSavePath(target);
-  EXPECT_EQ(WriteReport(Document(), window), device::FromUtf8(target.string()));
+  const Text written = Write(
+      QStringLiteral("Inspection report"),
+      [&](QDialog& dialog) {
+        m_Person.ExpectPress("selectCategoriesPage", QStringLiteral("Cancel"));
+        tests::PressButton(dialog, "reportCategories");
+        m_Person.Expect("selectCategoriesPage", [&](QDialog& page) {
+          const auto caption = [&] {
+            return page.findChild<QLabel*>(QStringLiteral("caption"))->text().toStdString();
+          };
+          EXPECT_EQ(caption(), "4 of 4 categories go into the report");
+          tests::PressButton(page, "noneButton");
+          rows(page).onClick(1, 0);  // Attic, Roof, Safety, Cellar, Checklist
+          rows(page).onClick(2, 0);
+          EXPECT_EQ(caption(), "1 of 4 categories go into the report")
+              << "what is not present cannot be chosen";
+          page.accept();
+        });
+        tests::PressButton(dialog, "reportCategories");
+        EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
+                  QStringLiteral("&Categories: 1 of 4..."));
+        auto& layouts = *dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"));
+        layouts.setCurrentText(QStringLiteral("1 Column"));
+        Q_EMIT layouts.activated(layouts.currentIndex());
+        EXPECT_FALSE(dialog.findChild<QComboBox*>(QStringLiteral("reportRating"))->isEnabled());
+        dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->click();
+        dialog.findChild<QLineEdit*>(QStringLiteral("reportTarget"))->setText(QString::fromStdString(target));
+      },
+      QStringLiteral("Show in folder"));
+  EXPECT_EQ(written, device::FromUtf8(target.string()));
+  EXPECT_THAT(m_Opened, ElementsAre(m_Device.Root()));
   const std::string report = tests::ContentOf(target);
   EXPECT_THAT(report, HasSubstr("Shingles"));
   EXPECT_THAT(report, Not(HasSubstr("Alarms")));
   EXPECT_THAT(report, Not(HasSubstr("Sump")));
+
+  m_Person.Expect("reportDialog", [](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"))->currentText(),
+              QStringLiteral("1 Column"));
+    EXPECT_FALSE(dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->isChecked());
+    EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
+              QStringLiteral("&Categories: 4 of 4..."))
+        << "what was left out is forgotten";
+    dialog.reject();
+  });
+  EXPECT_EQ(WriteReport(Document(), m_Window), u"");
+}
+
+TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
+  m_Device.Put("report.html");
+  Prompts().Queue(u"Caution", device::Answer::Yes);
+  const auto at = [this](const char* name) {
+    return [=, this](QDialog& dialog) {
+      dialog.findChild<QLineEdit*>(QStringLiteral("reportTarget"))
+          ->setText(QString::fromStdString(m_Device.Root() / name));
+    };
+  };
+  Write(QStringLiteral("Web page in one file"), at("report.html"), QStringLiteral("Open"));
+  Write(QStringLiteral("Web pages in a folder"), at("pages"), QStringLiteral("Open"));
+  Write(QStringLiteral("Web pages on the device"), nullptr, QStringLiteral("Open"));
+  ASSERT_EQ(m_Opened.size(), 3u);
+  EXPECT_EQ(m_Opened[0], m_Device.Root() / "report.html");
+  EXPECT_EQ(m_Opened[1], m_Device.Root() / "pages/index.htm");
+  // A copy, whose frames name what lies beside them.
+  EXPECT_THAT(tests::ContentOf(m_Opened[2]), HasSubstr("src=\"toc.htm\""));
+  EXPECT_THAT(tests::ContentOf(m_Device.Root() / "Program Files/Brindlecove/index.htm"),
+              HasSubstr("src=\"file:///Program Files\\Brindlecove\\toc.htm\""));
+  EXPECT_THAT(tests::ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
+  std::filesystem::remove_all(m_Opened[2].parent_path());
+
+  m_HasPrograms = false;
+  Write(QStringLiteral("Plain text"), at("report.txt"), QStringLiteral("Open"));
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"has no program that opens"));
 }
 
 }  // namespace

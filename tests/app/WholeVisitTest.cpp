@@ -221,19 +221,25 @@ void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
 
   const std::filesystem::path reports = m_Screens.Root() / "Reports";
   const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
-  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
-  m_Dialogs.ExpectPress("choiceDialog", QStringLiteral("Cancel"));
+  m_Dialogs.ExpectPress("reportDialog", QStringLiteral("Cancel"));
   write();
-  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
-  ExpectChoice(0);
-  m_Dialogs.ExpectPress("saveDialog", QStringLiteral("Cancel"));
+  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+    Part<QLineEdit>(dialog, "reportTarget").setText(QString::fromStdString(reports / "a.rtf"));
+    m_Dialogs.ExpectPress("messageBox", QStringLiteral("No"));
+    dialog.accept();
+    dialog.reject();
+  });
   write();
   EXPECT_FALSE(Message(frame).contains(QStringLiteral("report")));
   EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
-  m_Dialogs.ExpectPress("selectCategoriesPage", QStringLiteral("OK"));
-  ExpectChoice(0);
-  ExpectFile("saveDialog", reports / "visit");
+  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+    Pick(Part<QComboBox>(dialog, "reportLayout"), Qt::Key_Home);
+    ExpectFile("saveDialog", reports / "visit");
+    tests::PressButton(dialog, "reportBrowse");
+    m_Dialogs.ExpectPress("reportWritten", QStringLiteral("Close"));
+    dialog.accept();
+  });
   write();
   EXPECT_EQ(Message(frame).toStdString(), "The report is written: " + (reports / "visit.rtf").string());
 }

@@ -11,7 +11,7 @@ class QLabel;
 namespace inspector::reports::ui {
 
 // A tap anywhere on a row puts the category in or takes it out. `selection` outlives the page and holds what
-// was chosen, also after Cancel.
+// was chosen, also after Cancel: who wants to go back keeps a copy.
 class CSelectCategoriesPage : public QDialog {
 public:
   CSelectCategoriesPage(CategorySelection& selection, QWidget* parent);

@@ -1,0 +1,58 @@
+// What a person chooses before a report is made, on one page: which report, how it looks, what it holds,
+// where it goes.
+#pragma once
+
+#include "reports/CategorySelection.h"
+#include "reports/MakeReport.h"
+
+namespace inspector::reports {
+
+// Begins with what was chosen for the last report, of whichever inspection; only the categories that were
+// left out are forgotten. What a kind of report does not use keeps its choice for the next one that does.
+class ReportForm {
+public:
+  ReportForm(data::Workspace& workspace, std::int32_t inspectionID);
+
+  // The inspection could not be read, which has been reported.
+  bool Failed() const { return m_Failed || m_Categories.Failed(); }
+
+  const ReportFormat& Kind() const { return *m_Kind; }
+  // Also suggests another file, unless a person has named one.
+  void ChooseKind(const ReportFormat& kind);
+
+  // The ratings of the library, after "<All Ratings>".
+  std::vector<Text> Ratings();
+  const ReportChoices& Choices() const { return m_Choices; }
+  void ChooseLayout(const Text& layout) { m_Choices.layout = layout; }
+  void ChooseRating(const Text& rating) { m_Choices.rating = rating; }
+  void ChoosePictures(bool pictures) { m_Choices.pictures = pictures; }
+  CategorySelection& Categories() { return m_Categories; }
+
+  // As a person may type it: a path on the host, or on the device when it begins with a backslash.
+  const Text& Target() const { return m_Target; }
+  void ChooseTarget(const Text& target);
+  // A person has agreed to replace what is there.
+  void ChooseAgreedTarget(const std::filesystem::path& target);
+  // What the dialog for saving begins with; nothing for a report that is a folder.
+  std::optional<device::SaveQuestion> SaveQuestion() const;
+
+  // Asks before it replaces a file. What was chosen is remembered when the report is written.
+  ReportOutcome Make();
+
+private:
+  void Suggest();
+  void Remember();
+
+  data::Workspace& m_Workspace;
+  std::int32_t m_InspectionID;
+  ReportHeader m_Header;  // only what names the file
+  const ReportFormat* m_Kind;
+  ReportChoices m_Choices;
+  CategorySelection m_Categories;
+  Text m_Target;
+  bool m_IsTargetChosen = false;
+  std::filesystem::path m_Agreed;
+  bool m_Failed = false;
+};
+
+}  // namespace inspector::reports
