@@ -132,6 +132,8 @@ void ListView::ScrollToTop(int row) {
 }
 
 void ListView::LayOut() {
+  // Before it has a place it is as small as no list will be, and every font that might fit would be loaded.
+  if (!testAttribute(Qt::WA_Resized)) return;
   m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
   for (std::size_t n = 0; n < m_Widths.size(); ++n)
     horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);

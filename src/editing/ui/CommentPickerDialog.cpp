@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/FindField.h"
 #include "device/ui/ListView.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
@@ -20,11 +21,7 @@ CommentPickerDialog::CommentPickerDialog(CommentPicker& picker, QWidget* parent)
   setWindowTitle(tr("Comment Picker"));
   auto* prompt = new QLabel(ToQString(CommentPicker::kPrompt), this);
   prompt->setWordWrap(true);
-  auto* filter = new QLineEdit(this);
-  filter->setObjectName(QStringLiteral("filterField"));
-  filter->setPlaceholderText(tr("Find"));
-  filter->setAccessibleName(tr("Find"));
-  filter->setClearButtonEnabled(true);
+  auto* filter = new device::ui::FindField("filterField", tr("Find"), this);
   m_List = new device::ui::ListView(
       *this, {{u"", 30, device::ListColumn::Align::Centre, true}, {u"Comment", 210}}, this);
   m_List->setObjectName(QStringLiteral("commentList"));

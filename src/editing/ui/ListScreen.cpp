@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "device/WordFilter.h"
+#include "device/ui/FindField.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/Captions.h"
 
@@ -25,11 +26,7 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
   m_Caption->setTextFormat(Qt::PlainText);
   m_Caption->setWordWrap(true);
 
-  m_Search = new QLineEdit(this);
-  m_Search->setObjectName(QStringLiteral("searchField"));
-  m_Search->setPlaceholderText(QStringLiteral("Find"));
-  m_Search->setAccessibleName(QStringLiteral("Find ") + what);
-  m_Search->setClearButtonEnabled(true);
+  m_Search = new device::ui::FindField("searchField", QStringLiteral("Find ") + what, this);
   connect(m_Search, &QLineEdit::textChanged, this, [this](const QString& text) {
     ShowEmptyText();
     OnSearch(device::ui::FromQString(text));

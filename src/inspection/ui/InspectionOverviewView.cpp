@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "device/ui/ChoiceDialog.h"
+#include "device/ui/FindField.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::inspection::ui {
@@ -22,13 +23,9 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
       m_Document(document),
       m_Overview(document),
       m_Rows(m_Overview),
-      m_Find(new QLineEdit(this)),
+      m_Find(new device::ui::FindField("findField", QStringLiteral("Find inspections"), this)),
       m_List(new ListView(m_Rows, InspectionColumns(), this)) {
   setObjectName(QStringLiteral("inspectionOverview"));
-  m_Find->setObjectName(QStringLiteral("findField"));
-  m_Find->setAccessibleName(QStringLiteral("Find inspections"));
-  m_Find->setPlaceholderText(QStringLiteral("Find"));
-  m_Find->setClearButtonEnabled(true);
   m_List->setObjectName(QStringLiteral("inspectionList"));
   m_List->setAccessibleName(QStringLiteral("Inspections"));
   m_List->setSelectionMode(QAbstractItemView::ExtendedSelection);
