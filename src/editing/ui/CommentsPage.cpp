@@ -69,18 +69,18 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   // A handheld has no Ctrl key.
   QPushButton* undo = AddButton(QStringLiteral("↶"), "undoTypingButton");
   QPushButton* redo = AddButton(QStringLiteral("↷"), "redoTypingButton");
-  const auto offer = [this](QPushButton* button, const QString& name, void (QPlainTextEdit::*run)()) {
+  const auto offer = [this](QPushButton* button, const QString& name, void (*run)(CommentBox&)) {
     button->setAccessibleName(name);
     button->setToolTip(name);
     button->setEnabled(false);
     button->setMinimumWidth(device::kSmallestTarget);  // two of them take the place of one
     connect(button, &QPushButton::clicked, this, [this, run] {
-      (m_Typing->*run)();
+      run(*m_Typing);
       m_Typing->setFocus();
     });
   };
-  offer(undo, tr("Undo what was typed"), &QPlainTextEdit::undo);
-  offer(redo, tr("Redo what was typed"), &QPlainTextEdit::redo);
+  offer(undo, tr("Undo what was typed"), [](CommentBox& box) { box.undo(); });
+  offer(redo, tr("Redo what was typed"), [](CommentBox& box) { box.redo(); });
   connect(insert, &QPushButton::clicked, this, [this] { InsertPicked(); });
   connect(pick, &QPushButton::clicked, this, [this] { Do([this] { return m_Editing.OpenPicker(); }); });
   connect(add, &QPushButton::clicked, this, [this] {
