@@ -1,6 +1,6 @@
-// What a report full of photographs costs over the disk below it: 20 and 200 pictures of 1 MiB, against
-// ready-made hexadecimal of the same size written to the same folder, both synced. And how much memory it
-// takes.
+// What reports cost. Those full of photographs, 20 and 200 of 1 MiB, over the disk below them: Rich Text
+// against ready-made hexadecimal of the same size written to the same folder, the web page against base64 and
+// dd, all synced, and how much memory they take. Those of words, 400 steps, over reading the same rows once.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -16,124 +16,18 @@
 #include <random>
 #include <string>
 
-#include "UnattendedPrompts.h"
-#include "data/CategoryTable.h"
-#include "data/FreshDatabase.h"
-#include "data/InspectionTable.h"
-#include "data/StartUp.h"
-#include "data/StepTable.h"
-#include "device/Format.h"
-#include "reports/MakeReport.h"
+#include "ReportVisit.h"
 
 namespace inspector::bench {
 namespace {
 
-using device::Text;
-
-constexpr std::size_t kPictureSize = 1024 * 1024;
-constexpr int kFewPictures = 20;
-constexpr int kManyPictures = 200;
 constexpr int kRuns = 7;
 constexpr double kAllowedRatio = 1.3;
+constexpr double kAllowedWebRatio = 1.5;
+constexpr double kAllowedFormatRatio = 3;
+constexpr int kPlain = 7400;  // a visit of 400 steps
+constexpr int kShort = 7100;  // and one of 100 with few words, as much as web pages with frames can hold
 constexpr long kAllowedMemory = 40 * 1024;  // KiB
-
-// A device on which one inspection has a picture in each of its steps.
-class Visit {
-public:
-  explicit Visit(std::filesystem::path folder) : m_Folder(std::move(folder)) {
-    const device::DatabasePaths databases{Text(data::kDefaultTemplatePath),
-                                          Text(data::kDefaultInspectionPath)};
-    std::filesystem::create_directories(m_Folder / "My Documents");
-    Expect(data::CreateFreshDatabase(m_Paths.Resolve(databases.templatePath), data::DatabaseKind::Template,
-                                     m_Faults));
-    Expect(data::CreateFreshDatabase(m_Paths.Resolve(databases.inspectionPath),
-                                     data::DatabaseKind::Inspection, m_Faults));
-    m_Workspace = std::make_unique<data::Workspace>(m_Machine, databases);
-    Expect(m_Workspace->GetDatabases().Open());
-    PutPictures();
-    AddInspection(kFewPictures);
-    AddInspection(kManyPictures);
-  }
-
-  const std::filesystem::path& Folder() const { return m_Folder; }
-
-  // The inspection's id is the number of its pictures.
-  void WriteReport(int pictures, const std::filesystem::path& target) {
-    const auto outcome =
-        reports::MakeReport(*m_Workspace, {pictures, u"inspection", {.layout = u"4 Column"}, target});
-    if (outcome.result != reports::ReportResult::Written || !outcome.notes.empty()) std::exit(1);
-  }
-
-private:
-  static void Expect(const Text& problem) {
-    if (problem.empty()) return;
-    std::fprintf(stderr, "%s\n", device::ToUtf8(problem).c_str());
-    std::exit(1);
-  }
-
-  void PutPictures() {
-    std::minstd_rand random(1);
-    std::string bytes(kPictureSize, '\0');
-    for (int i = 0; i < kManyPictures; ++i) {
-      for (char& byte : bytes) byte = static_cast<char>(random());
-      std::ofstream(m_Folder / ("p" + std::to_string(i) + ".jpg"), std::ios::binary) << bytes;
-    }
-  }
-
-  void AddInspection(int pictures) {
-    data::Transaction transaction(m_Workspace->InspectionConnection());
-    data::InspectionTable inspection(m_Workspace->GetDatabases());
-    inspection.PrepareNew();
-    inspection.m_InspectionID = pictures;
-    inspection.m_InspectionNum = u"H-104";
-    inspection.Write();
-    data::CategoryTable category(m_Workspace->GetDatabases());
-    category.PrepareNew();
-    category.m_CategoryID = pictures;
-    category.m_InspectionID = pictures;
-    category.m_CategoryTitle = u"Roof";
-    category.Write();
-    data::StepTable step(m_Workspace->GetDatabases());
-    for (int i = 0; i < pictures; ++i) {
-      step.PrepareNew();
-      step.m_CategoryID = pictures;
-      step.m_StepNumber = device::Decimal(i);
-      step.m_StepTitle = u"Flashing, penetrations and chimney";
-      step.m_InspectResult = u"Repair";
-      step.m_Comments = device::Format(u"The flashing has come loose. ***Path=\\p%d.jpg;Scaling=50***", i);
-      step.Write();
-    }
-    if (!transaction.Commit()) std::exit(1);
-  }
-
-  std::filesystem::path m_Folder;
-  UnattendedPrompts m_Prompts;
-  device::SystemClock m_Clock;
-  device::HostFiles m_Files;
-  device::DevicePaths m_Paths{m_Folder};
-  device::Registry m_Registry{m_Files, m_Folder / "registry.toml"};
-  device::FaultLog m_Faults{m_Prompts, m_Clock, m_Folder / "faults.log"};
-  device::Machine m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults};
-  std::unique_ptr<data::Workspace> m_Workspace;
-};
-
-class TemporaryFolder {
-public:
-  TemporaryFolder() {
-    // Beside the working folder rather than in a temporary one, which may be memory instead of a disk.
-    std::string pattern = std::filesystem::current_path() / "inspector-bench-XXXXXX";
-    if (mkdtemp(pattern.data()) == nullptr) std::exit(1);
-    m_Path = pattern;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_Path, ignored);
-  }
-  const std::filesystem::path& Path() const { return m_Path; }
-
-private:
-  std::filesystem::path m_Path;
-};
 
 // As plain as a program can do it: the digits are there, the disk takes them.
 void WriteHex(const std::filesystem::path& target, std::uintmax_t size) {
@@ -146,6 +40,51 @@ void WriteHex(const std::filesystem::path& target, std::uintmax_t size) {
   }
   if (::fsync(descriptor) != 0) std::exit(1);
   ::close(descriptor);
+}
+
+// Keeps nothing: what the disk costs is another question.
+class MemoryFiles : public device::HostFiles {
+public:
+  std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override {
+    if (target.extension() == ".toml") return HostFiles::Create(target);
+    return std::make_unique<Output>();
+  }
+
+private:
+  class Output : public device::OutputFile {
+  public:
+    bool Write(std::string_view bytes) override {
+      m_Content += bytes;
+      return true;
+    }
+    bool Commit() override { return !m_Content.empty(); }
+    std::string Error() const override { return {}; }
+
+  private:
+    std::string m_Content;
+  };
+};
+
+// All rows that a report is about, each once, as every part of the program reads rows.
+std::size_t ReadRows(data::Databases& databases, int inspectionID) {
+  const data::ReadScope reading(databases.Inspection());
+  std::size_t letters = 0;
+  data::InspectionTable inspection(databases);
+  inspection.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
+  if (inspection.GetRecord(0)) letters += inspection.m_InspectionNum.size();
+  data::CategoryTable categories(databases);
+  data::StepTable steps(databases);
+  categories.OpenSQL(device::Format(u"SELECT * FROM Category WHERE InspectionID = %d", inspectionID));
+  for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (!categories.GetRecord(n)) std::exit(1);
+    steps.OpenSQL(device::Format(u"SELECT * FROM Step WHERE CategoryID = %d ORDER BY StepNumber",
+                                 categories.m_CategoryID));
+    for (int row = 0; row < steps.RecordCount(); ++row) {
+      if (!steps.GetRecord(row)) std::exit(1);
+      letters += steps.m_Comments.size();
+    }
+  }
+  return letters;
 }
 
 template <typename Work>
@@ -173,7 +112,9 @@ void Complain(const char* what) {
 void ReportAgainstHex(benchmark::State& state) {
   const int pictures = static_cast<int>(state.range(0));
   const TemporaryFolder folder;
-  Visit visit(folder.Path());
+  device::HostFiles files;
+  Visit visit(folder.Path(), files);
+  visit.AddInspectionsWithPictures();
   const auto target = folder.Path() / "report.rtf";
   visit.WriteReport(pictures, target);  // the pictures are in memory from here on, as after taking them
   const std::uintmax_t size = std::filesystem::file_size(target);
@@ -198,6 +139,76 @@ void ReportAgainstHex(benchmark::State& state) {
   }
 }
 
+void WebAgainstBase64(benchmark::State& state) {
+  const TemporaryFolder folder;
+  device::HostFiles files;
+  Visit visit(folder.Path(), files);
+  visit.AddInspectionsWithPictures();
+  const auto target = folder.Path() / "report.html";
+  const std::string command = "cat '" + folder.Path().string() + "'/p*.jpg | base64 -w0 | dd of='" +
+                              target.string() + "' bs=64k conv=fsync status=none";
+  visit.WriteReport(kManyPictures, target, u"web");
+  for (auto _ : state) {
+    double page = std::numeric_limits<double>::max();
+    double other = page;
+    for (int run = 0; run < 2 * kRuns; ++run) {
+      std::filesystem::remove(target);
+      ::sync();
+      if (run % 2 == 0) {
+        other = std::min(other, Seconds([&] {
+                           if (std::system(command.c_str()) != 0) std::exit(1);
+                         }));
+      } else {
+        page = std::min(page, Seconds([&] { visit.WriteReport(kManyPictures, target, u"web"); }));
+      }
+    }
+    state.counters["page_s"] = page;
+    state.counters["base64_dd_s"] = other;
+    state.counters["ratio"] = page / other;
+    state.counters["peak_KiB"] = static_cast<double>(PeakMemory());
+    if (page > kAllowedWebRatio * other) Complain("slower than 1.5 times base64 and dd");
+    if (PeakMemory() > kAllowedMemory) Complain("more than 40 MiB of memory");
+  }
+}
+
+void FormatsAgainstRows(benchmark::State& state) {
+  const TemporaryFolder folder;
+  MemoryFiles files;
+  Visit visit(folder.Path(), files);
+  Text words;
+  for (int n = 0; n < 10; ++n) words += u"The flashing has come loose at the chimney. ";
+  visit.AddPlainInspection(kPlain, 400, words);
+  visit.AddPlainInspection(kShort, 100, u"Loose at the chimney.");
+  const auto best = [](const auto& work) {
+    double seconds = std::numeric_limits<double>::max();
+    for (int run = 0; run < 10 * kRuns; ++run) seconds = std::min(seconds, Seconds(work));
+    return seconds;
+  };
+  for (auto _ : state) {
+    for (const auto& [format, layout] :
+         std::initializer_list<std::pair<Text, Text>>{{u"inspection", u"4 Column"},
+                                                      {u"inspection", u"3 Column"},
+                                                      {u"inspection", u"2 Column"},
+                                                      {u"inspection", u"1 Column"},
+                                                      {u"inspection", u"Full Narrative"},
+                                                      {u"summary", u"4 Column"},
+                                                      {u"major-systems", u"4 Column"},
+                                                      {u"text", u""},
+                                                      {u"web", u""},
+                                                      {u"html", u""}}) {
+      const int inspection = format == u"html" ? kShort : kPlain;
+      const double rows =
+          best([&] { benchmark::DoNotOptimize(ReadRows(visit.GetWorkspace().GetDatabases(), inspection)); });
+      const double report =
+          best([&] { visit.WriteReport(inspection, folder.Path() / "pages", format, layout); });
+      state.counters[device::ToUtf8(format + u" " + layout)] = report / rows;
+      if (report > kAllowedFormatRatio * rows) Complain("slower than 3 times reading the rows");
+    }
+  }
+}
+
+BENCHMARK(FormatsAgainstRows)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(WebAgainstBase64)->Iterations(1)->Unit(benchmark::kSecond);
 BENCHMARK(ReportAgainstHex)->Arg(kFewPictures)->Arg(kManyPictures)->Iterations(1)->Unit(benchmark::kSecond);
 
 }  // namespace

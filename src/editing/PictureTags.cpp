@@ -15,6 +15,13 @@ constexpr TextView kPicture = u"Picture-";
 constexpr TextView kDesktopDrive = u"C:\\";
 constexpr int kFullSize = 100;
 
+// Most texts have no asterisk at all.
+std::size_t FindMark(TextView text, std::size_t from) {
+  from = device::FindUnit(
+      text, [](char16_t unit) { return unit == u'*'; }, from);
+  return from == TextView::npos ? from : text.find(kMark, from);
+}
+
 // The first tag, after removing it wherever it stands.
 Text TakeFirstTag(Text& text) {
   Text tag = FindFirstTag(text);
@@ -25,9 +32,9 @@ Text TakeFirstTag(Text& text) {
 }  // namespace
 
 Text FindFirstTag(TextView text) {
-  const std::size_t begin = text.find(kMark);
+  const std::size_t begin = FindMark(text, 0);
   if (begin == TextView::npos) return {};
-  const std::size_t end = text.find(kMark, begin + kMark.size());
+  const std::size_t end = FindMark(text, begin + kMark.size());
   if (end == TextView::npos) return {};
   return Text(text.substr(begin, end + kMark.size() - begin));
 }

@@ -1,10 +1,21 @@
 #include "reports/HtmlEscape.h"
 
+#include <algorithm>
+
 namespace inspector::reports {
 
 void AppendEscaped(Text& page, TextView words, TextView lineEnd) {
-  for (std::size_t at = 0; at < words.size(); ++at) {
-    switch (words[at]) {
+  constexpr auto kIsSpecial = [](char16_t unit) {
+    return (unit == u'&') | (unit == u'<') | (unit == u'>') | (unit == u'"') | (unit == u'\r') |
+           (unit == u'\n');
+  };
+  std::size_t at = 0;
+  while (true) {
+    const std::size_t special = std::min(device::FindUnit(words, kIsSpecial, at), words.size());
+    page.append(words.substr(at, special - at));
+    if (special == words.size()) return;
+    at = special + 1;
+    switch (words[special]) {
       case u'&':
         page += u"&amp;";
         break;
@@ -19,13 +30,13 @@ void AppendEscaped(Text& page, TextView words, TextView lineEnd) {
         break;
       case u'\r':
         page += lineEnd;
-        if (at + 1 < words.size() && words[at + 1] == u'\n') ++at;
+        if (words.substr(at).starts_with(u'\n')) ++at;
         break;
       case u'\n':
         page += lineEnd;
         break;
       default:
-        page += words[at];
+        break;
     }
   }
 }

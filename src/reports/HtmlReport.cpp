@@ -98,6 +98,7 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
     if (!progress.PartDone()) return;
   }
   pages.AddEnd();
+  pictures.DropThoseOf(run.Target().path / device::ToUtf8(HtmlPages::kInspectionFile));
   progress.SetStatus(u"Saving to file...");
   if (!SavePage(run, HtmlPages::kInspectionFile, pages.Inspection()) ||
       !SavePage(run, HtmlPages::kContentsFile, pages.Contents()) ||

@@ -9,7 +9,8 @@ namespace {
 
 // The next line of the text, without its end; `text` goes on behind it.
 TextView TakeLine(TextView& text) {
-  const std::size_t end = std::min(text.find_first_of(u"\r\n"), text.size());
+  const auto isEnd = [](char16_t unit) { return (unit == u'\r') | (unit == u'\n'); };
+  const std::size_t end = std::min(device::FindUnit(text, isEnd), text.size());
   const TextView line = text.substr(0, end);
   text.remove_prefix(end);
   if (text.starts_with(u"\r\n")) {

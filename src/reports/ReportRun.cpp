@@ -26,12 +26,13 @@ bool IsFolder(const std::filesystem::path& path) {
   return name.empty() || name == "." || name == ".." || std::filesystem::is_directory(path, error);
 }
 
-Text DescribeFailure(const std::filesystem::path& file, const std::string& error) {
+Text DescribeFailure(const std::filesystem::path& file, const std::string& error, bool isWhole) {
   const bool isFull =
       error == std::generic_category().message(ENOSPC) || error == std::generic_category().message(EDQUOT);
-  const TextView advice = IsFolder(file) ? u"Give the file a name in that folder"
-                          : isFull       ? u"Free some space on the disk or choose another folder"
-                                         : u"Choose another place";
+  const TextView advice = isFull ? u"Free some space on the disk or choose another folder"
+                          : IsFolder(file) && isWhole  ? u"Give the file a name in that folder"
+                          : IsFolder(file) && !isWhole ? u"Move it away or choose another folder"
+                                                       : u"Choose another place";
   return device::Format(
       u"The report %s could not be written%s%s. %s, and make it again. Nothing was left half-written.",
       device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error), advice);
@@ -91,45 +92,40 @@ std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
   return error;
 }
 
-void ReportRun::Copy(const std::filesystem::path& source, const std::filesystem::path& file) {
-  m_Copies.push_back({source, file});
-}
-
-bool ReportRun::TellFailure(const std::filesystem::path& file, const std::string& error) {
-  device::ShowError(m_Machine.prompts, DescribeFailure(file, error));
-  return false;
-}
-
-bool ReportRun::MakeCopies() {
-  for (const FileCopy& copy : m_Copies)
-    if (m_Progress.IsCancelled() || !MakeCopy(copy)) return false;
-  return true;
-}
-
-bool ReportRun::MakeCopy(const FileCopy& copy) {
-  const bool isNew = !m_Machine.files.Exists(copy.file);
-  const auto source = m_Machine.files.OpenForReading(copy.source);
-  if (source == nullptr) return TellFailure(copy.source, {});
-  const auto output = m_Machine.files.Create(copy.file);
+bool ReportRun::Copy(device::InputFile& source, const std::filesystem::path& file) {
+  const auto output = m_Machine.files.Create(file);
   std::vector<char> block(kCopyBlock);
   std::int64_t count = 0;
   do {
-    count = source->Read(block.data(), block.size());
+    count = source.Read(block.data(), block.size());
   } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
-  if (count != 0 || !output->Commit()) return TellFailure(copy.file, output->Error());
-  if (isNew) m_NewFiles.push_back(copy.file);
+  if (count < 0) return false;
+  if (count == 0 && output->Commit()) {
+    m_NewFiles.push_back(file);
+  } else if (!m_CopyFailure) {
+    m_CopyFailure.emplace(file, output->Error());
+  }
   return true;
+}
+
+ReportResult ReportRun::TellFailure(const std::filesystem::path& file, const std::string& error) {
+  device::ShowError(m_Machine.prompts, DescribeFailure(file, error, file == m_Target.path));
+  return ReportResult::Failed;
 }
 
 ReportResult ReportRun::Finish() {
   if (m_Progress.IsCancelled()) return ReportResult::Cancelled;
   if (m_IsRefused) return ReportResult::Failed;
-  if (!MakeCopies()) return m_Progress.IsCancelled() ? ReportResult::Cancelled : ReportResult::Failed;
+  if (m_CopyFailure) return TellFailure(m_CopyFailure->first, m_CopyFailure->second);
+  // What can be known to fail does so before the first file has appeared.
+  for (const Part& part : m_Parts)
+    if (!part.output->Error().empty()) return TellFailure(part.file, part.output->Error());
   for (const Part& part : m_Parts) {
-    if (part.output->Commit()) continue;
-    TellFailure(part.file, part.output->Error());
-    return ReportResult::Failed;
+    const bool isNew = !m_Machine.files.Exists(part.file);
+    if (!part.output->Commit()) return TellFailure(part.file, part.output->Error());
+    if (isNew) m_NewFiles.push_back(part.file);
   }
+  for (const std::filesystem::path& file : m_OldFiles) m_Machine.files.Remove(file);
   m_NewFiles.clear();
   m_MadeFolders.clear();
   return ReportResult::Written;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "device/Machine.h"
@@ -69,8 +70,11 @@ public:
   device::OutputFile& Create() { return Create(m_Target.path); }
   // One of several. They appear in the order in which they were created.
   device::OutputFile& Create(const std::filesystem::path& file);
-  // A copy of a file that can be read. It is made by Finish, before the others appear.
-  void Copy(const std::filesystem::path& source, const std::filesystem::path& file);
+  // A file that stays in another program's format, at once and never over one that is there. False when
+  // `source` cannot be read to its end: then there is no copy. What the disk refuses is told by Finish.
+  bool Copy(device::InputFile& source, const std::filesystem::path& file);
+  // A file of an earlier writing goes once all of this one are there.
+  void RemoveAtEnd(std::filesystem::path file) { m_OldFiles.push_back(std::move(file)); }
   // Makes a folder, whose parent is there. It is removed again when the report is not written.
   std::error_code MakeFolder(const std::filesystem::path& folder);
   // Nothing is to be written; the person knows why.
@@ -84,21 +88,16 @@ private:
     std::filesystem::path file;
     std::unique_ptr<device::OutputFile> output;
   };
-  struct FileCopy {
-    std::filesystem::path source;
-    std::filesystem::path file;
-  };
-  bool MakeCopies();
-  bool MakeCopy(const FileCopy& copy);
-  bool TellFailure(const std::filesystem::path& file, const std::string& error);
+  ReportResult TellFailure(const std::filesystem::path& file, const std::string& error);
 
   const device::Machine m_Machine;
   const ReportTarget m_Target;
   ReportProgress m_Progress;
   std::vector<Part> m_Parts;
-  std::vector<FileCopy> m_Copies;
   std::vector<std::filesystem::path> m_NewFiles;  // that are removed unless all are there
+  std::vector<std::filesystem::path> m_OldFiles;
   std::vector<std::filesystem::path> m_MadeFolders;
+  std::optional<std::pair<std::filesystem::path, std::string>> m_CopyFailure;
   bool m_IsRefused = false;
 };
 

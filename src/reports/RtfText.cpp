@@ -3,10 +3,12 @@
 namespace inspector::reports {
 
 Text EscapeText(TextView text) {
-  constexpr TextView kSpecial = u"{}\r\u00ac";
+  constexpr auto kIsSpecial = [](char16_t unit) {
+    return (unit == u'{') | (unit == u'}') | (unit == u'\r') | (unit == u'\u00ac');
+  };
   Text escaped;
   escaped.reserve(text.size());
-  std::size_t at = text.find_first_of(kSpecial);
+  std::size_t at = device::FindUnit(text, kIsSpecial);
   while (at != TextView::npos && at > 0) {
     escaped.append(text.substr(0, at));
     const char16_t special = text[at];
@@ -16,7 +18,7 @@ Text EscapeText(TextView text) {
       escaped.append(u"\\par ");
     }
     text.remove_prefix(at + 1);
-    at = text.find_first_of(kSpecial);
+    at = device::FindUnit(text, kIsSpecial);
   }
   return escaped.append(text);
 }
