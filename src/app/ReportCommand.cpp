@@ -9,6 +9,7 @@
 
 #include "device/Format.h"
 #include "device/ui/TextConversion.h"
+#include "reports/HtmlReport.h"
 #include "reports/ReportForm.h"
 #include "reports/ui/ReportDialog.h"
 
@@ -17,25 +18,47 @@ namespace {
 
 using device::Text;
 
-// The pages for viewing name each other by their places on the device, which lead nowhere else: what is
-// opened is a copy whose pages find each other anywhere.
-std::filesystem::path CopyForViewing(data::Workspace& workspace, reports::ReportForm& form,
-                                     std::int32_t inspectionID) {
-  QTemporaryDir folder;
-  folder.setAutoRemove(false);  // it is still open when the program ends
-  if (!folder.isValid()) return {};
-  reports::ReportRequest request{inspectionID, u"html", form.Choices(), {}};
-  request.choices.deselected = form.Categories().Deselected();
-  request.target = QFile::encodeName(folder.path()).toStdString();
-  const reports::ReportOutcome outcome = reports::MakeReport(workspace, request);
-  return outcome.result == reports::ReportResult::Written ? outcome.file / "index.htm"
-                                                          : std::filesystem::path();
-}
+// A folder that goes with the window, because what is shown may be looked at for as long.
+class CopyOfPages : public QObject {
+public:
+  using QObject::QObject;
+
+  // The pages for viewing name each other by their places on the device, which lead nowhere else: in the copy
+  // they find each other. Empty when there is no room.
+  std::filesystem::path Make(const std::filesystem::path& pages) {
+    const std::filesystem::path folder = QFile::encodeName(m_Folder.path()).toStdString();
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(pages, error)) {
+      const std::string name = entry.path().filename().string();
+      if (name == "index.htm" || !(name.ends_with(".htm") || name.starts_with("picture"))) continue;
+      if (!std::filesystem::copy_file(entry.path(), folder / name, error)) return {};
+    }
+    QFile index(m_Folder.filePath(QStringLiteral("index.htm")));
+    const std::string frames = device::ToUtf8(reports::HtmlReport::FramesPage({}));
+    const bool isWritten =
+        index.open(QIODevice::WriteOnly) && index.write(frames.c_str()) > 0 && index.flush();
+    return !error && isWritten ? folder / "index.htm" : std::filesystem::path();
+  }
+
+private:
+  QTemporaryDir m_Folder;
+};
+
+constexpr std::size_t kNotesInBox = 2;  // more of them would make it higher than a screen
 
 Text Described(const reports::ReportOutcome& outcome) {
   Text text = u"The report is written:\n" + device::FromUtf8(outcome.file.native());
+  if (outcome.notes.size() > kNotesInBox)
+    return text + device::Format(u"\n\n%d pictures are not in it as they should be; the details say which.",
+                                 outcome.notes.size());
   for (const Text& note : outcome.notes) text += u"\n\n" + note;
   return text;
+}
+
+Text AllNotes(const reports::ReportOutcome& outcome) {
+  Text notes;
+  for (const Text& note : outcome.notes) notes += note + u"\n";
+  return notes;
 }
 
 }  // namespace
@@ -47,8 +70,7 @@ bool OpenInSystem(const std::filesystem::path& file) {
 Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const OpenFile& open) {
   document.FinishDocTypeChange();
   data::Workspace& workspace = document.GetWorkspace();
-  const std::int32_t inspectionID = document.Inspection().m_InspectionID;
-  reports::ReportForm form(workspace, inspectionID);
+  reports::ReportForm form(workspace, document.Inspection().m_InspectionID);
   if (form.Failed()) return {};
   reports::ui::ReportDialog dialog(form, workspace.GetPrompts(), &window);
   if (dialog.exec() != QDialog::Accepted) return {};
@@ -60,6 +82,7 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   box.setIcon(QMessageBox::Information);
   box.setTextFormat(Qt::PlainText);
   box.setText(device::ui::ToDisplay(Described(outcome)));
+  if (outcome.notes.size() > kNotesInBox) box.setDetailedText(device::ui::ToQString(AllNotes(outcome)));
   QPushButton* const openButton = box.addButton(QStringLiteral("&Open"), QMessageBox::AcceptRole);
   QPushButton* const folderButton = box.addButton(QStringLiteral("&Show in folder"), QMessageBox::ActionRole);
   QPushButton* const close = box.addButton(QMessageBox::Close);
@@ -72,7 +95,11 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   if (box.clickedButton() == openButton) {
     wanted = outcome.file;
     if (isFolder) wanted /= "index.htm";
-    if (form.Kind().Name() == u"html-view") wanted = CopyForViewing(workspace, form, inspectionID);
+    if (form.Kind().Used().ownFolder) wanted = (new CopyOfPages(&window))->Make(outcome.file);
+    if (wanted.empty())
+      device::ShowError(
+          workspace.GetPrompts(),
+          u"There is no room for the pages to be shown. Free some space on the disk and try again.");
   } else if (box.clickedButton() == folderButton) {
     wanted = isFolder ? outcome.file : outcome.file.parent_path();
   }

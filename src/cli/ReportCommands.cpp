@@ -6,7 +6,6 @@
 #include "reports/CategorySelection.h"
 #include "reports/MakeReport.h"
 #include "reports/ReportLayout.h"
-#include "reports/RtfFormat.h"
 
 namespace inspector::cli {
 namespace {
@@ -23,12 +22,11 @@ Text Listed(const std::vector<std::string>& choices) {
   return names;
 }
 
-// The reports in Rich Text; the others are commands of their own.
+// Whatever is one file; some of them are commands of their own as well.
 std::vector<std::string> KindChoices() {
   std::vector<std::string> kinds;
   for (const reports::ReportFormat* const format : reports::Formats())
-    if (dynamic_cast<const reports::RtfFormat*>(format) != nullptr)
-      kinds.push_back(device::ToUtf8(format->Name()));
+    if (!format->Used().folder) kinds.push_back(device::ToUtf8(format->Name()));
   return kinds;
 }
 
@@ -79,8 +77,10 @@ ExitCode MakeChosen(Session& session, const Input& input, reports::ReportRequest
   request.inspectionID = input.Number(0);
   if (!TakeTarget(session, input, request)) return ExitCode::Usage;
   request.choices.pictures = !input.Has("--no-pictures");
-  if (!session.SelectInspection(request.inspectionID) || !TakeSkipped(session, input, request))
-    return ExitCode::Failed;
+  if (!session.SelectInspection(request.inspectionID)) return ExitCode::Failed;
+  const reports::ReportFormat* const format = reports::FindFormat(request.format);
+  const bool usesCategories = format != nullptr && format->Used().categories;
+  if (usesCategories && !TakeSkipped(session, input, request)) return ExitCode::Failed;
   return Make(session, request);
 }
 

@@ -95,6 +95,9 @@ fs::path DevicePaths::ResolveTyped(TextView path) const {
   if (path.empty()) return {};
   if (path.front() == u'\\') return Resolve(path);
   if (path.front() == u'/') return HostName(path);
+  // A shell has done that already; a dialog has not.
+  if (const char* const home = std::getenv("HOME"); home != nullptr && path.starts_with(u"~/"))
+    return fs::path(home) / HostName(path.substr(2));
   std::error_code error;  // a start folder that is gone by now leaves the path relative
   return fs::current_path(error) / HostName(path);
 }

@@ -20,7 +20,7 @@ public:
   std::filesystem::path Resolve(TextView devicePath) const;
 
   // A path that a person typed: absolute on the host when it begins with '/', on the device when it begins
-  // with '\', else relative to the folder the program was started in.
+  // with '\', in the person's home with "~/", else relative to the folder the program was started in.
   std::filesystem::path ResolveTyped(TextView path) const;
 
   // A path that was stored: as ResolveTyped for '/', everything else lies below the root. In which folder the

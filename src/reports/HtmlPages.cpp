@@ -78,8 +78,8 @@ void HtmlPages::AddTextBlock(TextView title, const Text& words) {
   block.Add<HtmlText>(words, HtmlText::Style{.italic = title.empty()});
 }
 
-void HtmlPages::AddCategory(const ReportSection& category) {
-  if (category.isSkipped || category.steps.empty()) return;
+bool HtmlPages::AddCategory(const ReportSection& category, ReportProgress& progress) {
+  if (category.isSkipped || category.steps.empty()) return true;
   const Text name = device::Format(u"cat%d", category.categoryID);
   m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionFile, name), u"main", category.title);
   m_Contents.Add<HtmlFixed>(Text(kLineEnd));
@@ -89,8 +89,11 @@ void HtmlPages::AddCategory(const ReportSection& category) {
   HtmlTable& table = m_Inspection.Add<HtmlTable>(
       HtmlTable::Form{.width = 100, .isPercent = true, .spacing = 0, .padding = 2});
   AddHeading(table);
-  for (const ReportStep& step : category.steps)
+  for (const ReportStep& step : category.steps) {
     if (step.isReported) AddStep(table, step);
+    if (!progress.StepDone()) return false;
+  }
+  return true;
 }
 
 void HtmlPages::AddHeading(HtmlTable& table) const {

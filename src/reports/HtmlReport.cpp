@@ -56,14 +56,6 @@ bool IsThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
-Text FramesPage(TextView folder) {
-  return device::Format(
-      u"<html><head><title>Inspection Report</title></head><frameset cols=\"150,*\">"
-      u"<frame name=\"contents\" target=\"contents\" src=\"%stoc.htm\">"
-      u"<frame name=\"main\" src=\"%sinspection.htm\" target=\"main\"></frameset></html>",
-      folder, folder);
-}
-
 // False when the page is too large and the person does not want a part of it. A full disk is told at the end.
 bool SavePage(ReportRun& run, TextView name, const Text& page) {
   std::string bytes = device::ToCodePage(page);
@@ -87,6 +79,14 @@ bool SavePage(ReportRun& run, TextView name, const HtmlPage& page) {
 
 }  // namespace
 
+Text HtmlReport::FramesPage(TextView folder) {
+  return device::Format(
+      u"<html><head><title>Inspection Report</title></head><frameset cols=\"150,*\">"
+      u"<frame name=\"contents\" target=\"contents\" src=\"%stoc.htm\">"
+      u"<frame name=\"main\" src=\"%sinspection.htm\" target=\"main\"></frameset></html>",
+      folder, folder);
+}
+
 void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   if (!Prepare(source.content.header, run)) return run.Refuse();
   PagePictures pictures(source.pictures, run, run.Target().path);
@@ -94,8 +94,7 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   ReportProgress& progress = run.Progress();
   progress.SetStatus(u"Building Categories...");
   for (const ReportSection& category : source.content.sections) {
-    pages.AddCategory(category);
-    if (!progress.PartDone()) return;
+    if (!pages.AddCategory(category, progress) || !progress.PartDone()) return;
   }
   pages.AddEnd();
   pictures.DropThoseOf(run.Target().path / device::ToUtf8(HtmlPages::kInspectionFile));

@@ -18,8 +18,12 @@ public:
   }
   void Write(const ReportSource& source, ReportRun& run) const override;
 
+  // The page with both frames, whose pages lie in `folder`, which ends with its slash; empty for beside it.
+  static Text FramesPage(TextView folder);
+
 protected:
-  HtmlReport(TextView name, TextView title) : ReportFormat(name, title, {.pictures = true, .folder = true}) {}
+  HtmlReport(TextView name, TextView title, bool ownFolder)
+      : ReportFormat(name, title, {.ownFolder = ownFolder, .folder = true}) {}
 
   // False: nothing is to be written, and the person knows why.
   virtual bool Prepare(const ReportHeader& header, ReportRun& run) const = 0;
@@ -30,7 +34,7 @@ protected:
 // In a folder of its own, to be copied to wherever the client wants it.
 class HtmlExport : public HtmlReport {
 public:
-  HtmlExport() : HtmlReport(u"html", u"Web pages in a folder") {}
+  HtmlExport() : HtmlReport(u"html", u"Web pages in a folder", false) {}
 
   device::SaveQuestion Question(const ReportHeader& header) const override;
   TextView ProgressTitle() const override { return u"Exporting HTML..."; }
@@ -43,7 +47,7 @@ protected:
 // In the program's folder, to be looked at on the device. The pages name each other by their places there.
 class HtmlView : public HtmlReport {
 public:
-  HtmlView() : HtmlReport(u"html-view", u"Web pages on the device") {}
+  HtmlView() : HtmlReport(u"html-view", u"Web pages on the device", true) {}
 
   device::SaveQuestion Question(const ReportHeader& header) const override;
   TextView ProgressTitle() const override { return u"Building HTML..."; }

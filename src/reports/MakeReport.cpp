@@ -40,6 +40,7 @@ Text Collect(data::Workspace& workspace, const ReportRequest& request, const Rep
   return {};
 }
 
+// Nothing when the person cancels.
 std::optional<ReportTarget> TargetOf(const device::Machine& machine, const ReportRequest& request,
                                      const ReportFormat& format, const ReportHeader& header) {
   if (request.target) return ReportTarget{*request.target, false};
@@ -51,11 +52,26 @@ std::optional<ReportTarget> TargetOf(const device::Machine& machine, const Repor
   return ReportTarget{*chosen, false};
 }
 
-bool IsDatabase(data::Workspace& workspace, const std::filesystem::path& file) {
+// Why a report must not replace this file; empty when it may.
+Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file) {
   data::Databases& databases = workspace.GetDatabases();
   std::error_code notThere;
-  return std::filesystem::equivalent(file, databases.Template().File(), notThere) ||
-         std::filesystem::equivalent(file, databases.Inspection().File(), notThere);
+  std::vector<std::filesystem::path> own = {databases.Template().File(), databases.Inspection().File(),
+                                            workspace.GetMachine().registry.Path()};
+  for (const std::filesystem::path& database : {own[0], own[1]})
+    own.emplace_back(database.native() + ".lock");
+  for (const std::filesystem::path& each : own)
+    if (std::filesystem::equivalent(file, each, notThere))
+      return device::Format(
+          u"%s is a database of this program, or a file beside it. Give the report another name.",
+          device::FromUtf8(file.native()));
+  // Perhaps one that this very report shows.
+  for (const std::string end : {".jpg", ".jpeg", ".png", ".gif", ".bmp", ".2bp"})
+    if (device::EqualIgnoringCase(device::FromUtf8(file.extension().native()), device::FromUtf8(end)) &&
+        std::filesystem::exists(file, notThere))
+      return device::Format(u"%s has the name of a picture, and would be lost. Give the report another name.",
+                            device::FromUtf8(file.native()));
+  return {};
 }
 
 }  // namespace
@@ -70,12 +86,14 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   ReportContent content;
   if (const Text problem = Collect(workspace, request, *format, content); !problem.empty())
     return Refuse(machine.prompts, problem);
+  if (request.target && format->Used().ownFolder)
+    return Refuse(machine.prompts,
+                  u"These pages lie in the program's own folder, by which they name each other. Make "
+                  u"the web pages in a folder to put them elsewhere.");
   const auto target = TargetOf(machine, request, *format, content.header);
   if (!target) return {ReportResult::Cancelled, {}, {}};
-  if (IsDatabase(workspace, target->path))
-    return Refuse(machine.prompts,
-                  device::Format(u"%s is a database of this program. Give the report another name.",
-                                 device::FromUtf8(target->path.native())));
+  if (const Text problem = WhyNotReplace(workspace, target->path); !problem.empty())
+    return Refuse(machine.prompts, problem);
 
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,

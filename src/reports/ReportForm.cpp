@@ -15,8 +15,22 @@ const Text kKind = u"Kind";
 const Text kLayout = u"Layout";
 const Text kRating = u"Rating";
 const Text kPictures = u"Pictures";
+const Text kFolder = u"Folder";
 const Text kYes = u"yes";
 const Text kNo = u"no";
+
+// With its slash; empty when the name says nothing of one.
+Text FolderOf(const Text& target) {
+  return target.substr(0, target.find_last_of(u"/\\") + 1);
+}
+
+// "visit.html", but not "Elm St. 12".
+bool HasExtension(const Text& target) {
+  const std::size_t stop = target.find_last_of(u"./\\");
+  if (stop == Text::npos || target[stop] != u'.') return false;
+  const std::size_t letters = target.size() - stop - 1;
+  return letters > 0 && letters <= 5 && target.find(u' ', stop) == Text::npos;
+}
 
 }  // namespace
 
@@ -38,7 +52,7 @@ ReportForm::ReportForm(data::Workspace& workspace, std::int32_t inspectionID)
   const Text rating = registry.Read(kKey, kRating).value_or(u"");
   if (std::find(ratings.begin(), ratings.end(), rating) != ratings.end()) m_Choices.rating = rating;
   m_Choices.pictures = registry.Read(kKey, kPictures) != kNo;
-  Suggest();
+  m_LastFolder = registry.Read(kKey, kFolder).value_or(u"");
 }
 
 std::vector<Text> ReportForm::Ratings() {
@@ -48,29 +62,33 @@ std::vector<Text> ReportForm::Ratings() {
 }
 
 void ReportForm::ChooseKind(const ReportFormat& kind) {
-  const bool wasFolder = m_Kind->Used().folder;
+  const Text formerEnd = u"." + m_Kind->Question(m_Header).defaultExtension;
   m_Kind = &kind;
-  // A name that was chosen for a file is none for a folder, nor has it the right end for another kind of
-  // file.
-  if (m_IsTargetChosen && !wasFolder && !kind.Used().folder) {
-    const std::size_t end = m_Target.find_last_of(u"./\\");
-    if (end != Text::npos && m_Target[end] == u'.')
-      m_Target = m_Target.substr(0, end + 1) + kind.Question(m_Header).defaultExtension;
-    return;
-  }
-  Suggest();
+  Text& own = OwnTarget();
+  // The name stays, with the end of another kind of file.
+  if (!own.empty() && !kind.Used().folder && own.ends_with(formerEnd))
+    own.replace(own.size() - formerEnd.size(), formerEnd.size(),
+                u"." + kind.Question(m_Header).defaultExtension);
 }
 
-void ReportForm::Suggest() {
+// One for files and one for folders, so that a look at another kind forgets neither.
+Text& ReportForm::OwnTarget() {
+  return m_Kind->Used().folder ? m_OwnFolder : m_OwnFile;
+}
+
+Text ReportForm::Suggestion() const {
   const device::SaveQuestion question = m_Kind->Question(m_Header);
-  m_Target = question.folder + question.suggestedName;
-  m_IsTargetChosen = false;
+  const bool isElsewhere = !m_LastFolder.empty() && !m_Kind->Used().folder;
+  return (isElsewhere ? m_LastFolder : question.folder) + question.suggestedName;
+}
+
+Text ReportForm::Target() const {
+  const Text& own = m_Kind->Used().folder ? m_OwnFolder : m_OwnFile;
+  return own.empty() || m_Kind->Used().ownFolder ? Suggestion() : own;
 }
 
 void ReportForm::ChooseTarget(const Text& target) {
-  if (target == m_Target) return;
-  m_Target = target;
-  m_IsTargetChosen = true;
+  if (!m_Kind->Used().ownFolder) OwnTarget() = target == Suggestion() ? Text() : target;
 }
 
 void ReportForm::ChooseAgreedTarget(const std::filesystem::path& target) {
@@ -83,17 +101,27 @@ std::optional<device::SaveQuestion> ReportForm::SaveQuestion() const {
   return m_Kind->Question(m_Header);
 }
 
+// What a person types without saying where lies with the other documents, and gets the end that it lacks.
+std::filesystem::path ReportForm::Resolved() const {
+  Text target = Target();
+  const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
+  if (!isWhole) target = u"\\My Documents\\" + target;
+  if (!m_Kind->Used().folder && !HasExtension(target))
+    target += u"." + m_Kind->Question(m_Header).defaultExtension;
+  return m_Workspace.GetMachine().paths.ResolveTyped(target);
+}
+
 ReportOutcome ReportForm::Make() {
   const device::Machine& machine = m_Workspace.GetMachine();
   ReportRequest request{m_InspectionID, Text(m_Kind->Name()), m_Choices, std::nullopt};
   request.choices.deselected = m_Categories.Deselected();
   const bool isFolder = m_Kind->Used().folder;
-  if (m_Target.find_first_not_of(u' ') == Text::npos) {
+  if (Target().find_first_not_of(u' ') == Text::npos) {
     device::ShowError(machine.prompts, u"Say where the report is to be written.");
     return {};
   }
   // A folder that was suggested goes by the device's own rules.
-  if (!isFolder || m_IsTargetChosen) request.target = machine.paths.ResolveTyped(m_Target);
+  if (!isFolder || Target() != Suggestion()) request.target = Resolved();
   if (!isFolder && *request.target != m_Agreed && machine.files.Exists(*request.target) &&
       !device::ConfirmCaution(machine.prompts,
                               device::Format(u"%s already exists. Do you want to replace it?",
@@ -109,7 +137,9 @@ void ReportForm::Remember() {
   if (!machine.registry.Write(kKey, kKind, Text(m_Kind->Name())) ||
       !machine.registry.Write(kKey, kLayout, m_Choices.layout) ||
       !machine.registry.Write(kKey, kRating, m_Choices.rating) ||
-      !machine.registry.Write(kKey, kPictures, m_Choices.pictures ? kYes : kNo))
+      !machine.registry.Write(kKey, kPictures, m_Choices.pictures ? kYes : kNo) ||
+      (!m_OwnFile.empty() && !m_Kind->Used().folder &&
+       !machine.registry.Write(kKey, kFolder, FolderOf(m_OwnFile))))
     machine.faults.Report(machine.registry.LastError());
 }
 

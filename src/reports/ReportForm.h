@@ -17,7 +17,7 @@ public:
   bool Failed() const { return m_Failed || m_Categories.Failed(); }
 
   const ReportFormat& Kind() const { return *m_Kind; }
-  // Also suggests another file, unless a person has named one.
+  // A file that a person has named keeps its name, with the end of the new kind.
   void ChooseKind(const ReportFormat& kind);
 
   // The ratings of the library, after "<All Ratings>".
@@ -28,8 +28,9 @@ public:
   void ChoosePictures(bool pictures) { m_Choices.pictures = pictures; }
   CategorySelection& Categories() { return m_Categories; }
 
-  // As a person may type it: a path on the host, or on the device when it begins with a backslash.
-  const Text& Target() const { return m_Target; }
+  // As a person may type it: a path on the host, or on the device when it begins with a backslash; a bare
+  // name lies in "My Documents".
+  Text Target() const;
   void ChooseTarget(const Text& target);
   // A person has agreed to replace what is there.
   void ChooseAgreedTarget(const std::filesystem::path& target);
@@ -40,7 +41,9 @@ public:
   ReportOutcome Make();
 
 private:
-  void Suggest();
+  Text& OwnTarget();
+  Text Suggestion() const;
+  std::filesystem::path Resolved() const;
   void Remember();
 
   data::Workspace& m_Workspace;
@@ -49,8 +52,9 @@ private:
   const ReportFormat* m_Kind;
   ReportChoices m_Choices;
   CategorySelection m_Categories;
-  Text m_Target;
-  bool m_IsTargetChosen = false;
+  Text m_OwnFile;    // that a person has named; empty for what is suggested
+  Text m_OwnFolder;  // likewise
+  Text m_LastFolder;
   std::filesystem::path m_Agreed;
   bool m_Failed = false;
 };

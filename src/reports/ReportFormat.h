@@ -36,7 +36,8 @@ public:
     bool rating = false;
     bool categories = true;
     bool pictures = true;
-    bool folder = false;  // it is written into one, which nobody is asked for
+    bool ownFolder = false;  // which no person can choose; only with `folder`
+    bool folder = false;     // it is written into one, which nobody is asked for
   };
 
   ReportFormat(TextView name, TextView title, Uses uses) : m_Name(name), m_Title(title), m_Uses(uses) {}

@@ -84,6 +84,13 @@ void ReportPictures::NoteUnreadable(TextView path) {
   Note(device::Format(u"The picture %s cannot be read, so the report goes without it.", path));
 }
 
+void ReportPictures::NoteUnknown(TextView path) {
+  Note(device::Format(
+      u"%s is no picture, and some word processors refuse a report that holds it. Take it out of "
+      u"the comment and make the report again.",
+      path));
+}
+
 void ReportPictures::NoteCutShort(TextView path) {
   Note(device::Format(u"The picture %s could not be read to its end, so the report holds only a part of it.",
                       path));

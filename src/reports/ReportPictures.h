@@ -35,6 +35,8 @@ public:
   // A tag whose picture is not in the report.
   void NoteMissing(const TagPicture& picture);
   void NoteUnreadable(TextView path);
+  // A file that was put into the report though no reader knows it as a picture.
+  void NoteUnknown(TextView path);
   // A picture that broke off in the middle of a block that had begun.
   void NoteCutShort(TextView path);
   bool Exists(TextView path) const;

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "device/CodePage.h"
+#include "reports/MediaType.h"
 #include "reports/RtfText.h"
 
 namespace inspector::reports {
@@ -203,6 +204,9 @@ bool RtfWriter::WritePictureGroup(TextView path, int percent, std::string_view b
   m_Block.resize(kBlockSize);
   const std::int64_t count = file->Read(m_Block.data(), m_Block.size());
   if (count < 0) return false;
+  // It is written all the same: whoever reads it decides.
+  if (count > 3 && MediaType({m_Block.data(), static_cast<std::size_t>(count)}).empty())
+    m_Pictures.NoteUnknown(path);
 
   const std::string scale = std::to_string(percent);
   Write(before);

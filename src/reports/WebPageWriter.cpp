@@ -5,6 +5,7 @@
 #include "device/Format.h"
 #include "reports/Base64Writer.h"
 #include "reports/HtmlEscape.h"
+#include "reports/MediaType.h"
 #include "reports/ReportWords.h"
 
 namespace inspector::reports {
@@ -37,19 +38,8 @@ constexpr std::string_view kStyle =
     ".small{font-size:.875rem;color:#4a5560}\n"
     "@media (max-width:30rem){dl{display:block}dd{margin:0 0 .5rem}}\n"
     "@media print{body{max-width:none;padding:0;font-size:10.5pt}nav{display:none}a{color:#1b1f23;"
-    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm}}\n";
-
-// Which pictures a browser can show, by their first bytes.
-constexpr std::size_t kSignature = 12;
-
-std::string_view MediaType(std::string_view begin) {
-  if (begin.starts_with("\xFF\xD8\xFF")) return "image/jpeg";
-  if (begin.starts_with("\x89PNG\r\n")) return "image/png";
-  if (begin.starts_with("GIF8")) return "image/gif";
-  if (begin.starts_with("BM")) return "image/bmp";
-  if (begin.starts_with("RIFF") && begin.substr(8) == "WEBP") return "image/webp";
-  return {};
-}
+    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;width:"
+    "auto}}\n";
 
 // A page may hold line ends and tabs but no other control character.
 bool IsControl(char16_t unit) {
@@ -327,7 +317,7 @@ void WebPageWriter::WritePictures(const ReportStep& step) {
 bool WebPageWriter::WritePicture(TextView path, int scaling, TextView description) {
   auto file = m_Pictures.Open(path);
   if (file == nullptr) return false;
-  char begin[kSignature];
+  char begin[kSignatureBytes];
   const std::int64_t count = file->Read(begin, sizeof begin);
   const std::string_view begun(begin, static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
   const std::string_view type = MediaType(begun);

@@ -124,7 +124,6 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
   EXPECT_THAT(tests::ContentOf(m_Device.Root() / "Program Files/Brindlecove/index.htm"),
               HasSubstr("src=\"file:///Program Files\\Brindlecove\\toc.htm\""));
   EXPECT_THAT(tests::ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
-  std::filesystem::remove_all(m_Opened[2].parent_path());
 
   m_HasPrograms = false;
   Write(QStringLiteral("Plain text"), at("report.txt"), QStringLiteral("Open"));

@@ -96,7 +96,8 @@ TEST(RtfWriterTest, APictureStandsInHexWithItsLastByteTwice) {
   EXPECT_TRUE(desk.writer.WriteLogo(u"\\card\\A.JPG"));
   EXPECT_EQ(desk.Taken(), "\\trowd\\trgaph108\\trleft-108\\trhdr\\cellx8747\\intbl\\ql " +
                               Group("100", "616262") + "\\cell\\row ");
-  EXPECT_TRUE(desk.pictures.Notes().empty());
+  ASSERT_EQ(desk.pictures.Notes().size(), 1U) << "once for each file";
+  EXPECT_TRUE(device::Contains(desk.pictures.Notes()[0], u"a.jpg is no picture"));
 }
 
 TEST(RtfWriterTest, WhatCannotBeReadLeavesNoHalfGroup) {
@@ -115,7 +116,7 @@ TEST(RtfWriterTest, WhatCannotBeReadLeavesNoHalfGroup) {
   desk.device.files.FailRead(2);  // the card is pulled out meanwhile
   EXPECT_TRUE(desk.writer.WritePicture(u"\\Card\\a.jpg", 100));
   EXPECT_TRUE(desk.Taken() == Group("100", Hex(std::string(kBlock + 1, 'x'))) + " ");
-  EXPECT_EQ(desk.pictures.Notes().size(), 1U);
+  EXPECT_EQ(desk.pictures.Notes().size(), 2U) << "no picture, and cut short";
 }
 
 TEST(RtfWriterTest, EachTagHasItsParagraphWithOrWithoutPicture) {

@@ -57,8 +57,9 @@ void ScriptedDialogs::Look() {
     m_Boxes.push_back(FromQString(box->windowTitle() + QStringLiteral(": ") + box->text()));
   if (m_Moves.empty() || m_Moves.front().dialog != dialog->objectName()) {
     ADD_FAILURE() << "Unexpected dialog " << dialog->objectName().toStdString() << " \""
-                  << dialog->windowTitle().toStdString() << "\""
-                  << (m_Boxes.empty() ? "" : device::ToUtf8(m_Boxes.back()));
+                  << dialog->windowTitle().toStdString() << "\", expected "
+                  << (m_Moves.empty() ? "none" : m_Moves.front().dialog.toStdString())
+                  << "; last box: " << (m_Boxes.empty() ? "" : device::ToUtf8(m_Boxes.back()));
     dialog->reject();
     return;
   }

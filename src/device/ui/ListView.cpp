@@ -132,8 +132,6 @@ void ListView::ScrollToTop(int row) {
 }
 
 void ListView::LayOut() {
-  // Before it has a place it is as small as no list will be, and every font that might fit would be loaded.
-  if (!testAttribute(Qt::WA_Resized)) return;
   m_Widths = ScaleColumns(m_Model->Columns(), viewport()->width());
   for (std::size_t n = 0; n < m_Widths.size(); ++n)
     horizontalHeader()->resizeSection(static_cast<int>(n), m_Widths[n]);
@@ -170,6 +168,8 @@ bool ListView::ShowsTwoRows() const {
 // With large text on a narrow screen the headings take one that is smaller than that of the rows, so that
 // none is cut.
 void ListView::FitHeadings(double points) {
+  // Before it has a place it is as small as no list will be, and every font that might fit would be loaded.
+  if (!testAttribute(Qt::WA_Resized)) return;
   const auto fits = [this](const QFontMetrics& metrics) {
     for (std::size_t n = 0; n < m_Widths.size(); ++n) {
       const ListColumn& column = m_Model->Columns()[n];

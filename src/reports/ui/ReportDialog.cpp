@@ -5,9 +5,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScroller>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/WrappingCheckBox.h"
 #include "reports/ReportLayout.h"
@@ -35,23 +39,34 @@ ReportDialog::ReportDialog(ReportForm& form, device::Prompts& prompts, QWidget* 
     : QDialog(parent), m_Form(form), m_Prompts(prompts) {
   setObjectName(QStringLiteral("reportDialog"));
   setWindowTitle(QStringLiteral("Report"));
-  m_Kind = MakeDropDown("reportKind", this);
-  m_Layout = MakeDropDown("reportLayout", this);
-  m_Rating = MakeDropDown("reportRating", this);
-  m_Categories = new QPushButton(this);
+  // On a handheld that is turned, or with large text, the fields scroll and the buttons stay.
+  auto* area = new QScrollArea(this);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setFocusPolicy(Qt::NoFocus);
+  QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
+  auto* fields = new QWidget;
+  auto* layout = new QVBoxLayout(fields);
+  layout->setContentsMargins(0, 0, 0, 0);
+  area->setWidget(fields);
+  m_Kind = MakeDropDown("reportKind", fields);
+  m_Layout = MakeDropDown("reportLayout", fields);
+  m_Rating = MakeDropDown("reportRating", fields);
+  m_Categories = new QPushButton(fields);
   m_Categories->setObjectName(QStringLiteral("reportCategories"));
   m_Categories->setAutoDefault(false);
-  m_Pictures = new device::ui::WrappingCheckBox(this);
+  m_Pictures = new device::ui::WrappingCheckBox(fields);
   m_Pictures->setObjectName(QStringLiteral("reportPictures"));
   m_Pictures->setText(tr("With &pictures"));
-  m_Target = new QLineEdit(this);
+  m_Target = new QLineEdit(fields);
   m_Target->setObjectName(QStringLiteral("reportTarget"));
-  m_Browse = new QPushButton(tr("&Browse..."), this);
+  m_Browse = new QPushButton(tr("&Browse..."), fields);
   m_Browse->setObjectName(QStringLiteral("reportBrowse"));
   m_Browse->setAutoDefault(false);
 
   for (const ReportFormat* const kind : Formats()) m_Kind->addItem(ToQString(kind->Title()));
-  for (const ReportLayout* const layout : Layouts()) m_Layout->addItem(ToQString(layout->Name()));
+  for (const ReportLayout* const each : Layouts()) m_Layout->addItem(ToQString(each->Name()));
   for (const Text& rating : m_Form.Ratings()) m_Rating->addItem(ToQString(rating));
   connect(m_Kind, &QComboBox::activated, this, [this](int row) {
     m_Form.ChooseTarget(FromQString(m_Target->text()));
@@ -76,7 +91,6 @@ ReportDialog::ReportDialog(ReportForm& form, device::Prompts& prompts, QWidget* 
   auto* target = new QHBoxLayout;
   target->addWidget(m_Target, 1);
   target->addWidget(m_Browse);
-  auto* layout = new QVBoxLayout(this);
   layout->addWidget(AddField(tr("&Report"), *m_Kind));
   layout->addWidget(m_Kind);
   layout->addWidget(AddField(tr("&Layout"), *m_Layout));
@@ -88,8 +102,11 @@ ReportDialog::ReportDialog(ReportForm& form, device::Prompts& prompts, QWidget* 
   layout->addWidget(AddField(tr("&File or folder"), *m_Target));
   layout->addLayout(target);
   layout->addStretch(1);
-  layout->addWidget(buttons);
-  resize(460, 620);
+  auto* whole = new QVBoxLayout(this);
+  whole->addWidget(area, 1);
+  whole->addWidget(buttons);
+  m_Kind->setFocus();
+  resize(QSize(460, 620).boundedTo(screen()->availableSize()));
 
   const auto kinds = Formats();
   m_Kind->setCurrentIndex(
@@ -114,7 +131,8 @@ void ReportDialog::ShowKind() {
   m_Rating->setEnabled(uses.rating);
   m_Categories->setEnabled(uses.categories);
   m_Pictures->setEnabled(uses.pictures);
-  m_Browse->setEnabled(m_Form.SaveQuestion().has_value());
+  m_Target->setEnabled(!uses.ownFolder);
+  m_Browse->setEnabled(!uses.ownFolder);
   m_Target->setText(ToQString(m_Form.Target()));
   m_Target->setCursorPosition(0);
 }
@@ -132,10 +150,15 @@ void ReportDialog::ChooseCategories() {
 }
 
 void ReportDialog::Browse() {
-  const auto question = m_Form.SaveQuestion();
-  const auto chosen = question ? m_Prompts.AskSavePath(*question) : std::nullopt;
-  if (!chosen) return;
-  m_Form.ChooseAgreedTarget(*chosen);
+  if (const auto question = m_Form.SaveQuestion()) {
+    if (const auto chosen = m_Prompts.AskSavePath(*question)) m_Form.ChooseAgreedTarget(*chosen);
+  } else {
+    device::ui::FileDialog dialog(this, tr("Folder of the pages"), "folderDialog");
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (const auto chosen = dialog.Ask(); !chosen.empty())
+      m_Form.ChooseTarget(device::FromUtf8(chosen.front().native()));
+  }
   ShowKind();
 }
 
