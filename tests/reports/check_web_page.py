@@ -12,11 +12,14 @@ from html.parser import HTMLParser
 from pathlib import Path
 
 sys.dont_write_bytecode = True
-from visits import Home, display_materials, strip_tags
+from visits import Home, display_materials, strip_tags, units
 
 NAMELESS = "(no name)"  # what a heading says that has nothing to say
 
 MEDIA = {b"\xff\xd8\xff": "image/jpeg", b"\x89PN": "image/png"}
+HEADER = ("InspectionNum", "ClientName", "DwellingAddress", "CityStateZip", "ClientAddress", "ClientCityStateZip",
+          "ClientAgent", "RealEstateCompany")
+OFFICE = ("InspectorEntry", "DefinitionOfTerms", "FinePrint", "FooterText")
 VOID = {"meta", "img", "br"}
 # What no page of one file holds: programs, and elements or attributes that fetch or send.
 FORBIDDEN = {"script", "link", "iframe", "object", "embed", "form", "base", "audio", "video", "source", "svg"}
@@ -166,7 +169,30 @@ def style_faults(root):
             yield "%s: %s on %s has too little contrast" % (selector, *pair)
 
 
+def frame_faults(root, content):
+    """What stands around the categories."""
+    said = words(root.text())
+    for told in content["around"]:
+        if words(told) not in said:
+            yield "does not say %s" % words(told)
+    if not any(element.attributes.get("name") == "viewport" for element in root.all("meta")):
+        yield "no viewport: a phone shows it as small as a sheet of paper"
+    style = "".join(element.text() for element in root.all("style"))
+    for rule in ("@media print", "img{max-width:100%"):
+        if rule not in style:
+            yield "no rule %s" % rule
+    sections = ["#" + element.attributes.get("id", "") for element in root.all("section")]
+    links = [link.attributes.get("href") for nav in root.all("nav") for link in nav.all("a")]
+    if links != sections or sections[:1] != ["#attention"]:
+        yield "contents %s, sections %s" % (links, sections)
+    red = [words(element.text()) for section in root.all("section") if section.attributes.get("id") != "attention"
+           for element in section.all("span") if "alert" in element.attributes.get("class", "").split()]
+    if red != content["red"]:
+        yield "red are %s, not %s" % (red, content["red"])
+
+
 def content_faults(root, content):
+    yield from frame_faults(root, content)
     sections = {element.attributes.get("id"): element for element in root.all("section")}
     order = [name for name in sections if name in ("attention", *content["categories"])]
     if order != ["attention", *content["categories"]]:
@@ -189,13 +215,19 @@ def content_of(home, visit):
     flagged, device = home.flagged(), home.device()
     hidden, pictured = home.option("HideRatings"), not home.option("OmitPictures")
     photo = device.read("\\HousePhoto%s.jpg" % home.document_number(visit)) if pictured else None
-    content = {"categories": {}, "attention": "", "pictures": [photo] if photo else []}
+    header, alert = home.header(visit), home.flagged("RedFlag")
+    general = header["GeneralInformation"] or ""
+    content = {"categories": {}, "attention": "", "pictures": [photo] if photo else [], "red": [],
+               "around": [header[name] or "" for name in HEADER] + [general if len(units(general)) > 2 else ""] +
+                         [home.option(name) or "" for name in OFFICE]}
     for category, steps in home.reported(visit):
         urgent, told = [], [words(category["CategoryTitle"]) or NAMELESS]
         for step in steps:
             heading = words(step["StepNumber"] + " " + step["StepTitle"]) or NAMELESS
             rating, comments = "" if hidden else step["InspectResult"], strip_tags(step["Comments"])
             told += [heading, rating, display_materials(step["Materials"]), comments]
+            if rating and (step["RatingType"], rating) in alert:
+                content["red"].append(words(rating))
             if (step["RatingType"], step["InspectResult"]) in flagged:
                 urgent += [heading, rating, comments]
             if pictured:

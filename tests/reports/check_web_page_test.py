@@ -9,9 +9,10 @@ import check_web_page as check
 
 PICTURE = b"\xff\xd8\xff\xd9"
 PAGE = """<!DOCTYPE html>
-<html lang="en"><head><meta charset="utf-8"><title>Report</title>
-<style>body{color:#1b1f23;background:#ffffff}a{color:#0b57a4}.alert{color:#ffffff;background:#a61b14}</style></head>
-<body><h1>Report</h1><ol><li><a href="#cat1">Roof</a></li></ol>
+<html lang="en"><head><meta charset="utf-8"><meta name="viewport" content="width=device-width"><title>Report</title>
+<style>body{color:#1b1f23;background:#ffffff}a{color:#0b57a4}.alert{color:#ffffff;background:#a61b14}
+img{max-width:100%%}@media print{h2{margin:0}}</style></head>
+<body><h1>Report</h1><p>Mr Holm</p><nav><a href="#attention">Urgent</a> <a href="#cat1">Roof</a></nav>
 <section id="attention"><h2>Urgent</h2><p>1 finding.</p><h3>Roof</h3><ul><li><a href="#cat1-1">1 Tiles</a> Bad
 <p>Two &lt;are&gt; gone.</p></li></ul></section>
 <section id="cat1"><h2>Roof</h2><h3 id="cat1-1">1 Tiles <span class="alert">Bad</span></h3><p>Clay</p>
@@ -19,7 +20,7 @@ PAGE = """<!DOCTYPE html>
 <h3 id="cat1-2">2 Ridge</h3><p>Sound.</p></section></body></html>
 """ % base64.b64encode(PICTURE).decode()
 CONTENT = {"categories": {"cat1": "Roof 1 Tiles Bad Clay Two <are> gone. 2 Ridge Sound."},
-           "attention": "Roof 1 Tiles Bad Two <are> gone.", "pictures": [PICTURE]}
+           "attention": "Roof 1 Tiles Bad Two <are> gone.", "pictures": [PICTURE], "around": ["Mr Holm", ""], "red": ["Bad"]}
 
 BROKEN = [  # what changes, and into what; what must be told
     ("<!DOCTYPE html>", "", "no doctype"),
@@ -48,6 +49,11 @@ BROKEN = [  # what changes, and into what; what must be told
     ("Bad\n<p>Two &lt;are&gt; gone.</p>", "Bad", "what needs attention says"),
     ('<section id="attention">', '<section id="later">', "not the list of what needs attention"),
     ("<p>Sound.</p>", "<p>Sound.", "closes"),
+    ("<p>Mr Holm</p>", "", "does not say Mr Holm"),
+    ('<meta name="viewport" content="width=device-width">', "", "no viewport"),
+    ("@media print{h2{margin:0}}", "", "no rule @media print"),
+    ('<a href="#attention">Urgent</a> ', "", "contents"),
+    ('<span class="alert">Bad</span>', "<span>Bad</span>", "red are"),
 ]
 
 

@@ -45,11 +45,16 @@ class Home:
         with self.connect() as database:
             return database.execute("SELECT InspectionNum FROM Inspection WHERE InspectionID = ?", (visit,)).fetchone()[0]
 
-    def flagged(self):
+    def header(self, visit):
+        with self.connect() as database:
+            database.row_factory = sqlite3.Row
+            return database.execute("SELECT * FROM Inspection WHERE InspectionID = ?", (visit,)).fetchone()
+
+    def flagged(self, flags="RedFlag OR SummaryFlag"):
         """Rating types and choices that are red or for the summary."""
         with self.connect("Template") as database:
             return set(database.execute("SELECT RatingType, ChoiceName FROM RatingChoices INNER JOIN RatingType ON "
-                                        "RatingTypeID = RatingType.ID WHERE RedFlag OR SummaryFlag"))
+                                        "RatingTypeID = RatingType.ID WHERE " + flags))
 
     def reported(self, visit):
         """Key and title of each category that has steps to report, with the steps, in the order of a report."""
