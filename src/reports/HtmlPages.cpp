@@ -49,22 +49,12 @@ void HtmlPages::AddHeader() {
     if (!line.empty()) m_Inspection.Add<HtmlText>(line, HtmlText::Style{.centred = true, .bold = isName});
     isName = false;
   }
-  const ReportHeader& header = m_Content.header;
-  const ReportLabels& labels = m_Content.labels;
-  if (auto photo = m_Pictures.OfHouse(header.documentNumber))
+  if (auto photo = m_Pictures.OfHouse(m_Content.header.documentNumber))
     m_Inspection.Add<HtmlParagraph>(HtmlAlign::Center)
         .Add<HtmlPicture>(photo->file, photo->size, Text(u"The house"));
   HtmlTable& table = m_Inspection.Add<HtmlTable>(HtmlTable::Form{.spacing = 0, .padding = 4});
-  AddField(table, labels.documentNumber, header.documentNumber);
-  AddField(table, u"Inspector", header.inspector);
-  AddField(table, labels.date, header.date);
-  AddField(table, labels.dwellingAddress,
-           Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
-  AddField(table, labels.clientName, header.clientName);
-  if (!header.clientAddress[0].empty())
-    AddField(table, labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
-  if (!header.clientAgent.empty()) AddField(table, labels.clientAgent, header.clientAgent);
-  if (!header.realEstateCompany.empty()) AddField(table, labels.realEstateCompany, header.realEstateCompany);
+  for (const HeaderField& field : HeaderFields(m_Content))
+    if (field.isUsual || !field.value.empty()) AddField(table, field.label, field.value);
   if (m_Content.HasGeneralInformation()) AddTextBlock(u"GENERAL INFORMATION", m_Content.generalInformation);
 }
 

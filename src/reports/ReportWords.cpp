@@ -9,6 +9,22 @@ Text Joined(const Text& first, TextView between, const Text& second) {
   return Text(first).append(between).append(second);
 }
 
+std::vector<HeaderField> HeaderFields(const ReportContent& content) {
+  const ReportHeader& header = content.header;
+  const ReportLabels& labels = content.labels;
+  const auto inLines = [](const std::array<Text, 2>& address) {
+    return Joined(address[0], u"\r\n", address[1]);
+  };
+  return {{labels.documentNumber, header.documentNumber},
+          {u"Inspector", header.inspector},
+          {labels.date, header.date},
+          {labels.dwellingAddress, inLines(header.dwellingAddress)},
+          {labels.clientName, header.clientName},
+          {labels.clientAddress, inLines(header.clientAddress), false},
+          {labels.clientAgent, header.clientAgent, false},
+          {labels.realEstateCompany, header.realEstateCompany, false}};
+}
+
 Text WordsOf(const ReportStep& step) {
   constexpr TextView kBlanks = u" \r\n\t";
   Text words = editing::StripTags(step.comments);

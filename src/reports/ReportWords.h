@@ -1,12 +1,21 @@
 // What reports in readers' formats do with the words of a visit.
 #pragma once
 
-#include "reports/ReportStep.h"
+#include <vector>
+
+#include "reports/ReportContent.h"
 
 namespace inspector::reports {
 
 // `between` only where neither is empty.
 Text Joined(const Text& first, TextView between, const Text& second);
+// What a report says of house and client, in this order; with empty values where nothing is known.
+struct HeaderField {
+  Text label;
+  Text value;           // an address in two lines
+  bool isUsual = true;  // expected in every report
+};
+std::vector<HeaderField> HeaderFields(const ReportContent& content);
 // The comments without their tags, and without blanks and empty lines around them.
 Text WordsOf(const ReportStep& step);
 

@@ -58,20 +58,8 @@ public:
 
 private:
   void WriteFields() {
-    const ReportHeader& header = m_Content.header;
-    const ReportLabels& labels = m_Content.labels;
-    WriteField(labels.documentNumber, header.documentNumber);
-    WriteField(u"Inspector", header.inspector);
-    WriteField(labels.date, header.date);
-    WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
-    WriteField(labels.clientName, header.clientName);
-    WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
-    WriteField(labels.clientAgent, header.clientAgent);
-    WriteField(labels.realEstateCompany, header.realEstateCompany);
-  }
-
-  void WriteField(const Text& label, const Text& value) {
-    if (!value.empty()) m_Writer.WriteLabelled(label + u":", value, kHeaderColumn);
+    for (const HeaderField& field : HeaderFields(m_Content))
+      if (!field.value.empty()) m_Writer.WriteLabelled(field.label + u":", field.value, kHeaderColumn);
   }
 
   void WriteBlock(TextView title, const Text& words) {

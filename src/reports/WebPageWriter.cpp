@@ -155,26 +155,17 @@ void WebPageWriter::WriteTitle() {
 }
 
 void WebPageWriter::WriteFields() {
-  const ReportHeader& header = m_Content.header;
-  const ReportLabels& labels = m_Content.labels;
-  // Always there: a list needs an entry.
-  WriteField(labels.documentNumber, HasWords(header.documentNumber) ? header.documentNumber : Text(u"-"));
-  WriteField(u"Inspector", header.inspector);
-  WriteField(labels.date, header.date);
-  WriteField(labels.dwellingAddress, Joined(header.dwellingAddress[0], u"\r\n", header.dwellingAddress[1]));
-  WriteField(labels.clientName, header.clientName);
-  WriteField(labels.clientAddress, Joined(header.clientAddress[0], u"\r\n", header.clientAddress[1]));
-  WriteField(labels.clientAgent, header.clientAgent);
-  WriteField(labels.realEstateCompany, header.realEstateCompany);
-}
-
-void WebPageWriter::WriteField(TextView label, const Text& value) {
-  if (!HasWords(value)) return;
-  Put("<dt>");
-  PutName(label);
-  Put("</dt><dd>");
-  PutWords(value, u"<br>");
-  Put("</dd>\n");
+  bool isEmpty = true;
+  for (const HeaderField& field : HeaderFields(m_Content)) {
+    // Always one: a list needs an entry.
+    if (!HasWords(field.value) && !isEmpty) continue;
+    isEmpty = false;
+    Put("<dt>");
+    PutName(field.label);
+    Put("</dt><dd>");
+    PutWords(HasWords(field.value) ? TextView(field.value) : u"-", u"<br>");
+    Put("</dd>\n");
+  }
 }
 
 void WebPageWriter::WriteContents() {

@@ -31,7 +31,6 @@ private:
   void WritePictures(const ReportStep& step);
   bool WritePicture(TextView path, int scaling, TextView description);
   void WriteRating(const ReportStep& step);
-  void WriteField(TextView label, const Text& value);
   // Paragraphs end at an empty line, lines within one by "<br>".
   void WriteParagraphs(TextView words);
 

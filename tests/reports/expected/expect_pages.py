@@ -110,9 +110,8 @@ class Pages(Readable):
         photo = self.image("\\HousePhoto" + self.header["documentNumber"] + ".jpg", 100, "The house")
         if photo:
             text += '<P ALIGN="CENTER">%s</P>' % photo
-        shown = [True] * 5 + [self.header[name] for name in ("clientAddress", "clientAgent", "realEstateCompany")]
         rows = "".join("<TR><TD><B>%s:</B></TD><TD>%s</TD></TR>\n\n" % (html(label), "<BR>".join(map(html, lines)))
-                       for (label, lines), is_shown in zip(self.title_rows(), shown) if is_shown)
+                       for at, (label, lines) in enumerate(self.title_rows()) if at < 5 or lines)
         text += "<TABLE BORDER=0 CELLSPACING=0 CELLPADING=4>%s\n</TABLE>" % rows
         if self.has_general_information():
             text += '<P ALIGN="LEFT"><B>GENERAL INFORMATION</B><BR>%s</P>' % html(self.general)
