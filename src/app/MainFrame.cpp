@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
@@ -62,7 +63,8 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
       m_EndTimer(
           kEndAfter, m_Machine.faults, [&document] { return document.GetWorkspace().IsBusy(); },
           [this] {
-            FlushAll();
+            // Once more a moment later, when another program is writing.
+            if (!FlushAll() && std::exchange(m_MayEndLater, false)) return false;
             m_End();
             return true;
           }) {
@@ -485,7 +487,7 @@ void CMainFrame::RememberPlace() {
 
 bool CMainFrame::FlushAll() {
   if (m_Document.GetWorkspace().IsBusy()) return false;
-  const device::FaultLog::Unattended unattended(m_Machine.faults);
+  const device::FaultLog::Unattended unattended(m_Machine.faults, false);
   const bool sheet = m_Visit->FlushSheet();
   const bool options = !m_Options || m_Options->Flush();
   const bool screen = CurrentScreen()->Flush();

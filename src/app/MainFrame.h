@@ -125,6 +125,7 @@ private:
   device::ui::PauseTimer m_PlaceTimer;
   device::ui::PauseTimer m_EndTimer;
   std::function<void()> m_End;
+  bool m_MayEndLater = true;
   QTimer m_TidyTimer;
 };
 

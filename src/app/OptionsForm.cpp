@@ -167,6 +167,7 @@ OptionsForm::Values OptionsForm::WithWhatStands(Values values, const Values& ent
 
 data::OptionsSaved OptionsForm::Save(const Values& values) {
   const device::Machine& machine = m_Workspace.GetMachine();
+  const Values former = Load();
   const device::OwnerRecord before = ReadOwner(machine.registry);
   device::OwnerRecord owner = before;
   for (const OwnerEntry& entry : kOwner) owner.*entry.text = values.at(entry.name);
@@ -187,6 +188,9 @@ data::OptionsSaved OptionsForm::Save(const Values& values) {
   // What could not be written must not look as if it were in force, nor what was written already.
   if (saved == data::OptionsSaved::Failed) {
     m_Workspace.ForgetOptions();
+    for (const auto& [name, value] : former)
+      if (!IsKeptElsewhere(name)) data::SetOption(m_Workspace.Options(), name, value);
+    m_Workspace.Options().Write();
     machine.registry.WriteBinary(Text(data::kOwnerKey), kOwnerValue, before.Encode());
     editing::WriteAttachmentForm(machine.registry, formBefore);
   }

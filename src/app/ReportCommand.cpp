@@ -26,12 +26,14 @@ public:
   // The pages for viewing name each other by their places on the device, which lead nowhere else: in the copy
   // they find each other. Empty when there is no room.
   std::filesystem::path Make(const std::filesystem::path& pages) {
+    if (!m_Folder.isValid()) return {};
     const std::filesystem::path folder = QFile::encodeName(m_Folder.path()).toStdString();
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(pages, error)) {
-      const std::string name = entry.path().filename().string();
+    std::filesystem::directory_iterator entry(pages, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+      const std::string name = entry->path().filename().string();
       if (name == "index.htm" || !(name.ends_with(".htm") || name.starts_with("picture"))) continue;
-      if (!std::filesystem::copy_file(entry.path(), folder / name, error)) return {};
+      if (!std::filesystem::copy_file(entry->path(), folder / name, error)) return {};
     }
     QFile index(m_Folder.filePath(QStringLiteral("index.htm")));
     const std::string frames = device::ToUtf8(reports::HtmlReport::FramesPage({}));
@@ -99,7 +101,7 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
     if (wanted.empty())
       device::ShowError(
           workspace.GetPrompts(),
-          u"There is no room for the pages to be shown. Free some space on the disk and try again.");
+          u"The pages could not be copied to be shown. Free some space on the disk and try again.");
   } else if (box.clickedButton() == folderButton) {
     wanted = isFolder ? outcome.file : outcome.file.parent_path();
   }

@@ -120,7 +120,7 @@ void Connection::BeginJournal() {
 
 void Connection::WaitForOthers(bool wait) {
   constexpr auto kWait = [](void* self, int tries) {
-    const bool isTimer = static_cast<Connection*>(self)->m_Faults.IsUnattended();
+    const bool isTimer = static_cast<Connection*>(self)->m_Faults.IsHurried();
     if (tries * kBetweenTries >= (isTimer ? kTimersPatience : kPatience)) return 0;
     sqlite3_sleep(kBetweenTries);
     return 1;

@@ -53,14 +53,23 @@ public:
   // of a person who is typing. What failed is to be shown in another way, from Latest.
   class Unattended {
   public:
-    explicit Unattended(FaultLog& log) : m_Log(log) { ++m_Log.m_Unattended; }
-    ~Unattended() { --m_Log.m_Unattended; }
+    // Hurried: a person is typing meanwhile, so that nothing may wait for long.
+    explicit Unattended(FaultLog& log, bool isHurried = true) : m_Log(log), m_IsHurried(isHurried) {
+      ++m_Log.m_Unattended;
+      m_Log.m_Hurried += m_IsHurried;
+    }
+    ~Unattended() {
+      --m_Log.m_Unattended;
+      m_Log.m_Hurried -= m_IsHurried;
+    }
     Unattended(const Unattended&) = delete;
     Unattended& operator=(const Unattended&) = delete;
 
   private:
     FaultLog& m_Log;
+    const int m_IsHurried;
   };
+  bool IsHurried() const { return m_Hurried > 0 && std::this_thread::get_id() == m_Owner; }
   bool IsUnattended() const { return m_Unattended > 0 && std::this_thread::get_id() == m_Owner; }
 
 private:
@@ -76,6 +85,7 @@ private:
   std::vector<Text> m_Pending;
   int m_Count = 0;
   std::atomic<int> m_Unattended = 0;
+  std::atomic<int> m_Hurried = 0;
   std::atomic<int> m_Silences = 0;  // of all threads: a worker's transaction locks the same database
 };
 

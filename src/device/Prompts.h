@@ -30,7 +30,7 @@ struct TextQuestion {
 
 struct SaveQuestion {
   Text suggestedName;     // a bare file name, with its extension
-  Text folder;            // a device path, "\My Documents\"
+  Text folder;            // a device path, "\My Documents\", or one of the host that begins with '/'
   Text filter;            // "Rich Text Format (*.rtf)|*.rtf|"
   Text defaultExtension;  // "rtf"
 };

@@ -143,7 +143,6 @@ CategoryList::Screen CategoryList::Open(int row, int topRow) {
   return m_Document.Categories().m_Type == kFormCategory ? Screen::Form : Screen::Steps;
 }
 
-// The record of a category among those shown, -1 when it is none of them.
 int CategoryList::RowToShow() {
   for (const std::int32_t key : m_Marked)
     if (const int row = RowOf(key); row >= 0) return row;
@@ -157,6 +156,7 @@ int CategoryList::RowOf(std::int32_t categoryID) {
   return row == m_Shown.end() ? -1 : static_cast<int>(row - m_Shown.begin());
 }
 
+// The record of a category among those shown, -1 when it is none of them.
 int CategoryList::RecordOf(std::int32_t categoryID) {
   const int row = RowOf(categoryID);
   return row < 0 ? -1 : m_Shown[static_cast<std::size_t>(row)];

@@ -1,6 +1,7 @@
 #include "editing/StepSheet.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "data/StepTemplateTable.h"
 #include "device/Format.h"
@@ -114,6 +115,8 @@ void StepSheet::TakeOver(const data::StepTable& step) {
   m_Materials.emplace(databases, step.m_StepTemplateID, step.m_Materials);
   m_LoadedMaterials = m_Materials->Stored();
   m_ReadMaterials = step.m_Materials;
+  m_Unknown = WithoutPieces(m_ReadMaterials, m_LoadedMaterials);
+  m_Dropped.clear();
   m_Pages = {Page::Comments, Page::Picture, Page::Info};
   if (!m_Materials->Boxes().empty()) m_Pages.insert(m_Pages.begin(), Page::Materials);
   if (step.m_RatingType != m_RatingType || m_Ratings.Entries().empty()) {
@@ -163,14 +166,10 @@ bool StepSheet::SaveNow() {
 bool StepSheet::SaveOnLeaving() {
   if (!HasStep()) return true;
   const bool hasBoxes = !m_Materials->Boxes().empty() && !m_Materials->Failed();
-  const Text before = m_Step.m_Materials;
-  const bool isTicked = m_Materials->Stored() != m_LoadedMaterials;
-  // What another program has written meanwhile is not what the boxes were filled from.
-  const bool rebuilds = hasBoxes && before == m_ReadMaterials && m_Materials->Stored() != before;
-  if (isTicked || !rebuilds) return SaveNow();
-  if (!Write(true)) return false;
+  const bool rebuilds = hasBoxes && m_Materials->Stored() != m_Step.m_Materials;
+  if (!(rebuilds ? Write(true) : SaveNow())) return false;
   // Nobody has taken it out: the boxes do not know it.
-  if (const Text dropped = WithoutPieces(before, m_Step.m_Materials); !dropped.empty())
+  if (const Text dropped = std::exchange(m_Dropped, {}); !dropped.empty())
     device::Alert(GetWorkspace().GetPrompts(),
                   Format(u"%s\r\nis no longer among the materials of this step, so it was taken out: %s",
                          Caption(), dropped));
@@ -195,7 +194,12 @@ bool StepSheet::Write(bool withMaterials) {
   store(m_Steps.m_SummaryComment, m_Draft.summaryComment, m_Loaded.summaryComment);
   store(m_Steps.m_MaterialNote, m_Draft.materialNote, m_Loaded.materialNote);
   store(m_Steps.m_BitmapPath, m_Draft.bitmapPath, m_Loaded.bitmapPath);
-  if (withMaterials) m_Steps.m_Materials = device::StripLeadingControls(materials);
+  // What another program has written meanwhile is not what the boxes were filled from; a tick means them all
+  // the same.
+  if (withMaterials && (materials != m_LoadedMaterials || m_Steps.m_Materials == m_ReadMaterials)) {
+    m_Steps.m_Materials = device::StripLeadingControls(materials);
+    m_Dropped += std::exchange(m_Unknown, {});
+  }
   if (m_Draft.pictureBefore != m_Loaded.pictureBefore)
     m_Steps.m_PictureBefore = m_Draft.pictureBefore ? -1 : 0;
   if (!m_Steps.Write() || !RecomputeComplete(databases, m_Steps.m_CategoryID) || !transaction.Commit())

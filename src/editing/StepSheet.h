@@ -109,6 +109,8 @@ private:
   std::optional<MaterialBoxes> m_Materials;
   Text m_LoadedMaterials;  // as the boxes would have stored them when they were read
   Text m_ReadMaterials;    // as they were
+  Text m_Unknown;          // of these, what no box stands for
+  Text m_Dropped;          // what is to be told of it when the step is left
   std::vector<Page> m_Pages;
   Text m_RatingType;
   RatingDropDown m_Ratings;

@@ -1,5 +1,6 @@
 #include "inspection/InspectorDoc.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "data/StepTable.h"
@@ -115,6 +116,10 @@ bool CInspectorDoc::SaveHeader() {
   if (!m_Inspection.Write() || !transaction.Commit()) return false;
   data::CopyColumns(m_Inspection, m_AsStored);
   return true;
+}
+
+void CInspectorDoc::DropHeaderChanges() {
+  data::CopyColumns(m_AsStored, m_Inspection);
 }
 
 void CInspectorDoc::RefreshHeader() {
@@ -286,7 +291,7 @@ bool CInspectorDoc::DeleteAllInspections() {
     recording.Made(m_Inspection.m_InspectionID);
     device::Alert(prompts, u"Done deleting all inspections.");
   } else {
-    recording.Done();
+    if (part->deleted > 0) recording.Done();
     device::Alert(prompts,
                   Format(u"Cancelled. %d of %d inspections were deleted.", part->deleted, part->count));
   }
@@ -298,8 +303,8 @@ bool CInspectorDoc::DeleteAllInspections() {
 bool CInspectorDoc::FewEnoughToKeep() {
   data::StepTable steps(m_Workspace.GetDatabases());
   data::InspectionTable inspections(m_Workspace.GetDatabases());
-  return steps.Open() && inspections.Open() && steps.RecordCount() <= kMostStepsForUndo &&
-         inspections.RecordCount() <= kMostStepsForUndo;
+  if (!steps.Open() || !inspections.Open()) return true;  // what cannot be read is not deleted either
+  return std::max(steps.RecordCount(), inspections.RecordCount()) <= kMostStepsForUndo;
 }
 
 std::vector<std::int32_t> CInspectorDoc::AllInspections() {

@@ -52,6 +52,8 @@ public:
   bool SaveHeader();
   // Takes over what another program has written, as far as nothing was changed here.
   void RefreshHeader();
+  // What was entered and could not be written is given up.
+  void DropHeaderChanges();
   // Reads the categories again, and the row of the current one.
   void LoadCategories();
   // Reads row n of the categories. "No Category records in current selection." when there is none.

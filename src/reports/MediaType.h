@@ -15,7 +15,8 @@ inline std::string_view MediaType(std::string_view begin) {
   if (begin.starts_with("\x89PNG\r\n")) return "image/png";
   if (begin.starts_with("GIF8")) return "image/gif";
   if (begin.starts_with("BM")) return "image/bmp";
-  if (begin.starts_with("RIFF") && begin.substr(8, 4) == "WEBP") return "image/webp";
+  if (begin.size() >= kSignatureBytes && begin.starts_with("RIFF") && begin.substr(8, 4) == "WEBP")
+    return "image/webp";
   return {};
 }
 

@@ -98,7 +98,12 @@ void ReportForm::ChooseAgreedTarget(const std::filesystem::path& target) {
 
 std::optional<device::SaveQuestion> ReportForm::SaveQuestion() const {
   if (m_Kind->Used().folder) return std::nullopt;
-  return m_Kind->Question(m_Header);
+  device::SaveQuestion question = m_Kind->Question(m_Header);
+  const Text target = Target();
+  const Text folder = FolderOf(target);
+  if (!folder.empty()) question.folder = folder;
+  question.suggestedName = target.substr(folder.size());
+  return question;
 }
 
 // What a person types without saying where lies with the other documents, and gets the end that it lacks.
@@ -116,10 +121,6 @@ ReportOutcome ReportForm::Make() {
   ReportRequest request{m_InspectionID, Text(m_Kind->Name()), m_Choices, std::nullopt};
   request.choices.deselected = m_Categories.Deselected();
   const bool isFolder = m_Kind->Used().folder;
-  if (Target().find_first_not_of(u' ') == Text::npos) {
-    device::ShowError(machine.prompts, u"Say where the report is to be written.");
-    return {};
-  }
   // A folder that was suggested goes by the device's own rules.
   if (!isFolder || Target() != Suggestion()) request.target = Resolved();
   if (!isFolder && *request.target != m_Agreed && machine.files.Exists(*request.target) &&

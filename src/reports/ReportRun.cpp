@@ -26,16 +26,19 @@ bool IsFolder(const std::filesystem::path& path) {
   return name.empty() || name == "." || name == ".." || std::filesystem::is_directory(path, error);
 }
 
-Text DescribeFailure(const std::filesystem::path& file, const std::string& error, bool isWhole) {
+Text DescribeFailure(const std::filesystem::path& file, const std::string& error, bool isWhole,
+                     bool isHalfReplaced) {
   const bool isFull =
       error == std::generic_category().message(ENOSPC) || error == std::generic_category().message(EDQUOT);
   const TextView advice = isFull ? u"Free some space on the disk or choose another folder"
                           : IsFolder(file) && isWhole  ? u"Give the file a name in that folder"
                           : IsFolder(file) && !isWhole ? u"Move it away or choose another folder"
                                                        : u"Choose another place";
-  return device::Format(
-      u"The report %s could not be written%s%s. %s, and make it again. Nothing was left half-written.",
-      device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error), advice);
+  return device::Format(u"The report %s could not be written%s%s. %s, and make it again. %s",
+                        device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error),
+                        advice,
+                        isHalfReplaced ? u"Until then a part of the report that was there is the new one."
+                                       : u"Nothing was left half-written.");
 }
 
 }  // namespace
@@ -109,7 +112,7 @@ bool ReportRun::Copy(device::InputFile& source, const std::filesystem::path& fil
 }
 
 ReportResult ReportRun::TellFailure(const std::filesystem::path& file, const std::string& error) {
-  device::ShowError(m_Machine.prompts, DescribeFailure(file, error, file == m_Target.path));
+  device::ShowError(m_Machine.prompts, DescribeFailure(file, error, file == m_Target.path, m_IsHalfReplaced));
   return ReportResult::Failed;
 }
 
@@ -123,7 +126,12 @@ ReportResult ReportRun::Finish() {
   for (const Part& part : m_Parts) {
     const bool isNew = !m_Machine.files.Exists(part.file);
     if (!part.output->Commit()) return TellFailure(part.file, part.output->Error());
-    if (isNew) m_NewFiles.push_back(part.file);
+    // Once one was replaced, what it names must stay.
+    if (!isNew) {
+      m_NewFiles.clear();
+      m_IsHalfReplaced = true;
+    }
+    if (isNew && !m_IsHalfReplaced) m_NewFiles.push_back(part.file);
   }
   for (const std::filesystem::path& file : m_OldFiles) m_Machine.files.Remove(file);
   m_NewFiles.clear();

@@ -98,6 +98,7 @@ private:
   std::vector<std::filesystem::path> m_OldFiles;
   std::vector<std::filesystem::path> m_MadeFolders;
   std::optional<std::pair<std::filesystem::path, std::string>> m_CopyFailure;
+  bool m_IsHalfReplaced = false;
   bool m_IsRefused = false;
 };
 

@@ -14,9 +14,6 @@ const Text* WarningOf(const ListRow& row, int cell) {
   return nullptr;
 }
 
-}  // namespace
-namespace {
-
 // More than any screen shows at once.
 constexpr std::size_t kMostRowsKept = 256;
 

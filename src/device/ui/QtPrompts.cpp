@@ -89,7 +89,7 @@ std::optional<std::filesystem::path> QtPrompts::AskSavePath(const SaveQuestion& 
   FileDialog dialog(Parent(), QStringLiteral("Save As"), "saveDialog");
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
-  const std::filesystem::path folder = m_Paths.Resolve(question.folder);
+  const std::filesystem::path folder = m_Paths.ResolveStored(question.folder);
   std::error_code passedOver;  // the dialog shows another folder then
   std::filesystem::create_directories(folder, passedOver);
   dialog.ShowFolder(folder);

@@ -50,7 +50,7 @@ void CReviewCommentsView::Refill() {
   // A step that the filter leaves out by now makes room for the one after it.
   const int former = std::max(m_List->SelectedRow(), 0);
   m_List->Refill();
-  // So that the row comes to stand at the top.
+  // So that the row comes to stand at the top, in lists of usual length.
   m_List->verticalScrollBar()->setValue(m_List->verticalScrollBar()->value() + 10000);
   m_List->SelectRow(std::min(m_Review.RememberedRow().value_or(former), RowCount() - 1));
 }

@@ -88,8 +88,14 @@ bool ShortcutEditorDialog::MayDrop() {
 void ShortcutEditorDialog::Select(int row) {
   if (row == m_Row) return;
   if (MayDrop()) return ShowSelected();
-  const QSignalBlocker quiet(m_List);
-  m_List->setCurrentRow(m_Row);
+  // Later: a list that was clicked selects the row after it has said so.
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        const QSignalBlocker quiet(m_List);
+        m_List->setCurrentRow(m_Row);
+      },
+      Qt::QueuedConnection);
 }
 
 void ShortcutEditorDialog::reject() {

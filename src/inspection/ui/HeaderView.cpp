@@ -142,8 +142,12 @@ void HeaderView::resizeEvent(QResizeEvent* event) {
 
 void HeaderView::OnShow() {
   m_Document.RefreshHeader();
-  if (m_Form.MustFill()) FillChoices();
+  const bool isOther = m_Form.MustFill();
+  if (isOther) FillChoices();
   Fill();
+  // Undo must not bring one client's words into another's visit.
+  if (isOther)
+    for (auto* lines : findChildren<QPlainTextEdit*>()) lines->document()->clearUndoRedoStacks();
 }
 
 void HeaderView::ListsChanged() {
@@ -183,6 +187,8 @@ HeaderForm::EnteredFields HeaderView::Entered() const {
 
 void HeaderView::Discard() {
   m_Pause.stop();
+  m_Document.DropHeaderChanges();
+  Fill();
   m_Form.Drop(Entered());
 }
 

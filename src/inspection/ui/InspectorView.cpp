@@ -39,6 +39,7 @@ CInspectorView::CInspectorView(CInspectorDoc& document, QWidget* parent)
   m_Poll.setInterval(kLookEvery);
   connect(&m_Poll, &QTimer::timeout, this, [this] {
     if (Document().GetWorkspace().IsBusy()) return;
+    const device::FaultLog::Unattended unattended(Document().GetWorkspace().GetMachine().faults);
     if (!Document().IsChangingDocType()) Flush();
     // Also when nothing was changed, which has been told.
     if (!Document().IsChangingDocType()) {

@@ -163,6 +163,8 @@ void ReportDialog::Browse() {
 }
 
 void ReportDialog::accept() {
+  if (m_Target->text().trimmed().isEmpty())
+    return device::ShowError(m_Prompts, u"Say where the report is to be written.");
   m_Form.ChooseTarget(FromQString(m_Target->text()));
   m_Outcome = m_Form.Make();
   if (m_Outcome.result == ReportResult::Written) QDialog::accept();
