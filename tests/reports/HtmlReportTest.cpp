@@ -2,7 +2,7 @@
 #include "reports/HtmlReport.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
+#include <map>
 
 #include "ReportFixture.h"
 
@@ -66,6 +66,26 @@ TEST_F(HtmlReportTest, PicturesNeverReplaceWhatIsThere) {
   ASSERT_EQ(Write(m_Folder, false), ReportResult::Written);
   EXPECT_FALSE(std::filesystem::exists(m_Folder / "picture3.jpg"));
   EXPECT_EQ(ContentOf(m_Folder / "picture1.jpg"), "somebody's own");
+}
+
+TEST_F(HtmlReportTest, CancelledAtAnyMomentItLeavesThePagesBefore) {
+  const auto files = [this] {
+    std::map<std::string, std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
+      found[entry.path().filename().string()] = ContentOf(entry.path());
+    return found;
+  };
+  ASSERT_EQ(Write(m_Folder), ReportResult::Written);
+  const auto before = files();
+  device.folder.Put("roof.jpg", "the roof, mended");
+  for (int step = 0; step <= 1; ++step) {
+    device.prompts.CancelAtStep(step);
+    EXPECT_EQ(Write(m_Folder), ReportResult::Cancelled) << step;
+    EXPECT_EQ(files(), before) << step;
+  }
+  device.prompts.CancelAtStep(0);
+  EXPECT_EQ(Write(device.folder / "other"), ReportResult::Cancelled);
+  EXPECT_FALSE(std::filesystem::exists(device.folder / "other"));
 }
 
 TEST_F(HtmlReportTest, APageThatIsTooLargeIsAskedAbout) {
