@@ -3,6 +3,25 @@
 #include <algorithm>
 
 namespace inspector::reports {
+namespace {
+
+// Empty for the end of a line.
+TextView EntityOf(char16_t special) {
+  switch (special) {
+    case u'&':
+      return u"&amp;";
+    case u'<':
+      return u"&lt;";
+    case u'>':
+      return u"&gt;";
+    case u'"':
+      return u"&quot;";
+    default:
+      return {};
+  }
+}
+
+}  // namespace
 
 void AppendEscaped(Text& page, TextView words, TextView lineEnd) {
   constexpr auto kIsSpecial = [](char16_t unit) {
@@ -15,29 +34,9 @@ void AppendEscaped(Text& page, TextView words, TextView lineEnd) {
     page.append(words.substr(at, special - at));
     if (special == words.size()) return;
     at = special + 1;
-    switch (words[special]) {
-      case u'&':
-        page += u"&amp;";
-        break;
-      case u'<':
-        page += u"&lt;";
-        break;
-      case u'>':
-        page += u"&gt;";
-        break;
-      case u'"':
-        page += u"&quot;";
-        break;
-      case u'\r':
-        page += lineEnd;
-        if (words.substr(at).starts_with(u'\n')) ++at;
-        break;
-      case u'\n':
-        page += lineEnd;
-        break;
-      default:
-        break;
-    }
+    const TextView entity = EntityOf(words[special]);
+    page.append(entity.empty() ? lineEnd : entity);
+    if (words[special] == u'\r' && words.substr(at).starts_with(u'\n')) ++at;
   }
 }
 
