@@ -17,6 +17,7 @@
 #include "device/Format.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
+#include "device/ui/TypingHistory.h"
 #include "inspection/ui/InspectionOverviewView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
@@ -94,6 +95,9 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   top->addWidget(m_Back);
   top->addWidget(m_Title, 1);
   auto* whole = new QWidget(this);
+  m_History = new device::ui::TypingHistory(*whole);
+  m_History->hide();
+  top->addWidget(m_History);
   auto* layout = new QVBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
@@ -305,7 +309,8 @@ void CMainFrame::FitWords() {
   device::ui::ShrinkToFit(*m_Message, heading, width(), height);
   heading.setPointSizeF(m_HeadingPoints);
   heading.setWeight(QFont::Bold);
-  const int beside = m_Back->sizeHint().width() + 2 * kTopMargin + kTopSpacing;
+  int beside = m_Back->sizeHint().width() + 2 * kTopMargin + kTopSpacing;
+  if (m_History->isVisible()) beside += m_History->sizeHint().width() + kTopSpacing;
   device::ui::ShrinkToFit(*m_Title, heading, width() - beside, height);
 }
 
@@ -351,6 +356,7 @@ bool CMainFrame::Bring(Screen& screen) {
   m_HasShown = true;
   m_Stack->setCurrentWidget(&screen);
   screen.OnShow();
+  m_History->setVisible(screen.TakesText());
   ShowTitle();
   ShowCommands();
   m_Back->setEnabled(!m_Trail.empty());

@@ -20,6 +20,10 @@ class QMenu;
 class QPushButton;
 class QStackedWidget;
 
+namespace inspector::device::ui {
+class TypingHistory;
+}
+
 namespace inspector::inspection::ui {
 class CInspectionOverview;
 class CInspectorView;
@@ -108,6 +112,7 @@ private:
   QStackedWidget* m_Stack;
   QLabel* m_Message;
   device::ui::CommandBar* m_Bar;
+  device::ui::TypingHistory* m_History;
   QMenu* m_ScreenMenu = nullptr;
   QAction* m_Undo = nullptr;
   QList<QAction*> m_EverywhereInBar;  // behind "More" on every screen

@@ -111,11 +111,6 @@ void CommentBox::ExpandFinishedWord(const QString& typed) {
   cursor.endEditBlock();
 }
 
-void CommentBox::focusInEvent(QFocusEvent* event) {
-  LinesEdit::focusInEvent(event);
-  if (onEntered) onEntered();
-}
-
 void CommentBox::focusOutEvent(QFocusEvent* event) {
   LinesEdit::focusOutEvent(event);
   if (onLeft) onLeft();

@@ -28,14 +28,12 @@ public:
   std::function<void()> onEdited;
   // A word that ends at `wordEnd` of its line was finished; may ask the person.
   std::function<std::optional<TextChange>(TextView line, std::size_t wordEnd)> onWordFinished;
-  std::function<void()> onEntered;  // the field has the focus
-  std::function<void()> onLeft;     // the field loses the focus
+  std::function<void()> onLeft;  // the field loses the focus
   std::function<void(const QMimeData& pictures)> onPictures;
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;

@@ -51,7 +51,6 @@ private:
   CommentBox* m_Summary;
   PictureStrip* m_Pictures;
   PicklistBox* m_Picklist;
-  CommentBox* m_Typing;  // that has the focus, or had it last
   bool m_IsApplying = false;
 };
 

@@ -51,10 +51,14 @@ TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
   QTest::keyClicks(&Find<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 
-  // The other form and another inspection show their own.
+  // The other form and another inspection show their own, and undo brings nothing of the former one.
+  auto& address = Find<QLineEdit>(view, "addressField");
+  QTest::keyClicks(&address, QStringLiteral("9"));
+  QTest::keyClick(&address, Qt::Key_Backspace);
   Document().SelectInspection(1000);
   view.OnShow();
   EXPECT_TRUE(Find<QLineEdit>(view, "clientField").text().isEmpty());
+  EXPECT_FALSE(address.isUndoAvailable());
 }
 
 TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
