@@ -42,7 +42,8 @@ private:
   void ExpandFinishedWord(const QString& typed);
   bool HasPictures(const QMimeData& source) const;
 
-  Text m_Loaded;  // as it is stored, while nothing was changed
+  Text m_Loaded;          // as it is stored, while nothing was changed
+  QString m_LoadedShown;  // the same as it is shown
   bool m_IsLoading = false;
 };
 
