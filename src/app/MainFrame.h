@@ -79,6 +79,7 @@ private:
   void MakeScreens();
   void AddScreen(device::ui::Screen& screen);
   void AddForm(inspection::ui::HeaderView& form);
+  void EditLists(const device::Text& list);
   void MakeMenus();
   void MakeVisitMenu();
   QAction* MakeViewMenu(QMenu* tools);  // what opens it

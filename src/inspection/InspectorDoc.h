@@ -75,6 +75,8 @@ public:
   // change waits for the first.
   void ChangeDocType(TextView newType);
   bool IsChangingDocType() const { return m_WorkerRuns; }
+  // A change was begun and FinishDocTypeChange has not been called since.
+  bool IsDocTypeChangeOpen() const { return m_Worker.joinable(); }
   // Waits for the worker and takes over what it changed; what was typed meanwhile stays. False when nothing
   // was changed because a read or write failed, which has been reported, or when there was no change to
   // finish.
