@@ -289,13 +289,15 @@ bool CInspectorDoc::DeleteAllInspections() {
   const bool isDone = part->deleted == part->count;
   if (isDone) {
     recording.Made(m_Inspection.m_InspectionID);
+    Reopen();
     device::Alert(prompts, u"Done deleting all inspections.");
   } else {
     if (part->deleted > 0) recording.Done();
+    // First: while the box is up, the program may end, and remembers where the person was.
+    if (!SelectInspection(former)) Reopen();
     device::Alert(prompts,
                   Format(u"Cancelled. %d of %d inspections were deleted.", part->deleted, part->count));
   }
-  if (isDone || !SelectInspection(former)) Reopen();
   return part->deleted > 0;
 }
 
