@@ -15,6 +15,7 @@
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
 #include "device/Format.h"
+#include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
 #include "device/ui/TypingHistory.h"
@@ -121,7 +122,10 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
     if (!workspace.IsBusy()) workspace.InspectionConnection().TidyJournal();
   });
   m_TidyTimer.start(kTidyEvery);
-  connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
+  connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
+    device::ui::QtProgressWindow::CancelAll();
+    FlushAll();
+  });
   qApp->installEventFilter(this);
   Bring(*m_Overview);
 }
@@ -518,6 +522,7 @@ bool CMainFrame::FlushAll() {
 }
 
 void CMainFrame::SaveAndThen(std::function<void()> end) {
+  device::ui::QtProgressWindow::CancelAll();
   m_End = std::move(end);
   m_EndTimer.start();
 }

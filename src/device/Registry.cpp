@@ -166,8 +166,10 @@ bool Registry::Store(const std::optional<std::string>& lines) {
   }
   const std::unique_ptr<OutputFile> file = m_Files.Create(m_File);
   if (file->Write(*lines) && file->Commit()) return true;
-  m_LastError =
-      Format(u"The registry file %s cannot be written: %s.", PathText(m_File), FromUtf8(file->Error()));
+  m_LastError = Format(
+      u"The registry file %s cannot be written: %s. What stood there still counts. Free some space on the "
+      u"disk, or check the permissions of the folder, and try again.",
+      PathText(m_File), FromUtf8(file->Error()));
   return false;
 }
 

@@ -119,6 +119,9 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
 }
 
 TEST_F(InspectionCommandsTest, FirstTypeIsTakenWithoutAQuestionTheNextOneAsks) {
+  const tests::CliRun nameless = Cli({"apply-type", "1000", ""});
+  EXPECT_EQ(nameless.exit, 1);
+  EXPECT_THAT(nameless.err, HasSubstr("An empty name is no inspection type. \"types\" shows"));
   Out({"apply-type", "1000", "House"});
   m_Device.Open();
   m_Device.Document().SelectInspection(1000);
