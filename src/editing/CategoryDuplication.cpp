@@ -53,32 +53,39 @@ bool CategoryDuplication::ReadSource() {
 
 bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
   m_LeftOut.clear();
-  const Text baseName = BaseNameOf(m_Source.m_CategoryTitle);
-  {
-    const data::ReadScope reading(m_Databases.Template());
-    data::Transaction transaction(m_Databases.Inspection());
-    if (!transaction.IsOpen() || !ReadSource()) return false;
-    const auto progress = m_Workspace.GetPrompts().OpenProgress(u"Duplicate Category", true);
-    progress->SetRange(0, wanted.copies);
-    const std::optional<int> count = CountOfTemplate();
-    if (!count) return false;
-    Text title = device::StripLeadingControls(wanted.name);
-    m_LastNumber = device::LeadingInteger(m_Source.m_CategoryNumber);
-    for (int made = 0, number = *count + 1; made < wanted.copies; ++made) {
-      if (progress->Cancelled()) return false;
-      progress->SetStatus(title);
-      if (!MakeCopy(title, wanted.withData)) return false;
-      progress->Step();
-      if (made == 0) m_FirstCopy = m_Copy.m_CategoryID;
-      title = NumberedTitle(baseName, ++number);
-    }
-    if (!transaction.Commit()) return false;
-  }
+  m_IsCancelled = false;
+  const bool made = MakeAll(wanted);
+  if (m_IsCancelled) device::Alert(m_Workspace.GetPrompts(), u"Cancelled. Nothing was duplicated.");
+  if (!made) return false;
   for (const int step : m_LeftOut)
     device::Alert(
         m_Workspace.GetPrompts(),
         Format(u"Incorrect number of  StepTemplate records for this step. ERROR INFO: i = %d", step));
   return true;
+}
+
+// All or nothing.
+bool CategoryDuplication::MakeAll(const EditingDialogs::CategoryCopies& wanted) {
+  const Text baseName = BaseNameOf(m_Source.m_CategoryTitle);
+  const data::ReadScope reading(m_Databases.Template());
+  data::Transaction transaction(m_Databases.Inspection());
+  if (!transaction.IsOpen() || !ReadSource()) return false;
+  const auto progress = m_Workspace.GetPrompts().OpenProgress(u"Duplicate Category", true);
+  progress->SetRange(0, wanted.copies);
+  const std::optional<int> count = CountOfTemplate();
+  if (!count) return false;
+  Text title = device::StripLeadingControls(wanted.name);
+  m_LastNumber = device::LeadingInteger(m_Source.m_CategoryNumber);
+  for (int made = 0, number = *count + 1; made < wanted.copies; ++made) {
+    m_IsCancelled = progress->Cancelled();
+    if (m_IsCancelled) return false;
+    progress->SetStatus(title);
+    if (!MakeCopy(title, wanted.withData)) return false;
+    progress->Step();
+    if (made == 0) m_FirstCopy = m_Copy.m_CategoryID;
+    title = NumberedTitle(baseName, ++number);
+  }
+  return transaction.Commit();
 }
 
 // The numbers up to the last one found are taken by now.

@@ -28,6 +28,7 @@ public:
   std::int32_t FirstCopy() const { return m_FirstCopy; }
 
 private:
+  bool MakeAll(const EditingDialogs::CategoryCopies& wanted);
   bool ReadSource();
   std::optional<int> CountOfTemplate();
   bool FindFreeNumber();
@@ -41,6 +42,7 @@ private:
   data::CategoryTable m_Copy;
   std::int32_t m_FirstCopy = -1;
   std::int64_t m_LastNumber = 0;
+  bool m_IsCancelled = false;
   std::vector<int> m_LeftOut;  // steps without a template, by their place in the source
 };
 

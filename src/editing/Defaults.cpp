@@ -107,7 +107,8 @@ bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::
 
 }  // namespace
 
-bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID) {
+bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
+                           device::ProgressWindow* progress) {
   const data::ReadScope reading(databases.Template());
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return false;
@@ -117,11 +118,15 @@ bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID
              inspectionID));
   if (categories.Failed()) return false;
   DefaultChoices choices(databases);
+  if (progress) progress->SetRange(0, categories.RecordCount());
   for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (progress && progress->Cancelled()) return false;
     if (!categories.GetRecord(n)) return false;
+    if (progress) progress->SetStatus(categories.m_CategoryTitle);
     const std::optional<bool> excluded = IsExcluded(databases, categories.m_CategoryTemplateID);
     if (!excluded) return false;
     if (!*excluded && !ApplyToCategory(databases, choices, categories)) return false;
+    if (progress) progress->Step();
   }
   return transaction.Commit();
 }
@@ -133,10 +138,12 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
     return DefaultsResult::Refused;
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
   inspection::UndoRecording recording(document, u"Defaults", inspectionID);
-  auto waiting = workspace.GetPrompts().ShowWaiting();
-  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID);
-  waiting.reset();  // before a box asks for a tap
+  auto progress = workspace.GetPrompts().OpenProgress(u"Defaults", true);
+  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID, progress.get());
+  const bool isCancelled = progress->Cancelled();
+  progress.reset();  // before a box asks for a tap
   document.LoadCategories();
+  if (!applied && isCancelled) device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was changed.");
   if (!applied) return DefaultsResult::Failed;
   recording.Done();
   device::Alert(workspace.GetPrompts(), u"Done!");

@@ -25,9 +25,18 @@ int InspectionOverview::RowOf(std::int32_t inspectionID) const {
 }
 
 // By the row itself: the document's rows may have been read at another time, so that positions differ.
+// Who takes the current inspection again is still at the same category.
 bool InspectionOverview::MakeCurrent(int selected) {
+  const std::int32_t former = m_Document.Inspection().m_InspectionID;
+  const std::int32_t category = m_Document.Categories().m_CategoryID;
+  const int top = m_Document.CategoryTopIndex();
   m_Document.Reopen();
-  if (m_Document.SetCurrentInspection(m_Document.Inspection().FindRowOf(m_List, selected))) return true;
+  if (m_Document.SetCurrentInspection(m_Document.Inspection().FindRowOf(m_List, selected))) {
+    if (m_Document.Inspection().m_InspectionID == former && category > 0 &&
+        m_Document.SelectCategory(category))
+      m_Document.SetCategoryTopIndex(top);
+    return true;
+  }
   m_Document.Reopen();
   if (!m_Document.Inspection().Failed()) m_List.GetConnection().ReportVanishedRow(m_List.TableName());
   return false;

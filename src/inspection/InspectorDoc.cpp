@@ -1,8 +1,9 @@
 #include "inspection/InspectorDoc.h"
 
-#include <algorithm>
+#include <initializer_list>
 #include <utility>
 
+#include "data/FieldTable.h"
 #include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
@@ -15,7 +16,7 @@ namespace {
 using device::Format;
 
 constexpr std::int32_t kNoType = -1;
-constexpr int kMostStepsForUndo = 20'000;
+constexpr int kMostRowsForUndo = 20'000;
 constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
@@ -277,7 +278,7 @@ bool CInspectorDoc::DeleteAllInspections() {
   const bool canUndo = m_UndoLog && FewEnoughToKeep();
   if (m_UndoLog && !canUndo &&
       !device::ConfirmWarning(prompts,
-                              u"There are too many steps to keep them for Undo: what is deleted now "
+                              u"There is too much to keep it for Undo: what is deleted now "
                               u"cannot be brought back. Do you wish to delete all inspections?"))
     return false;
   UndoRecording recording(
@@ -304,12 +305,20 @@ bool CInspectorDoc::DeleteAllInspections() {
   return part->deleted > 0;
 }
 
-// Undo holds the rows before and after in memory: some kilobytes for each step.
+// Undo holds the rows before and after in memory: some kilobytes for each.
 bool CInspectorDoc::FewEnoughToKeep() {
-  data::StepTable steps(m_Workspace.GetDatabases());
   data::InspectionTable inspections(m_Workspace.GetDatabases());
-  if (!steps.Open() || !inspections.Open()) return true;  // what cannot be read is not deleted either
-  return std::max(steps.RecordCount(), inspections.RecordCount()) <= kMostStepsForUndo;
+  data::CategoryTable categories(m_Workspace.GetDatabases());
+  data::StepTable steps(m_Workspace.GetDatabases());
+  data::FieldTable fields(m_Workspace.GetDatabases());
+  int rows = 0;
+  for (data::TableRecordset* table :
+       std::initializer_list<data::TableRecordset*>{&inspections, &categories, &steps, &fields}) {
+    if (!table->Open()) continue;  // what cannot be read is not deleted either
+    if (table->RecordCount() > kMostRowsForUndo - rows) return false;
+    rows += table->RecordCount();
+  }
+  return true;
 }
 
 std::vector<std::int32_t> CInspectorDoc::AllInspections() {
