@@ -1,7 +1,5 @@
 #include "app/OptionsSheet.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -61,9 +59,9 @@ TEST_F(OptionsSheetTest, WhatCouldNotBeSavedWholeIsTakenBack) {
   OptionsForm form(m_Device.GetWorkspace());
   OptionsForm::Values values = form.Load();
   values[u"OwnerName"] = u"Somebody Else";
-  m_Device.Run(data::DatabaseKind::Template,
-               "CREATE TRIGGER Full BEFORE INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;"
-               "CREATE TRIGGER Full2 BEFORE UPDATE ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInLibrary(
+      tests::NoRoomFor("INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;CREATE TRIGGER Full2 "
+                       "BEFORE UPDATE ON Options"));
   values[u"FinePrint"] = u"New.";
   EXPECT_EQ(form.Save(values), data::OptionsSaved::Failed);
   EXPECT_NE(form.Load()[u"OwnerName"], u"Somebody Else");

@@ -1,7 +1,5 @@
 #include "app/ReportCommand.h"
 
-#include <gmock/gmock.h>
-
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>

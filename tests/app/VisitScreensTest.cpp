@@ -1,7 +1,5 @@
 #include "app/VisitScreens.h"
 
-#include <gmock/gmock.h>
-
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>

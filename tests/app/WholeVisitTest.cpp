@@ -1,5 +1,4 @@
 // A visit made with finger and keyboard in the program itself, and the same visit made with the command line.
-#include <gtest/gtest.h>
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -128,12 +128,12 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
   for (const std::string damage :
        {"UPDATE Options SET DataVersion = '4.1'", "ALTER TABLE Pickers RENAME TO Moved",
         "CREATE VIEW Pickers AS SELECT * FROM Moved"})
-    m_Device.Run(data::DatabaseKind::Template, damage);
+    m_Device.RunInLibrary(damage);
   for (const std::string damage : {"INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL)",
                                    "INSERT INTO Step (StepID) VALUES (1000), (2000)",
                                    "UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'",
                                    "DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'"})
-    m_Device.Run(data::DatabaseKind::Inspection, damage);
+    m_Device.RunInVisits(damage);
   m_Device.Close();
   const auto contents = [this] {
     std::map<std::string, std::string> files;

@@ -1,7 +1,5 @@
 #include "device/Registry.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "support/TestSupport.h"

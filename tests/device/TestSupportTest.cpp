@@ -1,7 +1,6 @@
 #include "support/TestSupport.h"
 
 #include <gtest/gtest-spi.h>
-#include <gtest/gtest.h>
 
 namespace inspector::tests {
 namespace {

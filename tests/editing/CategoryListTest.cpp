@@ -1,7 +1,5 @@
 #include "editing/CategoryList.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/StepEditing.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
@@ -126,9 +124,7 @@ TEST_F(CategoryListTest, SeveralMarkedRowsAlternate) {
                           u"false Cellar Incomplete", u"false Checklist Incomplete"));
   EXPECT_EQ(m_List.ToggleCaption(), u"Set Not Present");
 
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Category WHEN new.CategoryTitle = 'Safety' BEGIN SELECT "
-               "RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Safety'"));
   EXPECT_FALSE(m_List.TogglePresence());
   EXPECT_EQ(Status(kAttic), u"Incomplete") << "all of a press or nothing";
   EXPECT_EQ(m_List.ToggleCaption(), u"Set Not Present");
@@ -150,7 +146,7 @@ TEST_F(CategoryListTest, RenameAsksForEachMarkedRow) {
 
 TEST_F(CategoryListTest, RowThatAnotherProgramDeletedDoesNothing) {
   m_List.Click(kRoof, 0, 0);
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Category WHERE CategoryTitle = 'Roof'");
+  m_Device.RunInVisits("DELETE FROM Category WHERE CategoryTitle = 'Roof'");
   EXPECT_FALSE(m_List.HasMarks());
   EXPECT_EQ(m_List.Click(kRoof, 1, 0), Screen::None);
   EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: No Category records in current selection."));
@@ -159,12 +155,10 @@ TEST_F(CategoryListTest, RowThatAnotherProgramDeletedDoesNothing) {
 }
 
 TEST_F(CategoryListTest, DuplicateNamesAndNumbersTheCopies) {
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
+  m_Device.RunInVisits(
       "INSERT INTO Category (CategoryID, CategoryNumber, InspectionID) VALUES (1, '21', 1), (2, '022', "
       "1), (3, 'x', 1)");
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Category SET CategoryTitle = 'Roof #3' WHERE CategoryTitle = 'Roof'");
+  m_Device.RunInVisits("UPDATE Category SET CategoryTitle = 'Roof #3' WHERE CategoryTitle = 'Roof'");
   m_List.Show();
   m_List.Click(kRoof, 0, 0);
   Document().SetCategoryTopIndex(3);
@@ -243,7 +237,7 @@ TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
 
 TEST_F(CategoryListTest, DuplicateOfAFormTakesWhatWasEntered) {
   m_Device.OpenCategory(u"Checklist");
-  m_Device.Run(data::DatabaseKind::Inspection, "UPDATE Field SET AssignedValue = 'Yes'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = 'Yes'");
   m_List.Click(kChecklist, 0, 0);
   ExpectDuplicate(u"Again", 1, true);
   EXPECT_TRUE(m_List.Duplicate());
@@ -254,10 +248,7 @@ TEST_F(CategoryListTest, DuplicateOfAFormTakesWhatWasEntered) {
 TEST_F(CategoryListTest, FailedDuplicateLeavesNothing) {
   m_Device.OpenCategory(u"Roof");
   const Text before = m_Device.RowCounts();
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
-      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepTitle = 'Notes' BEGIN SELECT RAISE(FAIL, "
-      "'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step WHEN new.StepTitle = 'Notes'"));
   for (const bool withData : {false, true}) {
     m_List.Click(kRoof, 0, 0);
     ExpectDuplicate(u"Shed", 2, withData);

@@ -1,7 +1,5 @@
 #include "editing/CommentReview.h"
 
-#include <gmock/gmock.h>
-
 #include "device/Format.h"
 #include "editing/Unfinished.h"
 #include "support/VisitFixture.h"
@@ -71,8 +69,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   const std::int32_t notes = Find(u"20.3", u"", u"Only words.");
   const std::int32_t sump = Find(u"9.1", u"Poor", u"");  // "Poor" of its type asks for nothing
   m_Device.Store(sump, [](auto& step) { step.m_BitmapPath = u"\\Pictures\\sump.jpg"; });
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = 'Safety'");
+  m_Device.RunInVisits("UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = 'Safety'");
 
   Unfinished unfinished(m_Device.GetWorkspace(), m_Visit);
   ASSERT_TRUE(unfinished.Refresh());

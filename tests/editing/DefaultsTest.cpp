@@ -1,7 +1,5 @@
 #include "editing/Defaults.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/Completeness.h"
 #include "support/VisitFixture.h"
 
@@ -93,9 +91,7 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
     Repair(table);
     EXPECT_EQ(Outline(), before) << table;
   }
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE UPDATE ON Category WHEN new.CategoryTitle = 'Checklist' BEGIN SELECT "
-      "RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Checklist'"));
   EXPECT_EQ(Apply(), DefaultsResult::Failed);
   EXPECT_EQ(Outline(), before);
   for (const Text& line : Prompts().Transcript()) EXPECT_NE(line, u"Alert: Done!");

@@ -1,7 +1,5 @@
 #include "editing/StepList.h"
 
-#include <gmock/gmock.h>
-
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -229,7 +227,7 @@ TEST_F(StepListTest, CopyMakesACompleteCategoryIncomplete) {
   Prompts().QueueText(u"Duplicate Step", u"Pit");
   EXPECT_EQ(m_List.RowOf(m_List.DuplicateStep(0).value_or(-1)), 1);
   EXPECT_FALSE(IsComplete());
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Step WHERE StepTitle = 'Pit'");
+  m_Device.RunInVisits("DELETE FROM Step WHERE StepTitle = 'Pit'");
   EXPECT_EQ(Shown(1), u"gone");
   EXPECT_FALSE(m_List.Click(1, StepList::kComments));
   EXPECT_EQ(m_List.DuplicateStep(1), std::nullopt);

@@ -1,7 +1,5 @@
 #include "editing/StepSheet.h"
 
-#include <gmock/gmock.h>
-
 #include "device/Format.h"
 #include "editing/CommentEditing.h"
 #include "editing/CommentPicker.h"
@@ -102,8 +100,7 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
 }
 
 TEST_F(StepSheetTest, NothingIsWrittenWithoutAChange) {
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Watch BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'written'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
   EXPECT_TRUE(m_Sheet.SaveNow());
   EXPECT_TRUE(m_Sheet.MoveToNext());
   EXPECT_TRUE(m_Sheet.MoveToNext());
@@ -123,14 +120,13 @@ TEST_F(StepSheetTest, LeavingBuildsTheMaterialsAnewAndSaysWhatGoes) {
 }
 
 TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
   m_Sheet.SetComments(u"Typed.");
   EXPECT_FALSE(m_Sheet.MoveToNext());
   EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
   EXPECT_EQ(m_Sheet.Draft().comments, u"Typed.");
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
-  m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(m_Sheet.SaveNow());
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
 }
@@ -144,7 +140,7 @@ TEST_F(StepSheetTest, AnotherProgramsWritingStaysWhereThePersonChangedNothing) {
   EXPECT_TRUE(m_Sheet.SaveNow());
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor|Wood;|Mine.");
 
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Step WHERE StepNumber IN ('20.1', '20.2')");
+  m_Device.RunInVisits("DELETE FROM Step WHERE StepNumber IN ('20.1', '20.2')");
   m_Sheet.SetComments(u"Too late.");
   EXPECT_FALSE(m_Sheet.MoveToNext()) << "and it is told";
   EXPECT_EQ(m_Device.Faults().Count(), 1);
@@ -186,9 +182,9 @@ TEST_F(StepSheetTest, FreeMaterialAndPlaceholdersAreAskedFor) {
 
 TEST_F(StepSheetTest, MaterialsThatCouldNotBeReadAreLeftAlone) {
   m_Device.Store(m_Gutters, [](auto& step) { step.m_Materials = u"Copper;"; });
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE MaterialTemplate RENAME TO Gone");
+  m_Device.RunInLibrary("ALTER TABLE MaterialTemplate RENAME TO Gone");
   ASSERT_TRUE(m_Sheet.MoveToNext());
-  m_Device.Run(data::DatabaseKind::Template, "ALTER TABLE Gone RENAME TO MaterialTemplate");
+  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO MaterialTemplate");
   m_Sheet.SetComments(u"Dented.");
   ASSERT_TRUE(m_Sheet.MoveToNext());
   EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters||Copper;|Dented.");
@@ -282,8 +278,7 @@ TEST_F(CommentEditingTest, CameraPicturesAreNumberedOn) {
   m_Device.GetWorkspace().ForgetOptions();
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
 
-  m_Device.Run(data::DatabaseKind::Template,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInLibrary(tests::NoRoomFor("UPDATE ON Options"));
   EXPECT_FALSE(m_Comments.AddCameraPicture()) << "a number must not be given twice";
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
 }

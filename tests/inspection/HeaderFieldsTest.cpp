@@ -1,7 +1,5 @@
 #include "inspection/HeaderFields.h"
 
-#include <gmock/gmock.h>
-
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {

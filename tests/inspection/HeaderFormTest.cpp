@@ -1,7 +1,5 @@
 #include "inspection/HeaderForm.h"
 
-#include <gmock/gmock.h>
-
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -36,8 +34,7 @@ TEST_F(HeaderFormTest, WritesOnceWhatWasTyped) {
   EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"\tAna Ruiz"}}));
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
   // Nothing differs: the row of another program must not be written over.
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
+  m_Device.RunInVisits("UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
   EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}}));
   EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName FROM Inspection WHERE InspectionID = 1001"), "Other");
   // Nor may a column that nobody touched here.

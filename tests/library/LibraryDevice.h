@@ -1,9 +1,6 @@
 // A tablet with two fresh databases, and its library as rows that a test can compare.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <map>
 #include <memory>
 #include <set>

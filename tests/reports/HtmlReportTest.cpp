@@ -1,7 +1,6 @@
 // Pages in a folder that is not empty, or cannot be made.
 #include "reports/HtmlReport.h"
 
-#include <gmock/gmock.h>
 #include <map>
 
 #include "ReportFixture.h"

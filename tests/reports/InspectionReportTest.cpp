@@ -6,7 +6,6 @@
 namespace inspector::reports {
 namespace {
 
-using nlohmann::json;
 using tests::ContentOf;
 using tests::ReportDevice;
 

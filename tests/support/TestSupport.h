@@ -1,7 +1,7 @@
 // What tests put in the place of a person, a clock and a disk.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <deque>
 #include <filesystem>

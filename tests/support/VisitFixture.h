@@ -1,8 +1,6 @@
 // A tablet with a small library of the test's own, and the visits made with it.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <string>
@@ -87,6 +85,12 @@ private:
   std::unique_ptr<data::Workspace> m_Workspace;
   std::unique_ptr<inspection::CInspectorDoc> m_Document;
 };
+
+// Statements that make every such change fail, as on a full disk, and end that: "UPDATE ON Step WHEN ...".
+inline std::string NoRoomFor(const std::string& change) {
+  return "CREATE TRIGGER Full BEFORE " + change + " BEGIN SELECT RAISE(FAIL, 'no room'); END";
+}
+constexpr const char* kRoomAgain = "DROP TRIGGER Full";
 
 class VisitTest : public ::testing::Test {
 protected:

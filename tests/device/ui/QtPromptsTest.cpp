@@ -1,7 +1,5 @@
 #include "device/ui/QtPrompts.h"
 
-#include <gmock/gmock.h>
-
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>

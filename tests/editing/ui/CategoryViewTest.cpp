@@ -1,7 +1,5 @@
 #include "editing/ui/CategoryView.h"
 
-#include <gmock/gmock.h>
-
 #include <QCheckBox>
 #include <QLineEdit>
 
@@ -114,11 +112,10 @@ TEST_F(CategoryViewTest, CommandsShowTheirWork) {
 
 TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
   const int condo = m_Device.Visit(u"Condo");
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
+  m_Device.RunInVisits(
       "WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 69) INSERT INTO Category "
       "(CategoryID, CategoryTitle, CategoryNumber, InspectionID) SELECT 5000 + i, 'Room ' || i, i, " +
-          std::to_string(condo) + " FROM n");
+      std::to_string(condo) + " FROM n");
   m_View.OnShow();
   ASSERT_EQ(m_View.Rows().Model().rowCount(), 61);
   ClickCell(m_View.Rows(), 40, kTitle);

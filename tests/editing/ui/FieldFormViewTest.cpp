@@ -1,7 +1,5 @@
 #include "editing/ui/FieldFormView.h"
 
-#include <gmock/gmock.h>
-
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -22,9 +20,8 @@ class FieldFormViewTest : public tests::VisitTest {
 protected:
   // A field of each kind, in the order of their codes: Kind 1 to Kind 5.
   void SetUp() override {
-    m_Device.Run(data::DatabaseKind::Template, "DELETE FROM FieldTemplate");
-    m_Device.Run(
-        data::DatabaseKind::Template,
+    m_Device.RunInLibrary("DELETE FROM FieldTemplate");
+    m_Device.RunInLibrary(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5) INSERT INTO "
         "FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT i, 'Kind ' || i, i, i, (SELECT ID FROM "
         "CategoryTemplate WHERE Title = 'Checklist') FROM n");
@@ -70,14 +67,11 @@ TEST_F(FieldFormViewTest, EveryKindIsStored) {
 }
 
 TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = 'a' || char(10) || 'b' WHERE FieldLabel = 'Kind 1'");
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = 'n/a' WHERE FieldLabel = 'Kind 4'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = 'a' || char(10) || 'b' WHERE FieldLabel = 'Kind 1'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = 'n/a' WHERE FieldLabel = 'Kind 4'");
   m_View.OnShow();
   EXPECT_EQ(Part<QLabel>(m_View, "doubt3").text(), QStringLiteral("Stored: n/a"));
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = '3' WHERE FieldLabel = 'Kind 2'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = '3' WHERE FieldLabel = 'Kind 2'");
   Part<QPushButton>(m_View, "field3Yes").click();
   EXPECT_TRUE(m_View.OnLeave());
   EXPECT_THAT(Stored(), ::testing::ElementsAre(u"  Kind 1=a\nb", u"  Kind 2=3", u"  Kind 3=", u"  Kind 4=Yes",
@@ -89,10 +83,10 @@ TEST_F(FieldFormViewTest, TypingIsStoredAMomentLaterAlsoAfterAFailure) {
   line.setFocus();
   tests::Press(line, Qt::Key_7);
   line.setText(QStringLiteral("72"));
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE UPDATE ON Field BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Field"));
   line.clearFocus();
   EXPECT_FALSE(m_View.Flush());
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   for (int wait = 0; wait < 40 && Stored()[1] == u"  Kind 2="; ++wait) {
     QEventLoop loop;
     QTimer::singleShot(50, &loop, &QEventLoop::quit);

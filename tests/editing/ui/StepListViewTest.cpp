@@ -1,7 +1,5 @@
 #include "editing/ui/StepListView.h"
 
-#include <gmock/gmock.h>
-
 #include <QMenu>
 
 #include "editing/ui/Clicks.h"
@@ -116,11 +114,10 @@ TEST_F(StepListViewTest, ColumnsFitAFingerAndRowsTheirWords) {
 }
 
 TEST_F(StepListViewTest, LongCategoryFetchesWhatItShows) {
-  m_Device.Run(
-      data::DatabaseKind::Inspection,
+  m_Device.RunInVisits(
       "WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 399) INSERT INTO Step "
       "(StepID, StepTitle, StepNumber, CategoryID) SELECT 5000 + i, 'Joist ' || i, '20.' || i, " +
-          std::to_string(Document().Categories().m_CategoryID) + " FROM n");
+      std::to_string(Document().Categories().m_CategoryID) + " FROM n");
   Show(u"Roof");
   device::ui::ListView& rows = m_View.Rows();
   ASSERT_EQ(rows.Model().rowCount(), 303);

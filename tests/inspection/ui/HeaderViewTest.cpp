@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -62,11 +61,10 @@ TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
   CInspectorView view(Document());
   view.show();
   view.OnShow();
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE UPDATE ON Inspection BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Inspection"));
   QTest::keyClicks(&Find<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
   EXPECT_FALSE(view.Flush()) << "the focus went elsewhere, say";
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 }
 

@@ -1,7 +1,5 @@
 #include "inspection/ui/InspectionOverviewView.h"
 
-#include <gmock/gmock.h>
-
 #include <QAction>
 #include <QDialog>
 #include <QLineEdit>
