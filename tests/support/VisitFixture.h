@@ -67,7 +67,7 @@ public:
 
   // Changes columns of a stored step as another program could.
   void Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change);
-  LibraryAdditions Library() { return LibraryAdditions(Databases()); }
+  LibraryAdditions Library() { return {Databases()}; }
 
   // One line per category of the inspection: "number title (status)", then one per step or field of it.
   std::vector<Text> Outline(std::int32_t inspectionID);
