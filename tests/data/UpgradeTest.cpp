@@ -72,7 +72,6 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     EXPECT_EQ(m_Prompts.Messages()[0].text,
               u"Warning! The Structure you are using needs to be updated in order to work with this version "
               u"of Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
-    EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Exclamation);
     ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->steps, 22);
