@@ -1,11 +1,8 @@
 #include "app/OptionsSheet.h"
 
-#include <QCheckBox>
-#include <QLabel>
-#include <QPlainTextEdit>
-
 #include "app/ReportTextPages.h"
 #include "editing/PictureAttachment.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -29,15 +26,15 @@ TEST_F(OptionsSheetTest, TheTextsOfTheReportsShowWhatIsToBeKnownAndAreSaved) {
   workspace.Options().m_FinePrint = u"One.\rTwo.";  // in the line ends of another program
   COptionsSheet sheet(workspace);
   const auto remark = [](const QWidget* page) {
-    return page->findChild<QLabel*>(QStringLiteral("remark"))->text().toStdString();
+    return tests::Part<QLabel>(*page, "remark").text().toStdString();
   };
-  auto* terms = dynamic_cast<CDefOfTermsPage*>(
-      sheet.findChild<QPlainTextEdit*>(QStringLiteral("DefinitionOfTerms"))->parentWidget());
+  auto* terms =
+      dynamic_cast<CDefOfTermsPage*>(tests::Part<QPlainTextEdit>(sheet, "DefinitionOfTerms").parentWidget());
   ASSERT_NE(terms, nullptr);
   EXPECT_NE(remark(terms).find("nine usual ratings"), std::string::npos);
   terms->findChild<QPlainTextEdit*>()->setPlainText(QStringLiteral("Fair \u2713\nPoor"));
   EXPECT_EQ(remark(terms), "Reports print ? in the place of these characters: \u2713");
-  sheet.findChild<QCheckBox*>(QStringLiteral("AttachedSized"))->setChecked(false);
+  tests::Part<QCheckBox>(sheet, "AttachedSized").setChecked(false);
   sheet.accept();
   EXPECT_EQ(workspace.Options().m_DefinitionOfTerms, u"Fair \u2713\r\nPoor");
   EXPECT_EQ(workspace.Options().m_FinePrint, u"One.\rTwo.");

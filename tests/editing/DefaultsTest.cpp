@@ -6,7 +6,6 @@
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
 using ::testing::ElementsAre;
 
 constexpr auto kQuestion = u"Please confirm the applying of all defaults. This action can not be undone.";
@@ -14,8 +13,8 @@ constexpr auto kQuestion = u"Please confirm the applying of all defaults. This a
 class DefaultsTest : public tests::VisitTest {
 protected:
   void SetUp() override { m_Key = m_Device.Visit(u"House"); }
-  DefaultsResult Apply(Answer answer = Answer::Yes) {
-    Prompts().Queue(kQuestion, answer);
+  DefaultsResult Apply() {
+    Prompts().Queue(kQuestion, device::Answer::Yes);
     return ApplyDefaults(Document());
   }
   void Break(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE " + table + " RENAME TO Gone"); }
@@ -38,13 +37,6 @@ TEST_F(DefaultsTest, WholeInspectionFromEmptyCategories) {
                           u"  9.1|Sump|||", u"99 Checklist (Complete)"));
   ASSERT_TRUE(Document().Categories().GetRecord(0));
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0) << "the document shows the new flags";
-}
-
-TEST_F(DefaultsTest, NoChangesNothing) {
-  const auto before = Outline();
-  EXPECT_EQ(Apply(Answer::No), DefaultsResult::Refused);
-  EXPECT_EQ(Outline(), before);
-  EXPECT_EQ(Prompts().Messages().size(), 1U);
 }
 
 TEST_F(DefaultsTest, LeavesWhatWasFoundAlone) {

@@ -1,12 +1,8 @@
 // A device in a temporary folder with both databases, and a file in memory.
 #pragma once
 
-#include "data/FreshDatabase.h"
-#include "data/StartUp.h"
-#include "data/Workspace.h"
-#include "device/Machine.h"
 #include "reports/MakeReport.h"
-#include "support/TestSupport.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::tests {
 
@@ -24,17 +20,8 @@ public:
 };
 
 // Empty databases; a test adds what it needs.
-class ReportDevice : ScriptedMachine {
+class ReportDevice : StartedMachine {
 public:
-  ReportDevice() {
-    for (const auto& [name, kind] :
-         {std::pair{"My Documents/Template_Data.cdb", data::DatabaseKind::Template},
-          std::pair{"My Documents/Inspection_Data.cdb", data::DatabaseKind::Inspection}})
-      EXPECT_EQ(data::CreateFreshDatabase(folder / name, kind, m_Faults), u"");
-    m_Workspace = data::StartData(m_Machine).workspace;
-    if (!m_Workspace) std::abort();  // every test would go on without a database
-  }
-
   std::filesystem::path Home() const { return folder.Path(); }
   data::Workspace& GetWorkspace() { return *m_Workspace; }
   const device::Machine& GetMachine() const { return m_Machine; }
@@ -46,9 +33,6 @@ public:
   TemporaryFolder& folder = m_Folder;
   FaultyFiles& files = m_Files;
   ScriptedPrompts& prompts = m_Prompts;
-
-private:
-  std::unique_ptr<data::Workspace> m_Workspace;
 };
 
 }  // namespace inspector::tests

@@ -8,6 +8,11 @@ namespace inspector::tests {
 
 using device::Text;
 
+// As a value of a statement.
+inline std::string Quoted(const Text& text) {
+  return "'" + device::ToUtf8(device::ReplaceAll(text, u"'", u"''")) + "'";
+}
+
 struct LibraryAdditions {
   data::Databases& databases;
 
@@ -37,9 +42,6 @@ private:
         table.substr(0, table.find(' ')));
   }
   void Run(const std::string& sql) { EXPECT_TRUE(databases.Template().ExecuteNative(sql)) << sql; }
-  static std::string Quoted(const Text& text) {
-    return "'" + device::ToUtf8(device::ReplaceAll(text, u"'", u"''")) + "'";
-  }
 };
 
 }  // namespace inspector::tests

@@ -196,6 +196,13 @@ std::string ContentOf(const std::filesystem::path& file) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
+std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+    if (entry.is_regular_file()) files[entry.path().lexically_relative(folder)] = ContentOf(entry.path());
+  return files;
+}
+
 std::unique_ptr<device::InputFile> FaultyFiles::OpenForReading(const std::filesystem::path& path) {
   auto file = m_Host.OpenForReading(path);
   if (file == nullptr) return nullptr;
