@@ -78,7 +78,12 @@ TEST_F(HeaderFormTest, ChangesTheTypeAfterTakingOverAndAsking) {
       << "the first type without a question";
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_TRUE(m_Form.Save(entered));
+  const auto outline = m_Device.Outline(key);
   EXPECT_EQ(m_Form.SelectDocType(entered, u"House"), DocTypeChoice::Same);
+  Prompts().Queue(u"Data Alert", Answer::Cancel);
+  EXPECT_EQ(m_Form.SelectDocType(entered, u"Condo"), DocTypeChoice::Refused);
+  Document().FinishDocTypeChange();
+  EXPECT_EQ(m_Device.Outline(key), outline);
   EXPECT_EQ(Stored(key), u"Ana Ruiz");
 }
 
