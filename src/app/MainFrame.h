@@ -20,6 +20,10 @@ class QMenu;
 class QPushButton;
 class QStackedWidget;
 
+namespace inspector::device::ui {
+class TypingHistory;
+}
+
 namespace inspector::inspection::ui {
 class CInspectionOverview;
 class CInspectorView;
@@ -43,7 +47,7 @@ public:
   // Writes what was typed, in an open sheet as well, and where the person is: the system is about to end the
   // program. False when something was not written; in the middle of an action nothing is.
   bool FlushAll();
-  // The same, and then `end`; both after the action that is under way.
+  // The same, and then `end`; both after the action that is under way, which is cancelled where it can be.
   void SaveAndThen(std::function<void()> end);
 
   device::ui::Screen* CurrentScreen() const;
@@ -75,6 +79,7 @@ private:
   void MakeScreens();
   void AddScreen(device::ui::Screen& screen);
   void AddForm(inspection::ui::HeaderView& form);
+  void EditLists(const device::Text& list);
   void MakeMenus();
   void MakeVisitMenu();
   QAction* MakeViewMenu(QMenu* tools);  // what opens it
@@ -108,6 +113,7 @@ private:
   QStackedWidget* m_Stack;
   QLabel* m_Message;
   device::ui::CommandBar* m_Bar;
+  device::ui::TypingHistory* m_History;
   QMenu* m_ScreenMenu = nullptr;
   QAction* m_Undo = nullptr;
   QList<QAction*> m_EverywhereInBar;  // behind "More" on every screen

@@ -1,6 +1,7 @@
 #include "app/OptionsSheet.h"
 
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScroller>
 #include <QStackedWidget>
@@ -10,6 +11,7 @@
 #include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::app {
 namespace {
@@ -58,11 +60,10 @@ COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
     m_Pages.push_back(view);
   }
   connect(m_Chooser, &QComboBox::currentIndexChanged, m_Stack, &QStackedWidget::setCurrentIndex);
-  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Chooser);
   layout->addWidget(m_Stack, 1);
-  layout->addWidget(buttons);
+  layout->addLayout(device::ui::HistoryBeside(*this, device::ui::MakeOkCancel(*this)));
   resize(460, 640);
 }
 

@@ -17,7 +17,7 @@ Text Listed(const std::vector<std::string>& choices) {
   Text names;
   for (std::size_t i = 0; i < choices.size(); ++i) {
     const device::TextView joint = i == 0 ? u"" : i + 1 < choices.size() ? u", " : u" or ";
-    names += device::Format(u"%s\"%s\"", joint, device::FromUtf8(choices[i]));
+    names += device::Phrase(u"%s\"%s\"", joint, device::FromUtf8(choices[i]));
   }
   return names;
 }
@@ -44,7 +44,7 @@ bool TakeSkipped(Session& session, const Input& input, reports::ReportRequest& r
   reports::CategorySelection categories(session.Workspace(), request.inspectionID);
   for (const std::string& category : skipped->second) {
     if (categories.LeaveOut(device::FromUtf8(category))) continue;
-    session.Fail(device::Format(u"There is no category \"%s\" in this inspection. \"categories\" shows them.",
+    session.Fail(device::Phrase(u"There is no category \"%s\" in this inspection. \"categories\" shows them.",
                                 device::FromUtf8(category)));
     return false;
   }
@@ -90,7 +90,7 @@ void TakeRating(Session& session, const Input& input, reports::ReportChoices& ch
   const std::vector<Text> known = editing::AllChoices(session.Workspace().GetDatabases());
   if (choices.rating != reports::kAllRatings &&
       std::find(known.begin(), known.end(), choices.rating) == known.end())
-    session.Note(device::Format(u"The library has no rating \"%s\".", choices.rating));
+    session.Note(device::Phrase(u"The library has no rating \"%s\".", choices.rating));
 }
 
 ExitCode RunReport(Session& session, const Input& input) {
@@ -99,13 +99,13 @@ ExitCode RunReport(Session& session, const Input& input) {
   if (const auto kinds = KindChoices();
       std::find(kinds.begin(), kinds.end(), device::ToUtf8(request.format)) == kinds.end()) {
     session.Fail(
-        device::Format(u"There is no report \"%s\". It must be %s.", request.format, Listed(KindChoices())));
+        device::Phrase(u"There is no report \"%s\". It must be %s.", request.format, Listed(KindChoices())));
     return ExitCode::Usage;
   }
   if (input.Has("--layout")) {
     request.choices.layout = device::FromUtf8(input.options.at("--layout"));
     if (!reports::FindLayout(request.choices.layout)) {
-      session.Fail(device::Format(u"There is no layout \"%s\". It must be %s.", request.choices.layout,
+      session.Fail(device::Phrase(u"There is no layout \"%s\". It must be %s.", request.choices.layout,
                                   Listed(LayoutChoices())));
       return ExitCode::Usage;
     }

@@ -8,6 +8,7 @@
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
+#include "editing/RatingDropDown.h"
 #include "editing/Ratings.h"
 #include "inspection/UndoLog.h"
 
@@ -154,6 +155,7 @@ bool ApplyStepDefaults(data::Databases& databases, std::int32_t categoryID) {
     if (material == Taken::Failed || (material == Taken::Yes && !steps.Write())) return false;
     bool failed = false;
     if (FindChoice(databases, steps.m_RatingType, steps.m_InspectResult, &failed)) continue;
+    if (RatingDropDown(databases, steps.m_RatingType).EntryOf(steps.m_InspectResult)) continue;
     steps.m_InspectResult = defaults.Of(steps.m_RatingType);
     // A rating that merely could not be looked up must not be replaced.
     if (failed || defaults.Failed() || !steps.Write()) return false;

@@ -147,5 +147,45 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
   EXPECT_EQ(tests::FilesBelow(folder), before);
 }
 
+// Counters as an older program or damage may leave them: nothing is stored under the key of another row, and
+// the way out that the message names leads out.
+TEST_F(WordsTest, KeysInUseAreRefusedUntilTheCountersAreRepaired) {
+  Out({"new", "--type", "House"});
+  Out({"steps", "1000"});
+  Out({"new", "--type", "House"});
+  struct Case {
+    std::string damage;
+    std::vector<std::string> words;
+  };
+  const std::string counter = "UPDATE UniqueID SET NextID = ";
+  for (const auto& [damage, words] : std::vector<Case>{
+           {counter + "999 WHERE TableName = 'Inspection'", {"new"}},
+           {"DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'", {"new", "--type", "House"}},
+           {"DELETE FROM UniqueID WHERE TableName = 'Step'", {"steps", "1001"}},
+           {counter + "NULL WHERE TableName = 'Inspection'; INSERT INTO Category (CategoryID, InspectionID) "
+                      "VALUES (4000, 1)",
+            {"new"}},
+           {counter + "'many' WHERE TableName = 'Step'; UPDATE Step SET StepID = 1 WHERE StepID = 1000",
+            {"steps", "1005"}},
+           {counter + "2147483647 WHERE TableName = 'Inspection'; INSERT INTO Inspection (InspectionID) "
+                      "VALUES (-2147483648)",
+            {"new"}}}) {
+    SCOPED_TRACE(damage);
+    m_Device.Open();
+    m_Device.Run(data::DatabaseKind::Inspection, damage);
+    const device::Text counts = m_Device.RowCounts();
+    m_Device.Close();
+    const tests::CliRun run = Cli(words);
+    EXPECT_EQ(run.exit, 1);
+    EXPECT_THAT(run.err, HasSubstr("Nothing was added, and nothing was lost. Run \"inspector-cli check "
+                                   "--repair\", and do it again."));
+    m_Device.Open();
+    EXPECT_EQ(m_Device.RowCounts(), counts);
+    m_Device.Close();
+    EXPECT_THAT(Out({"check", "--repair"}), HasSubstr("Inspection_Data.cdb: sound\n  set the counter of "));
+    Out(words);
+  }
+}
+
 }  // namespace
 }  // namespace inspector::cli

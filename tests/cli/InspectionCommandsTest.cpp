@@ -107,6 +107,9 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
 }
 
 TEST_F(InspectionCommandsTest, WhatCannotBeTakenBackAsksAndTakesYesForAnAnswer) {
+  const tests::CliRun nameless = Cli({"apply-type", "1000", ""});
+  EXPECT_EQ(nameless.exit, 1);
+  EXPECT_THAT(nameless.err, HasSubstr("An empty name is no inspection type. \"types\" shows"));
   Out({"apply-type", "1000", "House"});  // the first type without a question
   Out({"steps", "1000"});
   const std::vector<Text> before = Outline(1000);

@@ -80,6 +80,12 @@ TEST_F(CommentPicklistTest, AddingIsWholeOrNotAtAll) {
   EXPECT_EQ(Add(Answer::Yes, u"New."), Result::Failed);
   EXPECT_EQ(Listed().size(), 4u);
   m_Device.RunInLibrary(tests::kRoomAgain);
+  // A key that the library has given to another comment, whose text the link would bring along.
+  m_Device.RunInLibrary("DELETE FROM UniqueID; INSERT INTO UniqueID VALUES ('Comments', " +
+                        std::to_string(m_Worn - 1) + ")");
+  EXPECT_EQ(Add(Answer::Yes, u"New."), Result::Failed);
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"check --repair"));
+  EXPECT_EQ(LinksOf(m_Worn).size(), 1u);
   data::CommentsTable comments(Data());
   comments.OpenSQL(u"SELECT * FROM Comments WHERE Comments = \"New.\"");
   EXPECT_EQ(comments.RecordCount(), 0);

@@ -103,6 +103,10 @@ TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {
                           u"  20.2|Gutters|Good|Wood;|",  // not a choice of the type: the default instead
                           u"  20.3|Notes|||"));           // no choices: nothing can be selected
 
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = '<no ratings>' WHERE StepNumber = '20.3'");
+  EXPECT_TRUE(ApplyStepDefaults(Data(), category));
+  EXPECT_EQ(Outline()[1], u"20 Roof (Complete)") << "the one entry of its drop-down is selected";
+
   m_Device.RunInVisits(
       "UPDATE Step SET RatingType = 'Condition', InspectResult = 'Good \"as new\"' WHERE StepNumber = "
       "'20.3'");

@@ -81,12 +81,12 @@ TEST_F(StepEditingTest, CommentsAreSeparatedByTheOption) {
 }
 
 TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
-  bool hasComments = false;
-  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood Siding", &hasComments), Result::Done);
-  EXPECT_FALSE(hasComments);
+  StepEditing::MaterialNote note;
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood Siding", &note), Result::Done);
+  EXPECT_FALSE(note.hasComments);
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Slate"), Result::Done);
-  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt", &hasComments), Result::Done);
-  EXPECT_TRUE(hasComments);
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt", &note), Result::Done);
+  EXPECT_TRUE(note.hasComments);
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt"), Result::Done) << "ticked already";
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Slate;|")
       << "in box order";

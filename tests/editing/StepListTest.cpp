@@ -136,6 +136,14 @@ TEST_F(StepListTest, RatingIsStoredAndCompletes) {
   EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|<no ratings>||");
   EXPECT_FALSE(m_List.ChangeRating(kShingles, u"Yes")) << "no choice of its type";
 
+  // What cannot be read is not the same as a type without choices.
+  m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
+  ASSERT_TRUE(m_List.Show());
+  EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre());
+  EXPECT_FALSE(m_List.ChangeRating(kShingles, u"<no ratings>"));
+  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO RatingChoices");
+  EXPECT_EQ(m_List.RatingEntries(kShingles).size(), 4U) << "asked for again";
+
   Show(u"Cellar");
   EXPECT_TRUE(m_List.ChangeRating(0, u"Yes"));
   EXPECT_TRUE(IsComplete());

@@ -99,7 +99,7 @@ TEST_F(StepSheetTest, LeavingBuildsTheMaterialsAnewAndSaysWhatGoes) {
   EXPECT_TRUE(m_Sheet.MoveToNext());
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;|");
   EXPECT_EQ(m_Device.Prompts().Messages().back().text,
-            u"20.1. Shingles\r\nis no longer among the materials of this step, so it was taken out: Tin");
+            u"20.1. Shingles\r\nNo longer among the materials of this step, so taken out: Tin");
 }
 
 TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {

@@ -24,6 +24,8 @@ public:
   // Writes what was typed and not written yet: typing paused, the window lost the focus, the system ends.
   // Asks nothing. False when it could not be written.
   virtual bool Flush() { return true; }
+  // Whether it is there to be written in; the main window then offers to undo what was typed.
+  virtual bool TakesText() const { return false; }
   // Forgets what could not be written: the person wants to leave.
   virtual void Discard() {}
   // After each try to write what was typed: whether it could be. The main window says so for as long as it is

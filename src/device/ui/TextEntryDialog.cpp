@@ -1,11 +1,13 @@
 #include "device/ui/TextEntryDialog.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::device::ui {
 
@@ -19,12 +21,11 @@ TextEntryDialog::TextEntryDialog(const TextQuestion& question, QWidget* parent) 
   m_Entry->setObjectName(QStringLiteral("entryField"));
   m_Entry->setAccessibleName(ToQString(question.prompt));
   m_Entry->selectAll();
-  QDialogButtonBox* const buttons = MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
   layout->addWidget(m_Entry);
-  layout->addWidget(buttons);
-  setMinimumWidth(360);
+  layout->addLayout(HistoryBeside(*this, MakeOkCancel(*this)));
+  FitToWords(*this);
   m_Entry->setFocus();
 }
 

@@ -37,16 +37,17 @@ CommentBox::CommentBox(QWidget* parent) : LinesEdit(parent) {
 }
 
 void CommentBox::Load(TextView stored) {
-  m_IsLoading = true;
-  setPlainText(ToDisplay(stored));
-  m_IsLoading = false;
   m_Loaded = Text(stored);
+  m_LoadedShown = ToDisplay(stored);
+  m_IsLoading = true;
+  setPlainText(m_LoadedShown);
+  m_IsLoading = false;
 }
 
 Text CommentBox::Stored() const {
   const QString shown = device::ui::LinesOf(*document());
   // A text that nobody changed keeps the line ends it came with.
-  if (shown == ToDisplay(m_Loaded)) return m_Loaded;
+  if (shown == m_LoadedShown) return m_Loaded;
   return device::ReplaceAll(FromQString(shown), u"\n", u"\r\n");
 }
 
@@ -109,11 +110,6 @@ void CommentBox::ExpandFinishedWord(const QString& typed) {
   cursor.setPosition(cursor.position() + static_cast<int>(change->length), QTextCursor::KeepAnchor);
   cursor.insertText(ToDisplay(change->replacement));
   cursor.endEditBlock();
-}
-
-void CommentBox::focusInEvent(QFocusEvent* event) {
-  LinesEdit::focusInEvent(event);
-  if (onEntered) onEntered();
 }
 
 void CommentBox::focusOutEvent(QFocusEvent* event) {

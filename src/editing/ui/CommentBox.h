@@ -28,14 +28,12 @@ public:
   std::function<void()> onEdited;
   // A word that ends at `wordEnd` of its line was finished; may ask the person.
   std::function<std::optional<TextChange>(TextView line, std::size_t wordEnd)> onWordFinished;
-  std::function<void()> onEntered;  // the field has the focus
-  std::function<void()> onLeft;     // the field loses the focus
+  std::function<void()> onLeft;  // the field loses the focus
   std::function<void(const QMimeData& pictures)> onPictures;
 
 protected:
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool canInsertFromMimeData(const QMimeData* source) const override;
   void insertFromMimeData(const QMimeData* source) override;
@@ -44,7 +42,8 @@ private:
   void ExpandFinishedWord(const QString& typed);
   bool HasPictures(const QMimeData& source) const;
 
-  Text m_Loaded;  // as it is stored, while nothing was changed
+  Text m_Loaded;          // as it is stored, while nothing was changed
+  QString m_LoadedShown;  // the same as it is shown
   bool m_IsLoading = false;
 };
 

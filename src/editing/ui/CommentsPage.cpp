@@ -12,6 +12,7 @@
 #include "device/ListColumns.h"
 #include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 #include "editing/PictureAttachment.h"
 #include "editing/ui/CommentBox.h"
 #include "editing/ui/PicklistBox.h"
@@ -66,21 +67,6 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   QPushButton* attach = AddButton(tr("&Attach..."), "attachButton");
   QPushButton* newest = AddButton(tr("Ne&west"), "newestButton");
   newest->setToolTip(tr("Attach the newest picture of the card"));
-  // A handheld has no Ctrl key.
-  QPushButton* undo = AddButton(QStringLiteral("↶"), "undoTypingButton");
-  QPushButton* redo = AddButton(QStringLiteral("↷"), "redoTypingButton");
-  const auto offer = [this](QPushButton* button, const QString& name, void (*run)(CommentBox&)) {
-    button->setAccessibleName(name);
-    button->setToolTip(name);
-    button->setEnabled(false);
-    button->setMinimumWidth(device::kSmallestTarget);  // two of them take the place of one
-    connect(button, &QPushButton::clicked, this, [this, run] {
-      run(*m_Typing);
-      m_Typing->setFocus();
-    });
-  };
-  offer(undo, tr("Undo what was typed"), [](CommentBox& box) { box.undo(); });
-  offer(redo, tr("Redo what was typed"), [](CommentBox& box) { box.redo(); });
   connect(insert, &QPushButton::clicked, this, [this] { InsertPicked(); });
   connect(pick, &QPushButton::clicked, this, [this] { Do([this] { return m_Editing.OpenPicker(); }); });
   connect(add, &QPushButton::clicked, this, [this] {
@@ -110,22 +96,12 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
     m_Sheet.SetSummaryComment(m_Summary->Stored());
     if (onEdited) onEdited();
   };
-  m_Typing = m_Comment;
-  const auto showHistory = [this, undo, redo] {
-    undo->setEnabled(m_Typing->document()->isUndoAvailable());
-    redo->setEnabled(m_Typing->document()->isRedoAvailable());
-  };
-  for (CommentBox* box : {m_Comment, m_Summary}) {
-    connect(box, &QPlainTextEdit::undoAvailable, this, showHistory);
-    connect(box, &QPlainTextEdit::redoAvailable, this, showHistory);
-    box->onEntered = [this, box, showHistory] {
-      m_Typing = box;
-      showHistory();
-    };
+  for (CommentBox* box : {m_Comment, m_Summary})
     box->onWordFinished = [this](TextView line, std::size_t wordEnd) {
       return m_Editing.ExpandWord(line, wordEnd);
     };
-  }
+  auto* history = new device::ui::TypingHistory(*this);
+  history->Follow(m_Comment);
   auto* caption = new QLabel(tr("&Summary comment"), this);
   caption->setBuddy(m_Summary);
 
@@ -137,10 +113,7 @@ CCommentsPage::CCommentsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* p
   buttons->addWidget(camera, 1, 2);
   buttons->addWidget(attach, 2, 0);
   buttons->addWidget(newest, 2, 1);
-  auto* history = new QHBoxLayout;
-  history->addWidget(undo);
-  history->addWidget(redo);
-  buttons->addLayout(history, 2, 2);
+  buttons->addWidget(history, 2, 2);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Comment, 3);
   layout->addWidget(m_Pictures);
@@ -165,6 +138,10 @@ void CCommentsPage::ShowStep() {
   m_Pictures->BeginStep();
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
   m_Picklist->SetComments({});
+}
+
+void CCommentsPage::BeginTyping() {
+  m_Comment->setFocus();
 }
 
 void CCommentsPage::InsertPicked() {

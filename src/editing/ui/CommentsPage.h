@@ -26,6 +26,8 @@ public:
   ~CCommentsPage() override;
 
   void ShowStep();
+  // The keys go to the comment.
+  void BeginTyping();
   void OfferMaterialComments(std::int32_t materialID);
   // Copies each picture into the inspection's folder and puts its tag into the comment.
   void Attach(const std::vector<std::filesystem::path>& files);
@@ -51,7 +53,6 @@ private:
   CommentBox* m_Summary;
   PictureStrip* m_Pictures;
   PicklistBox* m_Picklist;
-  CommentBox* m_Typing;  // that has the focus, or had it last
   bool m_IsApplying = false;
 };
 

@@ -24,6 +24,7 @@ public:
   bool OnLeave() override;
   bool Flush() override;
   void Discard() override;
+  bool TakesText() const override { return true; }
   // Of the form that was last shown.
   std::int32_t CategoryID() const { return m_Form.CategoryID(); }
 

@@ -1,12 +1,14 @@
 #include "editing/ui/MaterialsPage.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 #include "device/ui/WrappingCheckBox.h"
 
 namespace inspector::editing::ui {
@@ -39,8 +41,11 @@ CMaterialsPage::CMaterialsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget*
   });
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(area, 1);
+  auto* noteRow = new QHBoxLayout;
+  noteRow->addWidget(m_Note, 1);
+  noteRow->addWidget(new device::ui::TypingHistory(*this));
   layout->addWidget(caption);
-  layout->addWidget(m_Note);
+  layout->addLayout(noteRow);
 }
 
 void CMaterialsPage::ShowStep(QWidget& before) {

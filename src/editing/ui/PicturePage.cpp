@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 #include "device/ui/WrappingCheckBox.h"
 #include "editing/CardPictures.h"
 #include "editing/PictureAttachment.h"
@@ -86,7 +87,10 @@ CPicturePage::CPicturePage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* par
   path->addWidget(m_Path, 1);
   path->addWidget(browse);
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(caption);
+  auto* captionRow = new QHBoxLayout;
+  captionRow->addWidget(caption, 1, Qt::AlignBottom);
+  captionRow->addWidget(new device::ui::TypingHistory(*this));
+  layout->addLayout(captionRow);
   layout->addLayout(path);
   layout->addWidget(m_Preview, 1);
   layout->addWidget(m_Before);

@@ -1,6 +1,7 @@
 #include "editing/ui/PlaceholderDialog.h"
 
 #include <QCompleter>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -8,6 +9,7 @@
 #include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::editing::ui {
 
@@ -57,9 +59,8 @@ PlaceholderDialog::PlaceholderDialog(const ReplacementQuestion& question, QWidge
   }
   field->setAccessibleName(ToQString(question.prompt));
   layout->addWidget(field);
-  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
-  layout->addWidget(buttons);
-  setMinimumWidth(360);
+  layout->addLayout(device::ui::HistoryBeside(*this, device::ui::MakeOkCancel(*this)));
+  device::ui::FitToWords(*this);
   field->setFocus();
 }
 

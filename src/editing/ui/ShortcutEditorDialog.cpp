@@ -12,6 +12,7 @@
 #include "device/ListColumns.h"
 #include "device/ui/LinesEdit.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::editing::ui {
 
@@ -68,7 +69,7 @@ ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* 
   layout->addWidget(add, 4, 0);
   layout->addWidget(m_Change, 4, 1);
   layout->addWidget(m_Delete, 4, 2);
-  layout->addWidget(close, 5, 0, 1, 3);
+  layout->addLayout(device::ui::HistoryBeside(*this, close), 5, 0, 1, 3);
   layout->setRowStretch(0, 2);
   layout->setRowStretch(2, 1);
   resize(440, 560);

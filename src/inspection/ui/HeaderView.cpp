@@ -146,8 +146,10 @@ void HeaderView::OnShow() {
   if (isOther) FillChoices();
   Fill();
   // Undo must not bring one client's words into another's visit.
-  if (isOther)
+  if (isOther) {
     for (auto* lines : findChildren<QPlainTextEdit*>()) lines->document()->clearUndoRedoStacks();
+    for (auto* line : findChildren<QLineEdit*>()) line->setText(line->text());  // forgets as well
+  }
 }
 
 void HeaderView::ListsChanged() {

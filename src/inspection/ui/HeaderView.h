@@ -21,6 +21,7 @@ public:
   // Waits for a running change of type: what was typed is written with what the type adds to it.
   bool Flush() override;
   void Discard() override;
+  bool TakesText() const override { return true; }
   // The lists that the fields offer were edited elsewhere.
   void ListsChanged();
 

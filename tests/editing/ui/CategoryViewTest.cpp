@@ -116,6 +116,15 @@ TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
   again.OnShow();
   QApplication::processEvents();
   EXPECT_EQ(again.Rows().TopRow(), top);
+
+  // A mark that was set before does not draw a person away from where a category was opened.
+  m_View.OnShow();
+  ClickCell(m_View.Rows(), 2, kMark);
+  m_View.OnShow();
+  EXPECT_EQ(m_View.Rows().SelectedRow(), 2);
+  ClickCell(m_View.Rows(), 40, kTitle);
+  m_View.OnShow();
+  EXPECT_EQ(m_View.Rows().SelectedRow(), 40);
 }
 
 TEST(DuplicateCategoryDialogTest, TellsWhatIsWanted) {

@@ -1,5 +1,4 @@
 
-
 #include "device/ui/TextConversion.h"
 #include "editing/ui/PickerEditorDialog.h"
 #include "editing/ui/ShortcutEditorDialog.h"

@@ -79,6 +79,17 @@ TEST_F(StepPropertySheetTest, MovesAndShowsThePagesOfEachStep) {
   EXPECT_EQ(tabs.currentIndex(), 1) << "the comments stay in front";
 }
 
+// In the rating, letters would choose another one; on a button, a blank would press it.
+TEST_F(StepPropertySheetTest, KeysGoToTheCommentOfAStepThatIsToBeExplained) {
+  m_Sheet.activateWindow();
+  EXPECT_EQ(m_Sheet.focusWidget(), &Comment());
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 0));
+  Find<QLineEdit>("materialNote").setFocus();
+  tests::PressButton(m_Sheet, "nextButton");
+  EXPECT_EQ(Find<QLabel>("stepCaption").text(), QStringLiteral("20.3. Notes"));
+  EXPECT_EQ(m_Sheet.focusWidget(), &Comment()) << "the page that had the focus is not there any more";
+}
+
 TEST_F(StepPropertySheetTest, WritesAMomentAfterTheFirstKeyAndCancelKeepsItUntilUndo) {
   inspection::UndoLog undo(Document());
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, std::nullopt));

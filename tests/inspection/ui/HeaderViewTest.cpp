@@ -1,6 +1,6 @@
-
 #include <QAbstractItemView>
 #include <QDateTimeEdit>
+#include <QWheelEvent>
 
 #include "device/Format.h"
 #include "inspection/ui/InspectionSetupView2.h"
@@ -39,10 +39,14 @@ TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
   QTest::keyClicks(&Part<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 
-  // The other form and another inspection show their own.
+  // The other form and another inspection show their own, and undo brings nothing of the former one.
+  auto& address = Part<QLineEdit>(view, "addressField");
+  QTest::keyClicks(&address, QStringLiteral("9"));
+  QTest::keyClick(&address, Qt::Key_Backspace);
   Document().SelectInspection(1000);
   view.OnShow();
   EXPECT_TRUE(Part<QLineEdit>(view, "clientField").text().isEmpty());
+  EXPECT_FALSE(address.isUndoAvailable());
 }
 
 TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
@@ -128,6 +132,25 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
 }
 
+TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
+  m_Device.Visit(u"");
+  CInspectorView view(Document());
+  view.show();
+  view.OnShow();
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Full BEFORE INSERT ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  std::vector<Text> reasons;
+  view.onDocTypeFailed = [&](const Text& why) { reasons.push_back(why); };
+  tests::Choose(Part<QComboBox>(view, "docTypeField"), "House");
+  EXPECT_TRUE(Wait([&] { return !reasons.empty(); }));
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_TRUE(device::Contains(reasons[0], u"no room"));
+  EXPECT_EQ(Part<QComboBox>(view, "docTypeField").currentText(), QString());
+  const std::size_t told = Prompts().Transcript().size();
+  m_Device.GetWorkspace().GetMachine().faults.ShowPending();
+  EXPECT_EQ(Prompts().Transcript().size(), told) << "a line has said it";
+}
+
 // A report that is written at once, say, or the end of the program.
 TEST_F(HeaderViewTest, WritesWhatWasTypedWithWhatATypeAddsToIt) {
   const auto key = m_Device.Visit(u"");
@@ -188,6 +211,26 @@ TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
   EXPECT_TRUE(view.OnLeave());
   Document().SelectInspection(1001);
   EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 28, 9, 30));
+
+  // The wheel on a date that is none begins with today as well.
+  Document().Inspection().m_InspectionDate = {};
+  view.OnShow();
+  QWheelEvent turn(QPointF(5, 5), date.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                   Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&date, &turn);
+  EXPECT_GE(date.date().year(), 2026);
+}
+
+TEST_F(HeaderViewTest, ShowsAnHourThatSpringLeavesOut) {
+  qputenv("TZ", "America/New_York");
+  m_Device.Visit(u"House");
+  CInspectionSetupView2 view(Document());
+  view.OnShow();
+  Document().Inspection().m_InspectionDate = device::MakeCalendarTime(2026, 3, 8, 2, 30);
+  Document().SaveHeader();
+  view.OnShow();
+  qunsetenv("TZ");
+  EXPECT_EQ(Part<QDateTimeEdit>(view, "dateField").text(), QStringLiteral("03/08/2026 02:30 AM"));
 }
 
 }  // namespace
