@@ -119,7 +119,8 @@ TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
   ASSERT_TRUE(m_Registry.Write(m_Key, u"TemplatePath", u"old"));
   m_Files.FailWrite(1);
   EXPECT_FALSE(m_Registry.Write(m_Key, u"TemplatePath", u"new"));
-  EXPECT_TRUE(Contains(m_Registry.LastError(), u"No space left on device. What stood there still counts. Free "));
+  EXPECT_TRUE(
+      Contains(m_Registry.LastError(), u"No space left on device. What stood there still counts. Free "));
   m_Files.FailCommit(1);
   EXPECT_FALSE(m_Registry.WriteBinary(m_Key, u"TemplatePath", {1}));
   EXPECT_EQ(m_Registry.Read(m_Key, u"TemplatePath"), u"old");
