@@ -1,16 +1,7 @@
 #include "app/ReportCommand.h"
 
-#include <gmock/gmock.h>
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
 #include "device/ui/ListView.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -20,6 +11,7 @@ using device::Text;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using tests::Part;
 
 class ReportCommandTest : public tests::VisitTest {
 protected:
@@ -31,11 +23,9 @@ protected:
         "'Safety'");
   }
   // In the dialog: the kind, and what else `act` does. Then the report is written and `button` pressed.
-  Text Write(const QString& kind, const std::function<void(QDialog&)>& act, const QString& button) {
+  Text Write(const char* kind, const std::function<void(QDialog&)>& act, const QString& button) {
     m_Person.Expect("reportDialog", [=, this](QDialog& dialog) {
-      auto& kinds = *dialog.findChild<QComboBox*>(QStringLiteral("reportKind"));
-      kinds.setCurrentText(kind);
-      Q_EMIT kinds.activated(kinds.currentIndex());
+      tests::Choose(Part<QComboBox>(dialog, "reportKind"), kind);
       if (act) act(dialog);
       m_Person.ExpectPress("reportWritten", button);
       dialog.accept();
@@ -54,18 +44,16 @@ protected:
 
 TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
   const auto rows = [](QDialog & page) -> auto& {
-    return *static_cast<device::ui::ListView*>(page.findChild<QTableView*>(QStringLiteral("categories")));
+    return Part<device::ui::ListView>(page, "categories");
   };
   const std::filesystem::path target = m_Device.Root() / "report.rtf";
   const Text written = Write(
-      QStringLiteral("Inspection report"),
+      "Inspection report",
       [&](QDialog& dialog) {
         m_Person.ExpectPress("selectCategoriesPage", QStringLiteral("Cancel"));
         tests::PressButton(dialog, "reportCategories");
         m_Person.Expect("selectCategoriesPage", [&](QDialog& page) {
-          const auto caption = [&] {
-            return page.findChild<QLabel*>(QStringLiteral("caption"))->text().toStdString();
-          };
+          const auto caption = [&] { return Part<QLabel>(page, "caption").text().toStdString(); };
           EXPECT_EQ(caption(), "4 of 4 categories go into the report");
           tests::PressButton(page, "noneButton");
           rows(page).onClick(1, 0);  // Attic, Roof, Safety, Cellar, Checklist
@@ -75,14 +63,12 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
           page.accept();
         });
         tests::PressButton(dialog, "reportCategories");
-        EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
+        EXPECT_EQ(Part<QPushButton>(dialog, "reportCategories").text(),
                   QStringLiteral("&Categories: 1 of 4..."));
-        auto& layouts = *dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"));
-        layouts.setCurrentText(QStringLiteral("1 Column"));
-        Q_EMIT layouts.activated(layouts.currentIndex());
-        EXPECT_FALSE(dialog.findChild<QComboBox*>(QStringLiteral("reportRating"))->isEnabled());
-        dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->click();
-        dialog.findChild<QLineEdit*>(QStringLiteral("reportTarget"))->setText(QString::fromStdString(target));
+        tests::Choose(Part<QComboBox>(dialog, "reportLayout"), "1 Column");
+        EXPECT_FALSE(Part<QComboBox>(dialog, "reportRating").isEnabled());
+        Part<QCheckBox>(dialog, "reportPictures").click();
+        Part<QLineEdit>(dialog, "reportTarget").setText(QString::fromStdString(target));
       },
       QStringLiteral("Show in folder"));
   EXPECT_EQ(written, device::FromUtf8(target.string()));
@@ -93,11 +79,9 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
   EXPECT_THAT(report, Not(HasSubstr("Sump")));
 
   m_Person.Expect("reportDialog", [](QDialog& dialog) {
-    EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"))->currentText(),
-              QStringLiteral("1 Column"));
-    EXPECT_FALSE(dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->isChecked());
-    EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
-              QStringLiteral("&Categories: 4 of 4..."))
+    EXPECT_EQ(Part<QComboBox>(dialog, "reportLayout").currentText(), QStringLiteral("1 Column"));
+    EXPECT_FALSE(Part<QCheckBox>(dialog, "reportPictures").isChecked());
+    EXPECT_EQ(Part<QPushButton>(dialog, "reportCategories").text(), QStringLiteral("&Categories: 4 of 4..."))
         << "what was left out is forgotten";
     dialog.reject();
   });
@@ -113,9 +97,9 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
           ->setText(QString::fromStdString(m_Device.Root() / name));
     };
   };
-  Write(QStringLiteral("Web page in one file"), at("report.html"), QStringLiteral("Open"));
-  Write(QStringLiteral("Web pages in a folder"), at("pages"), QStringLiteral("Open"));
-  Write(QStringLiteral("Web pages on the device"), nullptr, QStringLiteral("Open"));
+  Write("Web page in one file", at("report.html"), QStringLiteral("Open"));
+  Write("Web pages in a folder", at("pages"), QStringLiteral("Open"));
+  Write("Web pages on the device", nullptr, QStringLiteral("Open"));
   ASSERT_EQ(m_Opened.size(), 3u);
   EXPECT_EQ(m_Opened[0], m_Device.Root() / "report.html");
   EXPECT_EQ(m_Opened[1], m_Device.Root() / "pages/index.htm");
@@ -126,7 +110,7 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
   EXPECT_THAT(tests::ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
 
   m_HasPrograms = false;
-  Write(QStringLiteral("Plain text"), at("report.txt"), QStringLiteral("Open"));
+  Write("Plain text", at("report.txt"), QStringLiteral("Open"));
   EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"has no program that opens"));
 }
 

@@ -1,7 +1,5 @@
 #include "editing/PictureTagText.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/PictureAttachment.h"
 #include "editing/PictureTags.h"
 #include "support/TestSupport.h"

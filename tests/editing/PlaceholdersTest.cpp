@@ -1,7 +1,5 @@
 #include "editing/Placeholders.h"
 
-#include <gmock/gmock.h>
-
 #include "support/ScriptedSheetDialogs.h"
 #include "support/VisitFixture.h"
 

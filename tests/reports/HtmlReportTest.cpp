@@ -1,9 +1,6 @@
 // Pages in a folder that is not empty, or cannot be made.
 #include "reports/HtmlReport.h"
 
-#include <gmock/gmock.h>
-#include <map>
-
 #include "ReportFixture.h"
 
 namespace inspector::reports {
@@ -69,19 +66,13 @@ TEST_F(HtmlReportTest, PicturesNeverReplaceWhatIsThere) {
 }
 
 TEST_F(HtmlReportTest, CancelledAtAnyMomentItLeavesThePagesBefore) {
-  const auto files = [this] {
-    std::map<std::string, std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
-      found[entry.path().filename().string()] = ContentOf(entry.path());
-    return found;
-  };
   ASSERT_EQ(Write(m_Folder), ReportResult::Written);
-  const auto before = files();
+  const auto before = tests::FilesBelow(m_Folder);
   device.folder.Put("roof.jpg", "the roof, mended");
   for (int step = 0; step <= 1; ++step) {
     device.prompts.CancelAtStep(step);
     EXPECT_EQ(Write(m_Folder), ReportResult::Cancelled) << step;
-    EXPECT_EQ(files(), before) << step;
+    EXPECT_EQ(tests::FilesBelow(m_Folder), before) << step;
   }
   device.prompts.CancelAtStep(0);
   EXPECT_EQ(Write(device.folder / "other"), ReportResult::Cancelled);
