@@ -25,6 +25,8 @@ public:
   CommandButton(QAction* action, QWidget* parent) : QPushButton(parent), m_Action(action) {
     setObjectName(action->objectName() + QStringLiteral("Button"));
     setAutoDefault(false);
+    // A click leaves the focus where the person works: buttons come and go, and Enter would press the next.
+    setFocusPolicy(Qt::TabFocus);
     connect(this, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::changed, this, [this] { Follow(); });
     Follow();
@@ -51,6 +53,7 @@ CommandBar::CommandBar(QWidget* parent)
   m_More->setObjectName(QStringLiteral("moreButton"));
   m_More->setAccessibleName(QStringLiteral("More commands"));
   m_More->setAutoDefault(false);
+  m_More->setFocusPolicy(Qt::TabFocus);
   m_More->setMenu(m_MoreMenu);
   m_More->hide();
   connect(m_MoreMenu, &QMenu::aboutToShow, this, [this] { ShrinkToFit(*m_MoreMenu, window()->width()); });
