@@ -36,7 +36,7 @@ DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* 
   QDialogButtonBox* const buttons = MakeOkCancel(*this);
   layout->addStretch(1);
   layout->addWidget(buttons);
-  setMinimumWidth(420);
+  FitToWords(*this);
   m_Template->setFocus();
 }
 

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QScroller>
 #include <algorithm>
@@ -204,8 +205,12 @@ void ListView::FitVisibleRows() {
 }
 
 void ListView::resizeEvent(QResizeEvent* event) {
+  // The bar below may have grown a row of buttons.
+  const QRect seen = viewport()->rect().united(QRect(QPoint(), event->oldSize()));
+  const bool wasSeen = currentIndex().isValid() && seen.intersects(visualRect(currentIndex()));
   QTableView::resizeEvent(event);
   LayOut();
+  if (wasSeen && event->size().height() < event->oldSize().height()) scrollTo(currentIndex());
 }
 
 void ListView::changeEvent(QEvent* event) {

@@ -7,6 +7,7 @@
 
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::editing::ui {
 namespace {
@@ -52,18 +53,17 @@ DuplicateCategoryDialog::DuplicateCategoryDialog(const EditingDialogs::CategoryC
   m_WithData->setObjectName(QStringLiteral("withDataBox"));
   m_WithData->setAccessibleName(QStringLiteral("Duplicate with data?"));
   m_WithData->setChecked(suggested.withData);
-  QDialogButtonBox* const buttons = device::ui::MakeOkCancel(*this);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(prompt);
   layout->addWidget(m_Name);
   layout->addWidget(copies);
   layout->addLayout(number);
   layout->addWidget(m_WithData);
-  layout->addWidget(buttons);
+  layout->addLayout(device::ui::HistoryBeside(*this, device::ui::MakeOkCancel(*this)));
   setTabOrder(m_Copies, fewer);
   setTabOrder(fewer, more);
   setTabOrder(more, m_WithData);
-  setMinimumWidth(360);
+  device::ui::FitToWords(*this);
   m_Name->setFocus();
 }
 
