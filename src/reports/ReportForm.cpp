@@ -124,7 +124,7 @@ ReportOutcome ReportForm::Make() {
   // A folder that was suggested goes by the device's own rules.
   if (!isFolder || Target() != Suggestion()) request.target = Resolved();
   if (!isFolder && *request.target != m_Agreed && machine.files.Exists(*request.target) &&
-      !device::ConfirmCaution(machine.prompts,
+      !device::ConfirmReplace(machine.prompts,
                               device::Format(u"%s already exists. Do you want to replace it?",
                                              device::FromUtf8(request.target->native()))))
     return {ReportResult::Cancelled, {}, {}};

@@ -1,8 +1,10 @@
 #include "reports/ReportPictures.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "device/Format.h"
+#include "device/PictureHeader.h"
 #include "editing/PictureTags.h"
 
 namespace inspector::reports {
@@ -14,9 +16,16 @@ constexpr TextView kLogos[] = {
     u"\\Program Files\\Marrowtide\\Logos\\logo1.jpg",
 };
 
-int Scaled(int side, int scaling) {
+// No side is longer than a picture's may be; the other one follows it, so that nothing is distorted.
+device::PictureSize Scaled(const device::PictureSize& size, std::int64_t scaling) {
   constexpr std::int64_t kLongestSide = 0xFFFF;
-  return static_cast<int>(std::clamp<std::int64_t>(std::int64_t{side} * scaling / 100, 1, kLongestSide));
+  const std::int64_t longest = std::max(size.width, size.height);
+  const bool isTooLong = longest * scaling / 100 > kLongestSide;
+  const auto side = [&](std::int64_t pixels) {
+    const std::int64_t scaled = isTooLong ? pixels * kLongestSide / longest : pixels * scaling / 100;
+    return static_cast<int>(std::max<std::int64_t>(scaled, 1));
+  };
+  return {side(size.width), side(size.height)};
 }
 
 }  // namespace
@@ -24,12 +33,31 @@ int Scaled(int side, int scaling) {
 ReportPictures::ReportPictures(const device::Machine& machine, Text cardFolder, bool included)
     : m_Machine(machine), m_Card(machine.files, machine.paths, std::move(cardFolder)), m_Included(included) {}
 
-std::vector<TagPicture> ReportPictures::OfText(TextView text) {
+std::vector<TagPicture> ReportPictures::OfText(TextView text, TextView place) {
   std::vector<TagPicture> pictures = editing::PicturesOf(text, m_Card);
-  for (const TagPicture& picture : pictures)
-    if (editing::ClassifyTag(picture.tag) == editing::kError)
-      device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+  for (const TagPicture& picture : pictures) {
+    if (editing::ClassifyTag(picture.tag) != editing::kError || !m_UnknownTags.insert(picture.tag).second)
+      continue;
+    device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+    Note(device::Format(u"The tag %s in %s is of no kind that a report knows. Correct it, or take it out.",
+                        picture.tag, place));
+  }
   return pictures;
+}
+
+std::vector<std::filesystem::path> ReportPictures::FilesOf(const ReportContent& content) {
+  std::set<std::filesystem::path> files = {FileOf(HousePhotoPath(content.header.documentNumber))};
+  for (const TextView logo : kLogos) files.insert(FileOf(logo));
+  for (const ReportSection& section : content.sections)
+    for (const ReportStep& step : section.steps)
+      for (const TagPicture& picture : editing::PicturesOf(step.comments, m_Card))
+        if (!picture.path.empty() && picture.path != editing::kError) files.insert(FileOf(picture.path));
+  return {files.begin(), files.end()};
+}
+
+bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
+  std::error_code notThere;
+  return !m_Card.Folder().empty() && std::filesystem::equivalent(m_Card.HostFolder(), folder, notThere);
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
@@ -47,10 +75,8 @@ std::filesystem::path ReportPictures::FileOf(TextView path) const {
 std::optional<device::PictureSize> ReportPictures::ShownSize(TextView path, int scaling) {
   constexpr int kOwnSize = 100;
   if (scaling <= 0 || scaling == kOwnSize) return std::nullopt;
-  const auto file = Open(path);
-  auto size = file == nullptr ? std::nullopt : device::ReadJpegSize(*file);
-  if (size) *size = {Scaled(size->width, scaling), Scaled(size->height, scaling)};
-  return size;
+  const auto size = device::ReadPictureSize(m_Machine.files, FileOf(path));
+  return size ? std::optional(Scaled(*size, scaling)) : std::nullopt;
 }
 
 Text ReportPictures::FindLogo() {
