@@ -38,8 +38,8 @@ constexpr std::string_view kStyle =
     ".small{font-size:.875rem;color:#4a5560}\n"
     "@media (max-width:30rem){dl{display:block}dd{margin:0 0 .5rem}}\n"
     "@media print{body{max-width:none;padding:0;font-size:10.5pt}nav{display:none}a{color:#1b1f23;"
-    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;width:"
-    "auto}}\n";
+    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;object-"
+    "fit:contain;object-position:left}}\n";
 
 // A page may hold line ends and tabs but no other control character.
 bool IsControl(char16_t unit) {

@@ -175,6 +175,17 @@ TEST_F(HtmlReportTest, WhatIsNoWholePictureIsLeftOutWithANote) {
   EXPECT_EQ(device.prompts.Messages().size(), 1u) << "an unknown tag is told once in a report";
 }
 
+TEST_F(HtmlReportTest, ScaledPicturesKeepTheirProportions) {
+  device.folder.Put("shots/a.gif", std::string("GIF89a\x90\x01\x2C\x01", 10));  // 400 by 300
+  for (const auto& [scaling, size] :
+       {std::pair{"50", " WIDTH=200 HEIGHT=150 "}, std::pair{"100000", " WIDTH=65535 HEIGHT=49151 "},
+        std::pair{"100", "picture1.jpg\" ALT"}, std::pair{"0", "picture1.jpg\" ALT"}}) {
+    Comment(std::string("***Path=\\shots\\a.gif;Scaling=") + scaling + "***");
+    ASSERT_EQ(Write(m_Folder), ReportResult::Written);
+    EXPECT_THAT(Page(), HasSubstr(size)) << scaling;
+  }
+}
+
 // Whichever of the pages fails to appear, the folder is as it was.
 TEST_F(HtmlReportTest, PagesAppearTogetherOrAreNamed) {
   for (const bool isNew : {true, false}) {
