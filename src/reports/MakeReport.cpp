@@ -125,6 +125,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
       device::Format(u"%d of %s", request.inspectionID,
                      device::FromUtf8(workspace.GetDatabases().Inspection().File().native()));
   ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
+  pictures.StopWhen([&run] { return run.Progress().IsCancelled(); });
   format->Write({content, pictures, options, request.choices, inspection}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};

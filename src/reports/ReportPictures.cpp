@@ -16,6 +16,30 @@ constexpr TextView kLogos[] = {
     u"\\Program Files\\Marrowtide\\Logos\\logo1.jpg",
 };
 
+// A picture that ends before the size it had when it was opened, or that nobody waits for any more, cannot be
+// read.
+class WholeFile : public device::InputFile {
+public:
+  WholeFile(std::unique_ptr<device::InputFile> file, std::uint64_t size, std::function<bool()> isStopped)
+      : m_File(std::move(file)), m_Size(size), m_IsStopped(std::move(isStopped)) {}
+
+  std::int64_t Read(char* buffer, std::size_t size) override {
+    if (m_IsStopped()) return -1;
+    const std::int64_t count = m_File->Read(buffer, size);
+    if (count < 0) return count;
+    m_Read += static_cast<std::uint64_t>(count);
+    const bool isEnd = static_cast<std::uint64_t>(count) < size;
+    return isEnd && m_Read < m_Size ? -1 : count;
+  }
+  std::optional<std::uint64_t> Size() override { return m_Size; }
+
+private:
+  const std::unique_ptr<device::InputFile> m_File;
+  const std::uint64_t m_Size;
+  const std::function<bool()> m_IsStopped;
+  std::uint64_t m_Read = 0;
+};
+
 // No side is longer than a picture's may be; the other one follows it, so that nothing is distorted.
 device::PictureSize Scaled(const device::PictureSize& size, std::int64_t scaling) {
   constexpr std::int64_t kLongestSide = 0xFFFF;
@@ -64,8 +88,9 @@ std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
   // A file may well be called ERROR, but it is not what a tag asked for.
   if (!m_Included || path.empty() || path == editing::kError) return nullptr;
   auto file = m_Machine.files.OpenForReading(FileOf(path));
-  if (file == nullptr || !file->Size()) return nullptr;
-  return file;
+  const auto size = file == nullptr ? std::nullopt : file->Size();
+  if (!size) return nullptr;
+  return std::make_unique<WholeFile>(std::move(file), *size, m_IsStopped);
 }
 
 std::filesystem::path ReportPictures::FileOf(TextView path) const {

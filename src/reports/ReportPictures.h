@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <set>
 #include <vector>
@@ -28,7 +29,10 @@ public:
   std::vector<std::filesystem::path> FilesOf(const ReportContent& content);
   // Where the camera puts its pictures: one more of them there, and the numbers in comments mean others.
   bool IsCardFolder(const std::filesystem::path& folder) const;
-  // Null where pictures are left out, for an empty or an "ERROR" path, and for what cannot be read.
+  // Reading pictures is what takes time: from when `isStopped` says so, none can be read.
+  void StopWhen(std::function<bool()> isStopped) { m_IsStopped = std::move(isStopped); }
+  // Null where pictures are left out, for an empty or an "ERROR" path, and for what cannot be read. A file
+  // that becomes shorter cannot be read to its end.
   std::unique_ptr<device::InputFile> Open(TextView path);
   // Where the picture lies on the machine.
   std::filesystem::path FileOf(TextView path) const;
@@ -56,6 +60,7 @@ private:
   const device::Machine m_Machine;
   editing::CardPictures m_Card;
   bool m_Included;
+  std::function<bool()> m_IsStopped = [] { return false; };
   std::set<Text> m_UnknownTags;  // that were told
   std::vector<Text> m_Notes;
 };

@@ -115,7 +115,6 @@ bool ReportRun::Copy(device::InputFile& source, std::uint64_t size, const std::f
   std::uint64_t copied = 0;
   std::int64_t count = 0;
   do {
-    if (m_Progress.IsCancelled()) return false;
     count = source.Read(block.data(), block.size());
     copied += static_cast<std::uint64_t>(std::max<std::int64_t>(count, 0));
   } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
