@@ -208,6 +208,16 @@ TEST_F(HtmlReportTest, PagesAppearTogetherOrAreNamed) {
       }
     }
   }
+  // The disk does not take what is to be put back.
+  ASSERT_EQ(Write(m_Folder), ReportResult::Written);
+  Comment("Once more. ***Path=\\shots\\roof.jpg***");
+  device.files.FailWrite(4);
+  device.files.FailCommit(2);
+  EXPECT_EQ(Write(m_Folder), ReportResult::Failed);
+  EXPECT_TRUE(LastMessage().ends_with(u"these files are the new ones already: inspection.htm."))
+      << device::ToUtf8(LastMessage());
+  EXPECT_THAT(Page(), HasSubstr("Once more."));
+  EXPECT_TRUE(IsThere("picture1.jpg"));
 }
 
 TEST_F(HtmlReportTest, CancelledAtAnyMomentItLeavesThePagesBefore) {
