@@ -53,8 +53,9 @@ constexpr std::size_t kNotesInBox = 2;  // more of them would make it higher tha
 Text Described(const reports::ReportOutcome& outcome) {
   Text text = u"The report is written:\n" + device::FromUtf8(outcome.file.native());
   if (outcome.notes.size() > kNotesInBox)
-    return text + device::Format(u"\n\n%d pictures or tags are not in it as they should be; the details say which.",
-                                 outcome.notes.size());
+    return text +
+           device::Format(u"\n\n%d pictures or tags are not in it as they should be; the details say which.",
+                          outcome.notes.size());
   for (const Text& note : outcome.notes) text += u"\n\n" + note;
   return text;
 }

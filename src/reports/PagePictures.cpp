@@ -40,19 +40,22 @@ void PagePictures::PlanOne(TextView path) {
   const auto file = m_Pictures.Open(path);
   const auto size = file == nullptr ? std::nullopt : file->Size();
   if (!size || !IsPicture(*file)) return;
-  Copy copy{{}, *size};
-  do {
+  Copy copy{OwnCopyOf(path, *size), *size};
+  copy.isThere = !copy.name.empty();
+  while (!copy.isThere &&
+         (copy.name.empty() || m_Run.GetMachine().files.Exists(m_Run.Target().path / copy.name)))
     copy.name = device::ToUtf8(device::Format(u"picture%d.jpg", ++m_Last));
-  } while (!CanName(copy, path));
   m_Copies.emplace(m_Pictures.FileOf(path), std::move(copy));
 }
 
-bool PagePictures::CanName(Copy& copy, TextView path) const {
-  const std::filesystem::path there = m_Run.Target().path / copy.name;
-  if (!m_Run.GetMachine().files.Exists(there)) return true;
-  copy.isThere =
-      m_Record.IsOwn(copy.name) && m_Record.Pictures().at(copy.name) == copy.size && IsSame(path, there);
-  return copy.isThere;
+std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
+  for (const auto& [name, bytes] : m_Former) {
+    const bool isTaken = std::any_of(m_Copies.begin(), m_Copies.end(),
+                                     [&](const auto& planned) { return planned.second.name == name; });
+    if (bytes == size && !isTaken && m_Record.IsOwn(name) && IsSame(path, m_Run.Target().path / name))
+      return name;
+  }
+  return {};
 }
 
 bool PagePictures::IsSame(TextView path, const std::filesystem::path& other) const {

@@ -49,8 +49,8 @@ private:
   // Nothing for what is no picture, or cannot be read. `scaling` is in percent.
   std::optional<PagePicture> Place(TextView path, int scaling);
   void PlanOne(TextView path);
-  // The name is free, or that of an own copy of the same picture.
-  bool CanName(Copy& copy, TextView path) const;
+  // The name of a copy of the same bytes that an earlier run has left; empty when there is none.
+  std::string OwnCopyOf(TextView path, std::uint64_t size) const;
   bool IsSame(TextView path, const std::filesystem::path& other) const;
 
   ReportPictures& m_Pictures;

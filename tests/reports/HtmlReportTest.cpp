@@ -217,7 +217,7 @@ TEST_F(HtmlReportTest, PagesAppearTogetherOrAreNamed) {
   EXPECT_TRUE(LastMessage().ends_with(u"these files are the new ones already: inspection.htm."))
       << device::ToUtf8(LastMessage());
   EXPECT_THAT(Page(), HasSubstr("Once more."));
-  EXPECT_TRUE(IsThere("picture1.jpg"));
+  EXPECT_TRUE(IsThere("picture2.jpg")) << "what the new page shows";
 }
 
 TEST_F(HtmlReportTest, CancelledAtAnyMomentItLeavesThePagesBefore) {
