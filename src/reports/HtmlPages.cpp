@@ -117,6 +117,7 @@ void HtmlPages::AddStep(HtmlTable& table, const ReportStep& step) {
 }
 
 void HtmlPages::AddPictures(HtmlTable& table, const ReportStep& step) {
+  if (editing::FindFirstTag(step.comments).empty()) return;
   Text pictures;
   for (const PagePicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) {
     if (!pictures.empty()) pictures += u' ';

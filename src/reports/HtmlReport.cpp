@@ -76,6 +76,8 @@ Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source)
         u"%s is the folder of the camera's card. More pictures there would change which ones the numbers in "
         u"comments mean. Make the pages in a folder of their own.",
         name);
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) return {};  // nothing lies in it yet
   for (const std::filesystem::path& picture : source.pictures.FilesOf(source.content)) {
     std::error_code notThere;
     if (IsSameFolder(picture.parent_path(), folder) ||

@@ -81,8 +81,8 @@ bool HasNameOfPicture(const std::filesystem::path& file) {
                      [&](TextView each) { return device::EqualIgnoringCase(end, each); });
 }
 
-// Why a report must not replace this file; empty when it may. `pictures` are those of this very report.
-Text WhyNotReplace(data::Workspace& workspace, const std::vector<std::filesystem::path>& pictures,
+// Why a report must not replace this file; empty when it may.
+Text WhyNotReplace(data::Workspace& workspace, ReportPictures& pictures, const ReportContent& content,
                    const std::filesystem::path& file) {
   std::error_code notThere;
   if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
@@ -90,7 +90,7 @@ Text WhyNotReplace(data::Workspace& workspace, const std::vector<std::filesystem
     return device::Format(
         u"%s is a database of this program, or a file beside it. Give the report another name.",
         device::FromUtf8(file.native()));
-  if (HasNameOfPicture(file) || IsOneOf(file, pictures))
+  if (HasNameOfPicture(file) || IsOneOf(file, pictures.FilesOf(content)))
     return device::Format(u"%s is a picture, and would be lost. Give the report another name.",
                           device::FromUtf8(file.native()));
   return {};
@@ -118,8 +118,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
                           request.choices.pictures && options.m_OmitPictures == 0);
-  if (const Text problem = WhyNotReplace(workspace, pictures.FilesOf(content), target->path);
-      !problem.empty())
+  if (const Text problem = WhyNotReplace(workspace, pictures, content, target->path); !problem.empty())
     return Refuse(machine.prompts, problem);
   const Text inspection =
       device::Format(u"%d of %s", request.inspectionID,

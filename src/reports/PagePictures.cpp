@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "device/Format.h"
+#include "editing/PictureTags.h"
 #include "reports/MediaType.h"
 #include "reports/ReportWords.h"
 
@@ -24,7 +25,7 @@ bool PagePictures::Plan(const ReportContent& content) {
   for (const ReportSection& section : content.sections) {
     if (section.isSkipped) continue;
     for (const ReportStep& step : section.steps) {
-      if (!step.isReported) continue;
+      if (!step.isReported || editing::FindFirstTag(step.comments).empty()) continue;
       for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) PlanOne(picture.path);
     }
   }

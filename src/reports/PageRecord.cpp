@@ -65,7 +65,8 @@ bool PageRecord::Keep(const Text& inspection, const Copies& pictures) {
   Text lines = inspection;
   for (const auto& [name, size] : pictures)
     lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
-  if (!m_Store.Open(kKey) || !m_Store.Write(kKey, m_Name, lines)) return false;
+  const bool isKnown = inspection == m_Inspection && pictures == m_Pictures;
+  if (!isKnown && !m_Store.Write(kKey, m_Name, lines)) return false;
   m_Inspection = inspection;
   m_Pictures = pictures;
   return true;
