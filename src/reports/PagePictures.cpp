@@ -50,10 +50,11 @@ void PagePictures::PlanOne(TextView path) {
 }
 
 std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
-  for (const auto& [name, bytes] : m_Former) {
+  for (const auto& former : m_Former) {
+    const std::string& name = former.first;
     const bool isTaken = std::any_of(m_Copies.begin(), m_Copies.end(),
                                      [&](const auto& planned) { return planned.second.name == name; });
-    if (bytes == size && !isTaken && m_Record.IsOwn(name) && IsSame(path, m_Run.Target().path / name))
+    if (former.second == size && !isTaken && m_Record.IsOwn(name) && IsSame(path, m_Run.Target().path / name))
       return name;
   }
   return {};

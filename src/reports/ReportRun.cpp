@@ -100,7 +100,8 @@ void ReportRun::AtEnd(std::function<void()> written, std::function<void()> faile
 }
 
 device::OutputFile& ReportRun::Create(const std::filesystem::path& file) {
-  return *m_Parts.emplace_back(file, m_Machine.files.Create(file)).output;
+  m_Parts.push_back({file, m_Machine.files.Create(file)});
+  return *m_Parts.back().output;
 }
 
 std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
