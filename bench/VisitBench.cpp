@@ -146,7 +146,7 @@ class Visit {
 public:
   explicit Visit(int inspections) : m_Steps(Fill(m_Tablet, inspections)) {
     if (m_Steps.size() < 20) Fail("too few steps to rate");
-    const auto choices = editing::ChoicesOf(m_Tablet.GetWorkspace().GetDatabases(), kRatingType);
+    const auto choices = editing::ChoicesOf(m_Tablet.GetWorkspace().GetDatabases(), kRatingType).value();
     if (choices.size() < 2) Fail("too few ratings");
     m_Ratings = {choices[0].name, choices[1].name};
   }

@@ -15,6 +15,7 @@
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
 #include "device/Format.h"
+#include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
 #include "device/ui/TypingHistory.h"
@@ -121,7 +122,10 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
     if (!workspace.IsBusy()) workspace.InspectionConnection().TidyJournal();
   });
   m_TidyTimer.start(kTidyEvery);
-  connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { FlushAll(); });
+  connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
+    device::ui::QtProgressWindow::CancelAll();
+    FlushAll();
+  });
   qApp->installEventFilter(this);
   Bring(*m_Overview);
 }
@@ -153,7 +157,14 @@ void CMainFrame::AddScreen(Screen& screen) {
 
 void CMainFrame::AddForm(inspection::ui::HeaderView& form) {
   AddScreen(form);
-  form.onEditList = [this](const device::Text& list) { m_Visit->EditPickerList(list); };
+  form.onEditList = [this](const device::Text& list) { EditLists(list); };
+}
+
+// The editor goes from list to list, and both forms may show any of them.
+void CMainFrame::EditLists(const device::Text& list) {
+  m_Visit->EditPickerList(list);
+  if (m_Header) m_Header->ListsChanged();
+  if (m_SetUp) m_SetUp->ListsChanged();
 }
 
 inspection::ui::CInspectorView& CMainFrame::Header() {
@@ -161,6 +172,9 @@ inspection::ui::CInspectorView& CMainFrame::Header() {
   m_Header = new inspection::ui::CInspectorView(m_Document);
   AddForm(*m_Header);
   m_Header->onDocTypeChanged = [this] { Tell(QStringLiteral("The categories of this type are set up.")); };
+  m_Header->onDocTypeFailed = [this](const device::Text& why) {
+    Tell(QStringLiteral("The type stays as it was: ") + ToQString(why));
+  };
   Offer(*m_Header, "agents", QStringLiteral("A&gents, date"), [this] { Bring(SetUp()); });
   OfferCategories(*m_Header);
   return *m_Header;
@@ -216,9 +230,7 @@ void CMainFrame::MakeMenus() {
   m_EverywhereInBar += AddMenuCommand(tools, "pickers", QStringLiteral("&Picker lists..."),
                                       QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] {
                                         if (!IsStored()) return;
-                                        m_Visit->EditPickerList({});
-                                        if (m_Header) m_Header->ListsChanged();
-                                        if (m_SetUp) m_SetUp->ListsChanged();
+                                        EditLists({});
                                         CurrentScreen()->OnShow();
                                       });
   m_EverywhereInBar +=
@@ -415,7 +427,7 @@ void CMainFrame::Undo() {
   if (m_UndoLog.IsElsewhere() &&
       !device::ConfirmCaution(
           m_Machine.prompts,
-          device::Format(u"\"%s\" was done in another inspection. Do you wish to take it back there?",
+          device::Phrase(u"\"%s\" was done in another inspection. Do you wish to take it back there?",
                          m_UndoLog.Action())))
     return;
   const std::int32_t category = m_Document.Categories().m_CategoryID;
@@ -446,6 +458,14 @@ void CMainFrame::Restore() {
   const QByteArray stored(reinterpret_cast<const char*>(m_Settings.window.data()),
                           static_cast<qsizetype>(m_Settings.window.size()));
   if (stored.isEmpty() || !restoreGeometry(stored)) resize(kFirstSize.boundedTo(screen()->availableSize()));
+  // Without a window manager the place that is restored counts with a frame that is not there.
+  const QRect room = screen()->availableGeometry();
+  if (!isMaximized() && !isFullScreen() && !room.contains(geometry())) {
+    QRect inside(QPoint(), size().boundedTo(room.size()));
+    inside.moveTopLeft({std::clamp(x(), room.left(), room.right() + 1 - inside.width()),
+                        std::clamp(y(), room.top(), room.bottom() + 1 - inside.height())});
+    setGeometry(inside);
+  }
 
   const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
   if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
@@ -502,6 +522,7 @@ bool CMainFrame::FlushAll() {
 }
 
 void CMainFrame::SaveAndThen(std::function<void()> end) {
+  device::ui::QtProgressWindow::CancelAll();
   m_End = std::move(end);
   m_EndTimer.start();
 }

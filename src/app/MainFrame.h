@@ -47,7 +47,7 @@ public:
   // Writes what was typed, in an open sheet as well, and where the person is: the system is about to end the
   // program. False when something was not written; in the middle of an action nothing is.
   bool FlushAll();
-  // The same, and then `end`; both after the action that is under way.
+  // The same, and then `end`; both after the action that is under way, which is cancelled where it can be.
   void SaveAndThen(std::function<void()> end);
 
   device::ui::Screen* CurrentScreen() const;
@@ -79,6 +79,7 @@ private:
   void MakeScreens();
   void AddScreen(device::ui::Screen& screen);
   void AddForm(inspection::ui::HeaderView& form);
+  void EditLists(const device::Text& list);
   void MakeMenus();
   void MakeVisitMenu();
   QAction* MakeViewMenu(QMenu* tools);  // what opens it

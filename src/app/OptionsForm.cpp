@@ -71,7 +71,7 @@ const std::vector<OptionsPage>& OptionsPages() {
         {u"HideRatings", u"Leave ratings out", Kind::YesNo},
         {u"DefaultPath", u"Folder that export and import begin in"}}},
       {u"Columns",
-       u"Widths in inches. When all are 0, they follow the layout of the first inspection type.",
+       u"Widths in inches. Set all to 0 to take those of the first inspection type's layout.",
        {{u"ColumnWidth1", u"Column 1", Kind::Inches},
         {u"ColumnWidth2", u"Column 2", Kind::Inches},
         {u"ColumnWidth3", u"Column 3", Kind::Inches},
@@ -147,10 +147,10 @@ std::optional<OptionsForm::Problem> OptionsForm::WhyNot(const Values& values) {
       const Text& value = values.at(entry.name);
       if (entry.limit > 0 && value.size() > static_cast<std::size_t>(entry.limit))
         return Problem{page.title,
-                       device::Format(u"\"%s\" takes at most %d characters.", entry.caption, entry.limit)};
+                       device::Phrase(u"\"%s\" takes at most %d characters.", entry.caption, entry.limit)};
       if (!IsKeptElsewhere(entry.name) &&
           data::SetOption(tried, entry.name, value) == data::OptionSet::BadValue)
-        return Problem{page.title, device::Format(u"\"%s\" does not take \"%s\".", entry.caption, value)};
+        return Problem{page.title, device::Phrase(u"\"%s\" does not take \"%s\".", entry.caption, value)};
     }
   }
   return std::nullopt;

@@ -29,14 +29,20 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
 
   // The questions of start-up are the last windows to close when there is no main window yet.
   QApplication::setQuitOnLastWindowClosed(false);
+  bool mustEnd = false;
   if (settings.signals) {
-    settings.signals->onEnd = [] { QApplication::exit(1); };
+    // The upgrade lets signals in while nothing runs yet that could be left.
+    settings.signals->onEnd = [&mustEnd] {
+      mustEnd = true;
+      QApplication::exit(1);
+    };
     settings.signals->Listen();
   }
   device::ui::ApplyTheme(application, ThemeOf(ReadAppSettings(registry)));
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
     return start.result == data::StartUpResult::Terminated ? 0 : 1;
+  if (mustEnd) return 1;
   inspection::CInspectorDoc document(*start.workspace);
   if (!document.IsOpen()) return 1;
 

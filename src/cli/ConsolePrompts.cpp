@@ -16,7 +16,7 @@ using device::Buttons;
 using device::Text;
 using device::ToUtf8;
 
-// Set by the interrupt key while a report is being written, so that it ends cleanly.
+// Set by the interrupt key while there is a progress line, so that the run ends cleanly.
 volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void OnInterrupt(int) {

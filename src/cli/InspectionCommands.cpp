@@ -45,6 +45,8 @@ void SetHeader(data::InspectionTable& inspection, const std::vector<HeaderValue>
 
 bool KnowsType(Session& session, const Text& type) {
   if (inspection::HasInspectionType(session.Workspace().GetDatabases(), type)) return true;
+  if (type.empty())
+    return session.Fail(u"An empty name is no inspection type. \"types\" shows those there are.");
   return session.Fail(Format(u"There is no inspection type %s. \"types\" shows those there are.", type));
 }
 
@@ -111,7 +113,8 @@ ExitCode RunApplyType(Session& session, const Input& input) {
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   inspection::CInspectorDoc& document = session.Document();
   // The library may have lost the type that the inspection has; asking for it again changes nothing.
-  if (type != document.Inspection().m_DocType && !KnowsType(session, type)) return ExitCode::Failed;
+  if ((type.empty() || type != document.Inspection().m_DocType) && !KnowsType(session, type))
+    return ExitCode::Failed;
   switch (inspection::ConfirmDocTypeChange(document, type)) {
     case inspection::DocTypeChoice::Same:
       return ExitCode::Done;

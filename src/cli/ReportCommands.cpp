@@ -19,7 +19,7 @@ Text Listed(const std::vector<std::string>& choices) {
   Text names;
   for (std::size_t i = 0; i < choices.size(); ++i) {
     const device::TextView joint = i == 0 ? u"" : i + 1 < choices.size() ? u", " : u" or ";
-    names += device::Format(u"%s\"%s\"", joint, device::FromUtf8(choices[i]));
+    names += device::Phrase(u"%s\"%s\"", joint, device::FromUtf8(choices[i]));
   }
   return names;
 }
@@ -46,7 +46,7 @@ bool TakeSkipped(Session& session, const Input& input, reports::ReportRequest& r
   reports::CategorySelection categories(session.Workspace(), request.inspectionID);
   for (const std::string& category : skipped->second) {
     if (categories.LeaveOut(device::FromUtf8(category))) continue;
-    session.Fail(device::Format(u"There is no category \"%s\" in this inspection. \"categories\" shows them.",
+    session.Fail(device::Phrase(u"There is no category \"%s\" in this inspection. \"categories\" shows them.",
                                 device::FromUtf8(category)));
     return false;
   }
@@ -118,7 +118,7 @@ bool TakeRating(Session& session, const Input& input, reports::ReportChoices& ch
     known.push_back(device::ToUtf8(rating));
   }
   session.Fail(
-      device::Format(u"The library has no rating \"%s\". It must be %s.", choices.rating, Listed(known)));
+      device::Phrase(u"The library has no rating \"%s\". It must be %s.", choices.rating, Listed(known)));
   return false;
 }
 
@@ -143,13 +143,13 @@ ExitCode RunReport(Session& session, const Input& input) {
   if (const auto kinds = KindChoices();
       std::find(kinds.begin(), kinds.end(), device::ToUtf8(request.format)) == kinds.end()) {
     session.Fail(
-        device::Format(u"There is no report \"%s\". It must be %s.", request.format, Listed(KindChoices())));
+        device::Phrase(u"There is no report \"%s\". It must be %s.", request.format, Listed(KindChoices())));
     return ExitCode::Usage;
   }
   if (input.Has("--layout")) {
     request.choices.layout = device::FromUtf8(input.options.at("--layout"));
     if (!reports::FindLayout(request.choices.layout)) {
-      session.Fail(device::Format(u"There is no layout \"%s\". It must be %s.", request.choices.layout,
+      session.Fail(device::Phrase(u"There is no layout \"%s\". It must be %s.", request.choices.layout,
                                   Listed(LayoutChoices())));
       return ExitCode::Usage;
     }

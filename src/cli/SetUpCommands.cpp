@@ -140,8 +140,18 @@ std::vector<Text> FindFaults(Session& session, const std::filesystem::path& file
   return faults;
 }
 
+// What was set; nothing when that failed, which has been reported. A file that is damaged or cannot be opened
+// is left to the check.
+std::optional<std::vector<Text>> Repair(Session& session, const std::filesystem::path& file,
+                                        data::DatabaseKind kind) {
+  data::Connection connection(file, session.GetMachine().faults);
+  std::vector<Text> findings;
+  if (!connection.Open().empty() || !connection.CheckIntegrity(findings)) return std::vector<Text>();
+  return data::RepairCounters(connection, kind);
+}
+
 // Without the document: opening that asks about an older structure, upgrades it, and adds an inspection.
-ExitCode RunCheck(Session& session, const Input&) {
+ExitCode RunCheck(Session& session, const Input& input) {
   const device::Machine& machine = session.GetMachine();
   const std::optional<device::DatabasePaths> paths = data::ReadDatabasePaths(machine);
   if (!paths) return ExitCode::Failed;
@@ -149,8 +159,12 @@ ExitCode RunCheck(Session& session, const Input&) {
   for (const auto& [path, kind] : {std::pair{paths->templatePath, data::DatabaseKind::Template},
                                    std::pair{paths->inspectionPath, data::DatabaseKind::Inspection}}) {
     const std::filesystem::path file = machine.paths.ResolveStored(path);
+    std::optional<std::vector<Text>> repaired = std::vector<Text>();
+    if (input.Has("--repair")) repaired = Repair(session, file, kind);
+    if (!repaired) return ExitCode::Failed;
     const std::vector<Text> faults = FindFaults(session, file, kind);
     session.Out() << file.string() << ": " << (faults.empty() ? "sound" : "faulty") << "\n";
+    for (const Text& line : *repaired) session.Out() << "  " << device::ToUtf8(line) << "\n";
     for (const Text& fault : faults) session.Out() << "  " << device::ToUtf8(fault) << "\n";
     sound = sound && faults.empty();
   }
@@ -174,8 +188,9 @@ std::vector<Command> SetUpCommands() {
       {"check",
        "check structure, keys and integrity of both databases",
        {},
-       {},
-       "Asks nothing and changes neither of them. Says what is wrong, and ends with 1 if anything is.",
+       {{"--repair", "", "set the counters of new keys behind the keys that are in use", false}},
+       "Asks nothing, and without --repair changes neither of them. Says what is wrong, and ends with 1 if "
+       "anything is.",
        RunCheck,
        false},
   };

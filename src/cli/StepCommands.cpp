@@ -5,7 +5,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/Materials.h"
-#include "editing/Ratings.h"
+#include "editing/RatingDropDown.h"
 #include "editing/StepEditing.h"
 
 namespace inspector::cli {
@@ -93,10 +93,12 @@ Text OfferedRatings(Session& session, std::int32_t stepID) {
   data::StepTable step(databases);
   step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
   Text names;
-  if (step.RecordCount() > 0 && step.GetRecord(0))
-    for (const editing::RatingChoice& choice : editing::ChoicesOf(databases, step.m_RatingType))
-      names += (names.empty() ? u"" : u", ") + choice.name;
-  return names.empty() ? Text(u"none") : names;
+  if (step.RecordCount() == 0 || !step.GetRecord(0)) return names;
+  const editing::RatingDropDown offered(databases, step.m_RatingType);
+  for (const Text& entry : offered.Entries())
+    if (const Text result = editing::RatingDropDown::ResultOf(entry); !result.empty())
+      names += (names.empty() ? u"" : u", ") + result;
+  return names;
 }
 
 ExitCode RunRate(Session& session, const Input& input) {
@@ -116,13 +118,17 @@ ExitCode RunComment(Session& session, const Input& input) {
 }
 
 ExitCode RunMaterial(Session& session, const Input& input) {
-  bool hasComments = false;
-  const auto result =
-      StepEditing(session.Workspace()).AddMaterial(input.Number(0), input.Argument(1), &hasComments);
-  if (hasComments) session.Note(u"The library has comments for this material.");
-  return Finish(session, result, input.Number(0),
-                Format(u"%s is no material of this step, and nothing that its free box could take.",
-                       input.Argument(1)));
+  StepEditing::MaterialNote note;
+  const auto result = StepEditing(session.Workspace()).AddMaterial(input.Number(0), input.Argument(1), &note);
+  if (note.hasComments) session.Note(u"The library has comments for this material.");
+  if (!note.lost.empty())
+    session.Note(Format(u"No longer among the materials of this step, so taken out: %s", note.lost));
+  return Finish(
+      session, result, input.Number(0),
+      Format(
+          u"%s is no material of this step, and nothing that its free box could take. One with a gap (^) is "
+          u"given with the gap filled.",
+          input.Argument(1)));
 }
 
 }  // namespace

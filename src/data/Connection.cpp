@@ -350,6 +350,14 @@ void Connection::ReportVanishedRow(TextView table) {
       table, device::FromUtf8(m_File.string())));
 }
 
+void Connection::ReportUsedKey(TextView table, std::int32_t key) {
+  Fail(device::Format(
+      u"A new row of the table %s in the database %s would get the key %d, which is in use: the counter of "
+      u"these keys is wrong. Nothing was added, and nothing was lost. Run \"inspector-cli check --repair\", "
+      u"and do it again.",
+      table, device::FromUtf8(m_File.string()), key));
+}
+
 std::int64_t Connection::ReadFile(std::int64_t offset, char* buffer, int size) {
   sqlite3_file* file = nullptr;
   sqlite3_int64 end = 0;

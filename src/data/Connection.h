@@ -64,6 +64,8 @@ public:
   // How many rows the last change touched. None by an update means that another program deleted the row.
   int ChangedRows() const;
   void ReportVanishedRow(TextView table);
+  // A new row would share its key with another one, or get what belongs to another one.
+  void ReportUsedKey(TextView table, std::int32_t key);
   // Reports the connection's last failure. A failure, of reading too, dooms the transaction it is part of.
   void ReportFailure();
   std::int64_t LastRowId() const;

@@ -2,21 +2,15 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
+#include "data/KeySequences.h"
 #include "device/Format.h"
 
 namespace inspector::data {
 namespace {
 
 using device::Format;
-
-// A sequence of keys and the table that they are the keys of, in its first column.
-struct Sequence {
-  TextView name;
-  TextView table;
-};
-
-constexpr Sequence kSequences[] = {
-    {u"Inspection", u"Inspection"}, {u"InspectionCategory", u"Category"}, {u"Step", u"Step"}};
 
 // A table that was copied twice has every key twice; the first ones tell as much as all of them.
 constexpr int kMostKeysListed = 20;
@@ -38,16 +32,11 @@ bool ForEachRow(Connection& connection, const std::string& sql, Visit visit) {
   return code == SQLITE_DONE;
 }
 
-// The stored name of a column, quoted. Empty when the table or the column is not there.
-std::string ColumnName(Connection& connection, TextView table, std::size_t ordinal) {
-  const std::vector<StoredColumn>* const stored = connection.ColumnsOf(table);
-  return stored && ordinal < stored->size() ? QuotedName((*stored)[ordinal].name) : std::string();
-}
-
-void FindRepeatedKeys(Connection& connection, TextView table, std::vector<Text>& faults) {
-  const std::string key = ColumnName(connection, table, 0);
+void FindRepeatedKeys(Connection& connection, const KeyUse& keys, std::vector<Text>& faults) {
+  const TextView table = keys.table;
+  const TextView name = keys.column;
+  const std::string key = StoredName(connection, table, name);
   if (key.empty()) return;
-  const TextView name = FindLayout(table)->columns[0].name;
   int found = 0;
   ForEachRow(connection,
              "SELECT " + key + ", count(*) FROM " + QuotedName(table) + " WHERE " + key +
@@ -62,11 +51,23 @@ void FindRepeatedKeys(Connection& connection, TextView table, std::vector<Text>&
              });
 }
 
-void FindCountersOfNoNumber(Connection& connection, const std::string& name, const std::string& counter,
+// The names of the two columns of UniqueID, quoted.
+struct CounterColumns {
+  explicit CounterColumns(Connection& connection)
+      : name(StoredName(connection, u"UniqueID", u"TableName")),
+        counter(StoredName(connection, u"UniqueID", u"NextID")) {}
+  bool AreThere() const { return !name.empty() && !counter.empty(); }
+
+  std::string name;
+  std::string counter;
+};
+
+void FindCountersOfNoNumber(Connection& connection, const CounterColumns& columns,
                             std::vector<Text>& faults) {
   ForEachRow(connection,
-             "SELECT " + name + ", " + counter + " FROM UniqueID WHERE typeof(" + counter +
-                 ") <> 'integer' OR " + counter + " NOT BETWEEN -2147483648 AND 2147483647 ORDER BY rowid",
+             "SELECT " + columns.name + ", " + columns.counter + " FROM UniqueID WHERE typeof(" +
+                 columns.counter + ") <> 'integer' OR " + columns.counter +
+                 " NOT BETWEEN -2147483648 AND 2147483647 ORDER BY rowid",
              [&](sqlite3_stmt* row) {
                faults.push_back(Format(u"no whole number in table: UniqueID, the counter of %s holds %s",
                                        TextAt(row, 0), TextAt(row, 1)));
@@ -74,54 +75,100 @@ void FindCountersOfNoNumber(Connection& connection, const std::string& name, con
 }
 
 // What takes a key reads the first row of the sequence.
-void FindCounterBelowKeys(Connection& connection, const Sequence& sequence, const std::string& name,
-                          const std::string& counter, std::vector<Text>& faults) {
-  const std::string key = ColumnName(connection, sequence.table, 0);
-  std::optional<std::int32_t> highest;
-  // The index ends with the highest number; behind it there could only be texts.
-  const bool isRead =
-      !key.empty() && ForEachRow(connection,
-                                 "SELECT " + key + " FROM " + QuotedName(sequence.table) + " WHERE " + key +
-                                     " <= 2147483647 ORDER BY " + key + " DESC LIMIT 1",
-                                 [&](sqlite3_stmt* row) { highest = sqlite3_column_int(row, 0); });
-  if (!isRead || !highest) return;
-  std::optional<std::int64_t> stored;
+std::string FirstRowOf(const KeySequence& sequence, const CounterColumns& columns) {
+  return " FROM UniqueID WHERE " + columns.name + " = '" + device::ToUtf8(sequence.name) +
+         "' COLLATE BINARY ORDER BY rowid LIMIT 1";
+}
+
+struct WrongCounter {
+  Text fault;                // empty for no whole number, which is told of every counter
+  std::int32_t rightly = 0;  // from there on no key is in use
+};
+
+// Nothing when it is right, or when that could not be read, which has been reported.
+std::optional<WrongCounter> FindWrongCounter(Connection& connection, const KeySequence& sequence,
+                                             const CounterColumns& columns) {
+  bool isThere = false;
   bool isNumber = false;
-  const bool isCounterRead =
-      ForEachRow(connection,
-                 "SELECT " + counter + " FROM UniqueID WHERE " + name + " = '" +
-                     device::ToUtf8(sequence.name) + "' COLLATE BINARY ORDER BY rowid LIMIT 1",
-                 [&](sqlite3_stmt* row) {
-                   isNumber = sqlite3_column_type(row, 0) == SQLITE_INTEGER;
-                   stored = sqlite3_column_int64(row, 0);
-                 });
-  const TextView keyName = FindLayout(sequence.table)->columns[0].name;
-  constexpr std::int32_t kFirstKey = 1000;
-  if (!isCounterRead || (stored && !isNumber)) return;
-  if (!stored && *highest >= kFirstKey) {
-    faults.push_back(Format(u"missing counter in table: UniqueID, %s; the highest %s is %d", sequence.name,
-                            keyName, *highest));
-  } else if (stored && *stored < *highest) {
-    faults.push_back(Format(u"counter too low in table: UniqueID, %s is at %s; the highest %s is %d",
-                            sequence.name, device::FromUtf8(std::to_string(*stored)), keyName, *highest));
-  }
+  std::int64_t stored = 0;
+  const bool isRead = ForEachRow(
+      connection, "SELECT " + columns.counter + FirstRowOf(sequence, columns), [&](sqlite3_stmt* row) {
+        isThere = true;
+        stored = sqlite3_column_int64(row, 0);
+        isNumber =
+            sqlite3_column_type(row, 0) == SQLITE_INTEGER && stored == static_cast<std::int32_t>(stored);
+      });
+  if (!isRead) return std::nullopt;
+  const std::optional<std::int32_t> highest = FindHighestKey(connection, sequence);
+  const std::int32_t first = FirstKey(sequence.kind);
+  const std::int32_t rightly = std::max(highest.value_or(0), first - 1);
+  const TextView key = sequence.uses.front().column;
+  const Text number = device::FromUtf8(std::to_string(stored));
+  if (isThere && !isNumber) return WrongCounter{{}, rightly};
+  if (isThere && stored > kHighestUsualKey)
+    return WrongCounter{Format(u"counter at its end in table: UniqueID, %s is at %s", sequence.name, number),
+                        rightly};
+  const bool beginsAgain = !isThere || (sequence.kind == DatabaseKind::Template && stored < 0);
+  if (!highest || (beginsAgain ? *highest < first : *highest <= stored)) return std::nullopt;
+  return WrongCounter{isThere
+                          ? Format(u"counter too low in table: UniqueID, %s is at %s; the highest %s is %d",
+                                   sequence.name, number, key, *highest)
+                          : Format(u"missing counter in table: UniqueID, %s; the highest %s is %d",
+                                   sequence.name, key, *highest),
+                      rightly};
+}
+
+bool SetCounter(Connection& connection, const KeySequence& sequence, const CounterColumns& columns,
+                std::int32_t value) {
+  sqlite3_stmt* const update =
+      connection.Prepare("UPDATE UniqueID SET " + columns.counter + " = ? WHERE rowid = (SELECT rowid" +
+                         FirstRowOf(sequence, columns) + ")");
+  if (!update) return false;
+  sqlite3_bind_int(update, 1, value);
+  if (!connection.Run(update)) return false;
+  if (connection.ChangedRows() > 0) return true;
+  sqlite3_stmt* const insert = connection.Prepare("INSERT INTO UniqueID (" + columns.name + ", " +
+                                                  columns.counter + ") VALUES (?, ?)");
+  if (!insert) return false;
+  const std::string name = device::ToUtf8(sequence.name);
+  sqlite3_bind_text(insert, 1, name.data(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
+  sqlite3_bind_int(insert, 2, value);
+  return connection.Run(insert);
 }
 
 }  // namespace
 
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind) {
   std::vector<Text> faults;
-  const bool isInspection = kind == DatabaseKind::Inspection;
-  if (isInspection)
-    for (const Sequence& sequence : kSequences) FindRepeatedKeys(connection, sequence.table, faults);
-  const std::string name = ColumnName(connection, u"UniqueID", 0);
-  const std::string counter = ColumnName(connection, u"UniqueID", 1);
-  if (name.empty() || counter.empty()) return faults;
-  FindCountersOfNoNumber(connection, name, counter, faults);
-  if (isInspection)
-    for (const Sequence& sequence : kSequences)
-      FindCounterBelowKeys(connection, sequence, name, counter, faults);
+  if (kind == DatabaseKind::Inspection)
+    for (const KeySequence& sequence : KeySequences())
+      if (sequence.kind == kind) FindRepeatedKeys(connection, sequence.uses.front(), faults);
+  const CounterColumns columns(connection);
+  if (!columns.AreThere()) return faults;
+  FindCountersOfNoNumber(connection, columns, faults);
+  for (const KeySequence& sequence : KeySequences()) {
+    if (sequence.kind != kind) continue;
+    const std::optional<WrongCounter> wrong = FindWrongCounter(connection, sequence, columns);
+    if (wrong && !wrong->fault.empty()) faults.push_back(wrong->fault);
+  }
   return faults;
+}
+
+std::optional<std::vector<Text>> RepairCounters(Connection& connection, DatabaseKind kind) {
+  std::vector<Text> done;
+  const CounterColumns columns(connection);
+  if (!columns.AreThere()) return done;
+  Transaction transaction(connection);
+  if (!transaction.IsOpen()) return std::nullopt;
+  for (const KeySequence& sequence : KeySequences()) {
+    if (sequence.kind != kind) continue;
+    const std::optional<WrongCounter> wrong = FindWrongCounter(connection, sequence, columns);
+    if (!wrong) continue;
+    if (!SetCounter(connection, sequence, columns, wrong->rightly)) return std::nullopt;
+    done.push_back(Format(u"set the counter of %s to %d", sequence.name, wrong->rightly));
+  }
+  if (!transaction.Commit()) return std::nullopt;
+  return done;
 }
 
 }  // namespace inspector::data

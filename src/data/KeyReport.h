@@ -1,7 +1,8 @@
-// What is wrong with the keys of a database and with the counters that new ones come from, without altering
-// it.
+// What is wrong with the keys of a database and with the counters that new ones come from, and how the
+// counters are set right.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "data/Connection.h"
@@ -11,7 +12,11 @@ namespace inspector::data {
 
 // One line for a person each: keys of inspections, categories and steps that stand in several rows, counters
 // that are no whole numbers, and counters below the highest key of their table, from which a new row would
-// get a key that is taken. Tables that are missing are passed over.
+// get a key that is taken. Tables that are missing are passed over, and nothing is altered.
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
+
+// Sets each wrong counter to the highest key that is in use. What was set, one line each; nothing when it
+// failed, which has been reported: then no counter was changed.
+std::optional<std::vector<Text>> RepairCounters(Connection& connection, DatabaseKind kind);
 
 }  // namespace inspector::data

@@ -36,6 +36,7 @@ std::optional<Number> ParseNumber(TextView value) {
   Number number{};
   const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), number);
   if (error != std::errc() || end != bytes.data() + bytes.size()) return std::nullopt;
+  if (number != number) return std::nullopt;  // "nan" is none
   return number;
 }
 

@@ -36,10 +36,14 @@ Found FindDatabases(const Machine& machine, const DatabasePaths& paths) {
 
 // A person who is asked again should know why.
 void TellWhyNot(const Machine& machine, const DatabasePaths& paths, Found found) {
-  if (found == Found::NoFile)
+  if (found == Found::NoFile) {
+    std::error_code ignored;
+    const bool isTemplate =
+        std::filesystem::is_directory(machine.paths.ResolveStored(paths.templatePath), ignored);
     device::ShowError(machine.prompts,
-                      device::Format(u"%s or %s is not a file but a folder. Name the database file itself.",
-                                     paths.templatePath, paths.inspectionPath));
+                      device::Format(u"%s is not a file but a folder. Name the database file itself.",
+                                     isTemplate ? paths.templatePath : paths.inspectionPath));
+  }
   if (found == Found::SameFile)
     device::ShowError(machine.prompts,
                       device::Format(u"Both paths lead to the database %s. Templates and inspections are two "

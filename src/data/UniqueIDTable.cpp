@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "data/KeySequences.h"
 #include "device/Format.h"
 
 namespace inspector::data {
 namespace {
-
-constexpr std::int32_t kFirstInspectionKey = 1000;
-constexpr std::int32_t kFirstTemplateKey = 25000;
 
 // After the highest key comes the lowest.
 std::int32_t Following(std::int32_t key, int steps) {
@@ -38,22 +36,28 @@ KeyRange UniqueIDTable::TakeIDs(TextView sequenceName, int count) {
   const bool found = GetRecord(0);
   if (isThere && Failed()) {
     // A second row for the sequence would hand out every key again, for good.
-    m_NextID = m_Kind == DatabaseKind::Inspection ? kFirstInspectionKey : kFirstTemplateKey;
+    m_NextID = FirstKey(m_Kind);
     return KeyRange(m_NextID);
   }
   if (!found) {
     PrepareNew();
     m_SequenceName = Text(sequenceName);
   }
-  if (m_Kind == DatabaseKind::Inspection) {
-    m_NextID = found ? Following(m_NextID, 1) : kFirstInspectionKey;
-  } else {
-    m_NextID = found && m_NextID >= 0 ? Following(m_NextID, 1) : kFirstTemplateKey;
-  }
-  const KeyRange keys(m_NextID);
-  m_NextID = Following(m_NextID, count - 1);
-  Write();
-  return keys;
+  const bool goesOn = found && (m_Kind == DatabaseKind::Inspection || m_NextID >= 0);
+  const std::int32_t first = goesOn ? Following(m_NextID, 1) : FirstKey(m_Kind);
+  m_NextID = Following(first, count - 1);
+  if (Write()) RefuseUsedKeys(sequenceName, first, m_NextID);
+  return KeyRange(first);
+}
+
+// An older program, another tool or damage may have left the counter anywhere.
+void UniqueIDTable::RefuseUsedKeys(TextView sequenceName, std::int32_t first, std::int32_t last) {
+  const KeySequence* const sequence = FindKeySequence(m_Kind, sequenceName);
+  if (!sequence) return;
+  const std::int32_t end = first <= last ? last : INT32_MAX;
+  std::optional<std::int32_t> used = FindKeyInUse(GetConnection(), *sequence, first, end);
+  if (!used && end != last) used = FindKeyInUse(GetConnection(), *sequence, INT32_MIN, last);
+  if (used) GetConnection().ReportUsedKey(sequence->uses.front().table, *used);
 }
 
 bool UniqueIDTable::CreateTable() {

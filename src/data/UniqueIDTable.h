@@ -21,7 +21,8 @@ public:
 
   // Takes the next key and stores it. Inspection database: 1000 for a new sequence, then counting up.
   // Template database: counting up from any stored value of 0 or more, 25000 for a new or negative one.
-  // A failure has been reported; the same key may then be handed out again.
+  // A failure has been reported; the same key may then be handed out again. So has a key that is in use: the
+  // caller's transaction then fails, and nothing is stored under the key of another row.
   std::int32_t NextID(TextView sequenceName);
   // The same for `count` rows that are written in one transaction, at the cost of one. None for 0.
   KeyRange TakeIDs(TextView sequenceName, int count);
@@ -33,6 +34,7 @@ public:
   std::int32_t m_NextID = 0;
 
 private:
+  void RefuseUsedKeys(TextView sequenceName, std::int32_t first, std::int32_t last);
   static std::vector<BoundMember> Members(UniqueIDTable& row) { return {&row.m_SequenceName, &row.m_NextID}; }
 
   DatabaseKind m_Kind;

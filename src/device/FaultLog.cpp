@@ -46,6 +46,11 @@ void FaultLog::ShowPending() {
   }
 }
 
+void FaultLog::DropPending() {
+  const std::lock_guard lock(m_Mutex);
+  m_Pending.clear();
+}
+
 int FaultLog::Count() const {
   const std::lock_guard lock(m_Mutex);
   return m_Count;

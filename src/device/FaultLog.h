@@ -32,6 +32,8 @@ public:
   // To be called on the thread that owns the prompts, which is the one that made this object. Shows nothing
   // during a Silence or while nobody attends.
   void ShowPending();
+  // What waits is shown in another way.
+  void DropPending();
 
   int Count() const;
 

@@ -26,9 +26,7 @@ void AppendQuotedValue(Text& out, TextView value) {
   }
 }
 
-}  // namespace
-
-Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments) {
+Text Fill(TextView format, std::initializer_list<FormatArgument> arguments, bool isStatement) {
   Text out;
   std::size_t room = format.size();
   for (const FormatArgument& argument : arguments) room += argument.String().size() + 4;
@@ -56,7 +54,8 @@ Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments
       if (const auto* argument = take(false)) out.push_back(static_cast<char16_t>(argument->Number()));
       at = percent + 2;
     } else if (directive.starts_with(u's')) {
-      const bool quoted = percent > 0 && format[percent - 1] == u'"' && directive.substr(1).starts_with(u'"');
+      const bool quoted =
+          isStatement && percent > 0 && format[percent - 1] == u'"' && directive.substr(1).starts_with(u'"');
       if (const auto* argument = take(true)) {
         if (quoted) {
           AppendQuotedValue(out, argument->String());
@@ -74,6 +73,16 @@ Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments
     }
   }
   return out;
+}
+
+}  // namespace
+
+Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments) {
+  return Fill(format, arguments, true);
+}
+
+Text PhraseList(TextView format, std::initializer_list<FormatArgument> arguments) {
+  return Fill(format, arguments, false);
 }
 
 }  // namespace inspector::device

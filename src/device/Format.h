@@ -33,6 +33,14 @@ private:
 // kind, or a missing one, asserts and is written as nothing. A % before anything else stands for itself.
 Text FormatList(TextView format, std::initializer_list<FormatArgument> arguments);
 
+// The same for a sentence that a person reads: values between quotes stand as they are.
+Text PhraseList(TextView format, std::initializer_list<FormatArgument> arguments);
+
+template <typename... Arguments>
+Text Phrase(TextView format, const Arguments&... arguments) {
+  return PhraseList(format, {FormatArgument(arguments)...});
+}
+
 template <typename... Arguments>
 Text Format(TextView format, const Arguments&... arguments) {
   return FormatList(format, {FormatArgument(arguments)...});

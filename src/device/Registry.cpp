@@ -109,7 +109,9 @@ bool Registry::Open(const Text& key) {
   toml::table table;
   if (!Load(m_Files, m_File, table, m_LastError)) return false;
   const toml::node* const node = Find(table, ToUtf8(key));
-  return node == nullptr || node->is_table() || FailNoTable(key);
+  if (node != nullptr) return node->is_table() || FailNoTable(key);
+  table.insert(ToUtf8(key), toml::table());
+  return Store(LinesOf(table));
 }
 
 bool Registry::FailNoTable(const Text& key) {
@@ -153,16 +155,21 @@ bool Registry::Write(const Text& key, const Text& value, const Text& content) {
     values.insert_or_assign(ToUtf8(value), std::move(text));
   }
 
-  const std::optional<std::string> lines = LinesOf(table);
+  return Store(LinesOf(table));
+}
+
+bool Registry::Store(const std::optional<std::string>& lines) {
   if (!lines) {
     m_LastError =
-        Format(u"The value %s of %s cannot be kept in the registry file %s.", value, key, PathText(m_File));
+        Format(u"What was to be kept in the registry file %s cannot be written as text.", PathText(m_File));
     return false;
   }
   const std::unique_ptr<OutputFile> file = m_Files.Create(m_File);
   if (file->Write(*lines) && file->Commit()) return true;
-  m_LastError =
-      Format(u"The registry file %s cannot be written: %s.", PathText(m_File), FromUtf8(file->Error()));
+  m_LastError = Format(
+      u"The registry file %s cannot be written: %s. What stood there still counts. Free some space on the "
+      u"disk, or check the permissions of the folder, and try again.",
+      PathText(m_File), FromUtf8(file->Error()));
   return false;
 }
 

@@ -31,8 +31,8 @@ public:
   bool Write(const Text& key, const Text& value, const Text& content);
   bool WriteBinary(const Text& key, const Text& value, const std::vector<std::uint8_t>& content);
 
-  // False when the file is there but is no TOML, when something else than a table has the key's name, or when
-  // the folder cannot be made. `LastError` says why.
+  // Makes the key when it is missing. False when that fails, when the file is there but is no TOML, or when
+  // something else than a table has the key's name. `LastError` says why.
   bool Open(const Text& key);
   // Empty when the last call went well; else names the file and what to do.
   const Text& LastError() const { return m_LastError; }
@@ -40,6 +40,7 @@ public:
 
 private:
   bool FailNoTable(const Text& key);
+  bool Store(const std::optional<std::string>& lines);
 
   Files& m_Files;
   std::filesystem::path m_File;

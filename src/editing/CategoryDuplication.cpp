@@ -53,22 +53,10 @@ bool CategoryDuplication::ReadSource() {
 
 bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
   m_LeftOut.clear();
-  const Text baseName = BaseNameOf(m_Source.m_CategoryTitle);
-  {
-    const data::ReadScope reading(m_Databases.Template());
-    data::Transaction transaction(m_Databases.Inspection());
-    if (!transaction.IsOpen() || !ReadSource()) return false;
-    const auto waiting = m_Workspace.GetPrompts().ShowWaiting();
-    const std::optional<int> count = CountOfTemplate();
-    if (!count) return false;
-    Text title = device::StripLeadingControls(wanted.name);
-    for (int made = 0, number = *count + 1; made < wanted.copies; ++made) {
-      if (!MakeCopy(title, wanted.withData)) return false;
-      if (made == 0) m_FirstCopy = m_Copy.m_CategoryID;
-      title = NumberedTitle(baseName, ++number);
-    }
-    if (!transaction.Commit()) return false;
-  }
+  m_IsCancelled = false;
+  const bool made = MakeAll(wanted);
+  if (m_IsCancelled) device::Alert(m_Workspace.GetPrompts(), u"Cancelled. Nothing was duplicated.");
+  if (!made) return false;
   for (const int step : m_LeftOut)
     device::Alert(
         m_Workspace.GetPrompts(),
@@ -76,22 +64,46 @@ bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
   return true;
 }
 
-bool CategoryDuplication::FindFreeNumber(std::int64_t& number) {
+// All or nothing.
+bool CategoryDuplication::MakeAll(const EditingDialogs::CategoryCopies& wanted) {
+  const Text baseName = BaseNameOf(m_Source.m_CategoryTitle);
+  const data::ReadScope reading(m_Databases.Template());
+  data::Transaction transaction(m_Databases.Inspection());
+  if (!transaction.IsOpen() || !ReadSource()) return false;
+  const auto progress = m_Workspace.GetPrompts().OpenProgress(u"Duplicate Category", true);
+  progress->SetRange(0, wanted.copies);
+  const std::optional<int> count = CountOfTemplate();
+  if (!count) return false;
+  Text title = device::StripLeadingControls(wanted.name);
+  m_LastNumber = device::LeadingInteger(m_Source.m_CategoryNumber);
+  for (int made = 0, number = *count + 1; made < wanted.copies; ++made) {
+    m_IsCancelled = progress->Cancelled();
+    if (m_IsCancelled) return false;
+    progress->SetStatus(title);
+    if (!MakeCopy(title, wanted.withData)) return false;
+    progress->Step();
+    if (made == 0) m_FirstCopy = m_Copy.m_CategoryID;
+    title = NumberedTitle(baseName, ++number);
+  }
+  return transaction.Commit();
+}
+
+// The numbers up to the last one found are taken by now.
+bool CategoryDuplication::FindFreeNumber() {
   data::CategoryTable taken(m_Databases);
   do {
-    ++number;
-    taken.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryNumber = %d", number));
+    ++m_LastNumber;
+    taken.OpenSQL(Format(u"SELECT * FROM Category WHERE CategoryNumber = %d", m_LastNumber));
   } while (!taken.Failed() && taken.RecordCount() > 0);
   return !taken.Failed();
 }
 
 bool CategoryDuplication::MakeCopy(const Text& title, bool withData) {
-  std::int64_t number = device::LeadingInteger(m_Source.m_CategoryNumber);
-  if (!FindFreeNumber(number)) return false;
+  if (!FindFreeNumber()) return false;
   m_Copy.PrepareNew();
   m_Copy.m_CategoryID = data::NextInspectionID(m_Databases, u"InspectionCategory");
   m_Copy.m_CategoryTitle = title;
-  m_Copy.m_CategoryNumber = Format(u"%d", number);
+  m_Copy.m_CategoryNumber = Format(u"%d", m_LastNumber);
   m_Copy.m_InspectionID = m_Source.m_InspectionID;
   m_Copy.m_CategoryTemplateID = m_Source.m_CategoryTemplateID;
   m_Copy.m_Type = m_Source.m_Type;

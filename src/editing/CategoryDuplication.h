@@ -21,15 +21,17 @@ public:
 
   // Makes the copies, each with a number that no category of any inspection has. Copies with data take over
   // texts, flags, steps and fields; those without get the steps of the templates. A step whose template is
-  // gone is not copied, which is said once all is written. One transaction; false when it failed.
+  // gone is not copied, which is said once all is written. One transaction; false when it failed or was
+  // cancelled.
   bool Make(const EditingDialogs::CategoryCopies& wanted);
   // The key of the first one that Make has made.
   std::int32_t FirstCopy() const { return m_FirstCopy; }
 
 private:
+  bool MakeAll(const EditingDialogs::CategoryCopies& wanted);
   bool ReadSource();
   std::optional<int> CountOfTemplate();
-  bool FindFreeNumber(std::int64_t& number);
+  bool FindFreeNumber();
   bool MakeCopy(const Text& title, bool withData);
   bool CopySteps(std::int32_t targetCategory);
   std::optional<bool> HasTemplate(std::int32_t stepTemplateID);
@@ -39,6 +41,8 @@ private:
   data::CategoryTable m_Source;
   data::CategoryTable m_Copy;
   std::int32_t m_FirstCopy = -1;
+  std::int64_t m_LastNumber = 0;
+  bool m_IsCancelled = false;
   std::vector<int> m_LeftOut;  // steps without a template, by their place in the source
 };
 

@@ -121,11 +121,13 @@ CategoryList::Screen CategoryList::Click(int row, int column, int topRow) {
 void CategoryList::Mark(int row) {
   const std::optional<Row> clicked = RowAt(row);
   if (clicked && !clicked->marked) m_Marked = {clicked->categoryID};
+  m_OpenedBeforeMark = m_Document.Categories().m_CategoryID;
 }
 
 void CategoryList::MarkToo(int row) {
   const std::optional<Row> clicked = RowAt(row);
   if (clicked && !clicked->marked) m_Marked.push_back(clicked->categoryID);
+  m_OpenedBeforeMark = m_Document.Categories().m_CategoryID;
 }
 
 CategoryList::Screen CategoryList::Open(int row, int topRow) {
@@ -140,13 +142,16 @@ CategoryList::Screen CategoryList::Open(int row, int topRow) {
           isThere ? m_Document.Categories().FindRowOf(m_List, m_Shown[static_cast<std::size_t>(row)]) : -1))
     return Screen::None;
   m_Document.SetCategoryTopIndex(topRow);
+  m_OpenedBeforeMark = -1;
   return m_Document.Categories().m_Type == kFormCategory ? Screen::Form : Screen::Steps;
 }
 
 int CategoryList::RowToShow() {
-  for (const std::int32_t key : m_Marked)
-    if (const int row = RowOf(key); row >= 0) return row;
-  return RowOf(m_Document.Categories().m_CategoryID);
+  const std::int32_t opened = m_Document.Categories().m_CategoryID;
+  if (opened == m_OpenedBeforeMark)
+    for (const std::int32_t key : m_Marked)
+      if (const int row = RowOf(key); row >= 0) return row;
+  return RowOf(opened);
 }
 
 int CategoryList::RowOf(std::int32_t categoryID) {

@@ -27,6 +27,10 @@ std::optional<std::vector<LibraryComment>> Read(data::Databases& databases, Text
 
 }  // namespace
 
+Text GroupHeading(TextView group) {
+  return Format(u"<<%s>>", group.empty() ? TextView(u"No group") : group);
+}
+
 std::optional<std::vector<LibraryComment>> CommentsOfStep(data::Databases& databases,
                                                           std::int32_t stepTemplateID) {
   return Read(databases,

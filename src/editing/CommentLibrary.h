@@ -19,6 +19,10 @@ struct LibraryComment {
   Text group;
 };
 
+// "<<Roof>>". What belongs to no group and comes after one has a heading as well, or it would seem to belong
+// there.
+Text GroupHeading(TextView group);
+
 // Each in the order of the library; the comments of a step by group. Nothing when they could not all be read,
 // which has been reported.
 std::optional<std::vector<LibraryComment>> CommentsOfStep(data::Databases& databases,

@@ -22,7 +22,7 @@ CommentPicker::CommentPicker(std::vector<LibraryComment> comments, bool mayDelet
 }
 
 Text CommentPicker::TextOf(const Row& row) const {
-  return row.isHeading ? device::Format(u"<<%s>>", m_Groups[row.index].name) : m_Comments[row.index].text;
+  return row.isHeading ? GroupHeading(m_Groups[row.index].name) : m_Comments[row.index].text;
 }
 
 bool CommentPicker::IsChosen(const Row& row) const {
@@ -66,7 +66,7 @@ void CommentPicker::Arrange() {
   m_Rows.clear();
   for (std::size_t g = 0; g < m_Groups.size(); ++g) {
     const Group& group = m_Groups[g];
-    bool hasHeading = group.name.empty();
+    bool hasHeading = group.name.empty() && g == 0;
     for (std::size_t n = group.begin; n < group.end; ++n) {
       if (!m_Accepted[n]) continue;
       if (!hasHeading) m_Rows.push_back({true, g});

@@ -8,6 +8,7 @@
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
+#include "editing/RatingDropDown.h"
 #include "editing/Ratings.h"
 #include "inspection/UndoLog.h"
 
@@ -106,7 +107,8 @@ bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::
 
 }  // namespace
 
-bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID) {
+bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
+                           device::ProgressWindow* progress) {
   const data::ReadScope reading(databases.Template());
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return false;
@@ -116,11 +118,15 @@ bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID
              inspectionID));
   if (categories.Failed()) return false;
   DefaultChoices choices(databases);
+  if (progress) progress->SetRange(0, categories.RecordCount());
   for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (progress && progress->Cancelled()) return false;
     if (!categories.GetRecord(n)) return false;
+    if (progress) progress->SetStatus(categories.m_CategoryTitle);
     const std::optional<bool> excluded = IsExcluded(databases, categories.m_CategoryTemplateID);
     if (!excluded) return false;
     if (!*excluded && !ApplyToCategory(databases, choices, categories)) return false;
+    if (progress) progress->Step();
   }
   return transaction.Commit();
 }
@@ -132,10 +138,12 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
     return DefaultsResult::Refused;
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
   inspection::UndoRecording recording(document, u"Defaults", inspectionID);
-  auto waiting = workspace.GetPrompts().ShowWaiting();
-  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID);
-  waiting.reset();  // before a box asks for a tap
+  auto progress = workspace.GetPrompts().OpenProgress(u"Defaults", true);
+  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID, progress.get());
+  const bool isCancelled = progress->Cancelled();
+  progress.reset();  // before a box asks for a tap
   document.LoadCategories();
+  if (!applied && isCancelled) device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was changed.");
   if (!applied) return DefaultsResult::Failed;
   recording.Done();
   device::Alert(workspace.GetPrompts(), u"Done!");
@@ -154,6 +162,7 @@ bool ApplyStepDefaults(data::Databases& databases, std::int32_t categoryID) {
     if (material == Taken::Failed || (material == Taken::Yes && !steps.Write())) return false;
     bool failed = false;
     if (FindChoice(databases, steps.m_RatingType, steps.m_InspectResult, &failed)) continue;
+    if (RatingDropDown(databases, steps.m_RatingType).EntryOf(steps.m_InspectResult)) continue;
     steps.m_InspectResult = defaults.Of(steps.m_RatingType);
     // A rating that merely could not be looked up must not be replaced.
     if (failed || defaults.Failed() || !steps.Write()) return false;

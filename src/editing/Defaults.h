@@ -14,7 +14,8 @@ enum class DefaultsResult { Done, Refused, Failed };
 DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document);
 
 // The same without question and message.
-bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID);
+bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
+                           device::ProgressWindow* progress = nullptr);
 
 // For the steps of one category. Here the default material does not depend on the result, and a result that
 // is no choice of its type is replaced.

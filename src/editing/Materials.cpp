@@ -49,6 +49,16 @@ bool MaterialBox::IsFree() const {
   return IsFreePiece(caption);
 }
 
+Text MaterialsLost(TextView before, TextView after) {
+  const std::vector<Text> left = device::Split(after, u';');
+  Text lost;
+  for (const Text& piece : device::Split(before, u';'))
+    if (piece.find_first_not_of(u' ') != Text::npos &&
+        std::find(left.begin(), left.end(), piece) == left.end())
+      lost += (lost.empty() ? u"" : u", ") + piece;
+  return lost;
+}
+
 Text MaterialsForDisplay(TextView stored) {
   if (stored.ends_with(u';')) stored.remove_suffix(1);
   if (stored.starts_with(kFree)) stored.remove_prefix(kFree.size());

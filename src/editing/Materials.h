@@ -14,6 +14,9 @@ namespace inspector::editing {
 using device::Text;
 using device::TextView;
 
+// The materials of the stored form `before` that `after` lacks, with ", " between.
+Text MaterialsLost(TextView before, TextView after);
+
 // For reading: without the final ";" and without the "Other:" markers. ";" stands between materials.
 Text MaterialsForDisplay(TextView stored);
 

@@ -81,9 +81,9 @@ bool PickerEditor::DeleteItem(std::int32_t id) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::PickersTable row(databases);
   if (!Find(row, id)) return false;
-  if (!device::ConfirmCaution(
-          m_Workspace.GetPrompts(),
-          Format(u"Are you sure you want to delete \"%s\" from this picker?", Text(row.m_PickerChoice))))
+  if (!device::ConfirmCaution(m_Workspace.GetPrompts(),
+                              device::Phrase(u"Are you sure you want to delete \"%s\" from this picker?",
+                                             Text(row.m_PickerChoice))))
     return false;
   data::Transaction transaction(databases.Template());
   return transaction.IsOpen() && Find(row, id) && row.DeleteCurrent() && transaction.Commit();

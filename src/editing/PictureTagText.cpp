@@ -33,6 +33,12 @@ std::vector<Place> PlacesOfTags(TextView text) {
   return places;
 }
 
+std::vector<Text> TagsOfPictures(TextView text) {
+  std::vector<Text> tags = DistinctTags(text);
+  std::erase_if(tags, [](const Text& tag) { return ClassifyTag(tag) == kError; });
+  return tags;
+}
+
 }  // namespace
 
 std::optional<Text> TakeCameraTag(data::Workspace& workspace) {
@@ -56,6 +62,7 @@ std::vector<CommentPicture> PicturesOfComment(TextView text, CardPictures& card,
                                               const device::Machine& machine) {
   std::vector<CommentPicture> pictures;
   for (TagPicture& found : PicturesOf(text, card)) {
+    if (ClassifyTag(found.tag) == kError) continue;  // it names none; its words stay words
     CommentPicture picture;
     picture.scaling = found.scaling;
     if (found.path != kError) picture.path = std::move(found.path);
@@ -84,11 +91,12 @@ Text WithPictureMoved(TextView text, std::size_t from, std::size_t to) {
   // A repeated tag is one picture, where it stands first.
   std::vector<Text> order;
   std::erase_if(places, [&order](const Place& place) {
+    if (ClassifyTag(place.tag) == kError) return true;
     if (std::find(order.begin(), order.end(), place.tag) != order.end()) return true;
     order.push_back(place.tag);
     return false;
   });
-  if (order != DistinctTags(text) || from >= order.size() || to >= order.size()) return Text(text);
+  if (order != TagsOfPictures(text) || from >= order.size() || to >= order.size()) return Text(text);
 
   Text moved = std::move(order[from]);
   order.erase(order.begin() + static_cast<std::ptrdiff_t>(from));
@@ -102,7 +110,10 @@ Text WithPictureMoved(TextView text, std::size_t from, std::size_t to) {
   }
   result += text.substr(end);
   // An asterisk beside a tag can join another one; a text where that happens is left alone.
-  return DistinctTags(result) == order ? result : Text(text);
+  const std::vector<Text> before = DistinctTags(text);
+  const std::vector<Text> after = DistinctTags(result);
+  const bool isSame = std::is_permutation(before.begin(), before.end(), after.begin(), after.end());
+  return isSame && TagsOfPictures(result) == order ? result : Text(text);
 }
 
 }  // namespace inspector::editing

@@ -1,6 +1,7 @@
 #include "editing/Placeholders.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "data/PickersTable.h"
 #include "device/Format.h"
@@ -12,9 +13,10 @@ constexpr char16_t kCaret = u'^';
 
 // "(a,b,c)": up to each comma, the last one up to the parenthesis.
 void AddAlternatives(TextView name, std::vector<Text>& choices) {
-  name.remove_prefix(1);
-  name = name.substr(0, name.find(u')'));
-  for (Text& alternative : device::Split(name, u',')) choices.push_back(std::move(alternative));
+  std::vector<Text> alternatives = device::Split(name.substr(1), u',');
+  Text& last = alternatives.back();
+  last.resize(std::min(last.find(u')'), last.size()));
+  std::move(alternatives.begin(), alternatives.end(), std::back_inserter(choices));
 }
 
 }  // namespace

@@ -4,9 +4,13 @@
 
 namespace inspector::editing {
 
-RatingDropDown::RatingDropDown(data::Databases& databases, TextView ratingType) {
-  for (RatingChoice& choice : ChoicesOf(databases, ratingType)) m_Entries.push_back(std::move(choice.name));
+RatingDropDown::RatingDropDown(const std::vector<RatingChoice>& choices) {
+  for (const RatingChoice& choice : choices) m_Entries.push_back(choice.name);
   m_Entries.emplace_back(m_Entries.empty() ? kNoRatings : kClearRating);
+}
+
+RatingDropDown::RatingDropDown(data::Databases& databases, TextView ratingType) {
+  if (const auto choices = ChoicesOf(databases, ratingType)) *this = RatingDropDown(*choices);
 }
 
 std::optional<std::size_t> RatingDropDown::EntryOf(TextView result) const {

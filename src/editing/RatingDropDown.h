@@ -16,6 +16,8 @@ class RatingDropDown {
 public:
   RatingDropDown() = default;
   // An unknown type, and one without choices, only has "<no ratings>".
+  explicit RatingDropDown(const std::vector<RatingChoice>& choices);
+  // Without any entry when the choices could not be read.
   RatingDropDown(data::Databases& databases, TextView ratingType);
 
   const std::vector<Text>& Entries() const { return m_Entries; }

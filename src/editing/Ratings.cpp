@@ -33,12 +33,18 @@ bool ReadFirst(data::RatingChoicesTable& choices, const Text& query, bool* faile
 
 }  // namespace
 
-std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType) {
+std::optional<std::vector<RatingChoice>> ChoicesOf(data::Databases& databases, TextView ratingType) {
   std::vector<RatingChoice> found;
   data::RatingChoicesTable choices(databases);
   choices.OpenSQL(Format(kChoices, ratingType));
-  for (int n = 0; n < choices.RecordCount(); ++n)
-    if (choices.GetRecord(n)) found.push_back({choices.m_ChoiceName, choices.m_CommentPromptFlag != 0});
+  if (choices.Failed()) return std::nullopt;
+  for (int n = 0; n < choices.RecordCount(); ++n) {
+    if (choices.GetRecord(n)) {
+      found.push_back({choices.m_ChoiceName, choices.m_CommentPromptFlag != 0});
+    } else if (choices.Failed()) {
+      return std::nullopt;
+    }
+  }
   return found;
 }
 

@@ -17,8 +17,9 @@ struct RatingChoice {
   bool promptsForComment = false;  // the step should explain itself in a comment
 };
 
-// The choices of a type, by its name, in their stored order.
-std::vector<RatingChoice> ChoicesOf(data::Databases& databases, TextView ratingType);
+// The choices of a type, by its name, in their stored order. Nothing when they could not be read: that is not
+// the same as a type without any.
+std::optional<std::vector<RatingChoice>> ChoicesOf(data::Databases& databases, TextView ratingType);
 // The names of all choices of all types, each once, in their stored order.
 std::vector<Text> AllChoices(data::Databases& databases);
 // `failed`, where it is given, becomes true when the choices could not be read: nothing is known then.

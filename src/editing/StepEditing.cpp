@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "device/Format.h"
+#include "editing/CommentText.h"
 #include "editing/Completeness.h"
 #include "editing/Materials.h"
+#include "editing/Placeholders.h"
 #include "editing/RatingDropDown.h"
 #include "editing/Ratings.h"
 
@@ -40,7 +42,7 @@ StepEditing::Result StepEditing::Rate(std::int32_t stepID, TextView rating, bool
     bool failed = false;
     const std::optional<RatingChoice> choice = FindChoice(databases, step.m_RatingType, rating, &failed);
     if (failed) return Result::Failed;
-    const bool isOnlyEntry = rating == kNoRatings && ChoicesOf(databases, step.m_RatingType).empty();
+    const bool isOnlyEntry = !choice && RatingDropDown(databases, step.m_RatingType).EntryOf(rating);
     if (!choice && !isOnlyEntry) return Result::NotOffered;
     prompts = choice && choice->promptsForComment;
   }
@@ -63,12 +65,12 @@ StepEditing::Result StepEditing::AppendComment(std::int32_t stepID, TextView com
   if (!Find(step, stepID)) return step.Failed() ? Result::Failed : Result::NoSuchStep;
   const Text entered = device::StripLeadingControls(comment);
   if (entered.empty()) return Result::Done;
-  if (!step.m_Comments.empty()) step.m_Comments += separator;
-  step.m_Comments += entered;
+  const std::size_t end = step.m_Comments.size();
+  InsertComment(step.m_Comments, {end, end}, entered, separator).ApplyTo(step.m_Comments);
   return WriteStep(step, transaction);
 }
 
-StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView material, bool* hasComments) {
+StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView material, MaterialNote* note) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());
   if (!transaction.IsOpen()) return Result::Failed;
@@ -77,6 +79,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
 
   MaterialBoxes boxes(databases, step.m_StepTemplateID, step.m_Materials);
   if (boxes.Failed()) return Result::Failed;
+  const Text lost = MaterialsLost(step.m_Materials, boxes.Stored());
   const auto find = [&](auto&& matches) -> std::optional<std::size_t> {
     const auto found = std::find_if(boxes.Boxes().begin(), boxes.Boxes().end(), matches);
     if (found == boxes.Boxes().end()) return std::nullopt;
@@ -85,8 +88,14 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
   Text entered = device::StripLeadingControls(material);
   std::optional<std::size_t> box =
       find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
+  const auto isFilled = [&](const MaterialBox& each) {
+    return FindPlaceholder(each.offered) && IsFilledFrom(entered, each.offered);
+  };
+  if (box && FindPlaceholder(entered)) return Result::NotOffered;
   if (box) {
     boxes.Tick(*box, true);
+  } else if (box = find(isFilled); box && entered.find(u';') == Text::npos) {
+    boxes.TickFilled(*box, entered);
   } else {
     for (const TextView marker : kFreeMarkers) {
       if (!entered.starts_with(marker)) continue;
@@ -99,7 +108,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
   }
   step.m_Materials = boxes.Stored();
   const Result result = WriteStep(step, transaction);
-  if (hasComments) *hasComments = boxes.Boxes()[*box].hasComments && result == Result::Done;
+  if (note && result == Result::Done) *note = {boxes.Boxes()[*box].hasComments, lost};
   return result;
 }
 

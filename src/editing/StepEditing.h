@@ -25,10 +25,14 @@ public:
   // Appends a comment, after the separator when there is text. An empty comment changes nothing.
   Result AppendComment(std::int32_t stepID, TextView comment);
 
-  // Ticks a material that the step offers, by its exact text, or puts the words into its free box, replacing
-  // what stood there. Words with a ";" are not offered: they would read as two materials. `hasComments` tells
-  // whether the library has comments for the material.
-  Result AddMaterial(std::int32_t stepID, TextView material, bool* hasComments = nullptr);
+  struct MaterialNote {
+    bool hasComments = false;  // the library has some for the material
+    Text lost;                 // what stood among the materials and is none of the step's any more
+  };
+  // Ticks a material that the step offers, by its exact text or, where it has gaps, by the text with the gaps
+  // filled; or puts the words into the free box, replacing what stood there. Words with a ";" are not
+  // offered: they would read as two materials.
+  Result AddMaterial(std::int32_t stepID, TextView material, MaterialNote* note = nullptr);
 
   // Between two comments: a blank line or two blanks, by the option.
   Text CommentSeparator();

@@ -95,16 +95,19 @@ bool StepList::HasMaterials(std::int32_t stepTemplateID) {
   return m_OffersMaterials.emplace(stepTemplateID, materials.RecordCount() > 0).first->second;
 }
 
-const std::vector<RatingChoice>& StepList::Choices(const Text& ratingType) {
+const std::vector<RatingChoice>* StepList::Choices(const Text& ratingType) {
   const auto known = m_Choices.find(ratingType);
-  if (known != m_Choices.end()) return known->second;
-  return m_Choices.emplace(ratingType, ChoicesOf(m_Databases, ratingType)).first->second;
+  if (known != m_Choices.end()) return &known->second;
+  auto choices = ChoicesOf(m_Databases, ratingType);
+  return choices ? &m_Choices.emplace(ratingType, std::move(*choices)).first->second : nullptr;
 }
 
 StepList::Attention StepList::AttentionFor(const data::StepTable& step) {
   if (step.m_InspectResult < u" ") return Attention::NotRated;
   if (HasWords(step.m_Comments)) return Attention::None;
-  for (const RatingChoice& choice : Choices(step.m_RatingType))
+  const std::vector<RatingChoice>* const choices = Choices(step.m_RatingType);
+  if (choices == nullptr) return Attention::None;
+  for (const RatingChoice& choice : *choices)
     if (choice.name == step.m_InspectResult)
       return choice.promptsForComment ? Attention::CommentAsked : Attention::None;
   return Attention::None;
@@ -158,11 +161,9 @@ Text StepList::LeftCaption() {
 }
 
 std::vector<Text> StepList::RatingEntries(int row) {
-  std::vector<Text> entries;
-  if (!Read(row)) return entries;
-  for (const RatingChoice& choice : Choices(m_List.m_RatingType)) entries.push_back(choice.name);
-  entries.emplace_back(entries.empty() ? kNoRatings : kClearRating);
-  return entries;
+  if (!Read(row)) return {};
+  const std::vector<RatingChoice>* const choices = Choices(m_List.m_RatingType);
+  return choices ? RatingDropDown(*choices).Entries() : std::vector<Text>();
 }
 
 bool StepList::ChangeRating(int row, TextView entry) {
@@ -178,13 +179,14 @@ bool StepList::ChangeRating(int row, TextView entry) {
     m_Databases.Inspection().ReportVanishedRow(m_List.TableName());
   if (result != StepEditing::Result::Done) return false;
   m_Document.LoadCategories();
-  if (prompts) OpenPage(row, kCommentsPage);
+  if (const std::optional<Row> step = RowAt(row); prompts && step)
+    OpenSheet(*step, step->hasMaterials ? kCommentsPage : kCommentsPage - 1);
   return true;
 }
 
 bool StepList::Click(int row, int column) {
   if (column == kStep) return OpenStep(row);
-  return column >= kMaterials && OpenPage(row, column - kMaterials);
+  return column >= kMaterials && OpenColumn(row, column);
 }
 
 bool StepList::OpenStep(int row) {
@@ -192,11 +194,13 @@ bool StepList::OpenStep(int row) {
   return step && OpenSheet(*step, std::nullopt);
 }
 
-// `page` counts all four; the sheet counts those that it has.
-bool StepList::OpenPage(int row, int page) {
+// Columns count all four pages; the sheet counts those that it has. A step that once had materials, as its
+// column says, is counted as if it had them still.
+bool StepList::OpenColumn(int row, int column) {
   const std::optional<Row> step = RowAt(row);
+  const int page = column - kMaterials;
   if (!step || (page == kMaterialsPage && !step->hasMaterials)) return false;
-  return OpenSheet(*step, step->hasMaterials ? page : page - 1);
+  return OpenSheet(*step, step->materials == kNone ? page - 1 : page);
 }
 
 bool StepList::OpenSheet(const Row& step, std::optional<int> tab) {

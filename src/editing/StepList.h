@@ -46,8 +46,8 @@ public:
   };
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   std::optional<Row> RowAt(int row);
-  // Words for the cells: "Not rated" in place of an empty rating, "Asked for" of a comment that the rating
-  // asks for. A picture that is missing is a mark beside the word of its column.
+  // Words for the cells: "Not rated" in place of an empty rating. A comment that the rating asks for and a
+  // picture that is missing are marks beside the words of their columns.
   device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;
@@ -55,10 +55,11 @@ public:
   Text LeftCaption();
   std::int32_t CategoryID() const { return m_Document.Categories().m_CategoryID; }
 
-  // The entries of a row's drop-down: the choices of its type and "<clear>", or "<no ratings>" alone.
+  // The entries of a row's drop-down: the choices of its type and "<clear>", or "<no ratings>" alone. None
+  // when they could not be read.
   std::vector<Text> RatingEntries(int row);
-  // Rates the step with an entry of the drop-down; "<clear>" empties, "<no ratings>" changes nothing. Opens
-  // the sheet on its comments when the choice asks for a comment. False when nothing was written.
+  // Rates the step with an entry of the drop-down; "<clear>" empties, the others are stored. Opens the sheet
+  // on its comments when the choice asks for a comment. False when nothing was written.
   bool ChangeRating(int row, TextView entry);
 
   // On a column with a page of the sheet: opens it there. On the step itself: on the page of the option. On
@@ -77,9 +78,9 @@ private:
   void FilterRows();
   bool Read(int row);
   bool HasMaterials(std::int32_t stepTemplateID);
-  const std::vector<RatingChoice>& Choices(const Text& ratingType);
+  const std::vector<RatingChoice>* Choices(const Text& ratingType);  // none when they cannot be read
   Attention AttentionFor(const data::StepTable& step);
-  bool OpenPage(int row, int page);
+  bool OpenColumn(int row, int column);
   bool OpenSheet(const Row& step, std::optional<int> tab);
 
   inspection::CInspectorDoc& m_Document;

@@ -24,16 +24,6 @@ Text AsOneMaterial(TextView entered) {
   return device::ReplaceAll(device::StripLeadingControls(entered), u";", u",");
 }
 
-// The pieces of `before` that `after` lacks, with ", " between.
-Text WithoutPieces(TextView before, TextView after) {
-  const std::vector<Text> left = device::Split(after, u';');
-  Text gone;
-  for (const Text& piece : device::Split(before, u';'))
-    if (!IsBlank(piece) && std::find(left.begin(), left.end(), piece) == left.end())
-      gone += (gone.empty() ? u"" : u", ") + piece;
-  return gone;
-}
-
 StepDraft DraftOf(const data::StepTable& step) {
   return {step.m_InspectResult, step.m_Comments,   step.m_SummaryComment,
           step.m_MaterialNote,  step.m_BitmapPath, step.m_PictureBefore != 0};
@@ -115,7 +105,7 @@ void StepSheet::TakeOver(const data::StepTable& step) {
   m_Materials.emplace(databases, step.m_StepTemplateID, step.m_Materials);
   m_LoadedMaterials = m_Materials->Stored();
   m_ReadMaterials = step.m_Materials;
-  m_Unknown = WithoutPieces(m_ReadMaterials, m_LoadedMaterials);
+  m_Unknown = MaterialsLost(m_ReadMaterials, m_LoadedMaterials);
   m_Dropped.clear();
   m_Pages = {Page::Comments, Page::Picture, Page::Info};
   if (!m_Materials->Boxes().empty()) m_Pages.insert(m_Pages.begin(), Page::Materials);
@@ -170,9 +160,9 @@ bool StepSheet::SaveOnLeaving() {
   if (!(rebuilds ? Write(true) : SaveNow())) return false;
   // Nobody has taken it out: the boxes do not know it.
   if (const Text dropped = std::exchange(m_Dropped, {}); !dropped.empty())
-    device::Alert(GetWorkspace().GetPrompts(),
-                  Format(u"%s\r\nis no longer among the materials of this step, so it was taken out: %s",
-                         Caption(), dropped));
+    device::Alert(
+        GetWorkspace().GetPrompts(),
+        Format(u"%s\r\nNo longer among the materials of this step, so taken out: %s", Caption(), dropped));
   return true;
 }
 

@@ -90,7 +90,7 @@ bool ApplyDocType(data::Databases& databases, DocTypeState& state, TextView newT
 
   if (types.Failed() ||
       !AppendDefaultComments(databases, state.generalInformation, kCommentsOfType, state.inspectionTypeID) ||
-      !DeleteInspectionRows(databases, state.inspectionID, nullptr))
+      DeleteInspectionRows(databases, state.inspectionID, nullptr) != RunResult::Done)
     return false;
   state.docType = Text(newType);
   return MakeCategories(databases, state.inspectionID, newType);

@@ -25,9 +25,18 @@ int InspectionOverview::RowOf(std::int32_t inspectionID) const {
 }
 
 // By the row itself: the document's rows may have been read at another time, so that positions differ.
+// Who takes the current inspection again is still at the same category.
 bool InspectionOverview::MakeCurrent(int selected) {
+  const std::int32_t former = m_Document.Inspection().m_InspectionID;
+  const std::int32_t category = m_Document.Categories().m_CategoryID;
+  const int top = m_Document.CategoryTopIndex();
   m_Document.Reopen();
-  if (m_Document.SetCurrentInspection(m_Document.Inspection().FindRowOf(m_List, selected))) return true;
+  if (m_Document.SetCurrentInspection(m_Document.Inspection().FindRowOf(m_List, selected))) {
+    if (m_Document.Inspection().m_InspectionID == former && category > 0 &&
+        m_Document.SelectCategory(category))
+      m_Document.SetCategoryTopIndex(top);
+    return true;
+  }
   m_Document.Reopen();
   if (!m_Document.Inspection().Failed()) m_List.GetConnection().ReportVanishedRow(m_List.TableName());
   return false;
@@ -48,23 +57,33 @@ std::optional<std::int32_t> InspectionOverview::OnDuplicate(int selected) {
   if (!number || !MakeCurrent(selected)) return std::nullopt;
 
   UndoRecording recording(m_Document, u"Duplicate Inspection", VisitSnapshot::OfInspections({}));
+  std::int32_t key = 0;
+  const RunResult result = CopyCurrent(*number, key);
+  if (result == RunResult::Cancelled)
+    device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was duplicated.");
+  if (result != RunResult::Done) return std::nullopt;
+  recording.Made(key);
+  m_Document.Reopen();
+  return key;
+}
+
+RunResult InspectionOverview::CopyCurrent(TextView number, std::int32_t& key) {
+  data::Workspace& workspace = m_Document.GetWorkspace();
   data::Databases& databases = workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());
-  if (!transaction.IsOpen()) return std::nullopt;
+  if (!transaction.IsOpen()) return RunResult::Failed;
   data::InspectionTable& source = m_Document.Inspection();
   data::InspectionTable copy(databases);
   copy.PrepareNew();
   data::CopyColumns(source, copy);
-  copy.m_InspectionID = data::NextInspectionID(databases, u"Inspection");
-  copy.m_InspectionNum = device::StripLeadingControls(*number);
-  if (!copy.Write() ||
-      !DuplicateInspectionRows(databases, source.m_InspectionID, copy.m_InspectionID,
-                               workspace.GetPrompts()) ||
-      !transaction.Commit())
-    return std::nullopt;
-  recording.Made(copy.m_InspectionID);
-  m_Document.Reopen();
-  return copy.m_InspectionID;
+  key = data::NextInspectionID(databases, u"Inspection");
+  copy.m_InspectionID = key;
+  copy.m_InspectionNum = device::StripLeadingControls(number);
+  if (!copy.Write()) return RunResult::Failed;
+  const RunResult result =
+      DuplicateInspectionRows(databases, source.m_InspectionID, key, workspace.GetPrompts());
+  if (result != RunResult::Done) return result;
+  return transaction.Commit() ? RunResult::Done : RunResult::Failed;
 }
 
 std::optional<InspectionOverview::MergePair> InspectionOverview::OnMerge(int selected,

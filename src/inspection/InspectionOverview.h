@@ -30,7 +30,8 @@ public:
 
   // `selected` is the index of the selected row, -1 for none; `selectedCount` how many are selected.
   bool OnDelete(int selected, int selectedCount);
-  // Asks for the new document number and copies the inspection with all that belongs to it.
+  // Asks for the new document number and copies the inspection with all that belongs to it. Nothing when
+  // it failed or was cancelled, which has been told.
   std::optional<std::int32_t> OnDuplicate(int selected);
   // Makes the selected row the document's current inspection. Says so when it is gone.
   bool OnOpen(int selected) { return selected >= 0 && MakeCurrent(selected); }
@@ -55,6 +56,7 @@ public:
 
 private:
   bool MakeCurrent(int selected);
+  RunResult CopyCurrent(TextView number, std::int32_t& key);
 
   CInspectorDoc& m_Document;
   data::InspectionTable m_List;

@@ -30,11 +30,11 @@ struct KeyPair {
 
 }  // namespace
 
-bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
-                          device::ProgressWindow* progress) {
+RunResult DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
+                               device::ProgressWindow* progress) {
   data::CategoryTable categories(databases);
   categories.OpenSQL(Format(kCategoriesInOrder, inspectionID));
-  if (categories.Failed()) return false;
+  if (categories.Failed()) return RunResult::Failed;
   const int count = categories.RecordCount();
   data::StepTable steps(databases);
   data::FieldTable fields(databases);
@@ -42,21 +42,24 @@ bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
     progress->SetRange(0, count + 1);
     progress->SetStatus(u"Deleting Steps...");
   }
+  const auto isCancelled = [progress] { return progress && progress->Cancelled(); };
   for (int i = 0; i < count; ++i) {
-    if (!categories.GetRecord(i)) return false;
+    if (isCancelled()) return RunResult::Cancelled;
+    if (!categories.GetRecord(i)) return RunResult::Failed;
     for (data::TableRecordset* table :
          {static_cast<data::TableRecordset*>(&steps), static_cast<data::TableRecordset*>(&fields)}) {
       table->OpenSQL(Format(kDeleteOfCategory, table->TableName(), categories.m_CategoryID));
-      if (table->Failed()) return false;
+      if (table->Failed()) return RunResult::Failed;
     }
     if (progress) progress->SetPosition(i);
   }
+  if (isCancelled()) return RunResult::Cancelled;
   if (progress) {
     progress->SetStatus(u"Deleting Categories...");
     progress->SetPosition(count);
   }
   categories.OpenSQL(Format(u"DELETE FROM %s WHERE InspectionID = %d", categories.TableName(), inspectionID));
-  return !categories.Failed();
+  return categories.Failed() ? RunResult::Failed : RunResult::Done;
 }
 
 bool DuplicateFields(data::Databases& databases, std::int32_t sourceCategory, std::int32_t targetCategory) {
@@ -78,50 +81,52 @@ bool DuplicateFields(data::Databases& databases, std::int32_t sourceCategory, st
   return !fields.Failed();
 }
 
-bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
-                             device::Prompts& prompts) {
+RunResult DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
+                                  device::Prompts& prompts) {
   data::CategoryTable categories(databases);
   categories.OpenSQL(Format(kCategoriesInOrder, source));
   data::StepTable steps(databases);
   steps.OpenSQL(Format(kStepsOfInspection, source));
-  if (categories.Failed() || steps.Failed()) return false;
+  if (categories.Failed() || steps.Failed()) return RunResult::Failed;
   const int categoryCount = categories.RecordCount();
   const int stepCount = steps.RecordCount();
 
   data::UniqueIDTable uniqueIDs(databases, data::DatabaseKind::Inspection);
   data::KeyRange categoryKeys = uniqueIDs.TakeIDs(u"InspectionCategory", categoryCount);
   data::KeyRange stepKeys = uniqueIDs.TakeIDs(u"Step", stepCount);
-  const auto progress = prompts.OpenProgress(u"Duplicating Inspection...", false);
+  const auto progress = prompts.OpenProgress(u"Duplicating Inspection...", true);
   progress->SetRange(0, categoryCount + stepCount);
   progress->SetStatus(u"Duplicating Categories...");
   std::vector<KeyPair> pairs;
   data::CategoryTable categoryCopy(databases);
   for (int i = 0; i < categoryCount; ++i) {
-    if (!categories.GetRecord(i)) return false;
+    if (progress->Cancelled()) return RunResult::Cancelled;
+    if (!categories.GetRecord(i)) return RunResult::Failed;
     categoryCopy.PrepareNew();
     data::CopyColumns(categories, categoryCopy);
     categoryCopy.m_CategoryID = categoryKeys.Next();
     categoryCopy.m_InspectionID = target;
     pairs.push_back({categories.m_CategoryID, categoryCopy.m_CategoryID});
     if (!categoryCopy.Write() || !DuplicateFields(databases, pairs.back().source, pairs.back().copy))
-      return false;
+      return RunResult::Failed;
     progress->SetPosition(i);
   }
 
   progress->SetStatus(u"Duplicating Steps...");
   data::StepTable stepCopy(databases);
   for (int j = 0; j < stepCount; ++j) {
-    if (!steps.GetRecord(j)) return false;
+    if (progress->Cancelled()) return RunResult::Cancelled;
+    if (!steps.GetRecord(j)) return RunResult::Failed;
     stepCopy.PrepareNew();
     data::CopyColumns(steps, stepCopy);
     stepCopy.m_StepID = stepKeys.Next();
     const auto pair = std::find_if(pairs.begin(), pairs.end(),
                                    [&](const KeyPair& each) { return each.source == steps.m_CategoryID; });
     if (pair != pairs.end()) stepCopy.m_CategoryID = pair->copy;
-    if (!stepCopy.Write()) return false;
+    if (!stepCopy.Write()) return RunResult::Failed;
     progress->SetPosition(categoryCount + j);
   }
-  return true;
+  return RunResult::Done;
 }
 
 }  // namespace inspector::inspection

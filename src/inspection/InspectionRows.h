@@ -9,16 +9,20 @@ namespace inspector::inspection {
 using device::Text;
 using device::TextView;
 
-// Deletes steps, then categories. With `progress`, moves its bar from 0 to the number of categories + 1. Runs
-// inside the caller's transaction; false when something could not be read or deleted.
-bool DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
-                          device::ProgressWindow* progress);
+// Cancelled and Failed, which was reported, leave it to the caller's transaction to take back what was done.
+enum class RunResult { Done, Cancelled, Failed };
+
+// Deletes steps, then categories. With `progress`, moves its bar from 0 to the number of categories + 1, and
+// can be cancelled there. Runs inside the caller's transaction.
+RunResult DeleteInspectionRows(data::Databases& databases, std::int32_t inspectionID,
+                               device::ProgressWindow* progress);
 
 // Copies the fields of one form category to another one.
 bool DuplicateFields(data::Databases& databases, std::int32_t sourceCategory, std::int32_t targetCategory);
 
-// Copies the categories, fields and steps of one inspection to another one that has none.
-bool DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
-                             device::Prompts& prompts);
+// Copies the categories, fields and steps of one inspection to another one that has none. The person can
+// cancel. Runs inside the caller's transaction.
+RunResult DuplicateInspectionRows(data::Databases& databases, std::int32_t source, std::int32_t target,
+                                  device::Prompts& prompts);
 
 }  // namespace inspector::inspection

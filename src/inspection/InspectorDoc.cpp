@@ -1,13 +1,13 @@
 #include "inspection/InspectorDoc.h"
 
-#include <algorithm>
+#include <initializer_list>
 #include <utility>
 
+#include "data/FieldTable.h"
 #include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
 #include "device/Format.h"
 #include "device/Threads.h"
-#include "inspection/InspectionRows.h"
 #include "inspection/UndoLog.h"
 
 namespace inspector::inspection {
@@ -16,7 +16,7 @@ namespace {
 using device::Format;
 
 constexpr std::int32_t kNoType = -1;
-constexpr int kMostStepsForUndo = 20'000;
+constexpr int kMostRowsForUndo = 20'000;
 constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {
@@ -235,14 +235,16 @@ bool CInspectorDoc::FinishDocTypeChange() {
   return true;
 }
 
-bool CInspectorDoc::DeleteInspectionData(bool showProgress) {
+RunResult CInspectorDoc::DeleteInspectionData(bool showProgress) {
   FinishDocTypeChange();
   std::unique_ptr<device::ProgressWindow> progress;
-  if (showProgress) progress = m_Workspace.GetPrompts().OpenProgress(u"Deleting Inspection...", false);
+  if (showProgress) progress = m_Workspace.GetPrompts().OpenProgress(u"Deleting Inspection...", true);
   data::Transaction transaction(m_Workspace.InspectionConnection());
-  return transaction.IsOpen() &&
-         DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, progress.get()) &&
-         transaction.Commit();
+  if (!transaction.IsOpen()) return RunResult::Failed;
+  const RunResult result =
+      DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, progress.get());
+  if (result != RunResult::Done) return result;
+  return transaction.Commit() ? RunResult::Done : RunResult::Failed;
 }
 
 bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
@@ -260,9 +262,11 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
   if (!device::ConfirmWarning(prompts, question)) return false;
   const std::int32_t key = m_Inspection.m_InspectionID;
   UndoRecording recording(*this, u"Delete", key);
-  const bool deleted = DeleteCurrentWhole();
+  const RunResult result = DeleteCurrentWhole();
+  const bool deleted = result == RunResult::Done;
   if (deleted) recording.Done();
   deleted ? Reopen() : ReopenAt(key);
+  if (result == RunResult::Cancelled) device::Alert(prompts, u"Cancelled. Nothing was deleted.");
   return deleted;
 }
 
@@ -274,7 +278,7 @@ bool CInspectorDoc::DeleteAllInspections() {
   const bool canUndo = m_UndoLog && FewEnoughToKeep();
   if (m_UndoLog && !canUndo &&
       !device::ConfirmWarning(prompts,
-                              u"There are too many steps to keep them for Undo: what is deleted now "
+                              u"There is too much to keep it for Undo: what is deleted now "
                               u"cannot be brought back. Do you wish to delete all inspections?"))
     return false;
   UndoRecording recording(
@@ -289,22 +293,32 @@ bool CInspectorDoc::DeleteAllInspections() {
   const bool isDone = part->deleted == part->count;
   if (isDone) {
     recording.Made(m_Inspection.m_InspectionID);
+    Reopen();
     device::Alert(prompts, u"Done deleting all inspections.");
   } else {
     if (part->deleted > 0) recording.Done();
+    // First: while the box is up, the program may end, and remembers where the person was.
+    if (!SelectInspection(former)) Reopen();
     device::Alert(prompts,
                   Format(u"Cancelled. %d of %d inspections were deleted.", part->deleted, part->count));
   }
-  if (isDone || !SelectInspection(former)) Reopen();
   return part->deleted > 0;
 }
 
-// Undo holds the rows before and after in memory: some kilobytes for each step.
+// Undo holds the rows before and after in memory: some kilobytes for each.
 bool CInspectorDoc::FewEnoughToKeep() {
-  data::StepTable steps(m_Workspace.GetDatabases());
   data::InspectionTable inspections(m_Workspace.GetDatabases());
-  if (!steps.Open() || !inspections.Open()) return true;  // what cannot be read is not deleted either
-  return std::max(steps.RecordCount(), inspections.RecordCount()) <= kMostStepsForUndo;
+  data::CategoryTable categories(m_Workspace.GetDatabases());
+  data::StepTable steps(m_Workspace.GetDatabases());
+  data::FieldTable fields(m_Workspace.GetDatabases());
+  int rows = 0;
+  for (data::TableRecordset* table :
+       std::initializer_list<data::TableRecordset*>{&inspections, &categories, &steps, &fields}) {
+    if (!table->Open()) continue;  // what cannot be read is not deleted either
+    if (table->RecordCount() > kMostRowsForUndo - rows) return false;
+    rows += table->RecordCount();
+  }
+  return true;
 }
 
 std::vector<std::int32_t> CInspectorDoc::AllInspections() {
@@ -318,10 +332,11 @@ std::vector<std::int32_t> CInspectorDoc::AllInspections() {
 }
 
 // Each in a function of its own: what failed must be rolled back before the table is read again.
-bool CInspectorDoc::DeleteCurrentWhole() {
+RunResult CInspectorDoc::DeleteCurrentWhole() {
   data::Transaction transaction(m_Workspace.InspectionConnection());
-  return transaction.IsOpen() && DeleteInspectionData(true) && m_Inspection.DeleteCurrent() &&
-         transaction.Commit();
+  if (!transaction.IsOpen()) return RunResult::Failed;
+  if (const RunResult result = DeleteInspectionData(true); result != RunResult::Done) return result;
+  return m_Inspection.DeleteCurrent() && transaction.Commit() ? RunResult::Done : RunResult::Failed;
 }
 
 // One transaction for all: a sync to disk for each would make ten thousand of them take minutes.
@@ -336,7 +351,8 @@ std::optional<CInspectorDoc::DeletedPart> CInspectorDoc::DeleteUntilCancelled() 
     if (part.deleted % (1 + part.count / kStatusesOfDeleteAll) == 0)
       progress->SetStatus(Format(u"%d of %d", part.deleted + 1, part.count));
     if (!m_Inspection.GetRecord(part.count - part.deleted - 1) ||
-        !DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, nullptr) ||
+        DeleteInspectionRows(m_Workspace.GetDatabases(), m_Inspection.m_InspectionID, nullptr) !=
+            RunResult::Done ||
         !m_Inspection.DeleteCurrent())
       return std::nullopt;
     progress->Step();

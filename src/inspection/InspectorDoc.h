@@ -15,6 +15,7 @@
 #include "data/StepTable.h"
 #include "data/Workspace.h"
 #include "inspection/DocTypeChange.h"
+#include "inspection/InspectionRows.h"
 
 namespace inspector::inspection {
 
@@ -75,15 +76,19 @@ public:
   // change waits for the first.
   void ChangeDocType(TextView newType);
   bool IsChangingDocType() const { return m_WorkerRuns; }
+  // A change was begun and FinishDocTypeChange has not been called since.
+  bool IsDocTypeChangeOpen() const { return m_Worker.joinable(); }
   // Waits for the worker and takes over what it changed; what was typed meanwhile stays. False when nothing
   // was changed because a read or write failed, which has been reported, or when there was no change to
   // finish.
   bool FinishDocTypeChange();
 
-  // Deletes the current inspection's categories and steps; the row stays.
-  bool DeleteInspectionData(bool showProgress);
+  // Deletes the current inspection's categories and steps; the row stays. With progress it can be cancelled,
+  // and all of it stays.
+  RunResult DeleteInspectionData(bool showProgress);
   // Asks with the inspection's details, then deletes data and row. `selectedCount` is the number of rows
-  // selected in the list; only one may be.
+  // selected in the list; only one may be. False when nothing was deleted, after Cancel as well, which has
+  // been told.
   bool DeleteSelectedInspection(int selectedCount);
   // Asks, deletes every inspection from the last one on, and leaves one fresh empty one. The person can
   // cancel between two of them: what was deleted until then stays so. False when nothing was deleted.
@@ -96,7 +101,7 @@ public:
 private:
   bool MergeStoredRow();
   bool ReopenAt(std::int32_t inspectionID);
-  bool DeleteCurrentWhole();
+  RunResult DeleteCurrentWhole();
   struct DeletedPart {
     int deleted = 0;
     int count = 0;

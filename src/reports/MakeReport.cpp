@@ -21,7 +21,7 @@ Text UnknownLayout(const Text& name) {
   for (const ReportLayout* const layout : Layouts()) {
     known += (known.empty() ? u"\"" : u", \"") + Text(layout->Name()) + u"\"";
   }
-  return device::Format(u"There is no report layout \"%s\". Choose one of %s.", name, known);
+  return device::Phrase(u"There is no report layout \"%s\". Choose one of %s.", name, known);
 }
 
 // Empty when the content is whole.
@@ -102,7 +102,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   const device::Machine& machine = workspace.GetMachine();
   const ReportFormat* const format = FindFormat(request.format);
   if (format == nullptr)
-    return Refuse(machine.prompts, device::Format(u"There is no report \"%s\".", request.format));
+    return Refuse(machine.prompts, device::Phrase(u"There is no report \"%s\".", request.format));
   if (format->Used().layout && FindLayout(request.choices.layout) == nullptr)
     return Refuse(machine.prompts, UnknownLayout(request.choices.layout));
   ReportContent content;

@@ -7,6 +7,7 @@
 
 #include "app/MainFrame.h"
 #include "device/LastPlace.h"
+#include "device/ui/QtProgressWindow.h"
 #include "inspection/ui/InspectorView.h"
 #include "support/ScriptedDialogs.h"
 #include "support/VisitFixture.h"
@@ -73,6 +74,29 @@ TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
 
   m_Device.Visit(u"Condo");
   EXPECT_EQ(frame.Visit().Place().categoryID, 0) << "that was another inspection";
+}
+
+TEST_F(EndSignalsTest, CancelsTheRunUnderWayAndEndsAfterIt) {
+  EndSignals signals;
+  signals.Listen();
+  CMainFrame frame(Document());
+  frame.show();
+  bool ended = false;
+  signals.onEnd = [&] { frame.SaveAndThen([&] { ended = true; }); };
+  auto action = std::make_unique<data::Transaction>(Data().Inspection());
+  auto structure = std::make_unique<device::ui::QtProgressWindow>(u"Updating Structure...", false, &frame);
+  auto deleting = std::make_unique<device::ui::QtProgressWindow>(u"Deleting Inspection...", true, &frame);
+  std::raise(SIGTERM);
+  QElapsedTimer clock;
+  for (clock.start(); !deleting->Cancelled() && clock.elapsed() < 5000;) structure->Step();
+  EXPECT_TRUE(deleting->Cancelled());
+  EXPECT_FALSE(structure->Cancelled()) << "it offers none";
+  EXPECT_FALSE(ended) << "in the middle of the action";
+  deleting.reset();
+  structure.reset();
+  action.reset();
+  Pass(5000, ended);
+  EXPECT_TRUE(ended);
 }
 
 }  // namespace

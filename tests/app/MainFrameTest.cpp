@@ -1,18 +1,9 @@
 #include "app/MainFrame.h"
 
-#include <gmock/gmock.h>
-
-#include <QAction>
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
-
 #include "app/OptionsForm.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -53,9 +44,7 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
   frame.Restore();
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz") << "closing wrote what was typed";
-  EXPECT_TRUE(frame.findChild<QLabel*>(QStringLiteral("message"))
-                  ->text()
-                  .contains(QStringLiteral("418 Juniper Lane")));
+  EXPECT_TRUE(tests::Part<QLabel>(frame, "message").text().contains(QStringLiteral("418 Juniper Lane")));
 }
 
 TEST_F(MainFrameTest, OptionsAreSavedWholeOrRefused) {

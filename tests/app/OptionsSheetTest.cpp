@@ -1,13 +1,8 @@
 #include "app/OptionsSheet.h"
 
-#include <gtest/gtest.h>
-
-#include <QCheckBox>
-#include <QLabel>
-#include <QPlainTextEdit>
-
 #include "app/ReportTextPages.h"
 #include "editing/PictureAttachment.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -31,15 +26,15 @@ TEST_F(OptionsSheetTest, TheTextsOfTheReportsShowWhatIsToBeKnownAndAreSaved) {
   workspace.Options().m_FinePrint = u"One.\rTwo.";  // in the line ends of another program
   COptionsSheet sheet(workspace);
   const auto remark = [](const QWidget* page) {
-    return page->findChild<QLabel*>(QStringLiteral("remark"))->text().toStdString();
+    return tests::Part<QLabel>(*page, "remark").text().toStdString();
   };
-  auto* terms = dynamic_cast<CDefOfTermsPage*>(
-      sheet.findChild<QPlainTextEdit*>(QStringLiteral("DefinitionOfTerms"))->parentWidget());
+  auto* terms =
+      dynamic_cast<CDefOfTermsPage*>(tests::Part<QPlainTextEdit>(sheet, "DefinitionOfTerms").parentWidget());
   ASSERT_NE(terms, nullptr);
   EXPECT_NE(remark(terms).find("nine usual ratings"), std::string::npos);
   terms->findChild<QPlainTextEdit*>()->setPlainText(QStringLiteral("Fair \u2713\nPoor"));
   EXPECT_EQ(remark(terms), "Reports print ? in the place of these characters: \u2713");
-  sheet.findChild<QCheckBox*>(QStringLiteral("AttachedSized"))->setChecked(false);
+  tests::Part<QCheckBox>(sheet, "AttachedSized").setChecked(false);
   sheet.accept();
   EXPECT_EQ(workspace.Options().m_DefinitionOfTerms, u"Fair \u2713\r\nPoor");
   EXPECT_EQ(workspace.Options().m_FinePrint, u"One.\rTwo.");
@@ -61,9 +56,9 @@ TEST_F(OptionsSheetTest, WhatCouldNotBeSavedWholeIsTakenBack) {
   OptionsForm form(m_Device.GetWorkspace());
   OptionsForm::Values values = form.Load();
   values[u"OwnerName"] = u"Somebody Else";
-  m_Device.Run(data::DatabaseKind::Template,
-               "CREATE TRIGGER Full BEFORE INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;"
-               "CREATE TRIGGER Full2 BEFORE UPDATE ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInLibrary(
+      tests::NoRoomFor("INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;CREATE TRIGGER Full2 "
+                       "BEFORE UPDATE ON Options"));
   values[u"FinePrint"] = u"New.";
   EXPECT_EQ(form.Save(values), data::OptionsSaved::Failed);
   EXPECT_NE(form.Load()[u"OwnerName"], u"Somebody Else");

@@ -1,17 +1,8 @@
 #include "app/ReportCommand.h"
 
-#include <gmock/gmock.h>
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
 #include "device/ui/ListView.h"
 #include "device/ui/Theme.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -21,6 +12,7 @@ using device::Text;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
+using tests::Part;
 
 class ReportCommandTest : public tests::VisitTest {
 protected:
@@ -32,11 +24,9 @@ protected:
         "'Safety'");
   }
   // In the dialog: the kind, and what else `act` does. Then the report is written and `button` pressed.
-  Text Write(const QString& kind, const std::function<void(QDialog&)>& act, const QString& button) {
+  Text Write(const char* kind, const std::function<void(QDialog&)>& act, const QString& button) {
     m_Person.Expect("reportDialog", [=, this](QDialog& dialog) {
-      auto& kinds = *dialog.findChild<QComboBox*>(QStringLiteral("reportKind"));
-      kinds.setCurrentText(kind);
-      Q_EMIT kinds.activated(kinds.currentIndex());
+      tests::Choose(Part<QComboBox>(dialog, "reportKind"), kind);
       if (act) act(dialog);
       m_Person.ExpectPress("reportWritten", button);
       dialog.accept();
@@ -55,18 +45,16 @@ protected:
 
 TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
   const auto rows = [](QDialog & page) -> auto& {
-    return *static_cast<device::ui::ListView*>(page.findChild<QTableView*>(QStringLiteral("categories")));
+    return Part<device::ui::ListView>(page, "categories");
   };
   const std::filesystem::path target = m_Device.Root() / "report.rtf";
   const Text written = Write(
-      QStringLiteral("Inspection report"),
+      "Inspection report",
       [&](QDialog& dialog) {
         m_Person.ExpectPress("selectCategoriesPage", QStringLiteral("Cancel"));
         tests::PressButton(dialog, "reportCategories");
         m_Person.Expect("selectCategoriesPage", [&](QDialog& page) {
-          const auto caption = [&] {
-            return page.findChild<QLabel*>(QStringLiteral("caption"))->text().toStdString();
-          };
+          const auto caption = [&] { return Part<QLabel>(page, "caption").text().toStdString(); };
           EXPECT_EQ(caption(), "4 of 4 categories go into the report");
           tests::PressButton(page, "noneButton");
           rows(page).onClick(1, 0);  // Attic, Roof, Safety, Cellar, Checklist
@@ -76,14 +64,12 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
           page.accept();
         });
         tests::PressButton(dialog, "reportCategories");
-        EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
+        EXPECT_EQ(Part<QPushButton>(dialog, "reportCategories").text(),
                   QStringLiteral("&Categories: 1 of 4..."));
-        auto& layouts = *dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"));
-        layouts.setCurrentText(QStringLiteral("1 Column"));
-        Q_EMIT layouts.activated(layouts.currentIndex());
-        EXPECT_FALSE(dialog.findChild<QComboBox*>(QStringLiteral("reportRating"))->isEnabled());
-        dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->click();
-        dialog.findChild<QLineEdit*>(QStringLiteral("reportTarget"))->setText(QString::fromStdString(target));
+        tests::Choose(Part<QComboBox>(dialog, "reportLayout"), "1 Column");
+        EXPECT_FALSE(Part<QComboBox>(dialog, "reportRating").isEnabled());
+        Part<QCheckBox>(dialog, "reportPictures").click();
+        Part<QLineEdit>(dialog, "reportTarget").setText(QString::fromStdString(target));
       },
       QStringLiteral("Show in folder"));
   EXPECT_EQ(written, device::FromUtf8(target.string()));
@@ -94,11 +80,9 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
   EXPECT_THAT(report, Not(HasSubstr("Sump")));
 
   m_Person.Expect("reportDialog", [](QDialog& dialog) {
-    EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("reportLayout"))->currentText(),
-              QStringLiteral("1 Column"));
-    EXPECT_FALSE(dialog.findChild<QCheckBox*>(QStringLiteral("reportPictures"))->isChecked());
-    EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("reportCategories"))->text(),
-              QStringLiteral("&Categories: 4 of 4..."))
+    EXPECT_EQ(Part<QComboBox>(dialog, "reportLayout").currentText(), QStringLiteral("1 Column"));
+    EXPECT_FALSE(Part<QCheckBox>(dialog, "reportPictures").isChecked());
+    EXPECT_EQ(Part<QPushButton>(dialog, "reportCategories").text(), QStringLiteral("&Categories: 4 of 4..."))
         << "what was left out is forgotten";
     dialog.reject();
   });
@@ -114,9 +98,9 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
           ->setText(QString::fromStdString(m_Device.Root() / name));
     };
   };
-  Write(QStringLiteral("Web page in one file"), at("report.html"), QStringLiteral("Open"));
-  Write(QStringLiteral("Web pages in a folder"), at("pages"), QStringLiteral("Open"));
-  Write(QStringLiteral("Web pages on the device"), nullptr, QStringLiteral("Open"));
+  Write("Web page in one file", at("report.html"), QStringLiteral("Open"));
+  Write("Web pages in a folder", at("pages"), QStringLiteral("Open"));
+  Write("Web pages on the device", nullptr, QStringLiteral("Open"));
   ASSERT_EQ(m_Opened.size(), 3u);
   EXPECT_EQ(m_Opened[0], m_Device.Root() / "report.html");
   EXPECT_EQ(m_Opened[1], m_Device.Root() / "pages/index.htm");
@@ -127,17 +111,15 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
   EXPECT_THAT(tests::ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
 
   m_HasPrograms = false;
-  Write(QStringLiteral("Plain text"), at("report.txt"), QStringLiteral("Open"));
+  Write("Plain text", at("report.txt"), QStringLiteral("Open"));
   EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"has no program that opens"));
 }
 
 TEST_F(ReportCommandTest, ANameKeepsItsPlaceThroughEveryKind) {
   m_Person.Expect("reportDialog", [this](QDialog& dialog) {
-    auto& kinds = *dialog.findChild<QComboBox*>(QStringLiteral("reportKind"));
-    auto& target = *dialog.findChild<QLineEdit*>(QStringLiteral("reportTarget"));
+    auto& target = Part<QLineEdit>(dialog, "reportTarget");
     const auto nameAs = [&](const char* kind) {
-      kinds.setCurrentText(QLatin1String(kind));
-      Q_EMIT kinds.activated(kinds.currentIndex());
+      tests::Choose(Part<QComboBox>(dialog, "reportKind"), kind);
       return target.text().toStdString();
     };
     nameAs("Inspection report");

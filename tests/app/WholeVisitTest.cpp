@@ -1,18 +1,11 @@
 // A visit made with finger and keyboard in the program itself, and the same visit made with the command line.
-#include <gtest/gtest.h>
 
 #include <QAbstractItemView>
-#include <QComboBox>
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QImage>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
-#include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTabBar>
-#include <QTest>
 #include <fstream>
 #include <sstream>
 
@@ -20,8 +13,7 @@
 #include "app/Program.h"
 #include "cli/CommandLine.h"
 #include "editing/StepList.h"
-#include "editing/ui/Clicks.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {

@@ -1,9 +1,6 @@
 // The command line, called as a shell calls it, on a tablet with the small library.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <sstream>

@@ -8,7 +8,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-class WordsTest : public tests::CommandLineTest {};
+using WordsTest = tests::CommandLineTest;
 
 TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
   for (const std::string typed :
@@ -75,14 +75,6 @@ TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {
   unsetenv("XDG_DATA_HOME");
 }
 
-TEST_F(WordsTest, SecondInspectorIsRefused) {
-  m_Device.Open();
-  const tests::CliRun run = Cli({"list"});
-  EXPECT_EQ(run.exit, 1);
-  EXPECT_EQ(run.out, "");
-  EXPECT_THAT(run.err, HasSubstr("Another Inspector"));
-}
-
 TEST_F(WordsTest, FaultThatWasPassedOverEndsWithOne) {
   m_Device.Open();
   m_Device.RunInLibrary("DROP TABLE InspectionType");
@@ -128,24 +120,18 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
   for (const std::string damage :
        {"UPDATE Options SET DataVersion = '4.1'", "ALTER TABLE Pickers RENAME TO Moved",
         "CREATE VIEW Pickers AS SELECT * FROM Moved"})
-    m_Device.Run(data::DatabaseKind::Template, damage);
+    m_Device.RunInLibrary(damage);
   for (const std::string damage : {"INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL)",
                                    "INSERT INTO Step (StepID) VALUES (1000), (2000)",
                                    "UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'",
                                    "DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'"})
-    m_Device.Run(data::DatabaseKind::Inspection, damage);
+    m_Device.RunInVisits(damage);
   m_Device.Close();
-  const auto contents = [this] {
-    std::map<std::string, std::string> files;
-    for (const auto& file : std::filesystem::directory_iterator(m_Device.Root() / "My Documents"))
-      files[file.path().filename()] = tests::ContentOf(file.path());
-    return files;
-  };
-  const auto before = contents();
+  const std::string folder = m_Device.Root() / "My Documents/";
+  const auto before = tests::FilesBelow(folder);
   const tests::CliRun run = Cli({"check", "--yes"});
   EXPECT_EQ(run.exit, 1);
   EXPECT_EQ(run.err, "");
-  const std::string folder = m_Device.Root() / "My Documents/";
   EXPECT_EQ(run.out,
             folder +
                 "Template_Data.cdb: faulty\n"
@@ -158,7 +144,47 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
                 "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
                 "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
                 "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n");
-  EXPECT_EQ(contents(), before);
+  EXPECT_EQ(tests::FilesBelow(folder), before);
+}
+
+// Counters as an older program or damage may leave them: nothing is stored under the key of another row, and
+// the way out that the message names leads out.
+TEST_F(WordsTest, KeysInUseAreRefusedUntilTheCountersAreRepaired) {
+  Out({"new", "--type", "House"});
+  Out({"steps", "1000"});
+  Out({"new", "--type", "House"});
+  struct Case {
+    std::string damage;
+    std::vector<std::string> words;
+  };
+  const std::string counter = "UPDATE UniqueID SET NextID = ";
+  for (const auto& [damage, words] : std::vector<Case>{
+           {counter + "999 WHERE TableName = 'Inspection'", {"new"}},
+           {"DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'", {"new", "--type", "House"}},
+           {"DELETE FROM UniqueID WHERE TableName = 'Step'", {"steps", "1001"}},
+           {counter + "NULL WHERE TableName = 'Inspection'; INSERT INTO Category (CategoryID, InspectionID) "
+                      "VALUES (4000, 1)",
+            {"new"}},
+           {counter + "'many' WHERE TableName = 'Step'; UPDATE Step SET StepID = 1 WHERE StepID = 1000",
+            {"steps", "1005"}},
+           {counter + "2147483647 WHERE TableName = 'Inspection'; INSERT INTO Inspection (InspectionID) "
+                      "VALUES (-2147483648)",
+            {"new"}}}) {
+    SCOPED_TRACE(damage);
+    m_Device.Open();
+    m_Device.Run(data::DatabaseKind::Inspection, damage);
+    const device::Text counts = m_Device.RowCounts();
+    m_Device.Close();
+    const tests::CliRun run = Cli(words);
+    EXPECT_EQ(run.exit, 1);
+    EXPECT_THAT(run.err, HasSubstr("Nothing was added, and nothing was lost. Run \"inspector-cli check "
+                                   "--repair\", and do it again."));
+    m_Device.Open();
+    EXPECT_EQ(m_Device.RowCounts(), counts);
+    m_Device.Close();
+    EXPECT_THAT(Out({"check", "--repair"}), HasSubstr("Inspection_Data.cdb: sound\n  set the counter of "));
+    Out(words);
+  }
 }
 
 }  // namespace

@@ -27,12 +27,10 @@ protected:
     return json::parse(run.out);
   }
   std::filesystem::path Home() const { return m_Folder / "device"; }
-  // Every file of the device but the locks, which say nothing, with its content.
+  // Every file of the device but the locks, which say nothing.
   std::map<std::string, std::string> Files() const {
-    std::map<std::string, std::string> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(Home()))
-      if (entry.is_regular_file() && entry.path().extension() != ".lock")
-        files[entry.path().string()] = tests::ContentOf(entry.path());
+    auto files = tests::FilesBelow(Home());
+    std::erase_if(files, [](const auto& file) { return file.first.ends_with(".lock"); });
     return files;
   }
 

@@ -1,5 +1,3 @@
-#include <nlohmann/json.hpp>
-
 #include "CommandLineFixture.h"
 
 namespace inspector::cli {
@@ -9,7 +7,7 @@ using device::Text;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-class InspectionCommandsTest : public tests::CommandLineTest {};
+using InspectionCommandsTest = tests::CommandLineTest;
 
 TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out({"types", "--json"}), R"([
@@ -29,16 +27,6 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
             "ID  NAME   LAYOUT\n"
             "1   House  4 Column\n"
             "2   Condo  3 Column\n");
-  EXPECT_EQ(Out({"list", "--json"}), R"([
-  {
-    "id": 1000,
-    "number": "",
-    "client": "",
-    "address": "",
-    "type": ""
-  }
-]
-)");
   Out({"set", "1000", "number=7", "client=Élise \"Bo\"\\\nNoor", "address=418 Juniper Lane"});
   EXPECT_EQ(Out({"list", "--json"}), R"([
   {
@@ -118,47 +106,40 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
             "NULL||-5");
 }
 
-TEST_F(InspectionCommandsTest, FirstTypeIsTakenWithoutAQuestionTheNextOneAsks) {
-  Out({"apply-type", "1000", "House"});
-  m_Device.Open();
-  m_Device.Document().SelectInspection(1000);
-  m_Device.OpenCategory(u"Roof");
-  m_Device.Close();
+TEST_F(InspectionCommandsTest, WhatCannotBeTakenBackAsksAndTakesYesForAnAnswer) {
+  const tests::CliRun nameless = Cli({"apply-type", "1000", ""});
+  EXPECT_EQ(nameless.exit, 1);
+  EXPECT_THAT(nameless.err, HasSubstr("An empty name is no inspection type. \"types\" shows"));
+  Out({"apply-type", "1000", "House"});  // the first type without a question
+  Out({"steps", "1000"});
   const std::vector<Text> before = Outline(1000);
-
   Out({"apply-type", "1000", "House"});
-  EXPECT_EQ(Outline(1000), before) << "the same type keeps every step";
   EXPECT_EQ(Cli({"apply-type", "1000", "Castle", "--yes"}).exit, 1);
-  EXPECT_EQ(Cli({"apply-type", "4711", "Condo", "--yes"}).exit, 1);
-  const tests::CliRun refused = Cli({"apply-type", "1000", "Condo"});
-  EXPECT_EQ(refused.exit, 1);
-  EXPECT_EQ(refused.out, "");
-  EXPECT_THAT(refused.err, ::testing::StartsWith("Data Alert: Warning! Changing the Doc Type"));
-  EXPECT_THAT(refused.err, HasSubstr("--yes"));
+  struct Case {
+    std::vector<std::string> command;
+    const char* asks;
+  };
+  for (auto [command, asks] :
+       {Case{{"apply-type", "1000", "Condo"}, "Data Alert: Warning! Changing the Doc Type"},
+        Case{{"defaults", "1000"}, "Caution: "}, Case{{"delete", "1000"}, "Caution: "}}) {
+    const tests::CliRun run = Cli(command);
+    EXPECT_EQ(run.exit, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, ::testing::StartsWith(asks));
+    EXPECT_THAT(run.err, HasSubstr("--yes"));
+    command[1] = "4711";
+    command.push_back("--yes");
+    EXPECT_EQ(Cli(command).exit, 1);
+  }
   EXPECT_EQ(Outline(1000), before);
 
-  EXPECT_EQ(Cli({"--yes", "apply-type", "1000", "Condo"}).exit, 0);
-  EXPECT_THAT(Outline(1000), ElementsAre(u"70 Kitchen (Incomplete)"));
-  EXPECT_EQ(Cli({"apply-type", "1000", "House", "--yes"}).exit, 0);
-  EXPECT_EQ(Outline(1000).size(), 5U);
-  EXPECT_THAT(Out({"list"}), HasSubstr("House"));
-}
-
-TEST_F(InspectionCommandsTest, DefaultsAndDeleteAskAndTakeYesForAnAnswer) {
-  Out({"new", "--type", "House"});
-  const std::vector<Text> before = Outline(1001);
-  for (const std::string command : {"defaults", "delete"}) {
-    const tests::CliRun run = Cli({command, "1001"});
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.err, ::testing::StartsWith("Caution: "));
-    EXPECT_EQ(Cli({command, "4711", "--yes"}).exit, 1);
-  }
-  EXPECT_EQ(Outline(1001), before);
-  const tests::CliRun defaults = Cli({"defaults", "1001", "--yes"});
+  const tests::CliRun defaults = Cli({"defaults", "1000", "--yes"});
   EXPECT_EQ(defaults.exit, 0);
   EXPECT_THAT(defaults.err, HasSubstr("Alert: Done!"));
-  EXPECT_THAT(Outline(1001), ::testing::Contains(u"  20.2|Gutters|Good|Copper;|"));
-  const tests::CliRun deleted = Cli({"--yes", "delete", "1001"});
+  EXPECT_THAT(Outline(1000), ::testing::Contains(u"  20.2|Gutters|Good|Copper;|"));
+  EXPECT_EQ(Cli({"--yes", "apply-type", "1000", "Condo"}).exit, 0);
+  EXPECT_THAT(Outline(1000), ElementsAre(u"70 Kitchen (Incomplete)"));
+  const tests::CliRun deleted = Cli({"--yes", "delete", "1000"});
   EXPECT_EQ(deleted.exit, 0);
   EXPECT_THAT(deleted.err, HasSubstr("Warning: Are you sure you want to delete this inspection?"));
   EXPECT_EQ(RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
@@ -178,45 +159,51 @@ TEST_F(InspectionCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) 
   EXPECT_EQ(tests::ContentOf(target), content);
   EXPECT_EQ(Cli({"report", "1001", "--layout", "3 Column", "--yes"}).exit, 0);
   EXPECT_NE(tests::ContentOf(target), content);
+}
 
-  const std::string other = m_Device.Root() / "other.rtf";
+TEST_F(InspectionCommandsTest, ReportIsOfTheKindThatIsAskedFor) {
+  Out({"new", "--type", "House"});
+  const std::string target = m_Device.Root() / "other.rtf";
+  const auto report = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), {"report", "1001", "--out", target});
+    return Cli(std::move(words));
+  };
   for (const std::string layout :
        {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
-    EXPECT_EQ(Out({"report", "1001", "--layout", layout, "--out", other}), other + "\n");
-  EXPECT_EQ(Cli({"report", "1001", "--layout", "5 Column", "--out", other}).exit, 2);
-  EXPECT_EQ(Cli({"report", "4711", "--layout", "5 Column"}).exit, 2);
-  EXPECT_EQ(Cli({"report", "1001", "--kind", "poem"}).exit, 2);
+    EXPECT_EQ(report({"--layout", layout}).out, target + "\n");
   for (const std::string kind : {"summary", "major-systems"})
-    EXPECT_EQ(Out({"report", "1001", "--kind", kind, "--out", other}), other + "\n");
-  EXPECT_THAT(tests::ContentOf(other), HasSubstr("SUMMARY REPORT"));
+    EXPECT_EQ(report({"--kind", kind}).out, target + "\n");
+  EXPECT_THAT(tests::ContentOf(target), HasSubstr("SUMMARY REPORT"));
+  EXPECT_EQ(report({"--layout", "5 Column"}).exit, 2);
+  EXPECT_EQ(report({"--kind", "poem"}).exit, 2);
   EXPECT_EQ(Cli({"report", "4711", "--layout", "4 Column"}).exit, 1);
-  const tests::CliRun nowhere = Cli({"report", "1001", "--layout", "4 Column", "--out", other + "/below"});
-  EXPECT_EQ(nowhere.exit, 1);
-  EXPECT_EQ(nowhere.out, "");
-  EXPECT_NE(nowhere.err, "");
-  const tests::CliRun folder = Cli({"report", "1001", "--layout", "4 Column", "--out", m_Device.Root()});
-  EXPECT_EQ(folder.exit, 1);
-  EXPECT_THAT(folder.err, HasSubstr("Give the file a name in that folder"));
+  for (const auto& [place, says] : {std::pair{target + "/below", "other.rtf"},
+                                    {m_Device.Root().string(), "Give the file a name in that folder"}}) {
+    const tests::CliRun refused = Cli({"report", "1001", "--layout", "4 Column", "--out", place});
+    EXPECT_EQ(refused.exit, 1);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_THAT(refused.err, HasSubstr(says));
+  }
+}
 
-  m_Device.Open();
-  m_Device.RunInVisits("UPDATE Step SET Comments = 'Seen.'");
-  m_Device.Close();
-  const nlohmann::json categories = nlohmann::json::parse(Out({"categories", "1001", "--json"}));
-  const auto cellar = std::find_if(categories.begin(), categories.end(),
-                                   [](const auto& category) { return category["title"] == "Cellar"; });
-  const std::string key = std::to_string((*cellar)["id"].get<int>());
+TEST_F(InspectionCommandsTest, ReportSkipsCategoriesByTitleOrKey) {
+  Out({"new", "--type", "House"});
+  Cli({"--yes", "defaults", "1001"});
+  m_Device.Visits().Run("UPDATE Step SET Comments = 'Seen.'");
+  const std::string target = m_Device.Root() / "other.rtf";
+  const std::string cellar =
+      m_Device.Visits().Ask("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Cellar'");
   const auto holds = [&](std::vector<std::string> skipped) {
-    std::vector<std::string> words{"report", "1001", "--layout", "1 Column", "--out", other};
-    words.insert(words.end(), skipped.begin(), skipped.end());
-    Out(words);
-    const std::string report = tests::ContentOf(other);
+    skipped.insert(skipped.begin(), {"report", "1001", "--layout", "1 Column", "--out", target});
+    Out(std::move(skipped));
+    const std::string report = tests::ContentOf(target);
     return std::pair(report.find("Gutters") != std::string::npos, report.find("Sump") != std::string::npos);
   };
   EXPECT_EQ(holds({}), std::pair(true, true));
-  EXPECT_EQ(holds({"--skip", "Attic", key}), std::pair(true, false));
-  EXPECT_EQ(holds({"--skip", "Roof", "--skip", key}), std::pair(false, false));
+  EXPECT_EQ(holds({"--skip", "Attic", cellar}), std::pair(true, false));
+  EXPECT_EQ(holds({"--skip", "Roof", "--skip", cellar}), std::pair(false, false));
   const tests::CliRun unknown =
-      Cli({"report", "1001", "--layout", "1 Column", "--out", other, "--skip", "roof"});
+      Cli({"report", "1001", "--layout", "1 Column", "--out", target, "--skip", "roof"});
   EXPECT_EQ(unknown.exit, 1);
   EXPECT_THAT(unknown.err, HasSubstr("There is no category \"roof\""));
 }

@@ -7,7 +7,7 @@ namespace {
 using device::Text;
 using ::testing::HasSubstr;
 
-class SettingCommandsTest : public tests::CommandLineTest {};
+using SettingCommandsTest = tests::CommandLineTest;
 
 // What is shown can be typed again.
 TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {

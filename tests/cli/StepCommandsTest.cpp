@@ -70,7 +70,7 @@ TEST_F(StepCommandsTest, RatingsAreThoseOfTheTypeAndComplete) {
   const tests::CliRun wrong = Cli({"rate", "1000", "Yes"});
   EXPECT_EQ(wrong.exit, 1);
   EXPECT_THAT(wrong.err, HasSubstr("It offers: Good, Poor, Good \"as new\""));
-  EXPECT_THAT(Cli({"rate", "1002", "Good"}).err, HasSubstr("none"));
+  EXPECT_THAT(Cli({"rate", "1002", "Good"}).err, HasSubstr("It offers: <no ratings>"));
   EXPECT_THAT(Cli({"rate", "4711", "Good"}).err, HasSubstr("no step 4711"));
   const tests::CliRun prompting = Cli({"rate", "1000", "Poor"});
   EXPECT_EQ(prompting.exit, 0);

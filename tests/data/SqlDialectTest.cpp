@@ -216,23 +216,5 @@ TEST_P(SqlDialectTest, WhatIsNotUnderstoodFailsAloudAndReadsAsEmpty) {
   EXPECT_FALSE(Data().Template().ExecuteNative("DELETE FROM Pickers WHERE \"leak\" = \"leak\""));
 }
 
-TEST(StoredTypeTest, DeclaredTypesCompareWithoutCase) {
-  using data::StoredType;
-  const std::pair<const char*, StoredType> kCases[] = {
-      {"INTEGER", StoredType::Integer},
-      {"Varchar (255)", StoredType::String},
-      {"VARCHAR(80)", StoredType::String},
-      {"text", StoredType::LongString},
-      {"Double", StoredType::Double},
-      {"FLOAT", StoredType::Double},
-      {"DateTime", StoredType::Date},
-      {"BIT", StoredType::Boolean},
-      {"long VARBINARY", StoredType::LongBinary},
-      {"currency", StoredType::Unknown},
-      {"", StoredType::Unknown},
-  };
-  for (const auto& [declared, type] : kCases) EXPECT_EQ(data::StoredTypeOf(declared), type) << declared;
-}
-
 }  // namespace
 }  // namespace inspector::tests

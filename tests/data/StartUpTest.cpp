@@ -66,10 +66,14 @@ TEST_F(StartUpTest, AMissingFileIsAskedForUntilBothAreThere) {
 
 TEST_F(StartUpTest, ARegistryThatCannotBeReadEndsTheStart) {
   CreateFresh();
-  m_Folder.Put("registry.toml", "no [ toml");
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"registry.toml"));
-  EXPECT_EQ(ContentOf(m_Folder / "registry.toml"), "no [ toml");
+  for (const auto& [content, says] :
+       {std::pair{"no [ toml", u"registry.toml"},
+        {"'HKEY_USERS\\.Default\\Software\\Pellory\\Inspector' = 1", u"is no table"}}) {
+    m_Folder.Put("registry.toml", content);
+    EXPECT_EQ(Start().result, StartUpResult::Refused);
+    EXPECT_TRUE(device::Contains(LastMessage(), says));
+    EXPECT_EQ(ContentOf(m_Folder / "registry.toml"), content);
+  }
 }
 
 TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
@@ -139,8 +143,10 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
     for (const char* const beside : {"-wal", "-shm", "-journal"})
       EXPECT_FALSE(std::filesystem::exists(InspectionFile().string() + beside)) << beside;
   }
+}
 
-  m_Folder.Put("My Documents/Inspection_Data.cdb", good);
+TEST_F(StartUpTest, AFileThatIsProtectedLockedOrNoneIsNamed) {
+  CreateFresh();
   chmod(InspectionFile().c_str(), 0444);
   EXPECT_EQ(Start().result, StartUpResult::Refused);
   EXPECT_TRUE(device::Contains(LastMessage(), u"is read-only"));
@@ -156,10 +162,6 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   m_Prompts.QueueDatabasePaths(std::nullopt);
   EXPECT_EQ(Start().result, StartUpResult::Refused);
   EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
-
-  m_Folder.Put("registry.toml", "'HKEY_USERS\\.Default\\Software\\Pellory\\Inspector' = 1");
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"is no table"));
 }
 
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {

@@ -1,8 +1,6 @@
 // Two databases in a temporary folder, any table by its name, and a second program beside them.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 #include <vector>

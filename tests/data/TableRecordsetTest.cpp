@@ -26,51 +26,42 @@ protected:
   }
 };
 
+// A value that no other column of the table has, where its type allows that.
+struct ValueAt {
+  int ordinal;
+  bool isYesNo;
+
+  void Get(std::int32_t& value) const { value = isYesNo ? -1 : -100 * ordinal - 1; }
+  void Get(double& value) const { value = ordinal + 0.125; }
+  void Get(Text& value) const { value = u"\u00e9 \"'" + device::Decimal(ordinal); }
+  void Get(data::ByteArray& value) const { value = {0, 255, 7}; }
+  void Get(device::CalendarTime& value) const { value = device::MakeCalendarTime(1999, 12, 31, 23, 59, 58); }
+};
+
 TEST_F(TableRecordsetTest, EveryColumnOfEveryTableComesBackAtItsOrdinal) {
+  const auto forEachColumn = [](TableRecordset& table, const auto& work) {
+    for (const data::ColumnDef& column : table.Columns()) {
+      SCOPED_TRACE(column.ordinal);
+      const ValueAt value{column.ordinal, column.type == data::ValueType::YesNo};
+      std::visit([&](auto* member) { work(*member, value); }, column.member);
+    }
+  };
   for (const data::TableLayout& layout : data::AllLayouts()) {
     SCOPED_TRACE(device::ToUtf8(layout.name));
-    const auto fill = [&](TableRecordset& table, bool check) {
-      for (const data::ColumnDef& column : table.Columns()) {
-        SCOPED_TRACE(column.ordinal);
-        const int n = column.ordinal + 1;
-        const auto apply = [&](auto& member, const auto& value) {
-          if (check)
-            EXPECT_TRUE(member == value);
-          else
-            member = value;
-        };
-        switch (column.type) {
-          case data::ValueType::Integer:
-            apply(*std::get<std::int32_t*>(column.member), -100 * n);
-            break;
-          case data::ValueType::YesNo:
-            apply(*std::get<std::int32_t*>(column.member), -1);
-            break;
-          case data::ValueType::Double:
-            apply(*std::get<double*>(column.member), n + 0.125);
-            break;
-          case data::ValueType::String:
-            apply(*std::get<Text*>(column.member), u"\u00e9 \"'" + device::Decimal(n));
-            break;
-          case data::ValueType::Binary:
-            apply(*std::get<data::ByteArray*>(column.member), data::ByteArray{0, 255, 7});
-            break;
-          case data::ValueType::Date:
-            apply(*std::get<device::CalendarTime*>(column.member),
-                  device::MakeCalendarTime(1999, 12, 31, 23, 59, 58));
-        }
-      }
-    };
     const auto written = Table(layout.name, layout.database);
     EXPECT_EQ(written->Columns().size(), layout.columns.size());
     EXPECT_TRUE(written->Open());
     const int last = written->RecordCount();
     written->PrepareNew();
-    fill(*written, false);
+    forEachColumn(*written, [](auto& member, const ValueAt& value) { value.Get(member); });
     EXPECT_TRUE(written->Write());
     const auto read = Table(layout.name, layout.database);
     EXPECT_TRUE(read->Open() && read->GetRecord(last));
-    fill(*read, true);
+    forEachColumn(*read, [](const auto& member, const ValueAt& value) {
+      std::remove_cvref_t<decltype(member)> expected;
+      value.Get(expected);
+      EXPECT_TRUE(member == expected);
+    });
   }
 }
 

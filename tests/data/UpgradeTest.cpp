@@ -72,7 +72,6 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     EXPECT_EQ(m_Prompts.Messages()[0].text,
               u"Warning! The Structure you are using needs to be updated in order to work with this version "
               u"of Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
-    EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Exclamation);
     ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
     EXPECT_EQ(m_Prompts.ProgressWindows()[0]->steps, 22);
@@ -165,20 +164,27 @@ public:
   std::int32_t m_Number = 0;
 };
 
-TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
-  CreateFresh();
-  OpenBoth();
-  const auto check = [&](const std::vector<data::ColumnLayout>& columns) {
+class OddTableTest : public UpgradeTest {
+protected:
+  void SetUp() override {
+    CreateFresh();
+    OpenBoth();
+  }
+  TableRecordset::StructureResult Check(const std::vector<data::ColumnLayout>& columns) {
     return OddTable(Data(), columns).CheckStructure(m_Prompts);
-  };
-  using data::ValueType;
-  const data::ColumnLayout number{u"", ValueType::Integer};
-  const data::ColumnLayout broken{u"", static_cast<ValueType>(77)};
-  const data::ColumnLayout icon{u"ReportIcon", ValueType::Binary, u"Long Varbinary"};
-  const auto run = [&](const char* sql) {
+  }
+  void Run(const char* sql) {
     EXPECT_TRUE(Data().Template().ExecuteNative(sql));
     Data().Template().SchemaChanged();
-  };
+  }
+
+  const data::ColumnLayout m_NumberColumn{u"", data::ValueType::Integer};
+};
+
+TEST_F(OddTableTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
+  const data::ColumnLayout& number = m_NumberColumn;
+  const data::ColumnLayout broken{u"", static_cast<data::ValueType>(77)};
+  const data::ColumnLayout icon{u"ReportIcon", data::ValueType::Binary, u"Long Varbinary"};
   const Text ends = u"Inspector is unable to recover from this error and will be terminated.";
   const struct {
     const char* before;
@@ -205,26 +211,27 @@ TEST_F(UpgradeTest, WhatCannotBeRepairedIsSaidAndEndsTheProgram) {
   };
   for (const auto& each : kCases) {
     SCOPED_TRACE(device::ToUtf8(each.expected));
-    run(each.before);
+    Run(each.before);
     m_Prompts.Forget();
-    EXPECT_EQ(check(each.columns), TableRecordset::StructureResult::Fatal);
+    EXPECT_EQ(Check(each.columns), TableRecordset::StructureResult::Fatal);
     ASSERT_EQ(m_Prompts.Messages().size(), 1u);
     EXPECT_TRUE(m_Prompts.Messages()[0].text.starts_with(each.expected));
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Hand);
   }
-  // Fewer columns than declared gain the rest, numbered from where they stand; more are left alone.
-  run("DROP TABLE Odd; CREATE TABLE Odd (A integer)");
-  EXPECT_EQ(check({number, number}), TableRecordset::StructureResult::Sound);
-  EXPECT_EQ(Schema(TemplateFile(), "Odd"), "A integer,Number1 integer");
-  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Sound);
-
   Shell other(TemplateFile());
-  run("DROP TABLE Odd");
+  Run("DROP TABLE Odd");
   other.Run("BEGIN IMMEDIATE");
   m_Prompts.Forget();
-  EXPECT_EQ(check({number}), TableRecordset::StructureResult::Fatal);
+  EXPECT_EQ(Check({number}), TableRecordset::StructureResult::Fatal);
   EXPECT_TRUE(m_Prompts.Messages().front().text.starts_with(
       u"Error creating table: Odd \nInspector is unable to recover from this error and will be terminated."));
+}
+
+TEST_F(OddTableTest, MissingColumnsAreAddedFromWhereTheyStandAndMoreAreLeftAlone) {
+  Run("CREATE TABLE Odd (A integer)");
+  EXPECT_EQ(Check({m_NumberColumn, m_NumberColumn}), TableRecordset::StructureResult::Sound);
+  EXPECT_EQ(Schema(TemplateFile(), "Odd"), "A integer,Number1 integer");
+  EXPECT_EQ(Check({m_NumberColumn}), TableRecordset::StructureResult::Sound);
 }
 
 TEST_F(UpgradeTest, AFaultInTheOptionsTableEndsTheStart) {

@@ -1,7 +1,5 @@
 #include "device/FaultLog.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <thread>
 

@@ -1,6 +1,5 @@
 #include "device/Files.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "support/TestSupport.h"

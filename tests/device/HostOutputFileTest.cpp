@@ -1,7 +1,6 @@
 #include "device/HostOutputFile.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -31,12 +30,11 @@ protected:
   }
   std::vector<Text> Entries() { return HostFiles().ListEntries(m_Folder.Path()); }
 
-  // Runs `work` in a process of its own and kills that in the middle. Returns its id.
-  template <typename Work>
-  static pid_t RunAndKill(Work work) {
+  // A process that is killed while it writes. Returns its id.
+  static pid_t WriteAndBeKilled(const fs::path& target) {
     const pid_t child = fork();
     if (child == 0) {
-      work();
+      (new HostOutputFile(target, GetParam()))->Write("half");
       raise(SIGKILL);
     }
     int status = 0;
@@ -217,38 +215,29 @@ TEST_P(HostOutputFileTest, TwoWritersOfOneTargetDoNotMeet) {
 
 TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   const fs::path target = m_Folder / "report.rtf";
-  const pid_t gone = RunAndKill([&] {
-    auto* file = new HostOutputFile(target, GetParam());
-    file->Write("half");
-  });
+  const pid_t gone = WriteAndBeKilled(target);
   const int probe = open(m_Folder.Path().c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
   const bool needsName = GetParam() == Staging::Hidden || probe < 0;
   if (probe >= 0) close(probe);
   EXPECT_EQ(Entries().size(), needsName ? 1u : 0u);
   const std::string prefix = ".report.rtf.";
-  const std::string dead = std::to_string(gone);
-  m_Folder.Put(prefix + dead + "-7.unfinished");
-  m_Folder.Put(prefix + dead + "-8.unfinished");
-  // Not to be removed: of a process that runs, locked from elsewhere, of another target, and no such name.
-  m_Folder.Put(prefix + std::to_string(getppid()) + "-0.unfinished");
-  m_Folder.Put(".report.rtf.bak." + dead + "-0.unfinished");
-  m_Folder.Put(".other.rtf." + dead + "-0.unfinished");
-  m_Folder.Put(prefix + dead + "-7.txt");
-  m_Folder.Put(prefix + dead);
-  m_Folder.Put(prefix + dead + ".unfinished");
-  const int lock = open((m_Folder / (prefix + dead + "-8.unfinished")).c_str(), O_RDONLY | O_CLOEXEC);
+  const std::string dead = prefix + std::to_string(gone);
+  m_Folder.Put(dead + "-7.unfinished");
+  // Not to be removed: locked from elsewhere, of a process that runs, of another target, and no such name.
+  std::vector<Text> expected = {u"report.rtf"};
+  for (const std::string& name :
+       {dead + "-8.unfinished", prefix + std::to_string(getppid()) + "-0.unfinished",
+        ".report.rtf.bak." + std::to_string(gone) + "-0.unfinished",
+        ".other.rtf." + std::to_string(gone) + "-0.unfinished", dead + "-7.txt", dead,
+        dead + ".unfinished"}) {
+    m_Folder.Put(name);
+    expected.push_back(FromUtf8(name));
+  }
+  const int lock = open((m_Folder / (dead + "-8.unfinished")).c_str(), O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
 
   EXPECT_TRUE(Save(target, "whole"));
   close(lock);
-  std::vector<Text> expected;
-  for (const std::string& name :
-       {".other.rtf." + dead + "-0.unfinished", prefix + dead, prefix + dead + ".unfinished",
-        prefix + dead + "-7.txt", prefix + dead + "-8.unfinished",
-        prefix + std::to_string(getppid()) + "-0.unfinished", ".report.rtf.bak." + dead + "-0.unfinished",
-        std::string("report.rtf")}) {
-    expected.push_back(FromUtf8(name));
-  }
   std::sort(expected.begin(), expected.end());
   EXPECT_EQ(Entries(), expected);
 }

@@ -1,7 +1,5 @@
 #include "device/Prompts.h"
 
-#include <gtest/gtest.h>
-
 #include "support/TestSupport.h"
 
 namespace inspector::device {

@@ -1,9 +1,8 @@
 #include "device/Registry.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
+#include "device/LastPlace.h"
 #include "support/TestSupport.h"
 
 namespace inspector::device {
@@ -120,7 +119,8 @@ TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
   ASSERT_TRUE(m_Registry.Write(m_Key, u"TemplatePath", u"old"));
   m_Files.FailWrite(1);
   EXPECT_FALSE(m_Registry.Write(m_Key, u"TemplatePath", u"new"));
-  EXPECT_TRUE(Contains(m_Registry.LastError(), u"No space left on device"));
+  EXPECT_TRUE(
+      Contains(m_Registry.LastError(), u"No space left on device. What stood there still counts. Free "));
   m_Files.FailCommit(1);
   EXPECT_FALSE(m_Registry.WriteBinary(m_Key, u"TemplatePath", {1}));
   EXPECT_EQ(m_Registry.Read(m_Key, u"TemplatePath"), u"old");
@@ -133,6 +133,17 @@ TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
   Registry folder(m_Files, m_Folder / "folder.toml");
   EXPECT_FALSE(folder.Open(u"Key"));
   EXPECT_FALSE(folder.Write(m_Key, u"TemplatePath", u"x"));
+}
+
+TEST(LastPlaceTest, IsReadAsWritten) {
+  tests::ScriptedMachine machine;
+  EXPECT_EQ(ReadLastPlace(machine.m_Registry), LastPlace{});
+  ASSERT_TRUE(WriteLastPlace(machine.m_Registry, {1001, 1003, -1}));
+  EXPECT_EQ(ReadLastPlace(machine.m_Registry), (LastPlace{1001, 1003, -1}));
+  machine.m_Folder.Put(
+      "registry.toml",
+      "[\"HKEY_CURRENT_USER\\\\Software\\\\Brindlecove\\\\Inspector\"]\nLastPlace = \"x 5\"\n");
+  EXPECT_EQ(ReadLastPlace(machine.m_Registry), (LastPlace{-1, 5, -1}));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "editing/CategoryOpening.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/Completeness.h"
 #include "support/VisitFixture.h"
 
@@ -61,9 +59,7 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
   }
   m_Device.RunInLibrary("ALTER TABLE FieldTemplate RENAME TO Gone");
   EXPECT_FALSE(open(4));
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE INSERT ON Step WHEN new.StepNumber = '20.3' BEGIN SELECT RAISE(FAIL, 'no "
-      "room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step WHEN new.StepNumber = '20.3'"));
   EXPECT_FALSE(open(1));
   EXPECT_EQ(m_Device.Outline(m_Key), before);
 }

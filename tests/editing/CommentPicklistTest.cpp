@@ -1,7 +1,5 @@
 #include "editing/CommentPicklist.h"
 
-#include <gmock/gmock.h>
-
 #include "data/CommentsTable.h"
 #include "data/StepCommentTable.h"
 #include "device/Format.h"
@@ -78,11 +76,16 @@ TEST_F(CommentPicklistTest, AddsTheSelectionOrTheWholeWithItsRating) {
 }
 
 TEST_F(CommentPicklistTest, AddingIsWholeOrNotAtAll) {
-  m_Device.Run(data::DatabaseKind::Template,
-               "CREATE TRIGGER Full BEFORE INSERT ON StepComment BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInLibrary(tests::NoRoomFor("INSERT ON StepComment"));
   EXPECT_EQ(Add(Answer::Yes, u"New."), Result::Failed);
   EXPECT_EQ(Listed().size(), 4u);
-  m_Device.Run(data::DatabaseKind::Template, "DROP TRIGGER Full");
+  m_Device.RunInLibrary(tests::kRoomAgain);
+  // A key that the library has given to another comment, whose text the link would bring along.
+  m_Device.RunInLibrary("DELETE FROM UniqueID; INSERT INTO UniqueID VALUES ('Comments', " +
+                        std::to_string(m_Worn - 1) + ")");
+  EXPECT_EQ(Add(Answer::Yes, u"New."), Result::Failed);
+  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"check --repair"));
+  EXPECT_EQ(LinksOf(m_Worn).size(), 1u);
   data::CommentsTable comments(Data());
   comments.OpenSQL(u"SELECT * FROM Comments WHERE Comments = \"New.\"");
   EXPECT_EQ(comments.RecordCount(), 0);
@@ -102,8 +105,7 @@ TEST_F(CommentPicklistTest, DeletingDisablesTheLink) {
 }
 
 TEST_F(CommentPicklistTest, ALinkToTwoCommentsIsToldAndStays) {
-  m_Device.Run(data::DatabaseKind::Template,
-               "INSERT INTO Comments SELECT * FROM Comments WHERE Comments = 'Worn.'");
+  m_Device.RunInLibrary("INSERT INTO Comments SELECT * FROM Comments WHERE Comments = 'Worn.'");
   Prompts().Forget();
   EXPECT_EQ(Delete(Answer::Yes, {u"Worn.", u"Moss."}), Result::Done);
   EXPECT_THAT(Prompts().Transcript(),

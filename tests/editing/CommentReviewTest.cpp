@@ -1,7 +1,5 @@
 #include "editing/CommentReview.h"
 
-#include <gmock/gmock.h>
-
 #include "device/Format.h"
 #include "editing/Unfinished.h"
 #include "support/VisitFixture.h"
@@ -26,12 +24,9 @@ protected:
     Find(u"9.1", u"Poor", u"Not a choice of its type.");
   }
   std::int32_t Find(const Text& number, const Text& result, const Text& comments) {
-    const std::int32_t key = m_Device.StepKey(number);
-    m_Device.Store(key, [&](auto& step) {
-      step.m_InspectResult = result;
-      step.m_Comments = comments;
-    });
-    return key;
+    m_Device.Enter(number,
+                   "InspectResult = " + tests::Quoted(result) + ", Comments = " + tests::Quoted(comments));
+    return m_Device.StepKey(number);
   }
 
   std::int32_t m_Visit = 0;
@@ -70,9 +65,8 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   const std::int32_t gutters = Find(u"20.2", u"Good", u"See ***Path=\\gone.jpg*** ***odd***");
   const std::int32_t notes = Find(u"20.3", u"", u"Only words.");
   const std::int32_t sump = Find(u"9.1", u"Poor", u"");  // "Poor" of its type asks for nothing
-  m_Device.Store(sump, [](auto& step) { step.m_BitmapPath = u"\\Pictures\\sump.jpg"; });
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = 'Safety'");
+  m_Device.Enter(u"9.1", "BitmapPath = '\\Pictures\\sump.jpg'");
+  m_Device.RunInVisits("UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = 'Safety'");
 
   Unfinished unfinished(m_Device.GetWorkspace(), m_Visit);
   ASSERT_TRUE(unfinished.Refresh());

@@ -1,14 +1,11 @@
 #include "editing/Defaults.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/Completeness.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
 using ::testing::ElementsAre;
 
 constexpr auto kQuestion = u"Please confirm the applying of all defaults. This action can not be undone.";
@@ -16,8 +13,8 @@ constexpr auto kQuestion = u"Please confirm the applying of all defaults. This a
 class DefaultsTest : public tests::VisitTest {
 protected:
   void SetUp() override { m_Key = m_Device.Visit(u"House"); }
-  DefaultsResult Apply(Answer answer = Answer::Yes) {
-    Prompts().Queue(kQuestion, answer);
+  DefaultsResult Apply() {
+    Prompts().Queue(kQuestion, device::Answer::Yes);
     return ApplyDefaults(Document());
   }
   void Break(const std::string& table) { m_Device.RunInLibrary("ALTER TABLE " + table + " RENAME TO Gone"); }
@@ -40,13 +37,6 @@ TEST_F(DefaultsTest, WholeInspectionFromEmptyCategories) {
                           u"  9.1|Sump|||", u"99 Checklist (Complete)"));
   ASSERT_TRUE(Document().Categories().GetRecord(0));
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0) << "the document shows the new flags";
-}
-
-TEST_F(DefaultsTest, NoChangesNothing) {
-  const auto before = Outline();
-  EXPECT_EQ(Apply(Answer::No), DefaultsResult::Refused);
-  EXPECT_EQ(Outline(), before);
-  EXPECT_EQ(Prompts().Messages().size(), 1U);
 }
 
 TEST_F(DefaultsTest, LeavesWhatWasFoundAlone) {
@@ -93,9 +83,7 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
     Repair(table);
     EXPECT_EQ(Outline(), before) << table;
   }
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE UPDATE ON Category WHEN new.CategoryTitle = 'Checklist' BEGIN SELECT "
-      "RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Checklist'"));
   EXPECT_EQ(Apply(), DefaultsResult::Failed);
   EXPECT_EQ(Outline(), before);
   for (const Text& line : Prompts().Transcript()) EXPECT_NE(line, u"Alert: Done!");
@@ -114,6 +102,10 @@ TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {
               ElementsAre(u"20 Roof (Incomplete)", u"  20.1|Shingles|Poor|Asphalt;|Shingles last 20 years.",
                           u"  20.2|Gutters|Good|Wood;|",  // not a choice of the type: the default instead
                           u"  20.3|Notes|||"));           // no choices: nothing can be selected
+
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = '<no ratings>' WHERE StepNumber = '20.3'");
+  EXPECT_TRUE(ApplyStepDefaults(Data(), category));
+  EXPECT_EQ(Outline()[1], u"20 Roof (Complete)") << "the one entry of its drop-down is selected";
 
   m_Device.RunInVisits(
       "UPDATE Step SET RatingType = 'Condition', InspectResult = 'Good \"as new\"' WHERE StepNumber = "

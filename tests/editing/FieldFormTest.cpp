@@ -1,7 +1,5 @@
 #include "editing/FieldForm.h"
 
-#include <gmock/gmock.h>
-
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -17,8 +15,7 @@ constexpr int kDoors = 1;
 class FieldFormTest : public tests::VisitTest {
 protected:
   void SetUp() override {
-    m_Device.Run(data::DatabaseKind::Template,
-                 "UPDATE FieldTemplate SET Type = 5 WHERE Label = 'Doors locked'");
+    m_Device.RunInLibrary("UPDATE FieldTemplate SET Type = 5 WHERE Label = 'Doors locked'");
     m_Device.Library().AddPicker(u"Doors locked", u"Rear");
     m_Device.Library().AddPicker(u"Doors locked", u"All");
     m_Key = m_Device.Visit(u"House");
@@ -41,8 +38,7 @@ TEST_F(FieldFormTest, FieldsInTheirOrderAreStoredAtOnce) {
   EXPECT_EQ(m_Form.EmptyFields(), 1);
   EXPECT_THAT(m_Device.Outline(m_Key), ::testing::Contains(u"  Stove off=14 \"deg\""));
   EXPECT_NE(m_Form.FieldAt(kStove)->doubt, u"") << "kept all the same";
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Field BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Field"));
   EXPECT_TRUE(m_Form.Enter(kStove, u"14 \"deg\"")) << "nothing to write";
   EXPECT_FALSE(m_Form.Enter(kStove, u""));
   EXPECT_EQ(Value(kStove), u"14 \"deg\"");
@@ -59,11 +55,9 @@ TEST_F(FieldFormTest, PickerOffersItsListAndTheEditor) {
   EXPECT_EQ(Value(kDoors), u"");
   EXPECT_TRUE(m_Form.Enter(kDoors, u"Front"));
   EXPECT_EQ(Value(kDoors), u"Front");
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET FieldType = 4 WHERE FieldLabel = 'Doors locked'");
+  m_Device.RunInVisits("UPDATE Field SET FieldType = 4 WHERE FieldLabel = 'Doors locked'");
   EXPECT_THAT(m_Form.Choices(kDoors), ElementsAre(u"Yes", u"No"));
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET FieldType = 6 WHERE FieldLabel = 'Doors locked'");
+  m_Device.RunInVisits("UPDATE Field SET FieldType = 6 WHERE FieldLabel = 'Doors locked'");
   EXPECT_EQ(m_Form.FieldAt(kDoors)->kind, FieldKind::Words);
 }
 
@@ -71,8 +65,7 @@ TEST_F(FieldFormTest, LeavingMakesTheFlagFollow) {
   EXPECT_EQ(Document().Categories().m_CompleteFlag, 0);
   EXPECT_TRUE(m_Form.Leave());
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
   EXPECT_TRUE(m_Form.Leave()) << "nothing to write any more";
 }
 

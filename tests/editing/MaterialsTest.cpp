@@ -1,7 +1,5 @@
 #include "editing/Materials.h"
 
-#include <gmock/gmock.h>
-
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {

@@ -1,7 +1,5 @@
 #include "editing/PictureTagText.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/PictureAttachment.h"
 #include "editing/PictureTags.h"
 #include "support/TestSupport.h"
@@ -19,23 +17,22 @@ TEST(PictureTagTextTest, PicturesAreTakenOutScaledAndMoved) {
             u"Eaves ***Picture-1*** and ridge ***Path=\\a.jpg;Scaling=75***. ***odd***");
   EXPECT_EQ(WithScaling(text, u"***Picture-1***", 25),
             u"Eaves ***Picture-1;Scaling=25*** and ridge ***Path=\\a.jpg;Scaling=50***. ***odd***");
-  EXPECT_EQ(WithPictureMoved(text, 0, 2),
-            u"Eaves ***Path=\\a.jpg;Scaling=50*** and ridge ***odd***. ***Picture-1***");
-  EXPECT_EQ(WithPictureMoved(text, 2, 1),
-            u"Eaves ***Picture-1*** and ridge ***odd***. ***Path=\\a.jpg;Scaling=50***");
+  for (const auto& [from, to] : {std::pair(0, 1), std::pair(1, 0)})
+    EXPECT_EQ(WithPictureMoved(text, static_cast<std::size_t>(from), static_cast<std::size_t>(to)),
+              u"Eaves ***Path=\\a.jpg;Scaling=50*** and ridge ***Picture-1***. ***odd***");
   for (const TextView none : {u"***Picture-2***", u"Picture-1", u""}) {
     EXPECT_EQ(WithoutPicture(text, none), text);
     EXPECT_EQ(WithScaling(text, none, 10), text);
   }
-  EXPECT_EQ(WithPictureMoved(text, 0, 3), text);
+  EXPECT_EQ(WithPictureMoved(text, 0, 2), text) << "the last tag names no picture";
 }
 
 TEST(PictureTagTextTest, ARepeatedTagIsOnePicture) {
   const Text text = u"A ***Picture-1*** B ***Picture-1*** C ***Picture-2***";
   EXPECT_EQ(WithPictureMoved(text, 1, 0), u"A ***Picture-2*** B ***Picture-1*** C ***Picture-1***");
   EXPECT_EQ(WithoutPicture(text, u"***Picture-1***"), u"A B C ***Picture-2***");
-  const Text asterisks = WithPictureMoved(u"******* x ***Picture-1***", 1, 0);
-  EXPECT_EQ(asterisks, u"***Picture-1**** x ******");
+  const Text asterisks = WithPictureMoved(u"***Picture-2**** x ***Picture-1***", 1, 0);
+  EXPECT_EQ(asterisks, u"***Picture-1**** x ***Picture-2***");
   EXPECT_EQ(StripTags(asterisks), u"* x ") << "the words stay";
 }
 
@@ -97,7 +94,8 @@ TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
     lines.push_back(picture.path + (picture.missing ? u" missing " : u" ") +
                     device::Decimal(picture.scaling));
   EXPECT_THAT(lines, ElementsAre(u"\\Card\\a.jpg 30", u" missing 100", u"\\pictures\\ROOF.jpg 100",
-                                 u"\\no.jpg missing 100", u" missing 100"));
+                                 u"\\no.jpg missing 100"))
+      << "a tag of another kind names no picture";
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "editing/Placeholders.h"
 
-#include <gmock/gmock.h>
-
 #include "support/ScriptedSheetDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -46,6 +44,8 @@ TEST_F(PlaceholdersTest, AlternativesEndAtTheParenthesis) {
   m_Device.Library().AddPicker(u"(a,b", u"stored \"under\" this name");
   EXPECT_THAT(QuestionFor(Data(), u"(a,b").choices, ElementsAre(u"stored \"under\" this name", u"a", u"b"));
   EXPECT_THAT(QuestionFor(Data(), u"(one) or two").choices, ElementsAre(u"one"));
+  EXPECT_THAT(QuestionFor(Data(), u"(PVC (white),Copper,Steel) pipe").choices,
+              ElementsAre(u"PVC (white)", u"Copper", u"Steel"));
   EXPECT_THAT(QuestionFor(Data(), u"(a,,b)").choices, ElementsAre(u"a", u"", u"b"));
   EXPECT_THAT(QuestionFor(Data(), u"\" OR \"1\"=\"1").choices, ElementsAre());
 }

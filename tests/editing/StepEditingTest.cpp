@@ -1,7 +1,5 @@
 #include "editing/StepEditing.h"
 
-#include <gmock/gmock.h>
-
 #include "editing/RatingFlags.h"
 #include "support/VisitFixture.h"
 
@@ -52,12 +50,11 @@ TEST_F(StepEditingTest, RatingIsAChoiceOfTheTypeAndCompletes) {
 
 TEST_F(StepEditingTest, FailureOnTheWayKeepsStepAndFlagTogether) {
   const auto sump = m_Device.StepKey(u"9.1");
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE UPDATE ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
   EXPECT_EQ(m_Editing.Rate(sump, u"Yes"), Result::Failed);
   EXPECT_EQ(m_Editing.AppendComment(sump, u"Dry."), Result::Failed);
   EXPECT_EQ(m_Device.Finding(sump), u"9.1|Sump|||");
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
 
   m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
   EXPECT_EQ(m_Editing.Rate(sump, u"Yes"), Result::Failed) << "not \"not offered\": nobody knows";
@@ -84,12 +81,12 @@ TEST_F(StepEditingTest, CommentsAreSeparatedByTheOption) {
 }
 
 TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
-  bool hasComments = false;
-  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood Siding", &hasComments), Result::Done);
-  EXPECT_FALSE(hasComments);
+  StepEditing::MaterialNote note;
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood Siding", &note), Result::Done);
+  EXPECT_FALSE(note.hasComments);
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Slate"), Result::Done);
-  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt", &hasComments), Result::Done);
-  EXPECT_TRUE(hasComments);
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt", &note), Result::Done);
+  EXPECT_TRUE(note.hasComments);
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Asphalt"), Result::Done) << "ticked already";
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Slate;|")
       << "in box order";

@@ -1,7 +1,5 @@
 #include "editing/StepList.h"
 
-#include <gmock/gmock.h>
-
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -57,12 +55,8 @@ TEST_F(StepListTest, MakesTheStepsAndShowsWhatIsDone) {
   EXPECT_EQ(Shown(kNotes), u"20.3. Notes||None|Incomplete|Incomplete");
   EXPECT_FALSE(m_List.RowAt(kGutters)->hasInfo) << "two characters are no help";
   EXPECT_TRUE(m_List.RowAt(kShingles)->hasInfo);
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) {
-    step.m_Materials = u"Tin;";
-    step.m_Comments = u"Dry.";
-    step.m_BitmapPath = u"\\a.jpg";
-    step.m_InspectResult = u"Fine";
-  });
+  m_Device.Enter(u"20.3",
+                 "Materials = 'Tin;', Comments = 'Dry.', BitmapPath = '\\a.jpg', InspectResult = 'Fine'");
   m_Device.GetWorkspace().Options().m_ShowStepNumbers = 0;
   EXPECT_EQ(Shown(kNotes), u"Notes|Fine|Complete|Complete|Complete");
   EXPECT_EQ(m_List.LeftCaption(), u"2 of 3 steps to rate");
@@ -76,19 +70,14 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
         if (warning.cell == StepList::kPicture) rows.push_back(row);
     return rows;
   };
-  const auto store = [this](const Text& number, const Text& path, const Text& comments) {
-    m_Device.Store(m_Device.StepKey(number), [&](data::StepTable& step) {
-      step.m_InspectResult = u"Good";
-      step.m_BitmapPath = path;
-      step.m_Comments = comments;
-    });
-  };
   m_Device.Put("there.jpg");
   m_Device.Put("card/1.jpg");
   m_Device.GetWorkspace().Options().m_DefaultPictCardPath = u"\\card\\";
-  store(u"20.1", u"\\gone.jpg", u"");
-  store(u"20.2", u"\\there.jpg", u"***Path=\\there.jpg*** ***Picture-1*** ***no picture***");
-  store(u"20.3", u"", u"Dry. ***Picture-9***");
+  m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Good'");
+  m_Device.Enter(u"20.1", "BitmapPath = '\\gone.jpg'");
+  m_Device.Enter(
+      u"20.2", "BitmapPath = '\\there.jpg', Comments = '***Path=\\there.jpg*** ***Picture-1*** ***none***'");
+  m_Device.Enter(u"20.3", "Comments = 'Dry. ***Picture-9***'");
   ASSERT_TRUE(m_List.Show());
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
   const device::ListRow row = m_List.ShownRow(kShingles);
@@ -133,7 +122,7 @@ TEST_F(StepListTest, ListShowsWhatWasDoneOnTheSheet) {
   m_Dialogs.QueueSheet([this] {
     m_List.RowAt(0);  // the list paints behind the sheet
     EXPECT_EQ(LastSheet().first, u"20.2");
-    m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) { step.m_Comments = u"Leaves."; });
+    m_Device.Enter(u"20.2", "Comments = 'Leaves.'");
     return true;
   });
   EXPECT_TRUE(m_List.Click(0, StepList::kComments));
@@ -147,6 +136,14 @@ TEST_F(StepListTest, RatingIsStoredAndCompletes) {
   EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|<no ratings>||");
   EXPECT_FALSE(m_List.ChangeRating(kShingles, u"Yes")) << "no choice of its type";
 
+  // What cannot be read is not the same as a type without choices.
+  m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
+  ASSERT_TRUE(m_List.Show());
+  EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre());
+  EXPECT_FALSE(m_List.ChangeRating(kShingles, u"<no ratings>"));
+  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO RatingChoices");
+  EXPECT_EQ(m_List.RatingEntries(kShingles).size(), 4U) << "asked for again";
+
   Show(u"Cellar");
   EXPECT_TRUE(m_List.ChangeRating(0, u"Yes"));
   EXPECT_TRUE(IsComplete());
@@ -158,7 +155,7 @@ TEST_F(StepListTest, RatingIsStoredAndCompletes) {
 }
 
 TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) { step.m_RatingType = u"Condition"; });
+  m_Device.Enter(u"20.3", "RatingType = 'Condition'");
   m_Dialogs.QueueSheet([this] {
     EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor||") << "stored before the sheet opens";
     return false;
@@ -166,7 +163,7 @@ TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
   EXPECT_TRUE(m_List.ChangeRating(kShingles, u"Poor"));
   EXPECT_EQ(m_List.RowAt(kShingles)->attention, Attention::CommentAsked);
   m_Dialogs.QueueSheet([this] {
-    m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) { step.m_Comments = u"Loose."; });
+    m_Device.Enter(u"20.3", "Comments = 'Loose.'");
     return true;
   });
   EXPECT_TRUE(m_List.ChangeRating(kNotes, u"Poor"));
@@ -176,26 +173,11 @@ TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
   EXPECT_EQ(LastSheet(), (std::pair{Text(u"20.3"), 0}));
 }
 
-TEST_F(StepListTest, DefaultsOfTheCategory) {
-  m_Device.Store(m_Device.StepKey(u"20.1"), [](data::StepTable& step) { step.m_InspectResult = u"Poor"; });
-  m_Device.Store(m_Device.StepKey(u"20.3"), [](data::StepTable& step) { step.m_RatingType = u"Condition"; });
-  EXPECT_TRUE(m_List.ApplyDefaults());
-  EXPECT_EQ(Shown(kShingles), u"20.1. Shingles|Poor|Complete|Complete|Incomplete");
-  EXPECT_EQ(Shown(kNotes), u"20.3. Notes|Good|None|Incomplete|Incomplete");
-  EXPECT_TRUE(IsComplete());
-}
-
 TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
-  m_Device.Store(m_Device.StepKey(u"20.2"), [](data::StepTable& step) {
-    step.m_InspectResult = u"Good";
-    step.m_Comments = u"Leaves.";
-    step.m_Materials = u"Copper;";
-    step.m_SummaryComment = u"Clean.";
-    step.m_Reserve8 = u"8";
-    step.m_MaterialNote = u"9";
-    step.m_BitmapPath = u"\\a.jpg";
-    step.m_StepInfoExists = -1;
-  });
+  m_Device.Enter(
+      u"20.2",
+      "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = 'Clean.', "
+      "Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
   const auto duplicate = [this](int row, const Text& suggested, const Text& name) {
     Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
     const std::optional<std::int32_t> copy = m_List.DuplicateStep(row);
@@ -211,13 +193,10 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
       m_Device.Outline(m_Key),
       ::testing::IsSupersetOf({u"  20.2|Gutters|Good|Copper;|Leaves.", u"  20.2a|Downspouts|||",
                                u"  20.2a|Gutters #2|||", u"  20.2b|Gutters #3|||", u"  20.2ac|Gutters|||"}));
-  m_Device.Store(m_Device.StepKey(u"20.2b"), [](data::StepTable& step) {
-    EXPECT_EQ(step.m_MajorSystem, u"RoofGutters #3*") << "the hyphen is dropped, the star kept";
-    EXPECT_EQ(step.m_Reserve8 + step.m_MaterialNote + step.m_BitmapPath, u"89\\a.jpg");
-    EXPECT_EQ(step.m_SummaryComment, u"");
-    EXPECT_EQ(step.m_StepInfoExists, -1);
-    EXPECT_EQ(step.m_RatingType, u"Condition");
-  });
+  // The hyphen is dropped, the star kept.
+  EXPECT_EQ(m_Device.Visits().Ask("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
+                                  "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
+            "RoofGutters #3*|8|9|\\a.jpg||1|Condition");
   Prompts().QueueText(u"Duplicate Step", std::nullopt);
   EXPECT_EQ(m_List.DuplicateStep(kGutters), std::nullopt);
   EXPECT_EQ(m_List.RowCount(), 7);
@@ -229,7 +208,7 @@ TEST_F(StepListTest, CopyMakesACompleteCategoryIncomplete) {
   Prompts().QueueText(u"Duplicate Step", u"Pit");
   EXPECT_EQ(m_List.RowOf(m_List.DuplicateStep(0).value_or(-1)), 1);
   EXPECT_FALSE(IsComplete());
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Step WHERE StepTitle = 'Pit'");
+  m_Device.RunInVisits("DELETE FROM Step WHERE StepTitle = 'Pit'");
   EXPECT_EQ(Shown(1), u"gone");
   EXPECT_FALSE(m_List.Click(1, StepList::kComments));
   EXPECT_EQ(m_List.DuplicateStep(1), std::nullopt);

@@ -1,5 +1,3 @@
-#include <gmock/gmock.h>
-
 #include "editing/CategoryList.h"
 #include "editing/StepList.h"
 #include "inspection/InspectionOverview.h"
@@ -131,11 +129,11 @@ TEST_F(UndoTest, RefusedActionLeavesWhatCouldBeTakenBackBefore) {
   EXPECT_TRUE(steps.ApplyDefaults());
   Prompts().QueueText(u"Enter the name for the new duplicated step:", std::nullopt);
   EXPECT_FALSE(steps.DuplicateStep(0));
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
   Prompts().QueueText(u"Enter the name for the new duplicated step:", u"Porch");
   EXPECT_FALSE(steps.DuplicateStep(0));
   EXPECT_EQ(m_Log->Action(), u"Defaults");
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(m_Log->Undo());
   EXPECT_EQ(Everything(), before);
 }
@@ -165,10 +163,10 @@ TEST_F(UndoTest, DeletedInspectionsComeBackBesideNewOnesAndAFailureChangesNothin
   EXPECT_EQ(m_Log->Action(), u"Delete All");
   const std::int32_t other = m_Device.Visit(u"Condo");
   const std::string since = Everything();
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
   EXPECT_FALSE(m_Log->Undo());
   EXPECT_EQ(Everything(), since);
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(m_Log->Undo());
   EXPECT_EQ(m_Device.Outline(m_House), house);
   EXPECT_EQ(m_Device.Outline(m_Condo), condo);

@@ -1,7 +1,5 @@
 #include "editing/VisitScript.h"
 
-#include <gmock/gmock.h>
-
 #include "data/OptionFields.h"
 #include "data/StartUp.h"
 #include "device/OwnerRecord.h"

@@ -1,6 +1,4 @@
 // Shortcuts and pickers: their use and their editors.
-#include <gmock/gmock.h>
-
 #include "editing/PickerEditor.h"
 #include "editing/ShortcutEditor.h"
 #include "editing/Shortcuts.h"

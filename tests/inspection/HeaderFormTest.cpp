@@ -1,7 +1,6 @@
 #include "inspection/HeaderForm.h"
 
-#include <gmock/gmock.h>
-
+#include "inspection/HeaderFields.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -36,8 +35,7 @@ TEST_F(HeaderFormTest, WritesOnceWhatWasTyped) {
   EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"\tAna Ruiz"}}));
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
   // Nothing differs: the row of another program must not be written over.
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
+  m_Device.RunInVisits("UPDATE Inspection SET ClientName = 'Other' WHERE InspectionID = 1001");
   EXPECT_TRUE(m_Form.Save({{Field(u"client"), u"Ana Ruiz"}}));
   EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName FROM Inspection WHERE InspectionID = 1001"), "Other");
   // Nor may a column that nobody touched here.
@@ -60,9 +58,10 @@ TEST_F(HeaderFormTest, EditsTheListThatIsOffered) {
   const HeaderField& field = *Field(u"citystatezip");
   EXPECT_EQ(m_Form.ListToEdit(field), u"Label01");
   EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Edit List..."));
-  m_Device.Library().AddPicker(u"EvalCityStateZip", u"Alder Creek");
+  for (const auto* city : {u"Zella", u"Alder Creek"}) m_Device.Library().AddPicker(u"EvalCityStateZip", city);
+  m_Device.Library().AddPicker(u"Realtor", u"Dana");
   EXPECT_EQ(m_Form.ListToEdit(field), u"EvalCityStateZip");
-  EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Alder Creek", u"Edit List..."));
+  EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Alder Creek", u"Zella", u"Edit List..."));
   m_Device.Library().AddPicker(u"Label01", u"Birch Falls");
   EXPECT_EQ(m_Form.ListToEdit(field), u"Label01");
   EXPECT_THAT(m_Form.Choices(field), ElementsAre(u"Birch Falls", u"Edit List..."));
@@ -80,18 +79,42 @@ TEST_F(HeaderFormTest, ChangesTheTypeAfterTakingOverAndAsking) {
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_TRUE(m_Form.Save(entered));
   const auto outline = m_Device.Outline(key);
-  EXPECT_FALSE(outline.empty());
-
   EXPECT_EQ(m_Form.SelectDocType(entered, u"House"), DocTypeChoice::Same);
   Prompts().Queue(u"Data Alert", Answer::Cancel);
   EXPECT_EQ(m_Form.SelectDocType(entered, u"Condo"), DocTypeChoice::Refused);
-  EXPECT_EQ(m_Device.Outline(key), outline);
-  Prompts().Queue(u"Data Alert", Answer::Ok);
-  EXPECT_EQ(m_Form.SelectDocType({{Field(u"client"), u"A. Ruiz"}}, u"Condo"), DocTypeChoice::Change);
   Document().FinishDocTypeChange();
-  EXPECT_TRUE(m_Form.Save({}));
-  EXPECT_EQ(Stored(key), u"A. Ruiz");
-  EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
+  EXPECT_EQ(m_Device.Outline(key), outline);
+  EXPECT_EQ(Stored(key), u"Ana Ruiz");
+}
+
+using HeaderFieldsTest = tests::VisitTest;
+
+TEST_F(HeaderFieldsTest, ControlCharactersBeforeATypedTextAreCutAndAWrongDateLeavesTheOldOne) {
+  data::InspectionTable row(Data());
+  EXPECT_EQ(FindHeaderField(u"CityStateZip"), FindHeaderField(u"citystatezip"));
+  EXPECT_EQ(FindHeaderField(u"roof"), nullptr);
+  EXPECT_TRUE(SetHeaderField(row, *FindHeaderField(u"client"), u"\t\r\nAnna=Bo"));
+  EXPECT_EQ(row.m_ClientName, u"Anna=Bo");
+  row.m_InspectionDate = device::MakeCalendarTime(2026, 5, 31, 14, 5);
+  for (const TextView wrong : {u"2026-02-30 10:00", u"5/31/2026"})
+    EXPECT_FALSE(SetHeaderField(row, *FindHeaderField(u"date"), wrong));
+  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
+}
+
+TEST_F(HeaderFieldsTest, ChangingATypeAsksOnlyWhereThereIsOne) {
+  EXPECT_EQ(ConfirmDocTypeChange(Document(), u"House"), DocTypeChoice::Change) << "the first type";
+  m_Device.Visit(u"House");
+  EXPECT_EQ(ConfirmDocTypeChange(Document(), u"House"), DocTypeChoice::Same);
+  EXPECT_TRUE(Prompts().Messages().empty());
+
+  const Text question =
+      u"Warning! Changing the Doc Type will remove all categories and steps for this inspection  Tap OK to "
+      u"continue changing the Doc Type. \r\r Do you wish to proceed?";
+  Prompts().Queue(question, Answer::Cancel);
+  EXPECT_EQ(ConfirmDocTypeChange(Document(), u"Condo"), DocTypeChoice::Refused);
+  Prompts().Queue(question, Answer::Ok);
+  EXPECT_EQ(ConfirmDocTypeChange(Document(), u"Condo"), DocTypeChoice::Change);
+  EXPECT_EQ(Prompts().Messages()[0].title, u"Data Alert");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "inspection/UndoLog.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -137,6 +138,28 @@ TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
   Prompts().QueueText(kNumberQuestion, u"8");
   EXPECT_EQ(OnDuplicate(1), std::nullopt);
   EXPECT_EQ(m_Device.RowCounts(), counts);
+}
+
+TEST_F(InspectionOverviewTest, CancelledDuplicateOrDeleteChangesNothing) {
+  const auto key = m_Device.Visit(u"House");
+  m_Device.OpenCategory(u"Roof");
+  m_Device.OpenCategory(u"Checklist");
+  UndoLog undo(Document());
+  const Text counts = m_Device.RowCounts();
+  for (const int step : {0, 3, 6}) {  // categories, the last of them, steps
+    Prompts().CancelAtStep(step);
+    Prompts().QueueText(kNumberQuestion, u"8");
+    EXPECT_EQ(OnDuplicate(1), std::nullopt);
+    EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. Nothing was duplicated.");
+    Prompts().CancelAtStep(std::min(step, 5));
+    Prompts().Queue(u"Caution", Answer::Yes);
+    Prompts().Queue(u"Warning", Answer::Yes);
+    EXPECT_FALSE(OnDelete(1, 1));
+    EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. Nothing was deleted.");
+    EXPECT_EQ(m_Device.RowCounts(), counts);
+    EXPECT_EQ(Document().Inspection().m_InspectionID, key);
+  }
+  EXPECT_EQ(undo.Action(), u"") << "nothing was done that could be taken back";
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <sstream>
 
 #include "kill/Tablet.h"
 
@@ -16,19 +17,13 @@ namespace {
 
 const std::vector<std::string> kTypes = {"Full House Inspection", "Condominium Inspection"};
 
-std::string Trimmed(std::string text) {
-  while (!text.empty() && text.back() == '\n') text.pop_back();
-  return text;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = text.find('\n', at);
-    lines.push_back(text.substr(at, end - at));
-    at = end == std::string::npos ? text.size() : end + 1;
-  }
-  return lines;
+// Rows of two fields.
+std::vector<std::pair<std::string, std::string>> Pairs(const std::string& text) {
+  std::vector<std::pair<std::string, std::string>> pairs;
+  std::istringstream rows(text);
+  for (std::string row; std::getline(rows, row);)
+    pairs.emplace_back(row.substr(0, row.find('|')), row.substr(row.find('|') + 1));
+  return pairs;
 }
 
 std::string ContentOf(const std::filesystem::path& file) {
@@ -51,47 +46,50 @@ protected:
   Tablet& m_Tablet;
 };
 
-class ApplyType : public Work {
+// An action that changes an inspection as a whole.
+class OnWhole : public Work {
 public:
-  explicit ApplyType(Tablet& tablet)
-      : Work(tablet), m_Key(Trimmed(tablet.Run({"new", "--type", kTypes[0]}))) {
-    for (const std::string& type : kTypes)
-      m_Whole.push_back(tablet.Content(Trimmed(tablet.Run({"new", "--type", type}))));
+  explicit OnWhole(Tablet& tablet) : Work(tablet), m_Key(tablet.New(kTypes[0])) {}
+
+  bool Check(const Ending&, bool done) override {
+    const bool isThere = m_Tablet.Rows(m_Key) != m_Before;
+    m_Tablet.Expect(isThere || !done, "what was done is gone");
+    m_Tablet.Expect(!isThere || m_Tablet.Content(m_Key) == m_Whole, "it was done in part");
+    return isThere;
+  }
+
+protected:
+  std::string m_Key;
+  std::string m_Before;
+  std::string m_Whole;  // its content when all is done
+};
+
+class ApplyType : public OnWhole {
+public:
+  explicit ApplyType(Tablet& tablet) : OnWhole(tablet) {
+    for (const std::string& type : kTypes) m_OfTypes.push_back(tablet.Content(tablet.New(type)));
   }
 
   std::vector<std::string> Prepare() override {
-    m_Next = 1 - m_Next;
+    const std::string mine = "InspectionID = " + m_Key;
     // Some steps, so that there is something to delete, and a general text that does not grow for ever.
-    m_Tablet.Ask("UPDATE Inspection SET GeneralInformation = '' WHERE InspectionID = " + m_Key);
-    m_Tablet.Ask(
-        "INSERT INTO Step (StepID, CategoryID, StepNumber, InspectResult) SELECT -CategoryID, CategoryID, "
-        "'0', 'Omit' FROM Category WHERE InspectionID = " +
-        m_Key + " ON CONFLICT DO NOTHING");
+    m_Tablet.Ask("UPDATE Inspection SET GeneralInformation = '' WHERE " + mine +
+                 "; DELETE FROM Step WHERE StepID < 0; INSERT INTO Step (StepID, CategoryID, StepNumber, "
+                 "InspectResult) SELECT -CategoryID, CategoryID, '0', 'Omit' FROM Category WHERE " +
+                 mine);
     m_Before = m_Tablet.Rows(m_Key);
-    return {"apply-type", m_Key, kTypes[m_Next], "--yes"};
-  }
-
-  bool Check(const Ending&, bool done) override {
-    if (m_Tablet.Rows(m_Key) == m_Before) {
-      m_Tablet.Expect(!done, "an applied type is gone");
-      m_Tablet.Ask("DELETE FROM Step WHERE StepID < 0");
-      m_Next = 1 - m_Next;
-      return false;
-    }
-    m_Tablet.Expect(m_Tablet.Content(m_Key) == m_Whole[m_Next], "a type was applied in part");
-    return true;
+    const std::size_t next = m_Tablet.Ask("SELECT DocType FROM Inspection WHERE " + mine) == kTypes[0];
+    m_Whole = m_OfTypes[next];
+    return {"apply-type", m_Key, kTypes[next], "--yes"};
   }
 
 private:
-  std::string m_Key;
-  std::vector<std::string> m_Whole;
-  std::size_t m_Next = 0;
-  std::string m_Before;
+  std::vector<std::string> m_OfTypes;
 };
 
-class Defaults : public Work {
+class Defaults : public OnWhole {
 public:
-  explicit Defaults(Tablet& tablet) : Work(tablet), m_Key(Trimmed(tablet.Run({"new", "--type", kTypes[0]}))) {
+  explicit Defaults(Tablet& tablet) : OnWhole(tablet) {
     tablet.Run({"defaults", m_Key, "--yes"});
     m_Whole = tablet.Content(m_Key);
   }
@@ -106,36 +104,17 @@ public:
     m_Before = m_Tablet.Rows(m_Key);
     return {"defaults", m_Key, "--yes"};
   }
-
-  bool Check(const Ending&, bool done) override {
-    if (m_Tablet.Rows(m_Key) == m_Before) {
-      m_Tablet.Expect(!done, "applied defaults are gone");
-      return false;
-    }
-    m_Tablet.Expect(m_Tablet.Content(m_Key) == m_Whole, "defaults were applied in part");
-    return true;
-  }
-
-private:
-  std::string m_Key;
-  std::string m_Whole;
-  std::string m_Before;
 };
 
 class Rate : public Work {
 public:
-  explicit Rate(Tablet& tablet) : Work(tablet), m_Key(Trimmed(tablet.Run({"new", "--type", kTypes[0]}))) {
+  explicit Rate(Tablet& tablet) : Work(tablet), m_Key(tablet.New(kTypes[0])) {
     tablet.Run({"defaults", m_Key, "--yes"});
-    for (const std::string& line :
-         Lines(tablet.AskTemplates("SELECT RatingType, ChoiceName FROM RatingType JOIN RatingChoices ON "
-                                   "RatingTypeID = RatingType.ID"))) {
-      const std::size_t bar = line.find('|');
-      m_Choices[line.substr(0, bar)].push_back(line.substr(bar + 1));
-    }
-    for (const std::string& line : Lines(Results())) {
-      const std::size_t bar = line.find('|');
-      m_Results[line.substr(0, bar)] = line.substr(bar + 1);
-    }
+    for (const auto& [type, choice] : Pairs(tablet.AskTemplates(
+             "SELECT RatingType, ChoiceName FROM RatingType JOIN RatingChoices ON RatingTypeID = "
+             "RatingType.ID")))
+      m_Choices[type].push_back(choice);
+    for (const auto& [step, result] : Pairs(Results())) m_Results[step] = result;
   }
 
   std::vector<std::string> Prepare() override {
@@ -143,7 +122,7 @@ public:
         std::next(m_Results.begin(), static_cast<std::ptrdiff_t>(m_Tablet.Random(m_Results.size())));
     m_Step = step->first;
     std::vector<std::string> choices =
-        m_Choices[Trimmed(m_Tablet.Ask("SELECT RatingType FROM Step WHERE StepID = " + m_Step))];
+        m_Choices[m_Tablet.Ask("SELECT RatingType FROM Step WHERE StepID = " + m_Step)];
     choices.push_back("");
     std::erase(choices, step->second);
     m_Choice = choices[m_Tablet.Random(choices.size())];
@@ -151,18 +130,18 @@ public:
   }
 
   bool Check(const Ending&, bool done) override {
-    const std::string now = Trimmed(m_Tablet.Ask("SELECT InspectResult FROM Step WHERE StepID = " + m_Step));
+    const std::string now = m_Tablet.Ask("SELECT InspectResult FROM Step WHERE StepID = " + m_Step);
     if (done) m_Tablet.Expect(now == m_Choice, "an acknowledged rating is gone");
     m_Tablet.Expect(now == m_Choice || now == m_Results[m_Step], "a step holds a rating that nobody gave");
     m_Results[m_Step] = now;
     std::string expected;
-    for (const auto& [step, result] : m_Results) expected += step + "|" + result + "\n";
+    for (const auto& [step, result] : m_Results)
+      expected += (expected.empty() ? "" : "\n") + step + "|" + result;
     m_Tablet.Expect(Results() == expected, "an earlier rating has changed");
     m_Tablet.Expect(
         m_Tablet.Ask("SELECT count(*) FROM Category WHERE InspectionID = " + m_Key +
                      " AND CategoryID IN (SELECT CategoryID FROM Step) AND CompleteFlag = EXISTS (SELECT 1 "
-                     "FROM Step WHERE Step.CategoryID = Category.CategoryID AND InspectResult = '')") ==
-            "0\n",
+                     "FROM Step WHERE Step.CategoryID = Category.CategoryID AND InspectResult = '')") == "0",
         "a complete flag does not fit its steps");
     return now == m_Choice;
   }
@@ -183,9 +162,7 @@ private:
 
 class New : public Work {
 public:
-  explicit New(Tablet& tablet) : Work(tablet) {
-    m_Whole = tablet.Content(Trimmed(tablet.Run({"new", "--type", kTypes[1]})));
-  }
+  explicit New(Tablet& tablet) : Work(tablet) { m_Whole = tablet.Content(tablet.New(kTypes[1])); }
 
   std::vector<std::string> Prepare() override {
     m_Number = "K" + std::to_string(++m_Count);
@@ -196,12 +173,14 @@ public:
     const std::string key =
         m_Tablet.Ask("SELECT InspectionID FROM Inspection WHERE InspectionNum = '" + m_Number + "'");
     m_Tablet.Expect(!done || !ending.out.empty(), "a key was not printed");
-    m_Tablet.Expect(ending.out.empty() || ending.out == key, "the inspection of a printed key is not there");
-    if (!key.empty())
-      m_Tablet.Expect(m_Tablet.Content(Trimmed(key)) == m_Whole, "an inspection was created in part");
-    if (!key.empty()) ++m_There;
+    m_Tablet.Expect(ending.out.empty() || ending.out == key + "\n",
+                    "the inspection of a printed key is not there");
+    if (!key.empty()) {
+      m_Tablet.Expect(m_Tablet.Content(key) == m_Whole, "an inspection was created in part");
+      ++m_There;
+    }
     m_Tablet.Expect(m_Tablet.Ask("SELECT count(*) FROM Inspection WHERE InspectionNum LIKE 'K%'") ==
-                        std::to_string(m_There) + "\n",
+                        std::to_string(m_There),
                     "an earlier inspection is gone");
     return !key.empty();
   }

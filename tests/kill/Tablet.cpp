@@ -24,6 +24,12 @@ std::string Tablet::Run(const std::vector<std::string>& command) {
   return ending.out;
 }
 
+std::string Tablet::New(const std::string& type) {
+  std::string key = Run({"new", "--type", type});
+  key.pop_back();  // the end of the line
+  return key;
+}
+
 Ending Tablet::RunAndKill(const std::vector<std::string>& command, Duration after,
                           const std::string& program) {
   m_Last.clear();
@@ -50,11 +56,11 @@ std::string Tablet::AskFile(const std::filesystem::path& file, const std::string
     code = sqlite3_exec(
         database, sql.c_str(),
         [](void* rows, int count, char** values, char**) {
+          auto& text = *static_cast<std::string*>(rows);
           for (int i = 0; i < count; ++i) {
-            if (i > 0) *static_cast<std::string*>(rows) += '|';
-            *static_cast<std::string*>(rows) += values[i] ? values[i] : "NULL";
+            if (!text.empty()) text += i > 0 ? '|' : '\n';
+            text += values[i] ? values[i] : "NULL";
           }
-          *static_cast<std::string*>(rows) += '\n';
           return 0;
         },
         &answer, &problem);
@@ -74,17 +80,17 @@ std::string Tablet::AskTemplates(const std::string& sql) {
 }
 
 void Tablet::CheckDatabases() {
-  Expect(AskTemplates("PRAGMA integrity_check") == "ok\n", "the Template database is damaged");
-  Expect(Ask("PRAGMA integrity_check") == "ok\n", "the Inspection database is damaged");
-  Expect(Ask("SELECT count(*) FROM Step WHERE CategoryID NOT IN (SELECT CategoryID FROM Category)") == "0\n",
+  Expect(AskTemplates("PRAGMA integrity_check") == "ok", "the Template database is damaged");
+  Expect(Ask("PRAGMA integrity_check") == "ok", "the Inspection database is damaged");
+  Expect(Ask("SELECT count(*) FROM Step WHERE CategoryID NOT IN (SELECT CategoryID FROM Category)") == "0",
          "steps were left without their category");
   Expect(
       Ask("SELECT count(*) FROM Category WHERE InspectionID NOT IN (SELECT InspectionID FROM Inspection)") ==
-          "0\n",
+          "0",
       "categories were left without their inspection");
   for (const auto& [table, key] :
        {std::pair{"Inspection", "InspectionID"}, {"Category", "CategoryID"}, {"Step", "StepID"}})
-    Expect(Ask(std::string("SELECT count(*) - count(DISTINCT ") + key + ") FROM " + table) == "0\n",
+    Expect(Ask(std::string("SELECT count(*) - count(DISTINCT ") + key + ") FROM " + table) == "0",
            std::string("a key was given twice in ") + table);
 }
 

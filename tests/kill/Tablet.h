@@ -19,10 +19,12 @@ public:
 
   // Runs a command to its end; a failure ends the test.
   std::string Run(const std::vector<std::string>& command);
+  // The key of a new inspection.
+  std::string New(const std::string& type);
   // Of the command-line program unless another one is named.
   Ending RunAndKill(const std::vector<std::string>& command, Duration after, const std::string& program = {});
 
-  // Asks the Inspection database as another program would: fields joined with '|', each row ended by '\n'.
+  // Asks the Inspection database as another program would: fields joined with '|', rows with '\n'.
   // The database is closed again, as the next command must find it.
   std::string Ask(const std::string& sql);
   std::string AskTemplates(const std::string& sql);

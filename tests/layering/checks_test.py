@@ -41,6 +41,38 @@ SOUND = {
 }
 
 
+CASES = [  # a check; what a file of the sound tree becomes; what must be told of it
+    (check_layers, "src/data/Rows.h", '#include "inspection/Visit.h"', "inspection <- data"),
+    (check_layers, "src/editing/Steps.h", '#include "spell/Words.h"', "spell <- editing"),
+    (check_layers, "src/editing/Steps.h", '#include "editing/ui/StepView.h"', "editing/ui <- editing"),
+    (check_layers, "src/inspection/ui/List.h", '#include "editing/ui/StepView.h"', "editing/ui <- inspection/ui"),
+    (check_layers, "src/spell/Words.h", '#include "data/Rows.h"', "data <- spell"),
+    (check_layers, "src/data/Rows.h", '#include "inspection/ui/List.h"', "inspection/ui <- data"),
+    (check_layers, "src/spell/Words.h", '#include "inspection/ui/List.h"', "inspection/ui <- spell"),
+    (check_layers, "src/data/Rows.h", '  #  include "../device/Text.h"', "begin the path at src/"),
+    (check_layers, "src/data/Rows.h", '#include "Missing.h"', "begin the path at src/"),
+    (check_layers, "src/data/Rows.h", "#include <device/Text.h>", 'write "device/Text.h"'),
+    (check_layers, "src/editing/Steps.h", "#include <QString>", "ui, app, printing, tools"),
+    (check_layers, "src/editing/Steps.h", "#include <QtCore/qglobal.h>", "ui, app, printing, tools"),
+    (check_layers, "src/inspection/Visit.h", "#include <sqlite3.h>", "data, server"),
+    (check_layers, "src/data/Rows.h", "#include <sys/socket.h>", "exchange, server"),
+    (check_layers, "src/data/Rows.h", "#include <asio/ip/tcp.hpp>", "exchange, server"),
+    (check_layers, "src/cabinet/Drawer.h", "", "no place"),
+    (check_layers, "src/CMakeLists.txt", TARGETS.replace("(device)", "(device DEPENDS inspector_data)"), "data <- device"),
+    (check_layers, "src/CMakeLists.txt", TARGETS + "inspector_screens(editing)", "must not see Qt"),
+    (check_layers, "src/CMakeLists.txt", TARGETS + "inspector_folder(editing PRIVATE Qt6::Gui)", "must not see Qt"),
+    (check_layers, "src/CMakeLists.txt", TARGETS.replace("inspector_folder(data", "# inspector_folder(data"), "no target"),
+    (check_patterns, "src/data/Bad.cpp", "int i = 1'000;\nthrow Fault();", "Bad.cpp:2: throw"),
+    (check_patterns, "src/data/Bad.cpp", "std::cout << 1;", "Prompts"),
+    (check_patterns, "src/reports/Bad.cpp", "std::ofstream out(file);", "Files::Create"),
+    (check_patterns, "src/data/Bad.cpp", 'Execute("BEGIN EXCLUSIVE");', "BEGIN IMMEDIATE"),
+    (check_patterns, "src/data/Bad.cpp", "// TODO later", "issue"),
+    (check_patterns, "src/utils/Bad.cpp", "", "noun"),
+    (check_patterns, "tests/data/Bad.cpp", "TEST(Rows, DISABLED_Count) {}", "repair"),
+    (check_patterns, "src/data/Bad.cpp", "\n" * 800, "split"),
+]
+
+
 class ChecksTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -59,44 +91,20 @@ class ChecksTest(unittest.TestCase):
             self.assertIn(word, faults[0])
 
     def test_sound_tree_passes(self):
-        self.put(SOUND)
-        self.assertEqual(check_layers.faults(self.root), [])
+        self.put(SOUND | {
+            "src/data/Good.cpp": '// never throw\nauto s = "throw \\" throw"; int n = 1\'000; auto c = \'"\';\n'
+                                 'auto r = R"(throw " // )"; /* throw\n throw */ std::snprintf(b, 1, "");\n',
+            "src/app/Main.cpp": "std::cout << 1;\n"})
         self.assertEqual(check_patterns.faults(self.root), [])
+        self.put({"src/CMakeLists.txt": TARGETS + "inspector_screens(app)"})
+        self.assertEqual(check_layers.faults(self.root), [])
 
-    def test_each_wrong_include_is_named(self):
-        cases = [
-            ("src/data/Rows.h", '#include "inspection/Visit.h"', "inspection <- data"),
-            ("src/editing/Steps.h", '#include "spell/Words.h"', "spell <- editing"),
-            ("src/editing/Steps.h", '#include "editing/ui/StepView.h"', "editing/ui <- editing"),
-            ("src/inspection/ui/List.h", '#include "editing/ui/StepView.h"', "editing/ui <- inspection/ui"),
-            ("src/spell/Words.h", '#include "data/Rows.h"', "data <- spell"),
-            ("src/data/Rows.h", '#include "inspection/ui/List.h"', "inspection/ui <- data"),
-            ("src/spell/Words.h", '#include "inspection/ui/List.h"', "inspection/ui <- spell"),
-            ("src/data/Rows.h", '  #  include "../device/Text.h"', "begin the path at src/"),
-            ("src/data/Rows.h", '#include "Missing.h"', "begin the path at src/"),
-            ("src/data/Rows.h", "#include <device/Text.h>", 'write "device/Text.h"'),
-            ("src/editing/Steps.h", "#include <QString>", "ui, app, printing, tools"),
-            ("src/editing/Steps.h", "#include <QtCore/qglobal.h>", "ui, app, printing, tools"),
-            ("src/inspection/Visit.h", "#include <sqlite3.h>", "data, server"),
-            ("src/data/Rows.h", "#include <sys/socket.h>", "exchange, server"),
-            ("src/data/Rows.h", "#include <asio/ip/tcp.hpp>", "exchange, server"),
-            ("src/cabinet/Drawer.h", "", "no place"),
-        ]
-        for file, line, expected in cases:
-            with self.subTest(file=file, line=line):
-                self.put(SOUND | {file: line + "\n"})
-                self.expect_one(check_layers.faults(self.root), file, expected, "Way out")
-                (self.root / "src/cabinet/Drawer.h").unlink(missing_ok=True)
-
-    def test_targets_follow_the_arrows(self):
-        self.put(SOUND | {"src/CMakeLists.txt": TARGETS.replace("inspector_folder(device)",
-                                                                "inspector_folder(device DEPENDS inspector_data)")})
-        self.expect_one(check_layers.faults(self.root), "CMakeLists.txt", "data <- device")
-        for wrong in ("inspector_screens(editing)", "inspector_folder(editing PRIVATE Qt6::Gui)"):
-            self.put({"src/CMakeLists.txt": TARGETS + wrong})
-            self.expect_one(check_layers.faults(self.root), "CMakeLists.txt", "must not see Qt")
-        self.put({"src/CMakeLists.txt": TARGETS.replace("inspector_folder(data", "# inspector_folder(data")})
-        self.expect_one(check_layers.faults(self.root), "src/data", "no target")
+    def test_each_fault_is_told_with_its_place_and_a_way_out(self):
+        for check, file, text, told in CASES:
+            with self.subTest(file=file, text=text[:40]):
+                self.put(SOUND | {file: text + "\n"})
+                self.expect_one(check.faults(self.root), Path(file).parent.as_posix(), told, "Way out")
+                (self.root / file).unlink()
 
     def test_every_test_file_is_built_and_run(self):
         build = self.root / "build"
@@ -112,27 +120,6 @@ class ChecksTest(unittest.TestCase):
         self.assertEqual(faults(built=True, run=True), [])
         self.expect_one(faults(built=False, run=True), "RowsTest.cpp", "no target")
         self.expect_one(faults(built=True, run=False), "RowsTest.cpp", "never run")
-
-    def test_patterns_are_found_in_code_only(self):
-        self.put({"src/data/Good.cpp": '// never throw\nauto s = "throw \\" throw"; int n = 1\'000; auto c = \'"\';\n'
-                                       'auto r = R"(throw " // )"; /* throw\n throw */ std::snprintf(b, 1, "");\n',
-                  "src/cli/Main.cpp": "std::cout << 1;\n"})
-        self.assertEqual(check_patterns.faults(self.root), [])
-        cases = [
-            ("src/data/Bad.cpp", "int i = 1'000;\nthrow Fault();\n", "Bad.cpp:2: throw"),
-            ("src/data/Bad.cpp", "std::cout << 1;\n", "Prompts"),
-            ("src/reports/Bad.cpp", "std::ofstream out(file);\n", "Files::Create"),
-            ("src/data/Bad.cpp", 'Execute("BEGIN EXCLUSIVE");\n', "BEGIN IMMEDIATE"),
-            ("src/data/Bad.cpp", "// TODO later\n", "issue"),
-            ("src/utils/Bad.cpp", "\n", "noun"),
-            ("tests/data/Bad.cpp", "TEST(Rows, DISABLED_Count) {}\n", "repair"),
-            ("src/data/Bad.cpp", "\n" * 801, "split"),
-        ]
-        for file, text, expected in cases:
-            with self.subTest(text=text[:40]):
-                self.put({file: text})
-                self.expect_one(check_patterns.faults(self.root), expected, "Way out")
-                (self.root / file).unlink()
 
 
 if __name__ == "__main__":

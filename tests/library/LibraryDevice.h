@@ -1,38 +1,24 @@
 // A tablet with two fresh databases, and its library as rows that a test can compare.
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <map>
-#include <memory>
 #include <set>
 #include <vector>
 
-#include "data/FreshDatabase.h"
 #include "data/RowDump.h"
-#include "data/StartUp.h"
 #include "library/Library.h"
 #include "support/Shell.h"
-#include "support/TestSupport.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::tests {
 
 using device::Text;
+using device::TextView;
 
 using Library = std::map<Text, std::vector<data::RawRow>>;
 
-class LibraryDevice : ScriptedMachine {
+class LibraryDevice : StartedMachine {
 public:
-  LibraryDevice() {
-    for (const auto& [name, kind] : {std::pair{"Template_Data.cdb", data::DatabaseKind::Template},
-                                     {"Inspection_Data.cdb", data::DatabaseKind::Inspection}})
-      EXPECT_EQ(data::CreateFreshDatabase(m_Folder / "My Documents" / name, kind, m_Faults), u"");
-    m_Workspace = data::StartData(m_Machine).workspace;
-    if (!m_Workspace) ADD_FAILURE() << "The databases do not start.";
-    m_Prompts.Forget();
-  }
-
   data::Workspace& GetWorkspace() { return *m_Workspace; }
   data::Connection& Connection() { return m_Workspace->TemplateConnection(); }
   const TemporaryFolder& Folder() const { return m_Folder; }
@@ -66,7 +52,6 @@ public:
   }
 
 private:
-  std::unique_ptr<data::Workspace> m_Workspace;
   std::filesystem::path m_Copy;
 };
 

@@ -46,25 +46,18 @@ TEST_F(StarterLibraryTest, IsLargeEnoughToStartABusinessWith) {
 }
 
 TEST_F(StarterLibraryTest, EveryLinkLeadsToARowAndNothingIsOutOfReach) {
-  const std::string kReferences[][3] = {{"InspectionTypeCategory", "InspectionTypeID", "InspectionType"},
-                                        {"InspectionTypeCategory", "CategoryID", "CategoryTemplate"},
-                                        {"InspectionTypeComment", "InspectionTypeID", "InspectionType"},
-                                        {"InspectionTypeComment", "CommentID", "Comments"},
-                                        {"CategoryStep", "CategoryID", "CategoryTemplate"},
-                                        {"CategoryStep", "StepID", "StepTemplate"},
-                                        {"StepComment", "StepID", "StepTemplate"},
-                                        {"StepComment", "CommentID", "Comments"},
-                                        {"CategoryComment", "CategoryID", "CategoryTemplate"},
-                                        {"CategoryComment", "CommentID", "Comments"},
-                                        {"MaterialComment", "MaterialID", "MaterialTemplate"},
-                                        {"MaterialComment", "CommentID", "Comments"},
-                                        {"MaterialTemplate", "StepID", "StepTemplate"},
-                                        {"StepTemplate", "RatingTypeID", "RatingType"},
-                                        {"RatingChoices", "RatingTypeID", "RatingType"},
-                                        {"FieldTemplate", "CategoryID", "CategoryTemplate"}};
-  for (const auto& [table, column, target] : kReferences)
-    ExpectNone("SELECT " + column + " FROM " + table + " WHERE ifnull(" + column +
-               ", 0) NOT IN (SELECT ID FROM " + target + ")");
+  const std::map<TextView, std::string> kTargets = {{u"InspectionTypeID", "InspectionType"},
+                                                    {u"CategoryID", "CategoryTemplate"},
+                                                    {u"StepID", "StepTemplate"},
+                                                    {u"CommentID", "Comments"},
+                                                    {u"MaterialID", "MaterialTemplate"},
+                                                    {u"RatingTypeID", "RatingType"}};
+  for (const data::TableLayout& layout : data::AllLayouts())
+    for (const data::ColumnLayout& column : layout.columns)
+      if (kTargets.contains(column.name) && layout.database == data::DatabaseKind::Template)
+        ExpectNone("SELECT " + device::ToUtf8(column.name) + " FROM " + device::ToUtf8(layout.name) +
+                   " WHERE ifnull(" + device::ToUtf8(column.name) + ", 0) NOT IN (SELECT ID FROM " +
+                   kTargets.at(column.name) + ")");
   ExpectNone("SELECT ID FROM StepTemplate WHERE ID NOT IN (SELECT StepID FROM CategoryStep)");
   ExpectNone(
       "SELECT ID FROM CategoryTemplate WHERE ID NOT IN (SELECT CategoryID FROM InspectionTypeCategory)");

@@ -1,9 +1,6 @@
 // Pages in a folder that is not empty, or cannot be made.
 #include "reports/HtmlReport.h"
 
-#include <gmock/gmock.h>
-#include <map>
-
 #include "ReportFixture.h"
 #include "reports/PageRecord.h"
 
@@ -46,12 +43,7 @@ protected:
   Text LastMessage() const {
     return device.prompts.Messages().empty() ? Text() : device.prompts.Messages().back().text;
   }
-  std::map<std::string, std::string> Files() const {
-    std::map<std::string, std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(m_Folder))
-      if (entry.is_regular_file()) found[entry.path().filename().string()] = ContentOf(entry.path());
-    return found;
-  }
+  std::map<std::string, std::string> Files() const { return tests::FilesBelow(m_Folder); }
   std::string Page() const { return ContentOf(m_Folder / "inspection.htm"); }
   bool IsThere(const std::string& name) const { return std::filesystem::exists(m_Folder / name); }
 
@@ -103,7 +95,8 @@ TEST_F(HtmlReportTest, OnlyOwnCopiesAreUsedAgainOrRemoved) {
 }
 
 TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
-  device.RunInLibrary("DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')");
+  ASSERT_TRUE(device.GetWorkspace().TemplateConnection().ExecuteNative(
+      "DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')"));
   device.GetWorkspace().ForgetOptions();
   device.folder.Put("card/a.jpg", kRoof);
   std::filesystem::create_directory(device.folder / "absent");

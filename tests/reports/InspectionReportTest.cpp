@@ -6,7 +6,6 @@
 namespace inspector::reports {
 namespace {
 
-using nlohmann::json;
 using tests::ContentOf;
 using tests::ReportDevice;
 
@@ -152,26 +151,17 @@ TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
   EXPECT_EQ(ContentOf(m_Target).find("jpegblip"), std::string::npos);
 }
 
-TEST_F(InspectionReportTest, AnInspectionThatCannotBeReadMakesNoReport) {
-  device.folder.Put("out/report.rtf", "an older report");
-  for (const std::string damage : {"DROP TABLE Step", "CREATE TABLE Step (StepID integer)"}) {
-    device.RunInVisits(damage);
-    device.GetWorkspace().InspectionConnection().SchemaChanged();
-    device.prompts.Forget();
-    EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
-    EXPECT_FALSE(device.prompts.Messages().empty()) << damage;
-  }
-  ExpectOnlyThere("an older report");
-}
-
 // Without the flags of the ratings nothing would be red or bold, as if no finding were serious.
-TEST_F(InspectionReportTest, RatingsThatCannotBeReadMakeNoReport) {
+TEST_F(InspectionReportTest, StepsOrRatingsThatCannotBeReadMakeNoReport) {
   device.folder.Put("out/report.rtf", "an older report");
-  data::Connection& connection = device.GetWorkspace().TemplateConnection();
-  for (const std::string damage :
-       {"DROP TABLE RatingChoices", "CREATE VIEW RatingChoices AS SELECT * FROM Gone"}) {
-    ASSERT_TRUE(connection.ExecuteNative(damage));
-    connection.SchemaChanged();
+  data::Workspace& workspace = device.GetWorkspace();
+  for (const auto& [connection, damage] :
+       {std::pair{&workspace.TemplateConnection(), "DROP TABLE RatingChoices"},
+        {&workspace.TemplateConnection(), "CREATE VIEW RatingChoices AS SELECT * FROM Gone"},
+        {&workspace.InspectionConnection(), "DROP TABLE Step"},
+        {&workspace.InspectionConnection(), "CREATE TABLE Step (StepID integer)"}}) {
+    ASSERT_TRUE(connection->ExecuteNative(damage));
+    connection->SchemaChanged();
     device.prompts.Forget();
     EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
     EXPECT_FALSE(device.prompts.Messages().empty()) << damage;

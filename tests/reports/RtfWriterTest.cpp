@@ -51,21 +51,6 @@ std::string Group(const std::string& scale, const std::string& digits) {
          "\\piccropl0\\piccropr0\\piccropt0\\piccropb0\\jpegblip " + digits + "}}";
 }
 
-TEST(RtfWriterTest, EscapingEndsAtASpecialCharacterWithNothingBeforeIt) {
-  const std::vector<std::pair<Text, Text>> cases = {
-      {u"", u""},
-      {u"a{b}c", u"a\\{b\\}c"},
-      {u"{a}", u"{a}"},
-      {u"a{}b{c", u"a\\{}b{c"},
-      {u"a\r\nb", u"a\\par \nb"},
-      {u"a\r\rb\u00ac", u"a\\par \rb\u00ac"},
-      {u"a\u00acb", u"a\\par b"},
-      {u"C:\\path \\b0", u"C:\\path \\b0"},
-      {u"a}", u"a\\}"},
-  };
-  for (const auto& [text, escaped] : cases) EXPECT_EQ(EscapeText(text), escaped) << device::ToUtf8(text);
-}
-
 TEST(RtfWriterTest, ColumnsAreCutToWholeTwipsOneByOne) {
   using Positions = std::array<std::int32_t, 5>;
   EXPECT_EQ(ColumnPositions({0.5, 1.5, 1.25, 0.75, 2.5}), (Positions{612, 2772, 4572, 5652, 9252}));

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "support/TakeAnswer.h"
+
 namespace inspector::tests {
 
 using device::Answer;
@@ -28,17 +30,6 @@ auto Take(Queues& queues, const Text& first, const Text& second) {
     return answer;
   }
   return std::optional<Value>();
-}
-
-template <typename Value>
-std::optional<Value> TakeFirst(std::deque<std::optional<Value>>& queue, const char* question) {
-  if (queue.empty()) {
-    ADD_FAILURE() << "Unexpected question: " << question;
-    return std::nullopt;
-  }
-  std::optional<Value> answer = std::move(queue.front());
-  queue.pop_front();
-  return answer;
 }
 
 class RecordingWindow : public device::ProgressWindow {
@@ -162,12 +153,12 @@ std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& questio
 
 std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::SaveQuestion& question) {
   m_SaveQuestions.push_back(question);
-  return TakeFirst(m_SavePaths, "where to save");
+  return TakeAnswer(m_SavePaths, "where to save").value_or(std::nullopt);
 }
 
 std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {
   m_DatabaseQuestions.push_back(current);
-  return TakeFirst(m_DatabasePaths, "where the databases are");
+  return TakeAnswer(m_DatabasePaths, "where the databases are").value_or(std::nullopt);
 }
 
 std::unique_ptr<device::ProgressWindow> ScriptedPrompts::OpenProgress(const Text& title, bool cancellable) {
@@ -203,6 +194,13 @@ std::string ContentOf(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
   EXPECT_TRUE(in.is_open()) << file;
   return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+    if (entry.is_regular_file()) files[entry.path().lexically_relative(folder)] = ContentOf(entry.path());
+  return files;
 }
 
 std::unique_ptr<device::InputFile> FaultyFiles::OpenForReading(const std::filesystem::path& path) {

@@ -1,7 +1,7 @@
 // What tests put in the place of a person, a clock and a disk.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <deque>
 #include <filesystem>
@@ -104,6 +104,9 @@ private:
 
 // The whole content of a file; fails the test when there is none.
 std::string ContentOf(const std::filesystem::path& file);
+
+// The content of every file in and below a folder, by its path from there.
+std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder);
 
 // Stands at 2026-05-31 14:05 until it is set.
 class FixedClock : public device::Clock {

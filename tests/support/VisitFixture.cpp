@@ -1,7 +1,5 @@
 #include "support/VisitFixture.h"
 
-#include "data/FreshDatabase.h"
-#include "data/StartUp.h"
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
 
@@ -54,10 +52,6 @@ SELECT Line FROM (
 }  // namespace
 
 VisitDevice::VisitDevice() {
-  const std::filesystem::path documents = m_Folder / "My Documents";
-  for (const auto& [name, kind] : {std::pair{"Template_Data.cdb", data::DatabaseKind::Template},
-                                   std::pair{"Inspection_Data.cdb", data::DatabaseKind::Inspection}})
-    EXPECT_EQ(data::CreateFreshDatabase(documents / name, kind, m_Faults), u"");
   Open();
   RunInLibrary(kLibrary);
 }
@@ -72,12 +66,8 @@ void VisitDevice::Close() {
 }
 
 void VisitDevice::Open() {
-  Close();
-  m_Workspace = data::StartData(m_Machine).workspace;
-  if (!m_Workspace) {
-    ADD_FAILURE() << "The databases do not start.";
-    std::abort();  // every test would go on without a database
-  }
+  m_Document.reset();
+  Start();
   m_Document = std::make_unique<inspection::CInspectorDoc>(*m_Workspace);
   EXPECT_TRUE(m_Document->IsOpen());
 }
@@ -112,14 +102,6 @@ Text VisitDevice::Finding(std::int32_t stepID) {
       std::to_string(stepID));
   EXPECT_EQ(found.size(), 1u) << stepID;
   return found.empty() ? Text() : device::FromUtf8(found[0]);
-}
-
-void VisitDevice::Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change) {
-  data::StepTable step(Databases());
-  step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
-  EXPECT_TRUE(step.GetRecord(0));
-  change(step);
-  EXPECT_TRUE(step.Write());
 }
 
 std::vector<Text> VisitDevice::Outline(std::int32_t inspectionID) {

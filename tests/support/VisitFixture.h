@@ -1,22 +1,15 @@
 // A tablet with a small library of the test's own, and the visits made with it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "data/StepTable.h"
-#include "data/Workspace.h"
-#include "device/DevicePaths.h"
-#include "device/FaultLog.h"
-#include "device/Registry.h"
 #include "inspection/InspectorDoc.h"
 #include "support/LibraryAdditions.h"
 #include "support/Shell.h"
-#include "support/TestSupport.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::tests {
 
@@ -38,7 +31,7 @@ using device::TextView;
 // "Condition" offers Good (default), Poor (bold, red, summary, prompts) and Good "as new"; "Presence" offers
 // Yes and No without a default. House has the default comments "[*Scope]Seen from the ground." and
 // "[*Age]Built in 1968."; its category Roof has "[*Roof]Walked on.".
-class VisitDevice : ScriptedMachine {
+class VisitDevice : StartedMachine {
 public:
   VisitDevice();
   ~VisitDevice();
@@ -67,9 +60,11 @@ public:
   // "number|title|result|materials|comments" of a step, as stored.
   Text Finding(std::int32_t stepID);
 
-  // Changes columns of a stored step as another program could.
-  void Store(std::int32_t stepID, const std::function<void(data::StepTable&)>& change);
-  LibraryAdditions Library() { return LibraryAdditions(Databases()); }
+  // Changes columns of a stored step as another program could: "Comments = 'Loose.', InspectResult = ''".
+  void Enter(const Text& stepNumber, const std::string& columns) {
+    RunInVisits("UPDATE Step SET " + columns + " WHERE StepID = " + std::to_string(StepKey(stepNumber)));
+  }
+  LibraryAdditions Library() { return {Databases()}; }
 
   // One line per category of the inspection: "number title (status)", then one per step or field of it.
   std::vector<Text> Outline(std::int32_t inspectionID);
@@ -84,9 +79,14 @@ public:
   Shell Visits() const { return Shell(m_Folder / "My Documents/Inspection_Data.cdb"); }
 
 private:
-  std::unique_ptr<data::Workspace> m_Workspace;
   std::unique_ptr<inspection::CInspectorDoc> m_Document;
 };
+
+// Statements that make every such change fail, as on a full disk, and end that: "UPDATE ON Step WHEN ...".
+inline std::string NoRoomFor(const std::string& change) {
+  return "CREATE TRIGGER Full BEFORE " + change + " BEGIN SELECT RAISE(FAIL, 'no room'); END";
+}
+constexpr const char* kRoomAgain = "DROP TRIGGER Full";
 
 class VisitTest : public ::testing::Test {
 protected:

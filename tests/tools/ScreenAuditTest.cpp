@@ -1,7 +1,5 @@
 #include "tools/ScreenAudit.h"
 
-#include <gmock/gmock.h>
-
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>

@@ -100,6 +100,9 @@ int ListView::UsualColumn() const {
 }
 
 int ListView::SelectedRow() const {
+  // Of several the one that has the focus.
+  const QModelIndex current = currentIndex();
+  if (current.isValid() && selectionModel()->isRowSelected(current.row(), {})) return current.row();
   const QModelIndexList rows = selectionModel()->selectedRows();
   return rows.isEmpty() ? -1 : rows.first().row();
 }

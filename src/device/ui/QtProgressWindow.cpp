@@ -14,12 +14,13 @@ namespace inspector::device::ui {
 namespace {
 
 constexpr qint64 kBetweenBreaths = 40;  // milliseconds
+constexpr QLatin1String kName("progressWindow");
 
 }  // namespace
 
 QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget* parent)
     : m_Window(new QDialog(parent)) {
-  m_Window->setObjectName(QStringLiteral("progressWindow"));
+  m_Window->setObjectName(kName);
   m_Window->setWindowTitle(ToQString(title));
   m_Window->setWindowModality(Qt::ApplicationModal);
   m_Window->setWindowFlag(Qt::WindowCloseButtonHint, false);
@@ -55,6 +56,11 @@ QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget*
 
 QtProgressWindow::~QtProgressWindow() {
   delete m_Window;
+}
+
+void QtProgressWindow::CancelAll() {
+  for (QWidget* const window : QApplication::topLevelWidgets())
+    if (window->objectName() == kName) static_cast<QDialog*>(window)->reject();
 }
 
 void QtProgressWindow::Breathe(bool atOnce) {

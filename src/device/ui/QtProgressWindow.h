@@ -19,6 +19,8 @@ class QtProgressWindow : public ProgressWindow {
 public:
   QtProgressWindow(const Text& title, bool cancellable, QWidget* parent);
   ~QtProgressWindow() override;
+  // As if Cancel were pressed in every window that offers it: the program is about to end.
+  static void CancelAll();
 
   void SetStatus(const Text& status) override;
   void SetRange(int low, int high) override;

@@ -25,7 +25,7 @@ TextEntryDialog::TextEntryDialog(const TextQuestion& question, QWidget* parent) 
   layout->addWidget(prompt);
   layout->addWidget(m_Entry);
   layout->addLayout(HistoryBeside(*this, MakeOkCancel(*this)));
-  setMinimumWidth(360);
+  FitToWords(*this);
   m_Entry->setFocus();
 }
 

@@ -140,6 +140,10 @@ void CCommentsPage::ShowStep() {
   m_Picklist->SetComments({});
 }
 
+void CCommentsPage::BeginTyping() {
+  m_Comment->setFocus();
+}
+
 void CCommentsPage::InsertPicked() {
   const Text text = m_Picklist->Chosen();
   if (text.empty()) return;

@@ -26,6 +26,8 @@ public:
   ~CCommentsPage() override;
 
   void ShowStep();
+  // The keys go to the comment.
+  void BeginTyping();
   void OfferMaterialComments(std::int32_t materialID);
   // Copies each picture into the inspection's folder and puts its tag into the comment.
   void Attach(const std::vector<std::filesystem::path>& files);

@@ -14,15 +14,20 @@ namespace inspector::editing::ui {
 namespace {
 
 constexpr int kDevicePixels = 150;
-constexpr int kLines = 2;
+constexpr int kLetters = 100;  // of each comment can be read: many begin alike
+constexpr int kMostLines = 5;
 constexpr int kMargin = 6;
 
-class TwoLines : public QStyledItemDelegate {
+// As many lines as that takes in the list's width.
+class SomeLines : public QStyledItemDelegate {
 public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {0, std::max(kLines * option.fontMetrics.lineSpacing() + kMargin, device::kSmallestTarget)};
+    const int width = std::max(parent() ? static_cast<QWidget*>(parent())->window()->width() - 40 : 0, 100);
+    const int lines = 1 + kLetters * option.fontMetrics.averageCharWidth() / width;
+    return {0, std::max(std::clamp(lines, 2, kMostLines) * option.fontMetrics.lineSpacing() + kMargin,
+                        device::kSmallestTarget)};
   }
 
 protected:
@@ -48,7 +53,7 @@ public:
     for (std::size_t n = 0; n < comments.size(); ++n) {
       if (comments[n].group != group) {
         group = comments[n].group;
-        if (!group.empty()) m_Rows.push_back({n, true});
+        if (!group.empty() || n > 0) m_Rows.push_back({n, true});
       }
       m_Rows.push_back({n, false});
     }
@@ -71,8 +76,7 @@ public:
     if (!index.isValid()) return {};
     const Row& row = m_Rows[static_cast<std::size_t>(index.row())];
     const LibraryComment& comment = m_Comments[row.comment];
-    if (role == Qt::DisplayRole && row.isHeading)
-      return device::ui::ToQString(device::Format(u"<<%s>>", comment.group));
+    if (role == Qt::DisplayRole && row.isHeading) return device::ui::ToQString(GroupHeading(comment.group));
     if (role == Qt::DisplayRole) return device::ui::ToDisplay(comment.text).replace(u'\n', u' ');
     if (role == Qt::ToolTipRole && !row.isHeading) return device::ui::ToDisplay(comment.text);
     return {};
@@ -93,7 +97,7 @@ private:
 
 PicklistBox::PicklistBox(QWidget* parent) : DropDown(parent, kDevicePixels), m_Entries(new Entries(this)) {
   setModel(m_Entries);
-  setItemDelegate(new TwoLines(this));
+  setItemDelegate(new SomeLines(this));
   if (auto* const list = qobject_cast<QListView*>(view())) list->setUniformItemSizes(true);
 }
 

@@ -60,7 +60,7 @@ PlaceholderDialog::PlaceholderDialog(const ReplacementQuestion& question, QWidge
   field->setAccessibleName(ToQString(question.prompt));
   layout->addWidget(field);
   layout->addLayout(device::ui::HistoryBeside(*this, device::ui::MakeOkCancel(*this)));
-  setMinimumWidth(360);
+  device::ui::FitToWords(*this);
   field->setFocus();
 }
 

@@ -85,11 +85,13 @@ void CStepListView::OnRow(int row, int column) {
 void CStepListView::OfferRatings(int row) {
   const auto step = m_List.RowAt(row);
   if (!step) return;
+  const std::vector<device::Text> entries = m_List.RatingEntries(row);
+  if (entries.empty()) return;  // told
   auto* menu = new QMenu(this);
   menu->setObjectName(QStringLiteral("ratingMenu"));
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setAccessibleName(QStringLiteral("Rating of ") + ToQString(step->label));
-  for (const device::Text& entry : m_List.RatingEntries(row)) {
+  for (const device::Text& entry : entries) {
     // The sign of a mnemonic is part of the words here.
     QAction* action = menu->addAction(ToQString(entry).replace(u'&', QLatin1String("&&")));
     action->setCheckable(true);
@@ -104,8 +106,7 @@ void CStepListView::OfferRatings(int row) {
 // By the key: rows may have moved while the menu was open.
 void CStepListView::Rate(std::int32_t stepID, const device::Text& entry) {
   m_List.ChangeRating(m_List.RowOf(stepID), entry);
-  m_Rows->Model().RefreshAll();
-  FollowState();
+  ShowRows();
 }
 
 void CStepListView::DuplicateStep() {

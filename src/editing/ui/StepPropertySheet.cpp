@@ -128,6 +128,8 @@ bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, 
   const StepSheet::Page page = tab ? m_Sheet.PageAt(*tab) : m_Sheet.DefaultPage();
   for (std::size_t n = 0; n < m_Sheet.Pages().size(); ++n)
     if (m_Sheet.Pages()[n] == page) m_Tabs->setCurrentIndex(static_cast<int>(n));
+  // Who is asked to explain a rating types at once; in the rating the letters would choose another one.
+  if (page == StepSheet::Page::Comments) m_Comments->BeginTyping();
   return true;
 }
 
@@ -152,13 +154,17 @@ void CStepPropertySheet::ArrangePages() {
   const int place = m_Tabs->indexOf(m_Materials);
   if (m_Tabs->count() > 0 && hasMaterials == (place >= 0)) return;
   QWidget* const front = m_Tabs->currentWidget();
+  const bool hadFocus = front && focusWidget() && front->isAncestorOf(focusWidget());
   m_Tabs->clear();
   m_Materials->setVisible(hasMaterials);
   if (hasMaterials) m_Tabs->addTab(m_Materials, tr("&Materials"));
   m_Tabs->addTab(m_Comments, tr("&Comments"));
   m_Tabs->addTab(m_Picture, tr("Pict&ure"));
   m_Tabs->addTab(m_Info, tr("In&fo"));
-  if (front && m_Tabs->indexOf(front) >= 0) m_Tabs->setCurrentWidget(front);
+  if (front && m_Tabs->indexOf(front) >= 0)
+    m_Tabs->setCurrentWidget(front);
+  else if (hadFocus)
+    m_Comments->BeginTyping();  // or the focus would fall on a button, which the next blank presses
   FitTabs();
 }
 

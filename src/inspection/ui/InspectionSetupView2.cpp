@@ -16,8 +16,13 @@ namespace {
 // "MM/dd/yyy hh:mm tt" in the words of this toolkit: three letters of a year show all four of its digits.
 constexpr auto kDisplayFormat = "MM/dd/yyyy hh:mm AP";
 
+// The database knows no time zone, so no hour is left out of a night in spring.
+QDateTime AsShown(QDate day, QTime time) {
+  return {day, time, Qt::UTC};
+}
+
 QDateTime ToQDateTime(const device::CalendarTime& time) {
-  return {QDate(time.year, time.month, time.day), QTime(time.hour, time.minute, time.second)};
+  return AsShown({time.year, time.month, time.day}, {time.hour, time.minute, time.second});
 }
 
 // A click, or a key other than those that lead elsewhere or mean something only together with another.
@@ -44,7 +49,8 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
   m_Date->setObjectName(QStringLiteral("dateField"));
   m_Date->setLocale(QLocale::c());
   m_Date->setDisplayFormat(QLatin1String(kDisplayFormat));
-  m_Date->setMinimumDateTime(QDateTime(QDate(1800, 1, 1), QTime(0, 0)));
+  m_Date->setTimeSpec(Qt::UTC);
+  m_Date->setMinimumDateTime(AsShown({100, 1, 1}, {0, 0}));
   m_Date->setSpecialValueText(QStringLiteral("No date"));
   m_Date->setCalendarPopup(true);
   m_Date->calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
@@ -63,9 +69,10 @@ CInspectionSetupView2::CInspectionSetupView2(CInspectorDoc& document, QWidget* p
 
 // Who touches an empty date means today; nobody pages through a calendar from its first year on.
 bool CInspectionSetupView2::eventFilter(QObject* watched, QEvent* event) {
-  if (m_Date->dateTime() == m_Date->minimumDateTime() && IsTouch(*event)) {
+  const bool turns = event->type() == QEvent::Wheel && m_Date->hasFocus();
+  if (m_Date->dateTime() == m_Date->minimumDateTime() && (turns || IsTouch(*event))) {
     const QDateTime now = QDateTime::currentDateTime();
-    m_Date->setDateTime({now.date(), QTime(now.time().hour(), now.time().minute())});
+    m_Date->setDateTime(AsShown(now.date(), {now.time().hour(), now.time().minute()}));
     // A key begins at the beginning; a click says itself where.
     if (event->type() == QEvent::KeyPress) m_Date->setSelectedSection(m_Date->sectionAt(0));
   }

@@ -38,15 +38,7 @@ CInspectorView::CInspectorView(CInspectorDoc& document, QWidget* parent)
   connect(m_DocType, &QComboBox::activated, this, [this] { SelectDocType(); });
   m_Poll.setInterval(kLookEvery);
   connect(&m_Poll, &QTimer::timeout, this, [this] {
-    if (Document().GetWorkspace().IsBusy()) return;
-    const device::FaultLog::Unattended unattended(Document().GetWorkspace().GetMachine().faults);
-    if (!Document().IsChangingDocType()) Flush();
-    // Also when nothing was changed, which has been told.
-    if (!Document().IsChangingDocType()) {
-      m_Poll.stop();
-      ShowProgress(false);
-      ShowStoredDocType();
-    }
+    if (!Document().GetWorkspace().IsBusy() && !Document().IsChangingDocType()) FinishDocType();
   });
 }
 
@@ -90,7 +82,24 @@ void CInspectorView::SelectDocType() {
   }
 }
 
+// The person may be typing by now, so what went wrong is no box but a line.
+void CInspectorView::FinishDocType() {
+  m_Poll.stop();
+  device::FaultLog& faults = Document().GetWorkspace().GetMachine().faults;
+  const device::FaultLog::Unattended unattended(faults);
+  const bool isOpen = Document().IsDocTypeChangeOpen();
+  m_HasChanged = false;
+  Flush();
+  if (isOpen && !m_HasChanged) {
+    faults.DropPending();
+    if (onDocTypeFailed) onDocTypeFailed(faults.Latest());
+  }
+  ShowProgress(false);
+  ShowStoredDocType();
+}
+
 void CInspectorView::OnDocTypeChanged() {
+  m_HasChanged = true;
   ShowProgress(false);
   if (onDocTypeChanged) onDocTypeChanged();
 }

@@ -13,6 +13,8 @@ public:
 
   // The type was applied: the inspection has other categories now.
   std::function<void()> onDocTypeChanged;
+  // It could not be applied, and nothing was changed.
+  std::function<void(const Text& why)> onDocTypeFailed;
 
 protected:
   void Fill() override;
@@ -21,11 +23,13 @@ protected:
 private:
   void SelectDocType();
   void ShowStoredDocType();
+  void FinishDocType();
   void ShowProgress(bool running);
 
   device::ui::DropDown* m_DocType;
   QWidget* m_Progress;
   QTimer m_Poll;
+  bool m_HasChanged = false;            // the type, when its change was finished
   bool m_HadFocus = false;              // the field of the type, when it was disabled
   QWidget* m_FocusMeanwhile = nullptr;  // only compared
 };

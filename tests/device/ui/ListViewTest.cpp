@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTest>
 #include <set>
 
 #include "device/Format.h"
@@ -37,16 +37,8 @@ protected:
     m_View.show();
     QApplication::processEvents();
   }
-  void Press(int key) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-    QApplication::sendEvent(&m_View, &press);
-  }
   void ClickAt(int x, int y) {
-    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-      QMouseEvent event(type, QPointF(x, y), m_View.viewport()->mapToGlobal(QPointF(x, y)), Qt::LeftButton,
-                        type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-      QApplication::sendEvent(m_View.viewport(), &event);
-    }
+    QTest::mouseClick(m_View.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(x, y));
   }
 
   ManyRows m_Rows;
@@ -71,9 +63,9 @@ TEST_F(ListViewTest, ClicksAndKeysTellRowAndColumn) {
   ClickAt(10, row / 2);
   ClickAt(60, 2 * row + row / 2);
   ClickAt(m_View.viewport()->width() - 2, row / 2);
-  Press(Qt::Key_Down);
-  Press(Qt::Key_Space);
-  Press(Qt::Key_Return);
+  QTest::keyClick(&m_View, Qt::Key_Down);
+  QTest::keyClick(&m_View, Qt::Key_Space);
+  QTest::keyClick(&m_View, Qt::Key_Return);
   EXPECT_THAT(m_Clicks, ::testing::ElementsAre(std::pair(0, 0), std::pair(2, 1), std::pair(0, 2),
                                                std::pair(1, 0), std::pair(1, 2)));
   EXPECT_THAT(m_Selected, ::testing::ElementsAre(0, 2, 0, 1));

@@ -1,15 +1,10 @@
 #include "device/ui/QtPrompts.h"
 
-#include <gmock/gmock.h>
-
-#include <QApplication>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressBar>
-#include <QPushButton>
 
 #include "device/ui/TextConversion.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/TestSupport.h"
 
 namespace inspector::device::ui {
@@ -58,7 +53,7 @@ TEST_F(QtPromptsTest, TakesTextAndPaths) {
   EXPECT_EQ(m_Prompts.AskText({u"Enter the Doc #:", u"Duplicate", u"7"}), std::nullopt);
 
   m_Person.Expect("databasePathsDialog", [](QDialog& dialog) {
-    dialog.findChild<QLineEdit*>(QStringLiteral("templatePath"))->setText(QStringLiteral("\\T.cdb"));
+    tests::Part<QLineEdit>(dialog, "templatePath").setText(QStringLiteral("\\T.cdb"));
     dialog.accept();
   });
   const auto paths = m_Prompts.AskDatabasePaths({u"\\a.cdb", u"\\b.cdb"});
@@ -71,7 +66,7 @@ TEST_F(QtPromptsTest, SavesWhereThePersonSaysAndAsksBeforeReplacing) {
   const SaveQuestion question{u"Inspection_7.rtf", u"\\My Documents\\", u"Rich Text Format (*.rtf)|*.rtf|",
                               u"rtf"};
   m_Person.Expect("saveDialog", [](QDialog& dialog) {
-    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("Elm Street"));
+    tests::Part<QLineEdit>(dialog, "fileNameEdit").setText(QStringLiteral("Elm Street"));
     QMetaObject::invokeMethod(&dialog, "accept");
   });
   EXPECT_EQ(m_Prompts.AskSavePath(question), m_Folder / "My Documents/Elm Street.rtf");

@@ -1,17 +1,8 @@
-#include <gmock/gmock.h>
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
 
 #include "device/ui/TextConversion.h"
 #include "editing/ui/PickerEditorDialog.h"
 #include "editing/ui/ShortcutEditorDialog.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
@@ -19,6 +10,7 @@ namespace {
 
 using device::Answer;
 using ::testing::ElementsAre;
+using tests::Part;
 
 class EditorDialogsTest : public tests::VisitTest {
 protected:
@@ -32,9 +24,9 @@ protected:
 TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
   m_Device.Library().AddPicker(u"Colour", u"red");
   PickerEditorDialog dialog(m_Device.GetWorkspace(), u"Brand", nullptr);
-  const auto& items = *dialog.findChild<QListWidget*>("pickerItems");
-  EXPECT_EQ(dialog.findChild<QComboBox*>("pickers")->currentText(), QStringLiteral("Brand"));
-  EXPECT_FALSE(dialog.findChild<QAbstractButton*>("editItemButton")->isEnabled());
+  const auto& items = Part<QListWidget>(dialog, "pickerItems");
+  EXPECT_EQ(Part<QComboBox>(dialog, "pickers").currentText(), QStringLiteral("Brand"));
+  EXPECT_FALSE(Part<QAbstractButton>(dialog, "editItemButton").isEnabled());
   Prompts().QueueText(u"Enter the new text for this picker.", u"Oak");
   tests::PressButton(dialog, "newItemButton");
   Prompts().QueueText(u"Edit the text for this picker item.", u"Elm");
@@ -60,13 +52,13 @@ TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
 
 TEST_F(EditorDialogsTest, ShortcutsAreAddedChangedAndDeleted) {
   ShortcutEditorDialog dialog(m_Device.GetWorkspace(), nullptr);
-  auto& word = *dialog.findChild<QLineEdit*>("shortCut");
-  auto& expanded = *dialog.findChild<QPlainTextEdit*>("expanded");
-  auto& list = *dialog.findChild<QListWidget*>("shortcuts");
+  auto& word = Part<QLineEdit>(dialog, "shortCut");
+  auto& expanded = Part<QPlainTextEdit>(dialog, "expanded");
+  auto& list = Part<QListWidget>(dialog, "shortcuts");
   word.setText(QStringLiteral("two words"));
   expanded.setPlainText(QStringLiteral("One\nTwo"));
   tests::PressButton(dialog, "addShortcutButton");
-  EXPECT_FALSE(dialog.findChild<QLabel*>("problem")->text().isEmpty());
+  EXPECT_FALSE(Part<QLabel>(dialog, "problem").text().isEmpty());
   word.setText(QStringLiteral("ot"));
   tests::PressButton(dialog, "addShortcutButton");
   EXPECT_THAT(Items(list), ElementsAre(u"ot – One Two"));
@@ -78,7 +70,7 @@ TEST_F(EditorDialogsTest, ShortcutsAreAddedChangedAndDeleted) {
   Prompts().Queue(u"Are you sure you want to delete this shortcut?", Answer::Yes);
   tests::PressButton(dialog, "deleteShortcutButton");
   EXPECT_THAT(Items(list), ElementsAre());
-  EXPECT_FALSE(dialog.findChild<QAbstractButton*>("deleteShortcutButton")->isEnabled());
+  EXPECT_FALSE(Part<QAbstractButton>(dialog, "deleteShortcutButton").isEnabled());
 }
 
 }  // namespace

@@ -1,15 +1,7 @@
 #include "editing/ui/FieldFormView.h"
 
-#include <gmock/gmock.h>
-
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-
-#include "editing/ui/Clicks.h"
 #include "editing/ui/FieldEditor.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -22,9 +14,8 @@ class FieldFormViewTest : public tests::VisitTest {
 protected:
   // A field of each kind, in the order of their codes: Kind 1 to Kind 5.
   void SetUp() override {
-    m_Device.Run(data::DatabaseKind::Template, "DELETE FROM FieldTemplate");
-    m_Device.Run(
-        data::DatabaseKind::Template,
+    m_Device.RunInLibrary("DELETE FROM FieldTemplate");
+    m_Device.RunInLibrary(
         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5) INSERT INTO "
         "FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT i, 'Kind ' || i, i, i, (SELECT ID FROM "
         "CategoryTemplate WHERE Title = 'Checklist') FROM n");
@@ -55,8 +46,7 @@ TEST_F(FieldFormViewTest, EveryKindIsStored) {
   EXPECT_TRUE(m_View.Flush());
   Part<QPushButton>(m_View, "field3No").click();
   auto& picker = Part<QComboBox>(m_View, "field4");
-  picker.setCurrentIndex(1);
-  Q_EMIT picker.activated(1);
+  tests::Choose(picker, 1);
   EXPECT_THAT(Stored(), ::testing::ElementsAre(u"  Kind 1=Two\r\nlines", u"  Kind 2=about 72",
                                                u"  Kind 3=5/28/2026", u"  Kind 4=No", u"  Kind 5=Rain"));
   EXPECT_EQ(Part<QLabel>(m_View, "doubt1").text(), QStringLiteral("This is no number."));
@@ -70,14 +60,11 @@ TEST_F(FieldFormViewTest, EveryKindIsStored) {
 }
 
 TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = 'a' || char(10) || 'b' WHERE FieldLabel = 'Kind 1'");
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = 'n/a' WHERE FieldLabel = 'Kind 4'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = 'a' || char(10) || 'b' WHERE FieldLabel = 'Kind 1'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = 'n/a' WHERE FieldLabel = 'Kind 4'");
   m_View.OnShow();
   EXPECT_EQ(Part<QLabel>(m_View, "doubt3").text(), QStringLiteral("Stored: n/a"));
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "UPDATE Field SET AssignedValue = '3' WHERE FieldLabel = 'Kind 2'");
+  m_Device.RunInVisits("UPDATE Field SET AssignedValue = '3' WHERE FieldLabel = 'Kind 2'");
   Part<QPushButton>(m_View, "field3Yes").click();
   EXPECT_TRUE(m_View.OnLeave());
   EXPECT_THAT(Stored(), ::testing::ElementsAre(u"  Kind 1=a\nb", u"  Kind 2=3", u"  Kind 3=", u"  Kind 4=Yes",
@@ -87,26 +74,20 @@ TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
 TEST_F(FieldFormViewTest, TypingIsStoredAMomentLaterAlsoAfterAFailure) {
   auto& line = Part<QLineEdit>(m_View, "field1");
   line.setFocus();
-  tests::Press(line, Qt::Key_7);
+  QTest::keyClick(&line, Qt::Key_7);
   line.setText(QStringLiteral("72"));
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE UPDATE ON Field BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Field"));
   line.clearFocus();
   EXPECT_FALSE(m_View.Flush());
-  m_Device.RunInVisits("DROP TRIGGER Full");
-  for (int wait = 0; wait < 40 && Stored()[1] == u"  Kind 2="; ++wait) {
-    QEventLoop loop;
-    QTimer::singleShot(50, &loop, &QEventLoop::quit);
-    loop.exec();
-  }
-  EXPECT_EQ(Stored()[1], u"  Kind 2=72");
+  m_Device.RunInVisits(tests::kRoomAgain);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Stored()[1] == u"  Kind 2=72"; }));
 }
 
 TEST_F(FieldFormViewTest, ListIsEditedAndTheValueStays) {
   auto& picker = Part<QComboBox>(m_View, "field4");
   picker.setEditText(QStringLiteral("Hail"));
   m_Dialogs.QueuePickerEdit([this] { m_Device.Library().AddPicker(u"Kind 5", u"Snow"); });
-  picker.setCurrentIndex(picker.count() - 1);
-  Q_EMIT picker.activated(picker.count() - 1);
+  tests::Choose(picker, picker.count() - 1);
   EXPECT_THAT(m_Dialogs.PickersEdited(), ::testing::ElementsAre(u"Kind 5"));
   EXPECT_GE(picker.findText(QStringLiteral("Snow")), 0);
   EXPECT_TRUE(m_View.Flush());

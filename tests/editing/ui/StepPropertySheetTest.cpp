@@ -1,33 +1,21 @@
 #include "editing/ui/StepPropertySheet.h"
 
-#include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QMimeData>
 #include <QTabWidget>
-#include <QTableView>
-#include <QTimer>
 #include <QUrl>
 #include <fstream>
 #include <thread>
 
-#include "device/ui/ListView.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/CommentBox.h"
 #include "editing/ui/PictureConverter.h"
 #include "editing/ui/PictureFile.h"
 #include "editing/ui/PictureReader.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
@@ -49,7 +37,7 @@ protected:
   }
   template <typename Control>
   Control& Find(const char* name) {
-    return *m_Sheet.findChild<Control*>(QLatin1String(name));
+    return tests::Part<Control>(m_Sheet, name);
   }
   CommentBox& Comment() {
     return *static_cast<CommentBox*>(m_Sheet.findChild<QPlainTextEdit*>("commentBox"));
@@ -62,17 +50,8 @@ protected:
       QApplication::sendEvent(&field, &press);
     }
   }
-  void WaitUntil(const std::function<bool()>& holds) {
-    QElapsedTimer clock;
-    for (clock.start(); !holds() && clock.elapsed() < 5000;)
-      QApplication::processEvents(QEventLoop::AllEvents, 20);
-    EXPECT_TRUE(holds());
-  }
-  void Pick(int entry) {
-    auto& rating = Find<QComboBox>("rating");
-    rating.setCurrentIndex(entry);
-    Q_EMIT rating.activated(entry);
-  }
+  void WaitUntil(const std::function<bool()>& holds) { EXPECT_TRUE(QTest::qWaitFor(holds)); }
+  void Pick(int entry) { tests::Choose(Find<QComboBox>("rating"), entry); }
 
   std::int32_t m_Roof = 0;
   std::int32_t m_Shingles = 0;
@@ -100,6 +79,17 @@ TEST_F(StepPropertySheetTest, MovesAndShowsThePagesOfEachStep) {
   EXPECT_EQ(tabs.currentIndex(), 1) << "the comments stay in front";
 }
 
+// In the rating, letters would choose another one; on a button, a blank would press it.
+TEST_F(StepPropertySheetTest, KeysGoToTheCommentOfAStepThatIsToBeExplained) {
+  m_Sheet.activateWindow();
+  EXPECT_EQ(m_Sheet.focusWidget(), &Comment());
+  ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 0));
+  Find<QLineEdit>("materialNote").setFocus();
+  tests::PressButton(m_Sheet, "nextButton");
+  EXPECT_EQ(Find<QLabel>("stepCaption").text(), QStringLiteral("20.3. Notes"));
+  EXPECT_EQ(m_Sheet.focusWidget(), &Comment()) << "the page that had the focus is not there any more";
+}
+
 TEST_F(StepPropertySheetTest, WritesAMomentAfterTheFirstKeyAndCancelKeepsItUntilUndo) {
   inspection::UndoLog undo(Document());
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, std::nullopt));
@@ -108,9 +98,7 @@ TEST_F(StepPropertySheetTest, WritesAMomentAfterTheFirstKeyAndCancelKeepsItUntil
   // Somebody who never pauses: 20 keys of a tenth of a second each.
   for (int key = 0; key < 20 && m_Device.Finding(m_Shingles) == before; ++key) {
     Type(Comment(), QStringLiteral("x"));
-    QEventLoop loop;
-    QTimer::singleShot(100, &loop, &QEventLoop::quit);
-    loop.exec();
+    QTest::qWait(100);
   }
   EXPECT_NE(m_Device.Finding(m_Shingles), before);
   Type(Comment(), QStringLiteral("\nMore."));
@@ -244,10 +232,10 @@ TEST_F(StepPropertySheetTest, RatingIsPickedAndCleared) {
 
 TEST_F(StepPropertySheetTest, ATickedMaterialIsWrittenAndOffersItsComments) {
   m_Person.Expect("commentPickerDialog", [](QDialog& dialog) {
-    auto* list = static_cast<device::ui::ListView*>(dialog.findChild<QTableView*>("commentList"));
-    dialog.findChild<QLineEdit*>("filterField")->setText(QStringLiteral("years LAST"));
-    EXPECT_EQ(list->Model().rowCount(), 1);
-    list->onClick(0, 1);
+    auto& list = tests::Part<device::ui::ListView>(dialog, "commentList");
+    tests::Part<QLineEdit>(dialog, "filterField").setText(QStringLiteral("years LAST"));
+    EXPECT_EQ(list.Model().rowCount(), 1);
+    list.onClick(0, 1);
     dialog.accept();
   });
   tests::PressButton(m_Sheet, "material0");
@@ -263,7 +251,7 @@ TEST_F(StepPropertySheetTest, ATickedMaterialIsWrittenAndOffersItsComments) {
 // Another program's line ends count one unit, those of the field two.
 TEST_F(StepPropertySheetTest, CommentsGoInAtTheCaretWhateverTheLineEnds) {
   m_Device.Library().AddCommentToStep(1, u"Moss.", u"");
-  m_Device.Store(m_Gutters, [](data::StepTable& step) { step.m_Comments = u"one\ntwo\nthree four"; });
+  m_Device.Enter(u"20.2", "Comments = 'one\ntwo\nthree four'");
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 1));
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 1));
@@ -353,14 +341,13 @@ TEST_F(StepPropertySheetTest, ThePictureOfTheStepIsSetAndCleared) {
 }
 
 TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
-  m_Device.Run(data::DatabaseKind::Inspection,
-               "CREATE TRIGGER Full BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
   Type(Comment(), QStringLiteral("Typed."));
   const Text question = u"This step could not be written yet. Stay here and keep what was entered?";
   Prompts().Queue(question, device::Answer::Yes);
   tests::PressButton(m_Sheet, "nextUnfinishedButton");
   EXPECT_TRUE(m_Sheet.isVisible());
-  m_Device.Run(data::DatabaseKind::Inspection, "DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   m_Sheet.accept();
   EXPECT_FALSE(m_Sheet.isVisible());
   EXPECT_FALSE(m_Sheet.WantsNextUnfinished()) << "that was given up with the first attempt";
@@ -368,9 +355,9 @@ TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
 }
 
 TEST_F(StepPropertySheetTest, ARatingThatCouldNotBeWrittenIsTriedAgain) {
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE UPDATE ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
   Pick(0);
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   WaitUntil([this] { return m_Device.Finding(m_Shingles) == u"20.1|Shingles|Good||"; });
 }
 

@@ -1,16 +1,11 @@
-#include <gmock/gmock.h>
-
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QDateTimeEdit>
-#include <QElapsedTimer>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTest>
+#include <QWheelEvent>
 
 #include "device/Format.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection::ui {
@@ -18,17 +13,10 @@ namespace {
 
 using device::Answer;
 using device::ui::PickerCombo;
+using tests::Part;
 
 class HeaderViewTest : public tests::VisitTest {
 protected:
-  template <typename Field>
-  static Field& Find(QWidget& view, const char* name) {
-    return *dynamic_cast<Field*>(view.findChild<QWidget*>(QLatin1String(name)));
-  }
-  static void Choose(QComboBox& combo, const QString& text) {
-    combo.setCurrentIndex(combo.findText(text));
-    Q_EMIT combo.activated(combo.currentIndex());
-  }
   bool IsClientStored(std::int32_t inspectionID) {
     data::InspectionTable row(Data());
     row.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
@@ -48,16 +36,16 @@ TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
   view.show();
   view.OnShow();
   Document().Inspection();
-  QTest::keyClicks(&Find<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
+  QTest::keyClicks(&Part<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 
   // The other form and another inspection show their own, and undo brings nothing of the former one.
-  auto& address = Find<QLineEdit>(view, "addressField");
+  auto& address = Part<QLineEdit>(view, "addressField");
   QTest::keyClicks(&address, QStringLiteral("9"));
   QTest::keyClick(&address, Qt::Key_Backspace);
   Document().SelectInspection(1000);
   view.OnShow();
-  EXPECT_TRUE(Find<QLineEdit>(view, "clientField").text().isEmpty());
+  EXPECT_TRUE(Part<QLineEdit>(view, "clientField").text().isEmpty());
   EXPECT_FALSE(address.isUndoAvailable());
 }
 
@@ -66,11 +54,10 @@ TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
   CInspectorView view(Document());
   view.show();
   view.OnShow();
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE UPDATE ON Inspection BEGIN SELECT RAISE(FAIL, 'no room'); END");
-  QTest::keyClicks(&Find<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Inspection"));
+  QTest::keyClicks(&Part<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
   EXPECT_FALSE(view.Flush()) << "the focus went elsewhere, say";
-  m_Device.RunInVisits("DROP TRIGGER Full");
+  m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 }
 
@@ -99,7 +86,7 @@ TEST_F(HeaderViewTest, KeepsLineEndsThatNobodyTouched) {
   view.OnShow();
   EXPECT_TRUE(view.Flush());
   EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"One\rTwo");
-  auto& general = Find<QPlainTextEdit>(view, "generalField");
+  auto& general = Part<QPlainTextEdit>(view, "generalField");
   EXPECT_EQ(general.toPlainText(), QStringLiteral("One\nTwo"));
   general.appendPlainText(QStringLiteral("Three"));
   EXPECT_TRUE(view.Flush());
@@ -111,16 +98,16 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   CInspectorView view(Document());
   view.show();
   view.OnShow();
-  auto& general = Find<QPlainTextEdit>(view, "generalField");
+  auto& general = Part<QPlainTextEdit>(view, "generalField");
   general.setPlainText(QStringLiteral("Dry day."));
   general.setFocus();
   general.moveCursor(QTextCursor::End);
-  auto& type = Find<QComboBox>(view, "docTypeField");
+  auto& type = Part<QComboBox>(view, "docTypeField");
   EXPECT_EQ(type.currentIndex(), -1);
   int changes = 0;
   view.onDocTypeChanged = [&] { ++changes; };
-  Choose(type, QStringLiteral("House"));
-  Find<QLineEdit>(view, "clientField").setText(QStringLiteral("Ana Ruiz"));
+  tests::Choose(type, "House");
+  Part<QLineEdit>(view, "clientField").setText(QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return changes == 1; }));
   EXPECT_EQ(general.toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
   EXPECT_GE(general.textCursor().position(), 8) << "who types on goes on where he was";
@@ -132,17 +119,36 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
 
   // Cancel brings the former selection back.
   Prompts().Queue(u"Data Alert", Answer::Cancel);
-  Choose(type, QStringLiteral("Condo"));
+  tests::Choose(type, "Condo");
   EXPECT_EQ(type.currentText(), QStringLiteral("House"));
 
   // Leaving while the worker runs waits for it and loses nothing.
   Prompts().Queue(u"Data Alert", Answer::Ok);
-  Choose(type, QStringLiteral("Condo"));
-  Find<QLineEdit>(view, "clientField").setText(QStringLiteral("A. Ruiz"));
+  tests::Choose(type, "Condo");
+  Part<QLineEdit>(view, "clientField").setText(QStringLiteral("A. Ruiz"));
   EXPECT_TRUE(view.OnLeave());
   Document().SelectInspection(key);
   EXPECT_EQ(Document().Inspection().m_ClientName, u"A. Ruiz");
   EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
+}
+
+TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
+  m_Device.Visit(u"");
+  CInspectorView view(Document());
+  view.show();
+  view.OnShow();
+  m_Device.RunInVisits(
+      "CREATE TRIGGER Full BEFORE INSERT ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
+  std::vector<Text> reasons;
+  view.onDocTypeFailed = [&](const Text& why) { reasons.push_back(why); };
+  tests::Choose(Part<QComboBox>(view, "docTypeField"), "House");
+  EXPECT_TRUE(Wait([&] { return !reasons.empty(); }));
+  ASSERT_EQ(reasons.size(), 1U);
+  EXPECT_TRUE(device::Contains(reasons[0], u"no room"));
+  EXPECT_EQ(Part<QComboBox>(view, "docTypeField").currentText(), QString());
+  const std::size_t told = Prompts().Transcript().size();
+  m_Device.GetWorkspace().GetMachine().faults.ShowPending();
+  EXPECT_EQ(Prompts().Transcript().size(), told) << "a line has said it";
 }
 
 // A report that is written at once, say, or the end of the program.
@@ -151,8 +157,8 @@ TEST_F(HeaderViewTest, WritesWhatWasTypedWithWhatATypeAddsToIt) {
   CInspectorView view(Document());
   view.show();
   view.OnShow();
-  Choose(Find<QComboBox>(view, "docTypeField"), QStringLiteral("House"));
-  Find<QPlainTextEdit>(view, "generalField").setPlainText(QStringLiteral("Dry day."));
+  tests::Choose(Part<QComboBox>(view, "docTypeField"), "House");
+  Part<QPlainTextEdit>(view, "generalField").setPlainText(QStringLiteral("Dry day."));
   EXPECT_TRUE(view.Flush());
   Document().SelectInspection(key);
   EXPECT_EQ(Document().Inspection().m_DocType, u"House");
@@ -165,16 +171,16 @@ TEST_F(HeaderViewTest, OpensTheListEditorAndKeepsTheValue) {
   m_Device.Visit(u"House");
   CInspectionSetupView2 view(Document());
   view.OnShow();
-  auto& agent = Find<PickerCombo>(view, "agentField");
+  auto& agent = Part<PickerCombo>(view, "agentField");
   ASSERT_EQ(agent.count(), 2);
-  Choose(agent, QStringLiteral("M. Cole"));
+  tests::Choose(agent, "M. Cole");
   EXPECT_EQ(agent.Value(), u"M. Cole");
   std::vector<Text> edited;
   view.onEditList = [&](const Text& list) {
     edited.push_back(list);
     m_Device.Library().AddPicker(list, u"P. Lind");
   };
-  Choose(agent, QStringLiteral("Edit List..."));
+  tests::Choose(agent, "Edit List...");
   EXPECT_THAT(edited, ::testing::ElementsAre(u"Realtor"));
   EXPECT_EQ(agent.Value(), u"M. Cole");
   EXPECT_EQ(agent.count(), 3) << "the list is read again";
@@ -186,12 +192,12 @@ TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
   Document().SaveHeader();
   CInspectionSetupView2 view(Document());
   view.OnShow();
-  auto& date = Find<QDateTimeEdit>(view, "dateField");
+  auto& date = Part<QDateTimeEdit>(view, "dateField");
   EXPECT_EQ(date.text(), QStringLiteral("No date"));
   view.show();
   view.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
-  Find<QWidget>(view, "companyField").setFocus();
+  Part<QWidget>(view, "companyField").setFocus();
   for (const auto& [key, with] : {std::pair(Qt::Key_Tab, Qt::NoModifier),
                                   {Qt::Key_Tab, Qt::ShiftModifier},
                                   {Qt::Key_Tab, Qt::NoModifier},
@@ -205,6 +211,26 @@ TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
   EXPECT_TRUE(view.OnLeave());
   Document().SelectInspection(1001);
   EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 28, 9, 30));
+
+  // The wheel on a date that is none begins with today as well.
+  Document().Inspection().m_InspectionDate = {};
+  view.OnShow();
+  QWheelEvent turn(QPointF(5, 5), date.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                   Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&date, &turn);
+  EXPECT_GE(date.date().year(), 2026);
+}
+
+TEST_F(HeaderViewTest, ShowsAnHourThatSpringLeavesOut) {
+  qputenv("TZ", "America/New_York");
+  m_Device.Visit(u"House");
+  CInspectionSetupView2 view(Document());
+  view.OnShow();
+  Document().Inspection().m_InspectionDate = device::MakeCalendarTime(2026, 3, 8, 2, 30);
+  Document().SaveHeader();
+  view.OnShow();
+  qunsetenv("TZ");
+  EXPECT_EQ(Part<QDateTimeEdit>(view, "dateField").text(), QStringLiteral("03/08/2026 02:30 AM"));
 }
 
 }  // namespace

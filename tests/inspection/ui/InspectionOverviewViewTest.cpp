@@ -1,14 +1,6 @@
 #include "inspection/ui/InspectionOverviewView.h"
 
-#include <gmock/gmock.h>
-
-#include <QAction>
-#include <QDialog>
-#include <QLineEdit>
-#include <QTest>
-
-#include "device/ui/TextConversion.h"
-#include "support/ScriptedDialogs.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection::ui {
@@ -27,10 +19,8 @@ protected:
     m_View.onOpened = [this] { ++m_Opened; };
     m_View.OnShow();
   }
-  ListView& List() {
-    return *dynamic_cast<ListView*>(m_View.findChild<QWidget*>(QStringLiteral("inspectionList")));
-  }
-  void Run(const char* command) { m_View.findChild<QAction*>(QLatin1String(command))->trigger(); }
+  ListView& List() { return tests::Part<ListView>(m_View, "inspectionList"); }
+  void Run(const char* command) { tests::Run(m_View, command); }
   int Count() { return List().model()->rowCount(); }
 
   CInspectionOverview m_View{Document()};
@@ -58,7 +48,7 @@ TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   EXPECT_EQ(List().SelectedRow(), 1) << "what a person selected stays so";
   m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
   ASSERT_EQ(Count(), 1);
-  EXPECT_FALSE(m_View.findChild<QAction*>(QStringLiteral("delete"))->isEnabled()) << "nothing is selected";
+  EXPECT_FALSE(tests::Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
   EXPECT_FALSE(m_View.TakeSelected());
   EXPECT_EQ(Prompts().Messages().back().text, u"Select an inspection first.");
   m_View.findChild<QLineEdit*>()->clear();
@@ -99,7 +89,7 @@ TEST_F(InspectionOverviewViewTest, MergeChoosesASecondInspectionAndChangesNothin
   EXPECT_EQ(Prompts().Messages().back().title, u"Error");
   List().SelectRow(1);
   person.Expect("choiceDialog", [](QDialog& dialog) {
-    auto& list = *dynamic_cast<ListView*>(dialog.findChild<QWidget*>(QStringLiteral("choiceList")));
+    auto& list = tests::Part<ListView>(dialog, "choiceList");
     EXPECT_EQ(list.model()->rowCount(), 2);
     list.SelectRow(0);
     dialog.accept();

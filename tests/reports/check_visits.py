@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Writes visits of random content in every format and compares each file with the independent reckoning.
+"""Writes the small visit in its variants, and visits of random content, in every format and compares each file with the
+independent reckoning.
 
-    check_random_visits.py INSPECTOR_CLI [COUNT [SEED]]      COUNT: 200, or $INSPECTOR_VISITS
+    check_visits.py INSPECTOR_CLI [COUNT [SEED]]      COUNT: 200, or $INSPECTOR_VISITS
 
 Every second visit is tame: none of its texts can open or close a group of a Rich Text file by the rules that reports
 keep on purpose, so that its reports must be balanced.
@@ -89,14 +90,16 @@ def prepare(home, base):
         path = home.root.joinpath(*folder["folder"].strip("\\").split("\\"))
         path.mkdir(parents=True, exist_ok=True)
         for entry in folder["entries"]:
-            if "file" in entry:
-                shutil.copyfile(EXPECTED / entry["file"], path / entry["name"])
-            else:
+            if "folder" in entry:
                 (path / entry["name"]).mkdir(exist_ok=True)
+            else:
+                (path / entry["name"]).write_bytes(bytes.fromhex(entry["hex"]) if "hex" in entry
+                                                   else (EXPECTED / entry["file"]).read_bytes())
     home.run("owner", *("%s=%s" % pair for pair in base["owner"].items()))
 
 
-def apply(home, options, choices):
+def apply(home, visit):
+    options, choices = visit["options"], visit["ratingChoices"]
     names = {"LeavePicturesOut": "OmitPictures", "Inspector": "InspectorEntry"}
     values = {names.get(name, name): value for name, value in options.items() if not isinstance(value, list)}
     labels = ("DwellingAddress", "ClientAddress", "ClientAgent", "DocType", "RealEstateCompany", "DocNumber", "ClientName",
@@ -105,13 +108,14 @@ def apply(home, options, choices):
     values.update({"ColumnWidth%d" % (at + 1): width for at, width in enumerate(options["ColumnWidths"])})
     with home.connect("Template") as database:
         database.execute("UPDATE Options SET " + ", ".join(name + " = ?" for name in values), list(values.values()))
+        database.execute("UPDATE InspectionType SET Layout = ?", [visit["firstTypeLayout"]])
         database.execute("DELETE FROM RatingType")
         database.execute("DELETE FROM RatingChoices")
     kinds = sorted({choice["ratingType"] for choice in choices})
     home.insert("RatingType", *[{"ID": kinds.index(kind), "RatingType": kind} for kind in kinds], name="Template")
     home.insert("RatingChoices", *[{"RatingTypeID": kinds.index(choice["ratingType"]), "ChoiceName": choice["choice"],
                                     "BoldFlag": choice["bold"], "RedFlag": choice["red"],
-                                    "SummaryFlag": choice["summary"]} for choice in choices], name="Template")
+                                    "SummaryFlag": choice.get("summary", False)} for choice in choices], name="Template")
 
 
 def insert(home, key, visit):
@@ -122,13 +126,14 @@ def insert(home, key, visit):
         "ClientName": header["clientName"], "ClientAddress": header["clientAddress"],
         "ClientCityStateZip": header["clientCityStateZip"], "ClientAgent": header["clientAgent"],
         "RealEstateCompany": header["realEstateCompany"], "GeneralInformation": visit["generalInformation"]})
-    for category in visit["categories"]:
-        home.insert("Category", {"CategoryID": category["key"], "InspectionID": key, "CategoryNumber": category["number"],
+    for at, category in enumerate(visit["categories"]):
+        mine = category.get("key", 2001 + at)
+        home.insert("Category", {"CategoryID": mine, "InspectionID": key, "CategoryNumber": category["number"],
                                  "CategoryTitle": category["title"], "NotPresentFlag": category["notPresent"]})
-        home.insert("Step", *[{"CategoryID": category["key"], "StepNumber": step["number"], "StepTitle": step["title"],
+        home.insert("Step", *[{"CategoryID": mine, "StepNumber": step["number"], "StepTitle": step["title"],
                                "RatingType": step["ratingType"], "InspectResult": step["rating"],
                                "Materials": step["materials"], "Comments": step["comments"],
-                               "MajorSystem": step["majorSystem"]} for step in category["steps"]])
+                               "MajorSystem": step.get("majorSystem", "")} for step in category["steps"]])
 
 
 def command_for(key, layout):
@@ -179,14 +184,35 @@ def check(home, key, visit, layouts):
         yield "%d, web: %s" % (key, found)
 
 
+def check_view(home, visit):
+    """On the device the frames name the places of their pages; all else is as in an exported folder."""
+    home.run("html", 1001, "--view")
+    expected = {name.split("/")[1]: data for name, data in files_for(visit, "v", "Pages", EXPECTED).items()}
+    expected["index.htm"] = re.sub(rb'src="(?=toc|insp)', rb'src="file:///Program Files\\Brindlecove\\', expected["index.htm"])
+    folder = home.root / "Program Files" / "Brindlecove"
+    return difference({path.name: path.read_bytes() for path in folder.iterdir() if path.is_file()}, expected)
+
+
+def check_variants(program, base):
+    for variant in base["variants"]:
+        home, visit = Home(program), visit_for(base, variant)
+        prepare(home, visit)
+        apply(home, visit)
+        insert(home, 1001, visit)
+        for found in check(home, 1001, visit, variant["layouts"]):
+            yield "%s, %s" % (variant["name"], found)
+        if variant["name"] == "plain" and (found := check_view(home, visit)):
+            yield "viewed pages: " + found
+
+
 def main(program, count, seed):
     base = json.loads((EXPECTED / "small-inspection.json").read_text(encoding="utf-8"))
-    visits, home, found = Visits(seed), Home(program), []
+    visits, home, found = Visits(seed), Home(program), list(check_variants(program, base))
     prepare(home, base)
     for at in range(count):
         if at % BLOCK == 0:
             base = visit_for(base, visits.settings(base["ratingChoices"]))
-            apply(home, base["options"], base["ratingChoices"])
+            apply(home, base)
         key = 2000 + at
         visit = visit_for(base, visits.visit(base, key))
         insert(home, key, visit)
