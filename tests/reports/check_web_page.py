@@ -184,7 +184,7 @@ def frame_faults(root, content):
             yield "%s says %s, not %s" % (name, said, content[name])
     texts = {element.attributes.get("id"): words(element.text()) for element in root.all("section")}
     for name, title in (("general", "General information"), ("terms", "Definition of terms")):
-        if texts.get(name) != (words(title + " " + content[name]) if content[name] else None):
+        if texts.get(name) != (None if content[name] is None else words(title + " " + content[name])):
             yield "%s says %s" % (name, texts.get(name))
     if [element.attributes.get("lang") for element in root.all("html")] != ["en"]:
         yield "not said to be English"
@@ -255,8 +255,8 @@ def content_of(home, visit):
     photo = photo if photo and photo[:3] in MEDIA else None
     content = {"categories": {}, "attention": "", "pictures": [photo] if photo else [], "red": [], "urgentRed": [],
                "told": [("The house", None)] if photo else [], "header": header_of(home, visit),
-               "general": words(general) if len(units(general)) > 2 else "",
-               "terms": words(home.option("DefinitionOfTerms") or ""),
+               "general": words(general) if len(units(general)) > 2 else None,
+               "terms": words(home.option("DefinitionOfTerms")) if home.option("DefinitionOfTerms") else None,
                "footer": words(" ".join(home.option(name) or "" for name in ("FinePrint", "FooterText")))}
     for category, steps in home.reported(visit):
         urgent, told = [], [words(category["CategoryTitle"]) or NAMELESS]

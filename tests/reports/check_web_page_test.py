@@ -23,7 +23,7 @@ img{max-height:11cm;object-fit:contain}}</style></head>
 """ % base64.b64encode(PICTURE).decode()
 CONTENT = {"categories": {"cat1": "Roof 1 Tiles Bad Clay Two <are> gone. 2 Ridge Sound."},
            "attention": "Roof 1 Tiles Bad Two <are> gone.", "pictures": [PICTURE], "told": [("1 Tiles, picture 1", "6")],
-           "header": "Office Report Client Mr Holm", "footer": "Fine print", "general": "", "terms": "", "red": ["Bad"],
+           "header": "Office Report Client Mr Holm", "footer": "Fine print", "general": None, "terms": None, "red": ["Bad"],
            "urgentRed": ["Bad"]}
 
 BROKEN = [  # what changes, and into what; what must be told
