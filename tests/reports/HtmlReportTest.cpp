@@ -103,7 +103,8 @@ TEST_F(HtmlReportTest, OnlyOwnCopiesAreUsedAgainOrRemoved) {
 }
 
 TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
-  device.RunInLibrary("DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')");
+  ASSERT_TRUE(device.GetWorkspace().TemplateConnection().ExecuteNative(
+      "DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')"));
   device.GetWorkspace().ForgetOptions();
   device.folder.Put("card/a.jpg", kRoof);
   std::filesystem::create_directory(device.folder / "absent");
