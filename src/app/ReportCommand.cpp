@@ -1,9 +1,11 @@
 #include "app/ReportCommand.h"
 
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QUrl>
 
@@ -51,8 +53,9 @@ constexpr std::size_t kNotesInBox = 2;  // more of them would make it higher tha
 Text Described(const reports::ReportOutcome& outcome) {
   Text text = u"The report is written:\n" + device::FromUtf8(outcome.file.native());
   if (outcome.notes.size() > kNotesInBox)
-    return text + device::Format(u"\n\n%d pictures are not in it as they should be; the details say which.",
-                                 outcome.notes.size());
+    return text +
+           device::Format(u"\n\n%d pictures or tags are not in it as they should be; the details say which.",
+                          outcome.notes.size());
   for (const Text& note : outcome.notes) text += u"\n\n" + note;
   return text;
 }
@@ -61,6 +64,14 @@ Text AllNotes(const reports::ReportOutcome& outcome) {
   Text notes;
   for (const Text& note : outcome.notes) notes += note + u"\n";
   return notes;
+}
+
+// Large text leaves no room for captions side by side on a handheld.
+void StackWhereNarrow(QMessageBox& box) {
+  constexpr int kMargins = 40;
+  auto* const buttons = box.findChild<QDialogButtonBox*>();
+  if (buttons != nullptr && buttons->sizeHint().width() + kMargins > box.screen()->availableSize().width())
+    buttons->setOrientation(Qt::Vertical);
 }
 
 }  // namespace
@@ -90,6 +101,7 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   QPushButton* const close = box.addButton(QMessageBox::Close);
   box.setEscapeButton(close);
   box.setDefaultButton(openButton);
+  StackWhereNarrow(box);
   box.exec();
 
   const bool isFolder = form.Kind().Used().folder;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include "cli/CommandGroups.h"
 #include "device/Format.h"
@@ -52,15 +54,48 @@ bool TakeSkipped(Session& session, const Input& input, reports::ReportRequest& r
   return !categories.Failed();
 }
 
-// False when the file after --out has no name.
+// "summary report", from the title of a kind.
+Text InSentence(device::TextView title) {
+  Text words(title);
+  if (!words.empty()) words.front() = device::FoldCase(words.front());
+  return words;
+}
+
+// False when the file after --out has no name that can be used.
 bool TakeTarget(Session& session, const Input& input, reports::ReportRequest& request) {
   if (!input.Has("--out")) return true;
   if (input.options.at("--out").empty()) {
     session.Fail(u"The file after --out has no name.");
     return false;
   }
-  request.target = session.GetMachine().paths.ResolveTyped(device::FromUtf8(input.options.at("--out")));
+  const std::string& name = input.options.at("--out");
+  const Text text = device::FromUtf8(name);
+  std::error_code error;
+  request.mayReplace = true;
+  if (device::ToUtf8(text) == name) {
+    request.target = session.GetMachine().paths.ResolveTyped(text);
+  } else if (name.front() != '\\') {
+    // In another encoding; the host knows names by their bytes.
+    request.target = std::filesystem::current_path(error) / name;
+  } else {
+    session.Fail(u"The name after --out is no UTF-8, and the device knows no other names.");
+    return false;
+  }
   return true;
+}
+
+// What makes no difference to this kind of report is said, not refused: scripts give all of them to each.
+void WarnOfUnused(Session& session, const Input& input, const reports::ReportFormat& format) {
+  const auto& uses = format.Used();
+  const auto warn = [&](const char* option, bool isUsed) {
+    if ((input.Has(option) || input.lists.contains(option)) && !isUsed)
+      session.Note(device::Format(u"%s makes no difference to the %s.", device::FromUtf8(option),
+                                  InSentence(format.Title())));
+  };
+  warn("--layout", uses.layout);
+  warn("--rating", uses.rating);
+  warn("--skip", uses.categories);
+  warn("--no-pictures", uses.pictures);
 }
 
 ExitCode Make(Session& session, const reports::ReportRequest& request) {
@@ -72,6 +107,21 @@ ExitCode Make(Session& session, const reports::ReportRequest& request) {
   return ExitCode::Done;
 }
 
+// False when the library has no such rating: a summary of it would say that nothing was found.
+bool TakeRating(Session& session, const Input& input, reports::ReportChoices& choices) {
+  if (!input.Has("--rating")) return true;
+  choices.rating = device::FromUtf8(input.options.at("--rating"));
+  if (choices.rating == reports::kAllRatings) return true;
+  std::vector<std::string> known;
+  for (const Text& rating : editing::AllChoices(session.Workspace().GetDatabases())) {
+    if (rating == choices.rating) return true;
+    known.push_back(device::ToUtf8(rating));
+  }
+  session.Fail(
+      device::Phrase(u"The library has no rating \"%s\". It must be %s.", choices.rating, Listed(known)));
+  return false;
+}
+
 // Everything that the commands have in common. `request` names the format.
 ExitCode MakeChosen(Session& session, const Input& input, reports::ReportRequest& request) {
   request.inspectionID = input.Number(0);
@@ -79,18 +129,12 @@ ExitCode MakeChosen(Session& session, const Input& input, reports::ReportRequest
   request.choices.pictures = !input.Has("--no-pictures");
   if (!session.SelectInspection(request.inspectionID)) return ExitCode::Failed;
   const reports::ReportFormat* const format = reports::FindFormat(request.format);
+  if (format != nullptr) WarnOfUnused(session, input, *format);
   const bool usesCategories = format != nullptr && format->Used().categories;
   if (usesCategories && !TakeSkipped(session, input, request)) return ExitCode::Failed;
+  if (format != nullptr && format->Used().rating && !TakeRating(session, input, request.choices))
+    return ExitCode::Failed;
   return Make(session, request);
-}
-
-void TakeRating(Session& session, const Input& input, reports::ReportChoices& choices) {
-  if (!input.Has("--rating")) return;
-  choices.rating = device::FromUtf8(input.options.at("--rating"));
-  const std::vector<Text> known = editing::AllChoices(session.Workspace().GetDatabases());
-  if (choices.rating != reports::kAllRatings &&
-      std::find(known.begin(), known.end(), choices.rating) == known.end())
-    session.Note(device::Phrase(u"The library has no rating \"%s\".", choices.rating));
 }
 
 ExitCode RunReport(Session& session, const Input& input) {
@@ -112,7 +156,6 @@ ExitCode RunReport(Session& session, const Input& input) {
   } else {
     request.choices.layout = reports::LayoutOf(session.Workspace(), input.Number(0));
   }
-  TakeRating(session, input, request.choices);
   return MakeChosen(session, input, request);
 }
 

@@ -14,6 +14,10 @@ bool ConfirmCaution(Prompts& prompts, const Text& text) {
   return prompts.Show({text, u"Caution", Buttons::YesNo, Icon::Exclamation}) == Answer::Yes;
 }
 
+bool ConfirmReplace(Prompts& prompts, const Text& text) {
+  return prompts.Show({text, u"Caution", Buttons::YesNo, Icon::Exclamation, true}) == Answer::Yes;
+}
+
 bool ConfirmWarning(Prompts& prompts, const Text& text) {
   return prompts.Show({text, u"Warning", Buttons::YesNo, Icon::Exclamation}) == Answer::Yes;
 }

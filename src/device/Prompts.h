@@ -20,6 +20,7 @@ struct Message {
   Text title;
   Buttons buttons = Buttons::Ok;
   Icon icon = Icon::None;
+  bool isNoFirst = false;  // of Yes and No: a key pressed twice must not say Yes
 };
 
 struct TextQuestion {
@@ -75,6 +76,7 @@ public:
 void Alert(Prompts& prompts, const Text& text);
 void ShowError(Prompts& prompts, const Text& text);         // "Error", hand
 bool ConfirmCaution(Prompts& prompts, const Text& text);    // "Caution", Yes/No, exclamation
+bool ConfirmReplace(Prompts& prompts, const Text& text);    // likewise, with No as the first choice
 bool ConfirmWarning(Prompts& prompts, const Text& text);    // "Warning", Yes/No, exclamation
 bool ConfirmUpdate(Prompts& prompts, const Text& text);     // "Update Required", OK/Cancel, exclamation
 bool ConfirmDataAlert(Prompts& prompts, const Text& text);  // "Data Alert", OK/Cancel, exclamation

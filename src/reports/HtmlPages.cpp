@@ -69,13 +69,14 @@ void HtmlPages::AddTextBlock(TextView title, const Text& words) {
 }
 
 bool HtmlPages::AddCategory(const ReportSection& category, ReportProgress& progress) {
-  if (category.isSkipped || category.steps.empty()) return true;
+  if (category.isSkipped) return true;
   const Text name = device::Format(u"cat%d", category.categoryID);
   m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionFile, name), u"main", category.title);
   m_Contents.Add<HtmlFixed>(Text(kLineEnd));
 
   HtmlParagraph& title = m_Inspection.Add<HtmlParagraph>(HtmlAlign::Left);
   title.Add<HtmlAnchor>(name).Add<HtmlText>(category.title, HtmlText::Style{.bold = true, .underline = true});
+  if (category.steps.empty()) return true;
   HtmlTable& table = m_Inspection.Add<HtmlTable>(
       HtmlTable::Form{.width = 100, .isPercent = true, .spacing = 0, .padding = 2});
   AddHeading(table);
@@ -116,8 +117,9 @@ void HtmlPages::AddStep(HtmlTable& table, const ReportStep& step) {
 }
 
 void HtmlPages::AddPictures(HtmlTable& table, const ReportStep& step) {
+  if (editing::FindFirstTag(step.comments).empty()) return;
   Text pictures;
-  for (const PagePicture& picture : m_Pictures.OfText(step.comments)) {
+  for (const PagePicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) {
     if (!pictures.empty()) pictures += u' ';
     HtmlPicture(picture.file, picture.size, step.title).RenderTo(pictures);
   }

@@ -16,7 +16,8 @@ public:
   // ratings the rows have their short form, with the materials before the comments.
   HtmlPages(const ReportContent& content, PagePictures& pictures, bool hideRatings);
 
-  // One that is skipped or has no steps leaves no trace. False when the person wishes to stop.
+  // One that is skipped leaves no trace; one without steps has its title and its link, but no table. False
+  // when the person wishes to stop.
   bool AddCategory(const ReportSection& category, ReportProgress& progress);
   // After the last category.
   void AddEnd();

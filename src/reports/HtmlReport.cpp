@@ -1,6 +1,8 @@
 #include "reports/HtmlReport.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <memory>
 
 #include "device/CodePage.h"
 #include "device/Format.h"
@@ -56,6 +58,55 @@ bool IsThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
+constexpr TextView kFramesFile = u"index.htm";
+constexpr TextView kPages[] = {HtmlPages::kInspectionFile, HtmlPages::kContentsFile, kFramesFile};
+
+bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code notThere;
+  return std::filesystem::equivalent(one, other, notThere);
+}
+
+// Pages and their pictures must not lie among those that reports are made from: a number in a comment would
+// mean another picture, and a copy could be taken for an original.
+Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source) {
+  const Text name = device::FromUtf8(folder.native());
+  if (!folder.has_relative_path()) return name + u" is no folder for pages. Choose one below it.";
+  if (source.pictures.IsCardFolder(folder))
+    return device::Format(
+        u"%s is the folder of the camera's card. More pictures there would change which ones the numbers in "
+        u"comments mean. Make the pages in a folder of their own.",
+        name);
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) return {};  // nothing lies in it yet
+  for (const std::filesystem::path& picture : source.pictures.FilesOf(source.content)) {
+    std::error_code notThere;
+    if (IsSameFolder(picture.parent_path(), folder) ||
+        IsSameFolder(std::filesystem::canonical(picture, notThere).parent_path(), folder))
+      return device::Format(
+          u"%s is the folder of a picture that this report shows. Make the pages in a folder of their own.",
+          name);
+  }
+  return {};
+}
+
+// False when there are pages that the person wants to keep.
+bool MayReplacePages(const ReportSource& source, const PageRecord& record, ReportRun& run) {
+  const bool isThere = std::any_of(std::begin(kPages), std::end(kPages), [&](TextView page) {
+    return run.GetMachine().files.Exists(run.Target().path / device::ToUtf8(page));
+  });
+  const bool isOfAnother = !record.Inspection().empty() && record.Inspection() != source.inspection;
+  if (!isThere || record.Inspection() == source.inspection || (run.Target().mayReplace && !isOfAnother))
+    return true;
+  return device::ConfirmReplace(
+      run.GetMachine().prompts,
+      device::Format(
+          isOfAnother
+              ? u"%s already holds the pages of another inspection. Do you want to replace them?"
+              : u"%s already holds pages that were not made of this inspection, or files of yours with "
+                u"the same names. Do you want to replace them?",
+          device::FromUtf8(run.Target().path.native())));
+}
+
 // False when the page is too large and the person does not want a part of it. A full disk is told at the end.
 bool SavePage(ReportRun& run, TextView name, const Text& page) {
   std::string bytes = device::ToCodePage(page);
@@ -88,20 +139,26 @@ Text HtmlReport::FramesPage(TextView folder) {
 }
 
 void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
-  if (!Prepare(source.content.header, run)) return run.Refuse();
-  PagePictures pictures(source.pictures, run, run.Target().path);
-  HtmlPages pages(source.content, pictures, source.options.m_HideRatings != 0);
+  // Until the end, whichever it is.
+  const auto pictures = std::make_shared<PagePictures>(source.pictures, run);
+  if (const Text problem = WhyNotInto(run.Target().path, source); !problem.empty()) {
+    device::ShowError(run.GetMachine().prompts, problem);
+    return run.Refuse();
+  }
+  if (!Prepare(source, pictures->Record(), run) || !pictures->Plan(source.content)) return run.Refuse();
+  run.AtEnd([pictures, inspection = source.inspection] { pictures->Finish(inspection); },
+            [pictures] { pictures->Forget(); });
+  HtmlPages pages(source.content, *pictures, source.options.m_HideRatings != 0);
   ReportProgress& progress = run.Progress();
   progress.SetStatus(u"Building Categories...");
   for (const ReportSection& category : source.content.sections) {
     if (!pages.AddCategory(category, progress) || !progress.PartDone()) return;
   }
   pages.AddEnd();
-  pictures.DropThoseOf(run.Target().path / device::ToUtf8(HtmlPages::kInspectionFile));
   progress.SetStatus(u"Saving to file...");
   if (!SavePage(run, HtmlPages::kInspectionFile, pages.Inspection()) ||
       !SavePage(run, HtmlPages::kContentsFile, pages.Contents()) ||
-      !SavePage(run, u"index.htm", FramesPage(FrameFolder())))
+      !SavePage(run, kFramesFile, FramesPage(FrameFolder())))
     return run.Refuse();
   progress.PartDone();
 }
@@ -110,7 +167,11 @@ device::SaveQuestion HtmlExport::Question(const ReportHeader& header) const {
   return {u"Inspection" + header.documentNumber, Text(kProgramFolder), {}, {}};
 }
 
-bool HtmlExport::Prepare(const ReportHeader& header, ReportRun& run) const {
+bool HtmlExport::Prepare(const ReportSource& source, const PageRecord& record, ReportRun& run) const {
+  return MayReplacePages(source, record, run) && MakeFolder(source.content.header, run);
+}
+
+bool HtmlExport::MakeFolder(const ReportHeader& header, ReportRun& run) const {
   const std::filesystem::path& folder = run.Target().path;
   const bool isSuggested = run.Target().isSuggested;
   const Text shown = isSuggested ? Question(header).folder + Question(header).suggestedName

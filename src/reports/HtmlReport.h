@@ -26,7 +26,7 @@ protected:
       : ReportFormat(name, title, {.ownFolder = ownFolder, .folder = true}) {}
 
   // False: nothing is to be written, and the person knows why.
-  virtual bool Prepare(const ReportHeader& header, ReportRun& run) const = 0;
+  virtual bool Prepare(const ReportSource& source, const PageRecord& record, ReportRun& run) const = 0;
   // What stands before "toc.htm" and "inspection.htm" in the frames.
   virtual TextView FrameFolder() const = 0;
 };
@@ -40,8 +40,11 @@ public:
   TextView ProgressTitle() const override { return u"Exporting HTML..."; }
 
 protected:
-  bool Prepare(const ReportHeader& header, ReportRun& run) const override;
+  bool Prepare(const ReportSource& source, const PageRecord& record, ReportRun& run) const override;
   TextView FrameFolder() const override { return {}; }
+
+private:
+  bool MakeFolder(const ReportHeader& header, ReportRun& run) const;
 };
 
 // In the program's folder, to be looked at on the device. The pages name each other by their places there.
@@ -53,7 +56,7 @@ public:
   TextView ProgressTitle() const override { return u"Building HTML..."; }
 
 protected:
-  bool Prepare(const ReportHeader&, ReportRun&) const override { return true; }
+  bool Prepare(const ReportSource&, const PageRecord&, ReportRun&) const override { return true; }
   TextView FrameFolder() const override { return u"file:///Program Files\\Brindlecove\\"; }
 };
 

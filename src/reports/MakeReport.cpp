@@ -1,8 +1,11 @@
 #include "reports/MakeReport.h"
 
+#include <algorithm>
+
 #include "data/InspectionTable.h"
 #include "data/InspectionTypeTable.h"
 #include "device/Format.h"
+#include "reports/PageRecord.h"
 #include "reports/ReportLayout.h"
 
 namespace inspector::reports {
@@ -43,7 +46,7 @@ Text Collect(data::Workspace& workspace, const ReportRequest& request, const Rep
 // Nothing when the person cancels.
 std::optional<ReportTarget> TargetOf(const device::Machine& machine, const ReportRequest& request,
                                      const ReportFormat& format, const ReportHeader& header) {
-  if (request.target) return ReportTarget{*request.target, false};
+  if (request.target) return ReportTarget{*request.target, false, request.mayReplace};
   const device::SaveQuestion question = format.Question(header);
   if (format.Used().folder)
     return ReportTarget{machine.paths.Resolve(question.folder + question.suggestedName), true};
@@ -52,25 +55,44 @@ std::optional<ReportTarget> TargetOf(const device::Machine& machine, const Repor
   return ReportTarget{*chosen, false};
 }
 
-// Why a report must not replace this file; empty when it may.
-Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file) {
+bool IsOneOf(const std::filesystem::path& file, const std::vector<std::filesystem::path>& others) {
+  return std::any_of(others.begin(), others.end(), [&](const auto& other) {
+    std::error_code notThere;
+    return std::filesystem::equivalent(file, other, notThere);
+  });
+}
+
+// Files that the program needs, or that a person may want back.
+std::vector<std::filesystem::path> OwnFiles(data::Workspace& workspace) {
+  const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
+  std::vector<std::filesystem::path> files = {registry, registry.parent_path() / "inspector.log",
+                                              registry.parent_path() / PageRecord::kFile};
   data::Databases& databases = workspace.GetDatabases();
+  for (const std::filesystem::path& database : {databases.Template().File(), databases.Inspection().File()})
+    for (const char* const end : {"", ".lock", ".before-import", "-wal", "-journal"})
+      files.emplace_back(database.native() + end);
+  return files;
+}
+
+bool HasNameOfPicture(const std::filesystem::path& file) {
+  constexpr TextView kEnds[] = {u".jpg", u".jpeg", u".png", u".gif", u".bmp", u".2bp", u".webp"};
+  const Text end = device::FromUtf8(file.extension().native());
+  return std::any_of(std::begin(kEnds), std::end(kEnds),
+                     [&](TextView each) { return device::EqualIgnoringCase(end, each); });
+}
+
+// Why a report must not replace this file; empty when it may.
+Text WhyNotReplace(data::Workspace& workspace, ReportPictures& pictures, const ReportContent& content,
+                   const std::filesystem::path& file) {
   std::error_code notThere;
-  std::vector<std::filesystem::path> own = {databases.Template().File(), databases.Inspection().File(),
-                                            workspace.GetMachine().registry.Path()};
-  for (const std::filesystem::path& database : {own[0], own[1]})
-    own.emplace_back(database.native() + ".lock");
-  for (const std::filesystem::path& each : own)
-    if (std::filesystem::equivalent(file, each, notThere))
-      return device::Format(
-          u"%s is a database of this program, or a file beside it. Give the report another name.",
-          device::FromUtf8(file.native()));
-  // Perhaps one that this very report shows.
-  for (const std::string end : {".jpg", ".jpeg", ".png", ".gif", ".bmp", ".2bp"})
-    if (device::EqualIgnoringCase(device::FromUtf8(file.extension().native()), device::FromUtf8(end)) &&
-        std::filesystem::exists(file, notThere))
-      return device::Format(u"%s has the name of a picture, and would be lost. Give the report another name.",
-                            device::FromUtf8(file.native()));
+  if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
+  if (IsOneOf(file, OwnFiles(workspace)))
+    return device::Format(
+        u"%s is a database of this program, or a file beside it. Give the report another name.",
+        device::FromUtf8(file.native()));
+  if (HasNameOfPicture(file) || IsOneOf(file, pictures.FilesOf(content)))
+    return device::Format(u"%s is a picture, and would be lost. Give the report another name.",
+                          device::FromUtf8(file.native()));
   return {};
 }
 
@@ -92,14 +114,18 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
                   u"the web pages in a folder to put them elsewhere.");
   const auto target = TargetOf(machine, request, *format, content.header);
   if (!target) return {ReportResult::Cancelled, {}, {}};
-  if (const Text problem = WhyNotReplace(workspace, target->path); !problem.empty())
-    return Refuse(machine.prompts, problem);
 
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
                           request.choices.pictures && options.m_OmitPictures == 0);
+  if (const Text problem = WhyNotReplace(workspace, pictures, content, target->path); !problem.empty())
+    return Refuse(machine.prompts, problem);
+  const Text inspection =
+      device::Format(u"%d of %s", request.inspectionID,
+                     device::FromUtf8(workspace.GetDatabases().Inspection().File().native()));
   ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
-  format->Write({content, pictures, options, request.choices}, run);
+  pictures.StopWhen([&run] { return run.Progress().IsCancelled(); });
+  format->Write({content, pictures, options, request.choices, inspection}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
   return {result, target->path, pictures.Notes()};

@@ -11,6 +11,7 @@ struct ReportRequest {
   Text format;  // the name of a ReportFormat
   ReportChoices choices;
   std::optional<std::filesystem::path> target;  // the format's suggestion, or asked for, when missing
+  bool mayReplace = false;  // as for ReportTarget; a file was asked about before it became the target
 };
 
 // A format, layout or inspection that does not exist, and every failure, has been told to the person when

@@ -16,7 +16,7 @@ void NarrativeLayout::WriteCategory(RtfWriter& writer, const RowStyle&, const Re
   writer.Write("\\par\\par \\pard ");
   writer.WriteEscaped(editing::StripTags(narrative));
   writer.Write("\\par\\par ");
-  writer.WriteTagPictures(narrative);
+  writer.WriteTagPictures(narrative, category.title);
 }
 
 }  // namespace inspector::reports

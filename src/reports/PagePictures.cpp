@@ -3,74 +3,94 @@
 #include <algorithm>
 
 #include "device/Format.h"
+#include "editing/PictureTags.h"
+#include "reports/MediaType.h"
+#include "reports/ReportWords.h"
 
 namespace inspector::reports {
 namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
-constexpr std::uint64_t kLargestPage = 1 << 20;
+
+bool IsPicture(device::InputFile& file) {
+  char begin[kSignatureBytes];
+  const std::int64_t count = file.Read(begin, sizeof begin);
+  return count > 0 && !MediaType({begin, static_cast<std::size_t>(count)}).empty();
+}
 
 }  // namespace
-std::optional<PagePicture> PagePictures::Place(TextView path, int scaling) {
-  const std::filesystem::path source = m_Pictures.FileOf(path);
-  if (const auto copy = m_Copies.find(source); copy != m_Copies.end())
-    return PagePicture{copy->second, m_Pictures.ShownSize(path, scaling)};
-  auto file = m_Pictures.Open(path);
-  if (file == nullptr) return std::nullopt;
-  Text name;
-  do {
-    name = device::Format(u"picture%d.jpg", ++m_Last);
-    const Found found = Look(path, name);
-    if (found == Found::Same) break;
-    if (found == Found::Free) {
-      if (!m_Run.Copy(*file, m_Folder / device::ToUtf8(name))) return std::nullopt;
-      break;
+
+bool PagePictures::Plan(const ReportContent& content) {
+  PlanOne(ReportPictures::HousePhotoPath(content.header.documentNumber));
+  for (const ReportSection& section : content.sections) {
+    if (section.isSkipped) continue;
+    for (const ReportStep& step : section.steps) {
+      if (!step.isReported || editing::FindFirstTag(step.comments).empty()) continue;
+      for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) PlanOne(picture.path);
     }
-  } while (true);
-  m_Copies.emplace(source, name);
-  return PagePicture{name, m_Pictures.ShownSize(path, scaling)};
+  }
+  PageRecord::Copies all = m_Former;
+  for (const auto& [source, copy] : m_Copies) all[copy.name] = copy.size;
+  if (all == m_Former || m_Record.Keep(Text(m_Record.Inspection()), all)) return true;
+  device::ShowError(m_Run.GetMachine().prompts, m_Record.LastError());
+  return false;
 }
 
-// A picture that an earlier export left is as good as a copy; one that is another stays, because pages that
-// are still there may show it, or because it is none of ours.
-PagePictures::Found PagePictures::Look(TextView path, TextView name) const {
-  device::Files& files = m_Run.GetMachine().files;
-  const std::filesystem::path there = m_Folder / device::ToUtf8(name);
-  if (!files.Exists(there)) return Found::Free;
+void PagePictures::PlanOne(TextView path) {
+  if (m_Copies.contains(m_Pictures.FileOf(path))) return;
+  const auto file = m_Pictures.Open(path);
+  const auto size = file == nullptr ? std::nullopt : file->Size();
+  if (!size || !IsPicture(*file)) return;
+  Copy copy{OwnCopyOf(path, *size), *size};
+  copy.isThere = !copy.name.empty();
+  while (!copy.isThere &&
+         (copy.name.empty() || m_Run.GetMachine().files.Exists(m_Run.Target().path / copy.name)))
+    copy.name = device::ToUtf8(device::Format(u"picture%d.jpg", ++m_Last));
+  m_Copies.emplace(m_Pictures.FileOf(path), std::move(copy));
+}
+
+std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
+  for (const auto& former : m_Former) {
+    const std::string& name = former.first;
+    const bool isTaken = std::any_of(m_Copies.begin(), m_Copies.end(),
+                                     [&](const auto& planned) { return planned.second.name == name; });
+    if (former.second == size && !isTaken && m_Record.IsOwn(name) && IsSame(path, m_Run.Target().path / name))
+      return name;
+  }
+  return {};
+}
+
+bool PagePictures::IsSame(TextView path, const std::filesystem::path& other) const {
   const auto one = m_Pictures.Open(path);
-  const auto other = files.OpenForReading(there);
-  if (one == nullptr || other == nullptr || one->Size() != other->Size()) return Found::Taken;
+  const auto two = m_Run.GetMachine().files.OpenForReading(other);
   std::vector<char> left(kBlock);
   std::vector<char> right(kBlock);
-  std::int64_t count = 0;
-  do {
+  std::int64_t count = one == nullptr || two == nullptr ? -1 : 1;
+  while (count > 0) {
     count = one->Read(left.data(), kBlock);
-    if (count < 0 || other->Read(right.data(), kBlock) != count ||
-        !std::equal(left.begin(), left.begin() + count, right.begin()))
-      return Found::Taken;
-  } while (count > 0);
-  return Found::Same;
-}
-
-void PagePictures::DropThoseOf(const std::filesystem::path& page) {
-  constexpr std::string_view kBefore = "<IMG SRC=\"";
-  const std::optional<std::string> old = device::ReadWhole(m_Run.GetMachine().files, page, kLargestPage);
-  if (!old) return;
-  for (std::size_t at = old->find(kBefore); at != std::string::npos; at = old->find(kBefore, at)) {
-    at += kBefore.size();
-    const std::string name = old->substr(at, old->find('"', at) - at);
-    // Only names that are given here, and no paths.
-    const bool isOurs = name.starts_with("picture") && name.ends_with(".jpg") &&
-                        name.find_first_not_of("0123456789", 7) == name.size() - 4;
-    const bool isShown = std::any_of(m_Copies.begin(), m_Copies.end(),
-                                     [&](const auto& copy) { return device::ToUtf8(copy.second) == name; });
-    if (isOurs && !isShown) m_Run.RemoveAtEnd(m_Folder / name);
+    if (two->Read(right.data(), kBlock) != count ||
+        !std::equal(left.begin(), left.begin() + std::max<std::int64_t>(count, 0), right.begin()))
+      return false;
   }
+  return count == 0;
 }
 
-std::vector<PagePicture> PagePictures::OfText(TextView comments) {
+std::optional<PagePicture> PagePictures::Place(TextView path, int scaling) {
+  const auto planned = m_Copies.find(m_Pictures.FileOf(path));
+  if (path.empty() || planned == m_Copies.end()) return std::nullopt;
+  Copy& copy = planned->second;
+  if (!copy.isThere && !copy.isLost) {
+    const auto file = m_Pictures.Open(path);
+    copy.isThere = file != nullptr && m_Run.Copy(*file, copy.size, m_Run.Target().path / copy.name);
+    copy.isLost = !copy.isThere;
+  }
+  if (copy.isLost) return std::nullopt;
+  return PagePicture{device::FromUtf8(copy.name), m_Pictures.ShownSize(path, scaling)};
+}
+
+std::vector<PagePicture> PagePictures::OfText(TextView comments, TextView place) {
   std::vector<PagePicture> placed;
-  for (const TagPicture& picture : m_Pictures.OfText(comments)) {
+  for (const TagPicture& picture : m_Pictures.OfText(comments, place)) {
     if (auto one = Place(picture.path, picture.scaling)) {
       placed.push_back(std::move(*one));
     } else {
@@ -85,6 +105,21 @@ std::optional<PagePicture> PagePictures::OfHouse(TextView documentNumber) {
   auto photo = Place(path, 100);
   if (!photo && m_Pictures.Exists(path)) m_Pictures.NoteUnreadable(path);
   return photo;
+}
+
+void PagePictures::Forget() {
+  if (m_Record.Pictures() != m_Former && !m_Record.Keep(Text(m_Record.Inspection()), m_Former))
+    m_Run.GetMachine().faults.Report(m_Record.LastError());
+}
+
+void PagePictures::Finish(const Text& inspection) {
+  PageRecord::Copies shown;
+  for (const auto& [source, copy] : m_Copies)
+    if (copy.isThere) shown.emplace(copy.name, copy.size);
+  for (const auto& [name, size] : m_Former)
+    if (!shown.contains(name) && m_Record.IsOwn(name))
+      m_Run.GetMachine().files.Remove(m_Run.Target().path / name);
+  if (!m_Record.Keep(inspection, shown)) m_Run.GetMachine().faults.Report(m_Record.LastError());
 }
 
 }  // namespace inspector::reports

@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "reports/PageRecord.h"
 #include "reports/ReportPictures.h"
 #include "reports/ReportRun.h"
 
@@ -15,30 +16,49 @@ struct PagePicture {
 
 class PagePictures {
 public:
-  // All three outlive this. The copies go again when the run does not finish.
-  PagePictures(ReportPictures& pictures, ReportRun& run, std::filesystem::path folder)
-      : m_Pictures(pictures), m_Run(run), m_Folder(std::move(folder)) {}
+  // Both outlive this; the run's target is the folder. The copies go again when the run does not finish.
+  PagePictures(ReportPictures& pictures, ReportRun& run)
+      : m_Pictures(pictures),
+        m_Run(run),
+        m_Record(run.GetMachine(), run.Target().path),
+        m_Former(m_Record.Pictures()) {}
 
-  // Pictures that an earlier page of this folder showed and the new one does not go with it: they may be
-  // another client's. `page` is that earlier page; it may be missing.
-  void DropThoseOf(const std::filesystem::path& page);
-  // Nothing for a picture that cannot be read. `scaling` is in percent.
-  std::optional<PagePicture> Place(TextView path, int scaling);
-  // Those of a comment's tags that can be had; the others are noted.
-  std::vector<PagePicture> OfText(TextView comments);
+  // What was put into the folder before.
+  const PageRecord& Record() const { return m_Record; }
+
+  // Gives every picture of the report its name, and writes the names down before the first copy is made, so
+  // that the next run can tidy up after one that was killed. False when they cannot be written, which the
+  // person knows then.
+  bool Plan(const ReportContent& content);
+  // Those of a comment's tags that can be had; the others are noted. `place` is where it stands.
+  std::vector<PagePicture> OfText(TextView comments, TextView place);
   // The photograph of the house; nothing when there is none.
   std::optional<PagePicture> OfHouse(TextView documentNumber);
+  // The pages are there: copies that only those before have shown go, since they may be another client's.
+  void Finish(const Text& inspection);
+  // There are no new pages, and the copies have gone.
+  void Forget();
 
 private:
-  enum class Found { Free, Same, Taken };
-  // What stands under that name.
-  Found Look(TextView path, TextView name) const;
+  struct Copy {
+    std::string name;
+    std::uint64_t size = 0;
+    bool isThere = false;
+    bool isLost = false;  // the file went away, or changed, before it was copied
+  };
+  // Nothing for what is no picture, or cannot be read. `scaling` is in percent.
+  std::optional<PagePicture> Place(TextView path, int scaling);
+  void PlanOne(TextView path);
+  // The name of a copy of the same bytes that an earlier run has left; empty when there is none.
+  std::string OwnCopyOf(TextView path, std::uint64_t size) const;
+  bool IsSame(TextView path, const std::filesystem::path& other) const;
 
   ReportPictures& m_Pictures;
   ReportRun& m_Run;
-  const std::filesystem::path m_Folder;
+  PageRecord m_Record;
+  const PageRecord::Copies m_Former;
   int m_Last = 0;                                  // number that was tried
-  std::map<std::filesystem::path, Text> m_Copies;  // of the file on the machine, to its name here
+  std::map<std::filesystem::path, Copy> m_Copies;  // of the file on the machine
 };
 
 }  // namespace inspector::reports

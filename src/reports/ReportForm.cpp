@@ -62,13 +62,17 @@ std::vector<Text> ReportForm::Ratings() {
 }
 
 void ReportForm::ChooseKind(const ReportFormat& kind) {
-  const Text formerEnd = u"." + m_Kind->Question(m_Header).defaultExtension;
   m_Kind = &kind;
-  Text& own = OwnTarget();
+  if (kind.Used().folder) return;
   // The name stays, with the end of another kind of file.
-  if (!own.empty() && !kind.Used().folder && own.ends_with(formerEnd))
-    own.replace(own.size() - formerEnd.size(), formerEnd.size(),
-                u"." + kind.Question(m_Header).defaultExtension);
+  const Text end = EndOf(kind);
+  if (!m_OwnFile.empty() && m_OwnFile.ends_with(m_OwnEnd))
+    m_OwnFile.replace(m_OwnFile.size() - m_OwnEnd.size(), m_OwnEnd.size(), end);
+  m_OwnEnd = end;
+}
+
+Text ReportForm::EndOf(const ReportFormat& kind) const {
+  return u"." + kind.Question(m_Header).defaultExtension;
 }
 
 // One for files and one for folders, so that a look at another kind forgets neither.
@@ -88,7 +92,9 @@ Text ReportForm::Target() const {
 }
 
 void ReportForm::ChooseTarget(const Text& target) {
-  if (!m_Kind->Used().ownFolder) OwnTarget() = target == Suggestion() ? Text() : target;
+  if (m_Kind->Used().ownFolder) return;
+  OwnTarget() = target == Suggestion() ? Text() : target;
+  if (!m_Kind->Used().folder) m_OwnEnd = EndOf(*m_Kind);
 }
 
 void ReportForm::ChooseAgreedTarget(const std::filesystem::path& target) {
@@ -99,10 +105,10 @@ void ReportForm::ChooseAgreedTarget(const std::filesystem::path& target) {
 std::optional<device::SaveQuestion> ReportForm::SaveQuestion() const {
   if (m_Kind->Used().folder) return std::nullopt;
   device::SaveQuestion question = m_Kind->Question(m_Header);
-  const Text target = Target();
-  const Text folder = FolderOf(target);
-  if (!folder.empty()) question.folder = folder;
-  question.suggestedName = target.substr(folder.size());
+  if (Target() == question.folder + question.suggestedName) return question;
+  const std::filesystem::path file = Resolved();
+  question.folder = device::FromUtf8(file.parent_path().native()) + u"/";
+  question.suggestedName = device::FromUtf8(file.filename().native());
   return question;
 }
 
@@ -111,8 +117,7 @@ std::filesystem::path ReportForm::Resolved() const {
   Text target = Target();
   const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
   if (!isWhole) target = u"\\My Documents\\" + target;
-  if (!m_Kind->Used().folder && !HasExtension(target))
-    target += u"." + m_Kind->Question(m_Header).defaultExtension;
+  if (!m_Kind->Used().folder && !HasExtension(target)) target += EndOf(*m_Kind);
   return m_Workspace.GetMachine().paths.ResolveTyped(target);
 }
 
@@ -124,7 +129,7 @@ ReportOutcome ReportForm::Make() {
   // A folder that was suggested goes by the device's own rules.
   if (!isFolder || Target() != Suggestion()) request.target = Resolved();
   if (!isFolder && *request.target != m_Agreed && machine.files.Exists(*request.target) &&
-      !device::ConfirmCaution(machine.prompts,
+      !device::ConfirmReplace(machine.prompts,
                               device::Format(u"%s already exists. Do you want to replace it?",
                                              device::FromUtf8(request.target->native()))))
     return {ReportResult::Cancelled, {}, {}};

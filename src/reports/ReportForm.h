@@ -43,6 +43,8 @@ public:
 private:
   Text& OwnTarget();
   Text Suggestion() const;
+  // ".rtf"
+  Text EndOf(const ReportFormat& kind) const;
   std::filesystem::path Resolved() const;
   void Remember();
 
@@ -53,7 +55,8 @@ private:
   ReportChoices m_Choices;
   CategorySelection m_Categories;
   Text m_OwnFile;    // that a person has named; empty for what is suggested
-  Text m_OwnFolder;  // likewise
+  Text m_OwnEnd;     // of the kind of file that it was named for
+  Text m_OwnFolder;  // as the file
   Text m_LastFolder;
   std::filesystem::path m_Agreed;
   bool m_Failed = false;

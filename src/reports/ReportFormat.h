@@ -26,6 +26,7 @@ struct ReportSource {
   ReportPictures& pictures;
   const data::OptionsTable& options;
   const ReportChoices& choices;
+  const Text& inspection;  // the same in every report of this inspection, and in no other
 };
 
 class ReportFormat {

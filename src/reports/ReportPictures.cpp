@@ -1,8 +1,10 @@
 #include "reports/ReportPictures.h"
 
 #include <algorithm>
+#include <system_error>
 
 #include "device/Format.h"
+#include "device/PictureHeader.h"
 #include "editing/PictureTags.h"
 
 namespace inspector::reports {
@@ -14,9 +16,40 @@ constexpr TextView kLogos[] = {
     u"\\Program Files\\Marrowtide\\Logos\\logo1.jpg",
 };
 
-int Scaled(int side, int scaling) {
+// A picture that ends before the size it had when it was opened, or that nobody waits for any more, cannot be
+// read.
+class WholeFile : public device::InputFile {
+public:
+  WholeFile(std::unique_ptr<device::InputFile> file, std::uint64_t size, std::function<bool()> isStopped)
+      : m_File(std::move(file)), m_Size(size), m_IsStopped(std::move(isStopped)) {}
+
+  std::int64_t Read(char* buffer, std::size_t size) override {
+    if (m_IsStopped()) return -1;
+    const std::int64_t count = m_File->Read(buffer, size);
+    if (count < 0) return count;
+    m_Read += static_cast<std::uint64_t>(count);
+    const bool isEnd = static_cast<std::uint64_t>(count) < size;
+    return isEnd && m_Read < m_Size ? -1 : count;
+  }
+  std::optional<std::uint64_t> Size() override { return m_Size; }
+
+private:
+  const std::unique_ptr<device::InputFile> m_File;
+  const std::uint64_t m_Size;
+  const std::function<bool()> m_IsStopped;
+  std::uint64_t m_Read = 0;
+};
+
+// No side is longer than a picture's may be; the other one follows it, so that nothing is distorted.
+device::PictureSize Scaled(const device::PictureSize& size, std::int64_t scaling) {
   constexpr std::int64_t kLongestSide = 0xFFFF;
-  return static_cast<int>(std::clamp<std::int64_t>(std::int64_t{side} * scaling / 100, 1, kLongestSide));
+  const std::int64_t longest = std::max(size.width, size.height);
+  const bool isTooLong = longest * scaling / 100 > kLongestSide;
+  const auto side = [&](std::int64_t pixels) {
+    const std::int64_t scaled = isTooLong ? pixels * kLongestSide / longest : pixels * scaling / 100;
+    return static_cast<int>(std::max<std::int64_t>(scaled, 1));
+  };
+  return {side(size.width), side(size.height)};
 }
 
 }  // namespace
@@ -24,20 +57,40 @@ int Scaled(int side, int scaling) {
 ReportPictures::ReportPictures(const device::Machine& machine, Text cardFolder, bool included)
     : m_Machine(machine), m_Card(machine.files, machine.paths, std::move(cardFolder)), m_Included(included) {}
 
-std::vector<TagPicture> ReportPictures::OfText(TextView text) {
+std::vector<TagPicture> ReportPictures::OfText(TextView text, TextView place) {
   std::vector<TagPicture> pictures = editing::PicturesOf(text, m_Card);
-  for (const TagPicture& picture : pictures)
-    if (editing::ClassifyTag(picture.tag) == editing::kError)
-      device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+  for (const TagPicture& picture : pictures) {
+    if (editing::ClassifyTag(picture.tag) != editing::kError || !m_UnknownTags.insert(picture.tag).second)
+      continue;
+    device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+    Note(device::Format(u"The tag %s in %s is of no kind that a report knows. Correct it, or take it out.",
+                        picture.tag, place));
+  }
   return pictures;
+}
+
+std::vector<std::filesystem::path> ReportPictures::FilesOf(const ReportContent& content) {
+  std::set<std::filesystem::path> files = {FileOf(HousePhotoPath(content.header.documentNumber))};
+  for (const TextView logo : kLogos) files.insert(FileOf(logo));
+  for (const ReportSection& section : content.sections)
+    for (const ReportStep& step : section.steps)
+      for (const TagPicture& picture : editing::PicturesOf(step.comments, m_Card))
+        if (!picture.path.empty() && picture.path != editing::kError) files.insert(FileOf(picture.path));
+  return {files.begin(), files.end()};
+}
+
+bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
+  std::error_code notThere;
+  return !m_Card.Folder().empty() && std::filesystem::equivalent(m_Card.HostFolder(), folder, notThere);
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
   // A file may well be called ERROR, but it is not what a tag asked for.
   if (!m_Included || path.empty() || path == editing::kError) return nullptr;
   auto file = m_Machine.files.OpenForReading(FileOf(path));
-  if (file == nullptr || !file->Size()) return nullptr;
-  return file;
+  const auto size = file == nullptr ? std::nullopt : file->Size();
+  if (!size) return nullptr;
+  return std::make_unique<WholeFile>(std::move(file), *size, m_IsStopped);
 }
 
 std::filesystem::path ReportPictures::FileOf(TextView path) const {
@@ -47,10 +100,8 @@ std::filesystem::path ReportPictures::FileOf(TextView path) const {
 std::optional<device::PictureSize> ReportPictures::ShownSize(TextView path, int scaling) {
   constexpr int kOwnSize = 100;
   if (scaling <= 0 || scaling == kOwnSize) return std::nullopt;
-  const auto file = Open(path);
-  auto size = file == nullptr ? std::nullopt : device::ReadJpegSize(*file);
-  if (size) *size = {Scaled(size->width, scaling), Scaled(size->height, scaling)};
-  return size;
+  const auto size = device::ReadPictureSize(m_Machine.files, FileOf(path));
+  return size ? std::optional(Scaled(*size, scaling)) : std::nullopt;
 }
 
 Text ReportPictures::FindLogo() {

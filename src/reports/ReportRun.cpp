@@ -1,5 +1,6 @@
 #include "reports/ReportRun.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
@@ -26,19 +27,26 @@ bool IsFolder(const std::filesystem::path& path) {
   return name.empty() || name == "." || name == ".." || std::filesystem::is_directory(path, error);
 }
 
+Text Listed(const std::vector<std::filesystem::path>& files) {
+  Text names;
+  for (const std::filesystem::path& file : files)
+    names += (names.empty() ? u"" : u", ") + device::FromUtf8(file.filename().native());
+  return names;
+}
+
 Text DescribeFailure(const std::filesystem::path& file, const std::string& error, bool isWhole,
-                     bool isHalfReplaced) {
+                     const std::vector<std::filesystem::path>& replaced) {
   const bool isFull =
       error == std::generic_category().message(ENOSPC) || error == std::generic_category().message(EDQUOT);
   const TextView advice = isFull ? u"Free some space on the disk or choose another folder"
                           : IsFolder(file) && isWhole  ? u"Give the file a name in that folder"
                           : IsFolder(file) && !isWhole ? u"Move it away or choose another folder"
                                                        : u"Choose another place";
-  return device::Format(u"The report %s could not be written%s%s. %s, and make it again. %s",
-                        device::FromUtf8(file.native()), error.empty() ? u"" : u": ", device::FromUtf8(error),
-                        advice,
-                        isHalfReplaced ? u"Until then a part of the report that was there is the new one."
-                                       : u"Nothing was left half-written.");
+  return device::Format(
+      u"The report %s could not be written%s%s. %s, and make it again. %s", device::FromUtf8(file.native()),
+      error.empty() ? u"" : u": ", device::FromUtf8(error), advice,
+      replaced.empty() ? Text(u"Nothing was left half-written.")
+                       : u"Until then these files are the new ones already: " + Listed(replaced) + u".");
 }
 
 }  // namespace
@@ -83,10 +91,17 @@ ReportRun::~ReportRun() {
   for (const std::filesystem::path& file : m_NewFiles) m_Machine.files.Remove(file);
   for (auto folder = m_MadeFolders.rbegin(); folder != m_MadeFolders.rend(); ++folder)
     m_Machine.files.Remove(*folder);
+  m_AtFailure();
+}
+
+void ReportRun::AtEnd(std::function<void()> written, std::function<void()> failed) {
+  m_AtEnd = std::move(written);
+  m_AtFailure = std::move(failed);
 }
 
 device::OutputFile& ReportRun::Create(const std::filesystem::path& file) {
-  return *m_Parts.emplace_back(file, m_Machine.files.Create(file)).output;
+  m_Parts.push_back({file, m_Machine.files.Create(file)});
+  return *m_Parts.back().output;
 }
 
 std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
@@ -95,14 +110,16 @@ std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
   return error;
 }
 
-bool ReportRun::Copy(device::InputFile& source, const std::filesystem::path& file) {
+bool ReportRun::Copy(device::InputFile& source, std::uint64_t size, const std::filesystem::path& file) {
   const auto output = m_Machine.files.Create(file);
   std::vector<char> block(kCopyBlock);
+  std::uint64_t copied = 0;
   std::int64_t count = 0;
   do {
     count = source.Read(block.data(), block.size());
+    copied += static_cast<std::uint64_t>(std::max<std::int64_t>(count, 0));
   } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
-  if (count < 0) return false;
+  if (count < 0 || (count == 0 && copied != size)) return false;
   if (count == 0 && output->Commit()) {
     m_NewFiles.push_back(file);
   } else if (!m_CopyFailure) {
@@ -112,7 +129,7 @@ bool ReportRun::Copy(device::InputFile& source, const std::filesystem::path& fil
 }
 
 ReportResult ReportRun::TellFailure(const std::filesystem::path& file, const std::string& error) {
-  device::ShowError(m_Machine.prompts, DescribeFailure(file, error, file == m_Target.path, m_IsHalfReplaced));
+  device::ShowError(m_Machine.prompts, DescribeFailure(file, error, file == m_Target.path, m_Replaced));
   return ReportResult::Failed;
 }
 
@@ -123,20 +140,50 @@ ReportResult ReportRun::Finish() {
   // What can be known to fail does so before the first file has appeared.
   for (const Part& part : m_Parts)
     if (!part.output->Error().empty()) return TellFailure(part.file, part.output->Error());
-  for (const Part& part : m_Parts) {
-    const bool isNew = !m_Machine.files.Exists(part.file);
-    if (!part.output->Commit()) return TellFailure(part.file, part.output->Error());
-    // Once one was replaced, what it names must stay.
-    if (!isNew) {
-      m_NewFiles.clear();
-      m_IsHalfReplaced = true;
-    }
-    if (isNew && !m_IsHalfReplaced) m_NewFiles.push_back(part.file);
+  for (std::size_t n = 0; n < m_Parts.size(); ++n) {
+    Part& part = m_Parts[n];
+    part.isNew = !m_Machine.files.Exists(part.file);
+    // The last one has none after it that could fail.
+    if (n + 1 < m_Parts.size() && !part.isNew) part.former = StageFormer(part.file);
   }
-  for (const std::filesystem::path& file : m_OldFiles) m_Machine.files.Remove(file);
+  for (std::size_t n = 0; n < m_Parts.size(); ++n) {
+    if (m_Parts[n].output->Commit()) continue;
+    PutBack(n);
+    return TellFailure(m_Parts[n].file, m_Parts[n].output->Error());
+  }
   m_NewFiles.clear();
   m_MadeFolders.clear();
+  m_AtFailure = [] {};
+  m_AtEnd();
   return ReportResult::Written;
+}
+
+std::unique_ptr<device::OutputFile> ReportRun::StageFormer(const std::filesystem::path& file) {
+  const auto former = m_Machine.files.OpenForReading(file);
+  if (former == nullptr) return nullptr;
+  auto output = m_Machine.files.Create(file);
+  std::vector<char> block(kCopyBlock);
+  std::int64_t count = 0;
+  do {
+    count = former->Read(block.data(), block.size());
+  } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
+  return count == 0 ? std::move(output) : nullptr;
+}
+
+// The first `count` parts have appeared.
+void ReportRun::PutBack(std::size_t count) {
+  for (std::size_t n = 0; n < count; ++n) {
+    Part& part = m_Parts[n];
+    const bool isBack = part.isNew || (part.former != nullptr && part.former->Commit());
+    if (!isBack) m_Replaced.push_back(part.file);
+  }
+  // What a page shows that could not be put back must stay; else the new ones go with the rest.
+  std::vector<std::filesystem::path>& appeared = m_Replaced.empty() ? m_NewFiles : m_Replaced;
+  for (std::size_t n = 0; n < count; ++n)
+    if (m_Parts[n].isNew) appeared.push_back(m_Parts[n].file);
+  if (m_Replaced.empty()) return;
+  m_NewFiles.clear();
+  m_AtFailure = [] {};
 }
 
 }  // namespace inspector::reports

@@ -51,10 +51,13 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix);
 struct ReportTarget {
   std::filesystem::path path;  // a file, or a folder
   bool isSuggested = false;    // by the program; nobody has chosen it
+  bool mayReplace = false;     // a person has said that what is there may go; not another inspection's pages
 };
 
-// One writing of a report. Its files appear together, by Finish. Without that, or cancelled, it leaves none,
-// and what stood there before stays.
+// One writing of a report. Its files appear by Finish, one after the other, once all of them are whole.
+// Without that, cancelled, or when one of them cannot appear, it leaves none, and what stood there before
+// stays or is put back; where the disk does not allow even that, the person is told which files are the new
+// ones.
 class ReportRun {
 public:
   ReportRun(const device::Machine& machine, ReportTarget target, const Text& progressTitle, int parts);
@@ -70,11 +73,12 @@ public:
   device::OutputFile& Create() { return Create(m_Target.path); }
   // One of several. They appear in the order in which they were created.
   device::OutputFile& Create(const std::filesystem::path& file);
-  // A file that stays in another program's format, at once and never over one that is there. False when
-  // `source` cannot be read to its end: then there is no copy. What the disk refuses is told by Finish.
-  bool Copy(device::InputFile& source, const std::filesystem::path& file);
-  // A file of an earlier writing goes once all of this one are there.
-  void RemoveAtEnd(std::filesystem::path file) { m_OldFiles.push_back(std::move(file)); }
+  // A file that stays in another program's format, at once; there must be none of its name. False when the
+  // person wishes to stop, or when `source` does not hold `size` bytes up to its end: then there is no copy.
+  // What the disk refuses is told by Finish.
+  bool Copy(device::InputFile& source, std::uint64_t size, const std::filesystem::path& file);
+  // What is left to do once all files are there; and what when they are not.
+  void AtEnd(std::function<void()> written, std::function<void()> failed);
   // Makes a folder, whose parent is there. It is removed again when the report is not written.
   std::error_code MakeFolder(const std::filesystem::path& folder);
   // Nothing is to be written; the person knows why.
@@ -87,7 +91,12 @@ private:
   struct Part {
     std::filesystem::path file;
     std::unique_ptr<device::OutputFile> output;
+    std::unique_ptr<device::OutputFile> former{};  // what stood there, ready to be put back
+    bool isNew = true;                             // nothing stood there
   };
+  // What stands there, ready to be put back; nothing when it cannot be read.
+  std::unique_ptr<device::OutputFile> StageFormer(const std::filesystem::path& file);
+  void PutBack(std::size_t count);
   ReportResult TellFailure(const std::filesystem::path& file, const std::string& error);
 
   const device::Machine m_Machine;
@@ -95,10 +104,11 @@ private:
   ReportProgress m_Progress;
   std::vector<Part> m_Parts;
   std::vector<std::filesystem::path> m_NewFiles;  // that are removed unless all are there
-  std::vector<std::filesystem::path> m_OldFiles;
   std::vector<std::filesystem::path> m_MadeFolders;
   std::optional<std::pair<std::filesystem::path, std::string>> m_CopyFailure;
-  bool m_IsHalfReplaced = false;
+  std::vector<std::filesystem::path> m_Replaced;  // files of the report that could not be put back
+  std::function<void()> m_AtEnd = [] {};
+  std::function<void()> m_AtFailure = [] {};
   bool m_IsRefused = false;
 };
 

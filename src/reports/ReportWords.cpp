@@ -9,6 +9,10 @@ Text Joined(const Text& first, TextView between, const Text& second) {
   return Text(first).append(between).append(second);
 }
 
+Text NameOf(const ReportStep& step) {
+  return Joined(step.number, u" ", step.title);
+}
+
 std::vector<HeaderField> HeaderFields(const ReportContent& content) {
   const ReportHeader& header = content.header;
   const ReportLabels& labels = content.labels;

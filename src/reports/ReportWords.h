@@ -9,6 +9,8 @@ namespace inspector::reports {
 
 // `between` only where neither is empty.
 Text Joined(const Text& first, TextView between, const Text& second);
+// "12.03 Flashing".
+Text NameOf(const ReportStep& step);
 // What a report says of house and client, in this order; with empty values where nothing is known.
 struct HeaderField {
   Text label;

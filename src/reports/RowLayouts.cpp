@@ -1,6 +1,7 @@
 #include "reports/RowLayouts.h"
 
 #include "editing/PictureTags.h"
+#include "reports/ReportWords.h"
 
 namespace inspector::reports {
 
@@ -80,7 +81,7 @@ void OneColumnLayout::WriteStep(RtfWriter& writer, const RowStyle& style, const 
     writer.Write("\\par ");
   }
   if (!editing::FindFirstTag(step.comments).empty()) {
-    writer.WriteTagPictures(step.comments);
+    writer.WriteTagPictures(step.comments, NameOf(step));
     writer.Write("\\par ");
   }
 }

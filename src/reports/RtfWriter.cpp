@@ -190,8 +190,8 @@ bool RtfWriter::WriteLogo(TextView path) {
                            "\\cell\\row ");
 }
 
-void RtfWriter::WriteTagPictures(TextView text) {
-  for (const TagPicture& picture : m_Pictures.OfText(text)) {
+void RtfWriter::WriteTagPictures(TextView text, TextView place) {
+  for (const TagPicture& picture : m_Pictures.OfText(text, place)) {
     Write("\\par ");
     if (!WritePicture(picture.path, picture.scaling)) m_Pictures.NoteMissing(picture);
   }
@@ -205,8 +205,7 @@ bool RtfWriter::WritePictureGroup(TextView path, int percent, std::string_view b
   const std::int64_t count = file->Read(m_Block.data(), m_Block.size());
   if (count < 0) return false;
   // It is written all the same: whoever reads it decides.
-  if (count > 3 && MediaType({m_Block.data(), static_cast<std::size_t>(count)}).empty())
-    m_Pictures.NoteUnknown(path);
+  if (MediaType({m_Block.data(), static_cast<std::size_t>(count)}).empty()) m_Pictures.NoteUnknown(path);
 
   const std::string scale = std::to_string(percent);
   Write(before);

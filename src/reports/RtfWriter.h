@@ -59,8 +59,8 @@ public:
   bool WritePicture(TextView path, int percent);
   // The same in a table row of one cell.
   bool WriteLogo(TextView path);
-  // A paragraph and a picture for each tag of the text.
-  void WriteTagPictures(TextView text);
+  // A paragraph and a picture for each tag of the text, which stands in `place`.
+  void WriteTagPictures(TextView text, TextView place);
 
 protected:
   virtual void WriteFirstSectionTitle(TextView title) = 0;

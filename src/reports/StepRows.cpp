@@ -1,6 +1,7 @@
 #include "reports/StepRows.h"
 
 #include "editing/PictureTags.h"
+#include "reports/ReportWords.h"
 
 namespace inspector::reports {
 namespace {
@@ -56,7 +57,7 @@ void WriteFinding(RtfWriter& writer, const RowStyle& style, const ReportStep& st
 void WriteRowPictures(RtfWriter& writer, const ReportStep& step) {
   if (editing::FindFirstTag(step.comments).empty()) return;
   writer.Write("\\pard");
-  writer.WriteTagPictures(step.comments);
+  writer.WriteTagPictures(step.comments, NameOf(step));
   writer.Write("\\par");
 }
 

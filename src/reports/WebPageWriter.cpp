@@ -38,8 +38,8 @@ constexpr std::string_view kStyle =
     ".small{font-size:.875rem;color:#4a5560}\n"
     "@media (max-width:30rem){dl{display:block}dd{margin:0 0 .5rem}}\n"
     "@media print{body{max-width:none;padding:0;font-size:10.5pt}nav{display:none}a{color:#1b1f23;"
-    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;width:"
-    "auto}}\n";
+    "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;object-"
+    "fit:contain;object-position:left}}\n";
 
 // A page may hold line ends and tabs but no other control character.
 bool IsControl(char16_t unit) {
@@ -221,7 +221,7 @@ void WebPageWriter::WriteAttentionOf(const ReportSection& category) {
     Put("<li><a href=\"#");
     PutWords(AnchorOf(category, n + 1));
     Put("\">");
-    PutName(Joined(step.number, u" ", step.title));
+    PutName(NameOf(step));
     Put("</a>");
     WriteRating(step);
     WriteParagraphs(WordsOf(step));
@@ -259,7 +259,7 @@ void WebPageWriter::WriteStep(const ReportStep& step, TextView anchor) {
   Put("<h3 id=\"");
   PutWords(anchor);
   Put("\">");
-  PutName(Joined(step.number, u" ", step.title));
+  PutName(NameOf(step));
   WriteRating(step);
   Put("</h3>\n");
   if (HasWords(step.materials)) {
@@ -298,9 +298,8 @@ void WebPageWriter::WriteParagraphs(TextView words) {
 
 void WebPageWriter::WritePictures(const ReportStep& step) {
   int number = 0;
-  for (const TagPicture& picture : m_Pictures.OfText(step.comments)) {
-    const Text description =
-        device::Format(u"%s, picture %d", Joined(step.number, u" ", step.title), ++number);
+  for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) {
+    const Text description = device::Format(u"%s, picture %d", NameOf(step), ++number);
     if (!WritePicture(picture.path, picture.scaling, description)) m_Pictures.NoteMissing(picture);
   }
 }

@@ -1,6 +1,7 @@
 #include "app/ReportCommand.h"
 
 #include "device/ui/ListView.h"
+#include "device/ui/Theme.h"
 #include "support/Screens.h"
 #include "support/VisitFixture.h"
 
@@ -112,6 +113,46 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
   m_HasPrograms = false;
   Write("Plain text", at("report.txt"), QStringLiteral("Open"));
   EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"has no program that opens"));
+}
+
+TEST_F(ReportCommandTest, ANameKeepsItsPlaceThroughEveryKind) {
+  m_Person.Expect("reportDialog", [this](QDialog& dialog) {
+    auto& target = Part<QLineEdit>(dialog, "reportTarget");
+    const auto nameAs = [&](const char* kind) {
+      tests::Choose(Part<QComboBox>(dialog, "reportKind"), kind);
+      return target.text().toStdString();
+    };
+    nameAs("Inspection report");
+    target.setText(QStringLiteral("sub/Elm St. 12.rtf"));
+    EXPECT_EQ(nameAs("Plain text"), "sub/Elm St. 12.txt");
+    EXPECT_THAT(nameAs("Web pages in a folder"), Not(HasSubstr("Elm")));
+    EXPECT_EQ(nameAs("Web page in one file"), "sub/Elm St. 12.html");
+    Prompts().QueueSavePath(std::nullopt);
+    tests::PressButton(dialog, "reportBrowse");
+    EXPECT_EQ(Prompts().SaveQuestions().back().folder,
+              device::FromUtf8((m_Device.Root() / "My Documents/sub/").native()))
+        << "where it would be written";
+    dialog.reject();
+  });
+  EXPECT_EQ(WriteReport(Document(), m_Window), u"");
+}
+
+// On a handheld that is held either way.
+TEST_F(ReportCommandTest, EverythingCanBeReachedWithLargeText) {
+  device::ui::ApplyTheme(*qApp, {device::ui::Colours::Light, 200});
+  m_Person.Expect("reportDialog", [this](QDialog& dialog) {
+    m_Person.Expect("selectCategoriesPage", [](QDialog& page) {
+      EXPECT_LE(page.minimumSizeHint().width(), 480);
+      EXPECT_LE(page.minimumSizeHint().height(), 480);
+      page.reject();
+    });
+    tests::PressButton(dialog, "reportCategories");
+    EXPECT_LE(dialog.minimumSizeHint().width(), 480);
+    EXPECT_LE(dialog.minimumSizeHint().height(), 480);
+    dialog.reject();
+  });
+  EXPECT_EQ(WriteReport(Document(), m_Window), u"");
+  device::ui::ApplyTheme(*qApp, {});
 }
 
 }  // namespace

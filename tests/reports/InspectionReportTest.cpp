@@ -136,11 +136,11 @@ TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
   device.RunInVisits(
       "INSERT INTO Step (CategoryID, StepNumber, Comments) VALUES (1, '3', '***Path=\\gone.jpg*** "
       "***Picture-4*** ***Path=\\there.jpg***'), (1, '4', '***Path=\\gone.jpg***')");
-  device.folder.Put("there.jpg", "x");
+  device.folder.Put("there.jpg", "\xFF\xD8\xFF");
   std::filesystem::create_directories(device.Home() / "HousePhotoP.jpg");  // there, but no file
   const ReportOutcome outcome = Write();
   EXPECT_EQ(outcome.result, ReportResult::Written);
-  EXPECT_EQ(outcome.notes.size(), 2U);
+  ASSERT_EQ(outcome.notes.size(), 2U);
   EXPECT_TRUE(device::Contains(outcome.notes.at(0), u"\\gone.jpg"));
   EXPECT_TRUE(device::Contains(outcome.notes.at(1), u"***Picture-4***"));
   EXPECT_EQ(device.Faults(), 0);

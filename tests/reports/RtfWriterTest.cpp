@@ -81,7 +81,7 @@ TEST(RtfWriterTest, APictureStandsInHexWithItsLastByteTwice) {
   EXPECT_TRUE(desk.writer.WriteLogo(u"\\card\\A.JPG"));
   EXPECT_EQ(desk.Taken(), "\\trowd\\trgaph108\\trleft-108\\trhdr\\cellx8747\\intbl\\ql " +
                               Group("100", "616262") + "\\cell\\row ");
-  ASSERT_EQ(desk.pictures.Notes().size(), 1U) << "once for each file";
+  ASSERT_EQ(desk.pictures.Notes().size(), 2U) << "once for each name, whatever the size";
   EXPECT_TRUE(device::Contains(desk.pictures.Notes()[0], u"a.jpg is no picture"));
 }
 
@@ -110,17 +110,17 @@ TEST(RtfWriterTest, EachTagHasItsParagraphWithOrWithoutPicture) {
       u"***Picture-1;Scaling=50*** ***Path=***";
   Desk desk;
   desk.device.folder.Put("Card/a.jpg", "a");
-  desk.writer.WriteTagPictures(comments);
+  desk.writer.WriteTagPictures(comments, u"1 Roof");
   EXPECT_EQ(desk.Taken(), "\\par " + Group("50", "6161") + " \\par \\par \\par \\par ");
   EXPECT_EQ(desk.device.prompts.Transcript(), std::vector<Text>{u"Alert: Unknown embedded tag found."});
-  EXPECT_EQ(desk.pictures.Notes().size(), 3U);  // the unknown one has had its box
+  EXPECT_EQ(desk.pictures.Notes().size(), 5U) << "what is missing, unknown, or no picture";
 
   Desk without({}, false);
   without.device.folder.Put("Card/a.jpg", "a");
-  without.writer.WriteTagPictures(comments);
+  without.writer.WriteTagPictures(comments, u"1 Roof");
   EXPECT_EQ(without.Taken(), "\\par \\par \\par \\par \\par ");
   EXPECT_EQ(without.device.prompts.Messages().size(), 1U);
-  EXPECT_TRUE(without.pictures.Notes().empty());
+  EXPECT_EQ(without.pictures.Notes(), std::vector<Text>{desk.pictures.Notes()[0]}) << "the unknown one";
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ sys.dont_write_bytecode = True
 from visits import Home, display_materials, strip_tags
 
 SKIPPED = 77
+BEGINNING = 24  # letters
 REPORTS = [  # arguments; whether only what deserves attention is in it; whether in categories
     (("--layout", "4 Column"), False, True),
     (("--layout", "3 Column"), False, True),
@@ -31,10 +32,29 @@ def words(text):
     return re.findall(r"\w+", text)
 
 
+def order_faults(pdf_text, steps, arguments):
+    """The findings stand in the order of the report: by their numbers, or where there are none by names or words, of
+    which the end of a page may cut through one end."""
+    bare, place = "".join(words(pdf_text)), 0
+    for step in steps:
+        if "Full Narrative" in arguments:
+            said = "".join(words(strip_tags(step["Comments"])))
+            text, keys = bare, {said[:BEGINNING], said[-BEGINNING:]}
+        elif "1 Column" in arguments:
+            text, keys = bare, {"".join(words(step["StepTitle"]))}
+        else:
+            text, keys = pdf_text, {step["StepNumber"]}
+        found = [at for at in (text.find(key, place) for key in keys) if at >= 0]
+        if not found:
+            yield "%s %s does not stand after the finding before it" % (step["StepNumber"], step["StepTitle"])
+            return
+        place = min(found)
+
+
 def faults(pdf_text, images, home, arguments, is_summary, is_by_category):
     summary, device = home.flagged("SummaryFlag"), home.device()
     said, place, expected = Counter(words(pdf_text)), 0, 0
-    told = Counter()
+    told, in_order = Counter(), []
     for category, steps in home.reported(1000):
         if is_summary:
             steps = [step for step in steps if (step["RatingType"], step["InspectResult"]) in summary]
@@ -43,12 +63,15 @@ def faults(pdf_text, images, home, arguments, is_summary, is_by_category):
             if place < 0:
                 yield "%s does not stand after the category before it" % category["CategoryTitle"]
                 return
+        in_order += steps
         for step in steps:
             comments = strip_tags(step["Comments"])
             told.update(words(comments))
             if "Full Narrative" not in arguments:
                 told.update(words(display_materials(step["Materials"])) + words(step["StepTitle"]))
             expected += len(home.pictures(step, device)) if is_by_category else 0
+    if is_by_category:
+        yield from order_faults(pdf_text, in_order, arguments)
     missing = told - said
     # The end of a line in a narrow column cuts some words in two.
     whole = "".join(pdf_text.split())
@@ -73,7 +96,7 @@ def main(program):
         subprocess.run(["soffice", profile, "--headless", "--convert-to", "pdf", "--outdir", home.root, rtf],
                        capture_output=True, timeout=300, check=True)
         pdf = rtf.with_suffix(".pdf")
-        text = subprocess.run(["pdftotext", pdf, "-"], capture_output=True, text=True, check=True).stdout
+        text = subprocess.run(["pdftotext", "-raw", pdf, "-"], capture_output=True, text=True, check=True).stdout
         listed = subprocess.run(["pdfimages", "-list", pdf], capture_output=True, text=True, check=True).stdout
         images = sum(" image " in line for line in listed.splitlines())
         found += ["%s: %s" % (" ".join(arguments), fault)

@@ -13,13 +13,15 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True
 from visits import Home, display_materials, strip_tags, units
+from expect_pages import jpeg_size
 
 NAMELESS = "(no name)"  # what a heading says that has nothing to say
 
 MEDIA = {b"\xff\xd8\xff": "image/jpeg", b"\x89PN": "image/png"}
-HEADER = ("InspectionNum", "ClientName", "DwellingAddress", "CityStateZip", "ClientAddress", "ClientCityStateZip",
-          "ClientAgent", "RealEstateCompany")
-OFFICE = ("InspectorEntry", "DefinitionOfTerms", "FinePrint", "FooterText")
+LABELS = {"DocNumber": "Doc #", "Date": "Date", "DwellingAddress": "Dwelling Address", "ClientName": "Client Name",
+          "ClientAddress": "Client Address", "ClientAgent": "Client's Agent", "RealEstateCompany": "Real Estate Company"}
+RULES = ("img{max-width:100%;height:auto}", "@media print{", "nav{display:none}", "break-inside:avoid",
+         "img{max-height:11cm;object-fit:contain")
 VOID = {"meta", "img", "br"}
 # What no page of one file holds: programs, and elements or attributes that fetch or send.
 FORBIDDEN = {"script", "link", "iframe", "object", "embed", "form", "base", "audio", "video", "source", "svg"}
@@ -130,9 +132,10 @@ def link_faults(root):
 
 def picture_faults(root, content):
     shown = []
+    told = [(words(image.attributes.get("alt") or ""), image.attributes.get("width")) for image in root.all("img")]
+    if told != content["told"]:
+        yield "words and widths of pictures are %s, not %s" % (told, content["told"])
     for image in root.all("img"):
-        if not words(image.attributes.get("alt") or ""):
-            yield "a picture without words"
         kind, _, data = image.attributes.get("src", "").partition(";base64,")
         try:
             shown.append(base64.b64decode(data, validate=True))
@@ -171,24 +174,36 @@ def style_faults(root):
 
 def frame_faults(root, content):
     """What stands around the categories."""
-    said = words(root.text())
-    for told in content["around"]:
-        if words(told) not in said:
-            yield "does not say %s" % words(told)
+    parts = [child for body in root.all("body") for child in body.children if isinstance(child, Element)]
+    order = ["header", "nav", "main", *(["footer"] if content["footer"] else [])]
+    if [part.tag for part in parts] != order:
+        yield "the page is made of %s, not of %s" % ([part.tag for part in parts], order)
+    for name in ("header", "footer"):
+        said = words(" ".join(part.text() for part in parts if part.tag == name))
+        if said != content[name]:
+            yield "%s says %s, not %s" % (name, said, content[name])
+    texts = {element.attributes.get("id"): words(element.text()) for element in root.all("section")}
+    for name, title in (("general", "General information"), ("terms", "Definition of terms")):
+        if texts.get(name) != (None if content[name] is None else words(title + " " + content[name])):
+            yield "%s says %s" % (name, texts.get(name))
+    if [element.attributes.get("lang") for element in root.all("html")] != ["en"]:
+        yield "not said to be English"
     if not any(element.attributes.get("name") == "viewport" for element in root.all("meta")):
         yield "no viewport: a phone shows it as small as a sheet of paper"
     style = "".join(element.text() for element in root.all("style"))
-    for rule in ("@media print", "img{max-width:100%"):
+    for rule in RULES:
         if rule not in style:
             yield "no rule %s" % rule
     sections = ["#" + element.attributes.get("id", "") for element in root.all("section")]
     links = [link.attributes.get("href") for nav in root.all("nav") for link in nav.all("a")]
     if links != sections or sections[:1] != ["#attention"]:
         yield "contents %s, sections %s" % (links, sections)
-    red = [words(element.text()) for section in root.all("section") if section.attributes.get("id") != "attention"
-           for element in section.all("span") if "alert" in element.attributes.get("class", "").split()]
-    if red != content["red"]:
-        yield "red are %s, not %s" % (red, content["red"])
+    for name, expected in (("red", content["red"]), ("urgent red", content["urgentRed"])):
+        red = [words(element.text()) for section in root.all("section")
+               if (section.attributes.get("id") == "attention") == (name != "red")
+               for element in section.all() if "alert" in element.attributes.get("class", "").split()]
+        if red != expected:
+            yield "%s are %s, not %s" % (name, red, expected)
 
 
 def content_faults(root, content):
@@ -210,6 +225,26 @@ def content_faults(root, content):
             yield "%s leads to another heading" % words(link.text())
 
 
+def header_of(home, visit):
+    """What stands above the contents: the company, the title, and labels with their values."""
+    office, row = home.owner(), home.header(visit)
+    address = [part for part in re.split("\r\n?", office["address"], maxsplit=3) if part]
+    own = {name: home.option("Label" + name) or "" for name in LABELS}
+    labels = own if own["DwellingAddress"] else LABELS
+    date = [int(part) for part in re.findall(r"\d+", row["InspectionDate"] or "")]
+    fields = [(labels["DocNumber"], row["InspectionNum"]), ("Inspector", home.option("InspectorEntry") or office["name"]),
+              (labels["Date"], "%d/%d/%d" % (date[1], date[2], date[0]) if date else ""),
+              (labels["DwellingAddress"], "%s %s" % (row["DwellingAddress"] or "", row["CityStateZip"] or "")),
+              (labels["ClientName"], row["ClientName"]),
+              (labels["ClientAddress"], "%s %s" % (row["ClientAddress"] or "", row["ClientCityStateZip"] or "")),
+              (labels["ClientAgent"], row["ClientAgent"]), (labels["RealEstateCompany"], row["RealEstateCompany"])]
+    told = [office["company"], *address[:1], ", ".join(address[1:]), "Inspection Report"]
+    for place, (label, value) in enumerate(fields):
+        if words(value or "") or place == 0:
+            told += [words(label) or NAMELESS, words(value or "") or "-"]
+    return words(" ".join(told))
+
+
 def content_of(home, visit):
     """The visible words of each category, those of what needs attention, and the bytes of the pictures, in order."""
     flagged, device = home.flagged(), home.device()
@@ -217,21 +252,32 @@ def content_of(home, visit):
     photo = device.read("\\HousePhoto%s.jpg" % home.document_number(visit)) if pictured else None
     header, alert = home.header(visit), home.flagged("RedFlag")
     general = header["GeneralInformation"] or ""
-    content = {"categories": {}, "attention": "", "pictures": [photo] if photo else [], "red": [],
-               "around": [header[name] or "" for name in HEADER] + [general if len(units(general)) > 2 else ""] +
-                         [home.option(name) or "" for name in OFFICE]}
+    photo = photo if photo and photo[:3] in MEDIA else None
+    content = {"categories": {}, "attention": "", "pictures": [photo] if photo else [], "red": [], "urgentRed": [],
+               "told": [("The house", None)] if photo else [], "header": header_of(home, visit),
+               "general": words(general) if len(units(general)) > 2 else None,
+               "terms": words(home.option("DefinitionOfTerms")) if home.option("DefinitionOfTerms") else None,
+               "footer": words(" ".join(home.option(name) or "" for name in ("FinePrint", "FooterText")))}
     for category, steps in home.reported(visit):
         urgent, told = [], [words(category["CategoryTitle"]) or NAMELESS]
         for step in steps:
             heading = words(step["StepNumber"] + " " + step["StepTitle"]) or NAMELESS
             rating, comments = "" if hidden else step["InspectResult"], strip_tags(step["Comments"])
             told += [heading, rating, display_materials(step["Materials"]), comments]
-            if rating and (step["RatingType"], rating) in alert:
+            kind = (step["RatingType"], step["InspectResult"])
+            if words(rating) and kind in alert:
                 content["red"].append(words(rating))
-            if (step["RatingType"], step["InspectResult"]) in flagged:
+                content["urgentRed"] += [words(rating)] if kind in flagged else []
+            if kind in flagged:
                 urgent += [heading, rating, comments]
-            if pictured:
-                content["pictures"] += [data for data in home.pictures(step, device) if data[:3] in MEDIA]
+            for number, scaling, data in home.shown(step, device) if pictured else []:
+                if data[:3] not in MEDIA:
+                    continue
+                size = jpeg_size(data) if scaling > 0 and scaling != 100 else None
+                name = " ".join(part for part in (step["StepNumber"], step["StepTitle"]) if part)
+                content["pictures"].append(data)
+                content["told"].append((words("%s, picture %d" % (name, number)),
+                                        str(max(1, size[0] * scaling // 100)) if size else None))
         content["categories"]["cat%d" % category["CategoryID"]] = words(" ".join(told))
         if urgent:
             content["attention"] = words(" ".join([content["attention"], told[0], *urgent]))

@@ -11,16 +11,20 @@ PICTURE = b"\xff\xd8\xff\xd9"
 PAGE = """<!DOCTYPE html>
 <html lang="en"><head><meta charset="utf-8"><meta name="viewport" content="width=device-width"><title>Report</title>
 <style>body{color:#1b1f23;background:#ffffff}a{color:#0b57a4}.alert{color:#ffffff;background:#a61b14}
-img{max-width:100%%}@media print{h2{margin:0}}</style></head>
-<body><h1>Report</h1><p>Mr Holm</p><nav><a href="#attention">Urgent</a> <a href="#cat1">Roof</a></nav>
-<section id="attention"><h2>Urgent</h2><p>1 finding.</p><h3>Roof</h3><ul><li><a href="#cat1-1">1 Tiles</a> Bad
-<p>Two &lt;are&gt; gone.</p></li></ul></section>
+img{max-width:100%%;height:auto}@media print{nav{display:none}li{break-inside:avoid}
+img{max-height:11cm;object-fit:contain}}</style></head>
+<body><header><p>Office</p><h1>Report</h1><dl><dt>Client</dt><dd>Mr Holm</dd></dl></header><nav><a href="#attention">Urgent</a> <a href="#cat1">Roof</a></nav>
+<main>
+<section id="attention"><h2>Urgent</h2><p>1 finding.</p><h3>Roof</h3><ul><li><a href="#cat1-1">1 Tiles</a>
+<em class="alert">Bad</em><p>Two &lt;are&gt; gone.</p></li></ul></section>
 <section id="cat1"><h2>Roof</h2><h3 id="cat1-1">1 Tiles <span class="alert">Bad</span></h3><p>Clay</p>
-<p>Two &lt;are&gt; gone.</p><figure><img alt="Tiles" src="data:image/jpeg;base64,%s"></figure>
-<h3 id="cat1-2">2 Ridge</h3><p>Sound.</p></section></body></html>
+<p>Two &lt;are&gt; gone.</p><figure><img alt="1 Tiles, picture 1" width="6" src="data:image/jpeg;base64,%s"></figure>
+<h3 id="cat1-2">2 Ridge</h3><p>Sound.</p></section></main><footer>Fine print</footer></body></html>
 """ % base64.b64encode(PICTURE).decode()
 CONTENT = {"categories": {"cat1": "Roof 1 Tiles Bad Clay Two <are> gone. 2 Ridge Sound."},
-           "attention": "Roof 1 Tiles Bad Two <are> gone.", "pictures": [PICTURE], "around": ["Mr Holm", ""], "red": ["Bad"]}
+           "attention": "Roof 1 Tiles Bad Two <are> gone.", "pictures": [PICTURE], "told": [("1 Tiles, picture 1", "6")],
+           "header": "Office Report Client Mr Holm", "footer": "Fine print", "general": None, "terms": None, "red": ["Bad"],
+           "urgentRed": ["Bad"]}
 
 BROKEN = [  # what changes, and into what; what must be told
     ("<!DOCTYPE html>", "", "no doctype"),
@@ -34,7 +38,9 @@ BROKEN = [  # what changes, and into what; what must be told
     ('href="#cat1-1"', 'href="#cat1-3"', "leads nowhere"),
     ('href="#cat1-1"', 'href="#cat1-2"', "leads to another heading"),
     ('href="#cat1-1"', 'href="toc.htm"', "refers to another file"),
-    (' alt="Tiles"', "", "a picture without words"),
+    ("1 Tiles, picture 1", "x", "words and widths"),
+    (' width="6"', "", "words and widths"),
+    (' width="6"', ' width="7"', "words and widths"),
     ("base64,/9j/2Q==", "base64,/9j/2Q=", "not base64"),
     ("base64,/9j/2Q==", "base64,/9j/2A==", "not the pictures"),
     ("image/jpeg", "image/png", "said to be"),
@@ -46,14 +52,23 @@ BROKEN = [  # what changes, and into what; what must be told
     ("background:#ffffff", "background:#ffffff url(a.png)", "a style"),
     ("<p>Sound.</p>", "", "cat1 says"),
     ("<p>Clay</p>", "<p>Slate</p>", "cat1 says"),
-    ("Bad\n<p>Two &lt;are&gt; gone.</p>", "Bad", "what needs attention says"),
+    ("</em><p>Two &lt;are&gt; gone.</p>", "</em>", "what needs attention says"),
     ('<section id="attention">', '<section id="later">', "not the list of what needs attention"),
     ("<p>Sound.</p>", "<p>Sound.", "closes"),
-    ("<p>Mr Holm</p>", "", "does not say Mr Holm"),
+    ("<p>Office</p>", "", "header says"),
+    ("<dt>Client</dt>", "<dt>Agent</dt>", "header says"),
+    ("<dd>Mr Holm</dd>", "", "header says"),
+    ("<footer>Fine print</footer>", "<footer>Print</footer>", "footer says"),
+    ("<footer>Fine print</footer>", "", "the page is made of"),
+    ("<main>", "<nav></nav><main>", "the page is made of"),
+    (' lang="en"', ' lang="fr"', "not said to be English"),
     ('<meta name="viewport" content="width=device-width">', "", "no viewport"),
-    ("@media print{h2{margin:0}}", "", "no rule @media print"),
+    ("nav{display:none}", "x{}", "no rule nav"),
+    (";height:auto", "", "no rule img"),
+    ("object-fit:contain", "width:auto", "no rule img"),
     ('<a href="#attention">Urgent</a> ', "", "contents"),
     ('<span class="alert">Bad</span>', "<span>Bad</span>", "red are"),
+    ('<em class="alert">Bad</em>', "Bad", "urgent red are"),
 ]
 
 

@@ -1,5 +1,6 @@
 """Visits in databases of their own, written and read beside the program."""
 
+import re
 import sqlite3
 import subprocess
 import sys
@@ -79,12 +80,25 @@ class Home:
 
     def pictures(self, step, device):
         """The bytes of each picture that the step's comments show."""
-        card, paths = self.option("DefaultPictCardPath"), []
-        for tag in tags_of(step["Comments"])[0]:
+        return [data for _, _, data in self.shown(step, device)]
+
+    def shown(self, step, device):
+        """Which tag of the step's comments, its scaling, and the bytes of its picture."""
+        card, found = self.option("DefaultPictCardPath"), []
+        for place, tag in enumerate(tags_of(step["Comments"])[0], 1):
+            path = ""
             if "Path=" in tag:
-                paths.append(known_path(tag, card))
+                path = known_path(tag, card)
             elif "Picture-" in tag:
                 number = tag.replace("Picture-", "").replace("***", "").replace(";Scaling=%d" % tag_scaling(tag), "")
-                paths.append(device.card_picture(card, leading_number(number)))
-        shown = [device.read(path) for path in paths if path not in ("", "ERROR")]
-        return [data for data in shown if data is not None]
+                path = device.card_picture(card, leading_number(number))
+            data = device.read(path) if path not in ("", "ERROR") else None
+            if data is not None:
+                found.append((place, tag_scaling(tag), data))
+        return found
+
+    def owner(self):
+        """Name, company, address and phone."""
+        told = subprocess.run([self.program, "--home", self.root, "owner"], capture_output=True, check=True).stdout
+        parts = re.split(r"^(name|company|address|phone)=", told.decode("utf-8"), flags=re.MULTILINE)
+        return {name: value[:-1] for name, value in zip(parts[1::2], parts[2::2])}

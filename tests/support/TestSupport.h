@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "device/Calendar.h"
@@ -127,6 +129,8 @@ public:
   void FailWrite(int n) { m_WritesUntilFault = n; }
   void FailCommit(int n) { m_CommitsUntilFault = n; }
   void FailRead(int n) { m_ReadsUntilFault = n; }
+  // The next folder cannot be made.
+  void FailFolder(std::errc error) { m_FolderError = make_error_code(error); }
   // Lists `folder` as given, whatever it holds.
   void List(const std::filesystem::path& folder, std::vector<device::Text> entries) {
     m_Listings[folder] = std::move(entries);
@@ -142,7 +146,7 @@ public:
   std::vector<device::Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
   std::error_code MakeFolder(const std::filesystem::path& folder) override {
-    return m_Host.MakeFolder(folder);
+    return m_FolderError ? std::exchange(m_FolderError, {}) : m_Host.MakeFolder(folder);
   }
   void Remove(const std::filesystem::path& path) override { m_Host.Remove(path); }
 
@@ -153,6 +157,7 @@ private:
   int m_WritesUntilFault = 0;
   int m_CommitsUntilFault = 0;
   int m_ReadsUntilFault = 0;
+  std::error_code m_FolderError;
   std::map<std::filesystem::path, std::vector<device::Text>> m_Listings;
 };
 

@@ -71,7 +71,7 @@ Answer QtPrompts::Show(const Message& message) {
       return box.exec() == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
     case Buttons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-      box.setDefaultButton(QMessageBox::Yes);
+      box.setDefaultButton(message.isNoFirst ? QMessageBox::No : QMessageBox::Yes);
       box.setEscapeButton(QMessageBox::No);
       return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
   }

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
@@ -44,7 +45,7 @@ CSelectCategoriesPage::CSelectCategoriesPage(CategorySelection& selection, QWidg
   layout->addWidget(m_Rows, 1);
   layout->addLayout(choices);
   layout->addWidget(buttons);
-  resize(460, 640);
+  resize(QSize(460, 640).boundedTo(screen()->availableSize()));
   Show();
   m_Rows->setCurrentIndex(m_Rows->Model().index(0, 1));
   m_Rows->setFocus();

@@ -30,6 +30,11 @@ def lines_of(text):
     return re.split("\r\n|\r|\n", text)
 
 
+def is_picture(data):
+    return data.startswith((b"\xff\xd8\xff", b"\x89PNG\r\n", b"GIF8", b"BM")) or (
+        data[:4] == b"RIFF" and data[8:12] == b"WEBP")
+
+
 def jpeg_size(data):
     """Width and height as the camera was held, or None where the bytes are no picture."""
     if not data.startswith(b"\xff\xd8"):
@@ -62,14 +67,14 @@ class Readable(Report):
     def __init__(self, visit, layout, base):
         super().__init__(visit, layout, base)
         keys = {id(category): category.get("key", 2001 + place) for place, category in enumerate(self.categories)}
-        self.reported = []  # key of the category, title, steps
+        self.reported = []  # key of the category, title, whether anything was found, steps
         for category in sorted(self.categories, key=lambda c: (units(c["number"]), units(c["title"]))):
             steps = [step for step in category["steps"]
                      if max(units(step["comments"]), units(step["materials"]), units(step["rating"])) > units(" ")]
-            if steps and not category["notPresent"]:
-                steps = [step for step in steps if step["rating"] != "Omit"]
-                self.reported.append((keys[id(category)], category["title"],
-                                      sorted(steps, key=lambda step: units(step["number"]))))
+            if not category["notPresent"]:
+                shown = [step for step in steps if step["rating"] != "Omit"]
+                self.reported.append((keys[id(category)], category["title"], bool(steps),
+                                      sorted(shown, key=lambda step: units(step["number"]))))
 
     def title_rows(self):
         """Labels and the lines behind them that are not empty."""
@@ -91,9 +96,10 @@ class Pages(Readable):
         self.copies = {}  # of which device file, in the case of its first mention: name
         body = self.head()
         links = "<B>Contents</B><BR>"
-        for key, title, steps in self.reported:
+        for key, title, is_found, steps in self.reported:
             links += '<a HREF="inspection.htm#cat%d" target="main">%s</a><BR>' % (key, html(title))
-            body += '<P ALIGN="LEFT"><a NAME="cat%d"><B><U>%s</U></B></a></P>' % (key, html(title)) + self.table(steps)
+            body += '<P ALIGN="LEFT"><a NAME="cat%d"><B><U>%s</U></B></a></P>' % (key, html(title))
+            body += self.table(steps) if is_found else ""
         body += self.foot()
         page = "<html><head><title>%s</title></head><body>%s</body></html>"
         files = {"index.htm": FRAMES, "toc.htm": page % ("Contents", links),
@@ -175,7 +181,7 @@ class Pages(Readable):
 
     def image(self, path, scaling, title):
         data = self.device.read(path) if self.pictures and path not in ("", "ERROR") else None
-        if data is None:
+        if data is None or not is_picture(data):
             return ""
         known = next((other for other in self.copies if other.lower() == path.lower()), None)
         if known is None:
@@ -201,7 +207,9 @@ class PlainText(Readable):
                 self.hanging(label + ":", 22, "\r\n".join(texts))
         if self.has_general_information():
             self.section("GENERAL INFORMATION", self.general)
-        for _, title, steps in self.reported:
+        for _, title, is_found, steps in self.reported:
+            if not is_found:
+                continue
             self.heading("".join(c.upper() if len(c.upper()) == 1 and c.upper() in LARGE else c for c in title))
             for step in steps:
                 self.step(step)

@@ -1,0 +1,46 @@
+// What the program has put into a folder of pages: of which inspection they are, and which pictures beside
+// them are copies of its own.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+
+#include "device/Machine.h"
+
+namespace inspector::reports {
+
+using device::Text;
+using device::TextView;
+
+// Kept beside the device's registry, not in the folder: that one is handed over to a client. Only what stands
+// here, and still has its size, is ever removed from the folder or used again.
+class PageRecord {
+public:
+  static constexpr const char* kFile = "pages.toml";    // beside the registry
+  using Copies = std::map<std::string, std::uint64_t>;  // name in the folder, bytes
+
+  // Reads what is known of `folder`, which need not be there.
+  PageRecord(const device::Machine& machine, const std::filesystem::path& folder);
+
+  // Empty when the pages that may lie there are none of the program's.
+  const Text& Inspection() const { return m_Inspection; }
+  const Copies& Pictures() const { return m_Pictures; }
+  // A copy that nobody has replaced or changed since.
+  bool IsOwn(const std::string& name) const;
+
+  // `inspection` is the same in every report of one inspection, and in no other. False when it cannot be
+  // written; LastError says why.
+  bool Keep(const Text& inspection, const Copies& pictures);
+  const Text& LastError() const { return m_Store.LastError(); }
+
+private:
+  device::Files& m_Files;
+  std::filesystem::path m_Folder;
+  Text m_Name;  // of the folder, among others
+  device::Registry m_Store;
+  Text m_Inspection;
+  Copies m_Pictures;
+};
+
+}  // namespace inspector::reports
