@@ -88,7 +88,10 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
   m_Message->setMargin(6);
   m_Message->hide();
   m_MessageTimer.setSingleShot(true);
-  connect(&m_MessageTimer, &QTimer::timeout, this, [this] { ShowNotStored(); });
+  connect(&m_MessageTimer, &QTimer::timeout, this, [this] {
+    m_Told.clear();
+    ShowMessage();
+  });
 
   auto* top = new QHBoxLayout;
   top->setContentsMargins(kTopMargin, 6, kTopMargin, 6);
@@ -150,7 +153,7 @@ void CMainFrame::AddScreen(Screen& screen) {
   screen.onStored = [this](bool stored) {
     const bool isNews = stored == m_IsNotStored;
     m_IsNotStored = !stored;
-    if (isNews) ShowNotStored();
+    if (isNews) ShowMessage();
   };
   m_Stack->addWidget(&screen);
 }
@@ -332,18 +335,19 @@ void CMainFrame::resizeEvent(QResizeEvent* event) {
 }
 
 void CMainFrame::Tell(const QString& message) {
-  m_Message->setText(device::ui::Shortened(message, kLongestMessage));
-  FitWords();
-  m_Message->show();
+  m_Told = device::ui::Shortened(message, kLongestMessage);
   m_MessageTimer.start(kTellFor);
+  ShowMessage();
 }
 
-// In the place of other messages, which pass.
-void CMainFrame::ShowNotStored() {
-  m_MessageTimer.stop();
-  m_Message->setText(m_IsNotStored ? ToQString(device::NotStored(m_Machine.faults)) : QString());
+// What is not stored stands there for as long as it is not; what was told passes.
+void CMainFrame::ShowMessage() {
+  QStringList lines;
+  if (m_IsNotStored) lines += ToQString(device::NotStored(m_Machine.faults));
+  if (!m_Told.isEmpty()) lines += m_Told;
+  m_Message->setText(lines.join(u'\n'));
   FitWords();
-  m_Message->setVisible(m_IsNotStored);
+  m_Message->setVisible(!lines.isEmpty());
 }
 
 Screen* CMainFrame::CurrentScreen() const {
@@ -389,7 +393,7 @@ bool CMainFrame::MayLeave() {
     return false;
   CurrentScreen()->Discard();
   m_IsNotStored = false;
-  ShowNotStored();
+  ShowMessage();
   return true;
 }
 

@@ -96,7 +96,7 @@ private:
   void ShowUndo();
   void Undo();
   void ShowTitle();
-  void ShowNotStored();
+  void ShowMessage();
   void FitWords();
   void UseTheme();
   device::LastPlace Place() const;
@@ -127,7 +127,8 @@ private:
   bool m_IsNotStored = false;                // what was typed into the present screen
   bool m_HasShown = false;                   // the first screen
   std::vector<device::ui::Screen*> m_Trail;  // where Back leads, the last first
-  QTimer m_MessageTimer;
+  QString m_Told;
+  QTimer m_MessageTimer;  // then what was told passes
   device::ui::PauseTimer m_PlaceTimer;
   device::ui::PauseTimer m_EndTimer;
   std::function<void()> m_End;

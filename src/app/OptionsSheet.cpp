@@ -64,7 +64,7 @@ COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
   layout->addWidget(m_Chooser);
   layout->addWidget(m_Stack, 1);
   layout->addLayout(device::ui::HistoryBeside(*this, device::ui::MakeOkCancel(*this)));
-  resize(460, 640);
+  device::ui::ResizeWithin(*this, {460, 640});
 }
 
 void COptionsSheet::ShowPage(TextView title) {

@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <algorithm>
 
 #include "device/Format.h"
 #include "device/ui/TextConversion.h"
@@ -34,7 +35,9 @@ public:
     std::filesystem::directory_iterator entry(pages, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
       const std::string name = entry->path().filename().string();
-      if (name == "index.htm" || !(name.ends_with(".htm") || name.starts_with("picture"))) continue;
+      if (name == "index.htm" || !(name.ends_with(".htm") || name.starts_with("picture")) ||
+          !entry->is_regular_file(error))
+        continue;
       if (!std::filesystem::copy_file(entry->path(), folder / name, error)) return {};
     }
     QFile index(m_Folder.filePath(QStringLiteral("index.htm")));
@@ -48,7 +51,8 @@ private:
   QTemporaryDir m_Folder;
 };
 
-constexpr std::size_t kNotesInBox = 2;  // more of them would make it higher than a screen
+constexpr std::size_t kLongestNote = 150;  // letters; the details have the whole
+constexpr std::size_t kNotesInBox = 2;     // more of them would make it higher than a screen
 
 Text Described(const reports::ReportOutcome& outcome) {
   Text text = u"The report is written:\n" + device::FromUtf8(outcome.file.native());
@@ -56,7 +60,8 @@ Text Described(const reports::ReportOutcome& outcome) {
     return text +
            device::Format(u"\n\n%d pictures or tags are not in it as they should be; the details say which.",
                           outcome.notes.size());
-  for (const Text& note : outcome.notes) text += u"\n\n" + note;
+  for (const Text& note : outcome.notes)
+    text += note.size() <= kLongestNote ? u"\n\n" + note : u"\n\n" + note.substr(0, kLongestNote) + u"\u2026";
   return text;
 }
 
@@ -95,7 +100,10 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   box.setIcon(QMessageBox::Information);
   box.setTextFormat(Qt::PlainText);
   box.setText(device::ui::ToDisplay(Described(outcome)));
-  if (outcome.notes.size() > kNotesInBox) box.setDetailedText(device::ui::ToQString(AllNotes(outcome)));
+  const bool isCut = std::any_of(outcome.notes.begin(), outcome.notes.end(),
+                                 [](const Text& note) { return note.size() > kLongestNote; });
+  if (isCut || outcome.notes.size() > kNotesInBox)
+    box.setDetailedText(device::ui::ToQString(AllNotes(outcome)));
   QPushButton* const openButton = box.addButton(QStringLiteral("&Open"), QMessageBox::AcceptRole);
   QPushButton* const folderButton = box.addButton(QStringLiteral("&Show in folder"), QMessageBox::ActionRole);
   QPushButton* const close = box.addButton(QMessageBox::Close);

@@ -146,12 +146,16 @@ CategoryList::Screen CategoryList::Open(int row, int topRow) {
   return m_Document.Categories().m_Type == kFormCategory ? Screen::Form : Screen::Steps;
 }
 
+int CategoryList::MarkedRow() {
+  for (const std::int32_t key : m_Marked)
+    if (const int row = RowOf(key); row >= 0) return row;
+  return -1;
+}
+
 int CategoryList::RowToShow() {
   const std::int32_t opened = m_Document.Categories().m_CategoryID;
-  if (opened == m_OpenedBeforeMark)
-    for (const std::int32_t key : m_Marked)
-      if (const int row = RowOf(key); row >= 0) return row;
-  return RowOf(opened);
+  const int marked = opened == m_OpenedBeforeMark ? MarkedRow() : -1;
+  return marked >= 0 ? marked : RowOf(opened);
 }
 
 int CategoryList::RowOf(std::int32_t categoryID) {

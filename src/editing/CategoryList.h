@@ -41,9 +41,10 @@ public:
   };
   // The row with this key; -1 when the filter hides it or there is none.
   int RowOf(std::int32_t categoryID);
-  // Of the first marked category; without marks of the one that was opened last. -1 when the list has
-  // neither.
+  // Of the category that was marked or opened last. -1 when the list has none such.
   int RowToShow();
+  // The row that was marked first, -1 for none in the list.
+  int MarkedRow();
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   // Nothing for a row that another program deleted.
   std::optional<Row> RowAt(int row);

@@ -61,7 +61,12 @@ std::optional<Text> FillPlaceholders(data::Databases& databases, SheetDialogs& d
   return filled;
 }
 
-bool IsFilledFrom(TextView filled, TextView prepared) {
+bool IsFilledFrom(TextView filled, TextView prepared, bool withWords) {
+  // Where the words of the next gap end at the earliest; npos for none where some are needed.
+  const auto leastOf = [withWords](TextView rest) {
+    const std::size_t word = withWords ? rest.find_first_not_of(u' ') : 0;
+    return withWords && word != TextView::npos ? word + 1 : word;
+  };
   std::optional<Placeholder> gap = FindPlaceholder(prepared);
   if (!gap) return filled == prepared;
   if (!filled.starts_with(prepared.substr(0, gap->at))) return false;
@@ -70,12 +75,14 @@ bool IsFilledFrom(TextView filled, TextView prepared) {
   // Between two gaps the first place will do; only the last piece has to stand at the end.
   while ((gap = FindPlaceholder(prepared, end))) {
     const TextView between = prepared.substr(end, gap->at - end);
-    const std::size_t found = filled.find(between);
+    const std::size_t least = leastOf(filled);
+    const std::size_t found = least == TextView::npos ? least : filled.find(between, least);
     if (found == TextView::npos) return false;
     filled.remove_prefix(found + between.size());
     end = gap->at + gap->length;
   }
-  return filled.ends_with(prepared.substr(end));
+  const TextView last = prepared.substr(end);
+  return filled.ends_with(last) && leastOf(filled.substr(0, filled.size() - last.size())) != TextView::npos;
 }
 
 }  // namespace inspector::editing

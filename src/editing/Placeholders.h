@@ -27,7 +27,8 @@ ReplacementQuestion QuestionFor(data::Databases& databases, TextView name);
 // not looked at again.
 std::optional<Text> FillPlaceholders(data::Databases& databases, SheetDialogs& dialogs, TextView text);
 
-// Whether `filled` can be what `prepared` becomes once its placeholders are filled.
-bool IsFilledFrom(TextView filled, TextView prepared);
+// Whether `filled` can be what `prepared` becomes once its placeholders are filled; with words, when each
+// must be filled with more than blanks.
+bool IsFilledFrom(TextView filled, TextView prepared, bool withWords = false);
 
 }  // namespace inspector::editing

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/RatingChoicesTable.h"
+#include "data/StepTable.h"
 #include "device/Format.h"
 
 namespace inspector::editing {
@@ -56,6 +57,23 @@ std::vector<Text> AllChoices(data::Databases& databases) {
     if (choices.GetRecord(n) && std::find(names.begin(), names.end(), choices.m_ChoiceName) == names.end())
       names.push_back(choices.m_ChoiceName);
   return names;
+}
+
+std::vector<Text> RatingsFor(data::Databases& databases, std::int32_t inspectionID) {
+  std::vector<Text> ratings = AllChoices(databases);
+  data::StepTable steps(databases);
+  steps.OpenSQL(
+      Format(u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = "
+             u"Inspection.InspectionID) INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE "
+             u"(((Inspection.InspectionID)= %d));",
+             inspectionID));
+  for (int n = 0; n < steps.RecordCount(); ++n) {
+    if (!steps.GetRecord(n)) continue;
+    const Text& rating = steps.m_InspectResult;
+    if (!rating.empty() && std::find(ratings.begin(), ratings.end(), rating) == ratings.end())
+      ratings.push_back(rating);
+  }
+  return ratings;
 }
 
 std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,

@@ -22,6 +22,9 @@ struct RatingChoice {
 std::optional<std::vector<RatingChoice>> ChoicesOf(data::Databases& databases, TextView ratingType);
 // The names of all choices of all types, each once, in their stored order.
 std::vector<Text> AllChoices(data::Databases& databases);
+// The same, and behind them what else the steps of the inspection are rated with: a choice may have been
+// renamed since.
+std::vector<Text> RatingsFor(data::Databases& databases, std::int32_t inspectionID);
 // `failed`, where it is given, becomes true when the choices could not be read: nothing is known then.
 std::optional<RatingChoice> FindChoice(data::Databases& databases, TextView ratingType, TextView choice,
                                        bool* failed = nullptr);

@@ -86,15 +86,18 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
     return static_cast<std::size_t>(found - boxes.Boxes().begin());
   };
   Text entered = device::StripLeadingControls(material);
+  if (IsBlank(entered) || entered.find(u';') != Text::npos || FindPlaceholder(entered))
+    return Result::NotOffered;
   std::optional<std::size_t> box =
       find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
   const auto isFilled = [&](const MaterialBox& each) {
-    return FindPlaceholder(each.offered) && IsFilledFrom(entered, each.offered);
+    return FindPlaceholder(each.offered) && IsFilledFrom(entered, each.offered, true);
   };
-  if (box && FindPlaceholder(entered)) return Result::NotOffered;
+  const bool isFree = std::any_of(std::begin(kFreeMarkers), std::end(kFreeMarkers),
+                                  [&](TextView marker) { return entered.starts_with(marker); });
   if (box) {
     boxes.Tick(*box, true);
-  } else if (box = find(isFilled); box && entered.find(u';') == Text::npos) {
+  } else if (!isFree && (box = find(isFilled))) {
     boxes.TickFilled(*box, entered);
   } else {
     for (const TextView marker : kFreeMarkers) {
@@ -103,7 +106,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
       break;
     }
     box = find([](const MaterialBox& each) { return each.IsFree(); });
-    if (!box || IsBlank(entered) || entered.find(u';') != Text::npos) return Result::NotOffered;
+    if (!box || IsBlank(entered)) return Result::NotOffered;
     boxes.TickFree(*box, entered);
   }
   step.m_Materials = boxes.Stored();

@@ -3,6 +3,7 @@
 #include <system_error>
 #include <vector>
 
+#include "data/KeyReport.h"
 #include "data/RowDump.h"
 #include "data/Upgrade.h"
 #include "device/Format.h"
@@ -88,7 +89,8 @@ bool Store(data::Connection& connection, const TableRows& content) {
                               found == content.end() ? std::vector<data::RawRow>() : found->second))
       return false;
   }
-  return transaction.Commit();
+  // A library written by hand may have rows that its counters do not know of.
+  return data::RepairCounters(connection, data::DatabaseKind::Template) && transaction.Commit();
 }
 
 }  // namespace

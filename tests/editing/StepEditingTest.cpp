@@ -95,14 +95,18 @@ TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
 
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"other:Tin"), Result::Done);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
-  for (const TextView wrong : {u"", u"  ", u"Other:", u"other:", u"Tin;Lead"})
+  m_Device.Library().AddMaterial(1, u"^Size^ pavers of ^Year^");
+  for (const TextView wrong :
+       {u"", u"  ", u"Other:", u"other:", u"Tin;Lead", u"^Size^ pavers of ^Year^", u"large pavers of ^Year^"})
     EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, wrong), Result::NotOffered);
+  EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"large pavers of 1990"), Result::Done);
   EXPECT_EQ(m_Editing.AddMaterial(m_Gutters, u"Slate"), Result::NotOffered) << "no free box";
   EXPECT_EQ(m_Editing.AddMaterial(4711, u"Wood"), Result::NoSuchStep);
 
   m_Device.RunInLibrary("ALTER TABLE MaterialTemplate RENAME TO Gone");
   EXPECT_EQ(m_Editing.AddMaterial(m_Shingles, u"Wood"), Result::Failed);
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;|");
+  EXPECT_EQ(m_Device.Finding(m_Shingles),
+            u"20.1|Shingles||Asphalt;Wood Siding;Other:Tin;large pavers of 1990;|");
 }
 
 // "Poor" of one type says nothing about "Poor" of another.

@@ -195,6 +195,14 @@ private:
       Report(widget, "lies outside of its surroundings by " +
                          Size(widget.geometry().united(around->rect()).size() - around->size()));
   }
+  // The largest area that scrolls with the widget and not with the other one.
+  static const QWidget* AreaWithout(const QWidget& widget, const QWidget& other) {
+    const QWidget* largest = nullptr;
+    for (const QAbstractScrollArea* area = AreaOf(widget); area && !area->isAncestorOf(&other);
+         area = AreaOf(*area))
+      largest = area;
+    return largest;
+  }
   // The area with whose content the widget scrolls.
   static const QAbstractScrollArea* AreaOf(const QWidget& widget) {
     for (const QWidget* each = &widget; each->parentWidget(); each = each->parentWidget()) {
@@ -222,8 +230,8 @@ private:
     QRect a = PlaceOf(from);
     QRect b = PlaceOf(to);
     // Into and out of an area that scrolls: what cannot be seen has its place within.
-    if (const QWidget* area = AreaOf(from); area && area != AreaOf(to)) a = PlaceOf(*area);
-    if (const QWidget* area = AreaOf(to); area && area != AreaOf(from)) b = PlaceOf(*area);
+    if (const QWidget* area = AreaWithout(from, to)) a = PlaceOf(*area);
+    if (const QWidget* area = AreaWithout(to, from)) b = PlaceOf(*area);
     const bool isAbove = b.bottom() <= a.top();
     const bool isBelow = b.top() >= a.bottom();
     const bool isRight = b.left() >= a.right();

@@ -26,7 +26,7 @@ ChoiceDialog::ChoiceDialog(const QString& title, const QString& prompt, RowSourc
   layout->addWidget(label);
   layout->addWidget(m_List, 1);
   layout->addWidget(buttons);
-  resize(460, 520);
+  ResizeWithin(*this, {460, 520});
   m_List->setFocus();
 }
 

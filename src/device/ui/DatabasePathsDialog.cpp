@@ -11,6 +11,7 @@
 #include "device/ui/FileDialog.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -33,9 +34,8 @@ DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* 
   layout->addWidget(explanation);
   m_Template = AddPath(QStringLiteral("&Template database"), "templatePath", current.templatePath);
   m_Inspection = AddPath(QStringLiteral("&Inspection database"), "inspectionPath", current.inspectionPath);
-  QDialogButtonBox* const buttons = MakeOkCancel(*this);
   layout->addStretch(1);
-  layout->addWidget(buttons);
+  layout->addLayout(HistoryBeside(*this, MakeOkCancel(*this)));
   FitToWords(*this);
   m_Template->setFocus();
 }

@@ -17,6 +17,11 @@ inline QDialogButtonBox* MakeOkCancel(QDialog& dialog) {
   return buttons;
 }
 
+// As large as usual, or as the screen allows.
+inline void ResizeWithin(QDialog& dialog, QSize usual) {
+  dialog.resize(usual.boundedTo(dialog.screen()->availableSize()));
+}
+
 // To be called when everything is in its layout. On a narrow screen the toolkit makes a dialog narrower than
 // it reckoned, and then as low as the wider one: lines of words would be cut.
 inline void FitToWords(QDialog& dialog) {

@@ -50,13 +50,31 @@ PickerCombo::PickerCombo(QWidget* parent) : DropDown(parent) {
     if (count() == 0 || text != itemText(count() - 1)) m_Kept = text;
   });
   connect(this, &QComboBox::activated, this, [this](int index) {
-    if (index < 0 || index != count() - 1) return;
+    if (index < 0) return;
+    if (index != count() - 1) return TakeChosen();
     {
       const QSignalBlocker quiet(this);
       setEditText(m_Kept);
     }
     if (onEditList) onEditList();
   });
+}
+
+void PickerCombo::showPopup() {
+  m_BeforeList = currentText();
+  DropDown::showPopup();
+}
+
+// As if it had been typed over the former value, so that undo knows both.
+void PickerCombo::TakeChosen() {
+  const QString chosen = currentText();
+  {
+    const QSignalBlocker quiet(this);
+    const QSignalBlocker quietLine(lineEdit());
+    lineEdit()->setText(m_BeforeList);
+  }
+  lineEdit()->selectAll();
+  lineEdit()->insert(chosen);
 }
 
 void PickerCombo::SetChoices(const std::vector<Text>& choices) {

@@ -34,10 +34,15 @@ public:
   void SetValue(TextView value);
   Text Value() const;
 
+  void showPopup() override;
+
   std::function<void()> onEditList;
 
 private:
-  QString m_Kept;  // the value before an entry was chosen
+  void TakeChosen();
+
+  QString m_BeforeList;  // the value when the list was opened
+  QString m_Kept;        // the value before an entry was chosen
 };
 
 }  // namespace inspector::device::ui

@@ -13,7 +13,8 @@
 namespace inspector::device::ui {
 namespace {
 
-constexpr qint64 kBetweenBreaths = 40;  // milliseconds
+constexpr qint64 kBetweenBreaths = 40;     // milliseconds
+constexpr qsizetype kLongestStatus = 150;  // letters: Cancel must stay on the screen
 constexpr QLatin1String kName("progressWindow");
 
 }  // namespace
@@ -71,7 +72,7 @@ void QtProgressWindow::Breathe(bool atOnce) {
 }
 
 void QtProgressWindow::SetStatus(const Text& status) {
-  m_Status->setText(ToDisplay(status));
+  m_Status->setText(Shortened(ToDisplay(status), kLongestStatus));
   // A longer one takes another line.
   const int needed = m_Window->layout()->totalHeightForWidth(m_Window->width());
   if (needed > m_Window->height()) m_Window->resize(m_Window->width(), needed);

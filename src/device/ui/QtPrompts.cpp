@@ -1,14 +1,18 @@
 #include "device/ui/QtPrompts.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "device/ui/DatabasePathsDialog.h"
 #include "device/ui/FileDialog.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TextEntryDialog.h"
+#include "device/ui/Theme.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -40,6 +44,28 @@ QString FilterOf(const Text& filter) {
   return entries.join(QStringLiteral(";;"));
 }
 
+// The toolkit keeps a box to half of a narrow screen, where long words go on beyond its lower edge, and the
+// answers with them.
+void FitToScreen(QMessageBox& box) {
+  constexpr int kBesideWords = 120;  // logical pixels: the icon and the margins
+  constexpr int kBelowWords = 200;   // the buttons and the title bar
+  constexpr int kWideScreen = 900;
+  auto* const words = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  if (words == nullptr) return;
+  QSize room = box.screen()->availableSize();
+  if (const QWidget* const parent = box.parentWidget()) room = room.boundedTo(parent->window()->size());
+  box.ensurePolished();
+  const QRect lines =
+      words->fontMetrics().boundingRect(QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), 0, words->text());
+  if (room.width() < kWideScreen)
+    words->setMinimumWidth(std::min(lines.width() + 1, room.width() - kBesideWords));
+  if (lines.width() <= words->minimumWidth() && lines.height() < room.height() - kBelowWords) return;
+  words->setWordWrap(true);
+  const QFont full = words->font();
+  ShrinkToFit(*words, full, std::max(words->minimumWidth(), std::min(room.width() / 2, 500) - kBesideWords),
+              room.height() - kBelowWords);
+}
+
 class WaitCursor : public Prompts::Waiting {
 public:
   WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -54,12 +80,14 @@ QWidget* QtPrompts::Parent() const {
 }
 
 Answer QtPrompts::Show(const Message& message) {
+  constexpr qsizetype kMostLetters = 2000;
   QMessageBox box(Parent());
   box.setObjectName(QStringLiteral("messageBox"));
   box.setTextFormat(Qt::PlainText);
   box.setWindowTitle(ToQString(message.title));
-  box.setText(ToDisplay(message.text));
+  box.setText(Shortened(ToDisplay(message.text), kMostLetters));
   box.setIcon(IconOf(message.icon));
+  FitToScreen(box);
   switch (message.buttons) {
     case Buttons::Ok:
       box.setStandardButtons(QMessageBox::Ok);

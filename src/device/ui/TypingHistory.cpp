@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <functional>
 
 #include "device/ListColumns.h"
@@ -31,6 +32,12 @@ History HistoryOf(QWidget* field) {
   return {};
 }
 
+// What is taken back somewhere else is not seen.
+void BringIntoSight(QWidget& field) {
+  for (QWidget* above = field.parentWidget(); above; above = above->parentWidget())
+    if (auto* area = qobject_cast<QScrollArea*>(above)) area->ensureWidgetVisible(&field);
+}
+
 // A drop-down that can be typed into has the focus for its line.
 QWidget* TextFieldOf(QWidget* widget) {
   if (const auto* combo = qobject_cast<QComboBox*>(widget)) return combo->lineEdit();
@@ -45,7 +52,8 @@ TypingHistory::TypingHistory(QWidget& scope) : QWidget(&scope), m_Scope(scope) {
   m_Undo = AddButton(QStringLiteral("↶"), "undoTypingButton", tr("Undo what was typed"), false);
   m_Redo = AddButton(QStringLiteral("↷"), "redoTypingButton", tr("Redo what was typed"), true);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) {
-    if (focus && m_Scope.isAncestorOf(focus)) Follow(TextFieldOf(focus));
+    if (!focus || focus->window() != window() || isAncestorOf(focus)) return;
+    Follow(m_Scope.isAncestorOf(focus) ? TextFieldOf(focus) : nullptr);
   });
 }
 
@@ -62,6 +70,7 @@ QAbstractButton* TypingHistory::AddButton(const QString& arrow, const char* name
   connect(button, &QPushButton::clicked, this, [this, forward] {
     if (!m_Field || !m_Field->isVisible()) return ShowWhatCanBeDone();
     m_Field->setFocus();  // before the button, being disabled, gives the focus to the next one
+    BringIntoSight(*m_Field);
     const History history = HistoryOf(m_Field);
     if (forward ? history.canRedo : history.canUndo) (forward ? history.redo : history.undo)();
     ShowWhatCanBeDone();
@@ -70,11 +79,11 @@ QAbstractButton* TypingHistory::AddButton(const QString& arrow, const char* name
 }
 
 void TypingHistory::Follow(QWidget* field) {
-  if (!field) return;
   if (field != m_Field) {
     if (m_Field) m_Field->disconnect(this);
     m_Field = field;
     const auto show = [this] { ShowWhatCanBeDone(); };
+    if (field) connect(field, &QObject::destroyed, this, show);
     if (auto* line = qobject_cast<QLineEdit*>(field)) {
       connect(line, &QLineEdit::textChanged, this, show);
     } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field)) {

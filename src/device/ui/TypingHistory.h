@@ -9,13 +9,13 @@ class QHBoxLayout;
 
 namespace inspector::device::ui {
 
-// Two buttons that act on the text field within `scope` that has the focus or had it last, as long as it can
-// be seen. Taking one of them leaves the focus in the field.
+// Two buttons that act on the text field within `scope` that has the focus. They leave it there; once it goes
+// to anything else than them, there is nothing that they could be meant for.
 class TypingHistory : public QWidget {
 public:
   explicit TypingHistory(QWidget& scope);
 
-  // As if `field`, a text field within the scope, had got the focus.
+  // As if `field`, a text field within the scope, had got the focus; null for none.
   void Follow(QWidget* field);
 
 private:

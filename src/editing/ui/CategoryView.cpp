@@ -20,16 +20,19 @@ CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
   m_Duplicate =
       AddCommand("duplicate", QStringLiteral("&Duplicate..."), QKeySequence(Qt::CTRL | Qt::Key_D), [this] {
+        ShowMarked();
         m_List.Duplicate();
         ShowRows();
         ShowCopy();
       });
   m_Rename = AddCommand("rename", QStringLiteral("&Rename..."), QKeySequence(Qt::Key_F2), [this] {
+    ShowMarked();
     m_List.Rename();
     ShowRows();
   });
   m_NotPresent = AddCommand("notPresent", device::ui::ToQString(m_List.ToggleCaption()),
                             QKeySequence(Qt::CTRL | Qt::Key_T), [this] {
+                              ShowMarked();
                               m_List.TogglePresence();
                               Refresh();
                             });
@@ -74,6 +77,11 @@ void CCategoryView::OnRow(int row, int column) {
     return;
   }
   Refresh();
+}
+
+// What is done to a category out of sight would not be noticed.
+void CCategoryView::ShowMarked() {
+  if (const int row = m_List.MarkedRow(); row >= 0) m_Rows->SelectRow(row);
 }
 
 // The first one, also where a search would hide it.

@@ -20,6 +20,7 @@ private:
   void OnSearch(const device::Text& words) override;
   void OnRow(int row, int column);
   void ShowCopy();
+  void ShowMarked();
   // The rows were read again.
   void ShowRows();
   // The same rows have other content.

@@ -45,7 +45,7 @@ CommentPickerDialog::CommentPickerDialog(CommentPicker& picker, QWidget* parent)
   layout->addWidget(filter);
   layout->addWidget(m_List, 1);
   layout->addWidget(buttons);
-  resize(460, 640);
+  device::ui::ResizeWithin(*this, {460, 640});
 }
 
 device::ListRow CommentPickerDialog::ShownRow(int row) {

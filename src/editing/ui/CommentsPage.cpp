@@ -141,6 +141,7 @@ void CCommentsPage::ShowStep() {
 }
 
 void CCommentsPage::BeginTyping() {
+  m_Comment->moveCursor(QTextCursor::End);
   m_Comment->setFocus();
 }
 

@@ -26,7 +26,7 @@ public:
   ~CCommentsPage() override;
 
   void ShowStep();
-  // The keys go to the comment.
+  // The keys go to the comment, behind what stands there.
   void BeginTyping();
   void OfferMaterialComments(std::int32_t materialID);
   // Copies each picture into the inspection's folder and puts its tag into the comment.

@@ -103,7 +103,8 @@ void FieldEditor::PickDate() {
   auto* line = static_cast<QLineEdit*>(m_Entry);
   DateDialog dialog(m_Label, line->text(), this);
   if (dialog.exec() != QDialog::Accepted) return;
-  line->setText(dialog.Chosen());
+  line->selectAll();
+  line->insert(dialog.Chosen());  // as if typed, so that undo knows it
   if (onEntered) onEntered();
 }
 

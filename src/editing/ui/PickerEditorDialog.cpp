@@ -9,6 +9,7 @@
 #include <QScroller>
 #include <QShortcut>
 
+#include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 
@@ -90,7 +91,7 @@ PickerEditorDialog::PickerEditorDialog(data::Workspace& workspace, const Text& p
   setTabOrder(m_Pickers, newPicker);
   setTabOrder(newPicker, m_DeletePicker);
   setTabOrder(m_DeletePicker, m_Items);
-  resize(440, 560);
+  device::ui::ResizeWithin(*this, {440, 560});
   FillPickers(picker);
 }
 

@@ -11,6 +11,7 @@
 
 #include "device/ListColumns.h"
 #include "device/ui/LinesEdit.h"
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
 
@@ -72,7 +73,7 @@ ShortcutEditorDialog::ShortcutEditorDialog(data::Workspace& workspace, QWidget* 
   layout->addLayout(device::ui::HistoryBeside(*this, close), 5, 0, 1, 3);
   layout->setRowStretch(0, 2);
   layout->setRowStretch(2, 1);
-  resize(440, 560);
+  device::ui::ResizeWithin(*this, {440, 560});
   Fill();
 }
 
@@ -82,7 +83,8 @@ bool ShortcutEditorDialog::MayDrop() {
   if (m_ShortCut->text() == ToQString(shown.shortCut) &&
       device::ui::LinesOf(*m_Expanded->document()) == ToDisplay(shown.expanded))
     return true;
-  return device::ConfirmCaution(m_Prompts,
+  // Enter keeps it.
+  return device::ConfirmReplace(m_Prompts,
                                 u"The shortcut that you typed is not stored. Do you wish to drop it?");
 }
 

@@ -5,7 +5,9 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -116,10 +118,18 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(m_Caption);
   layout->addLayout(rating);
-  layout->addWidget(m_Tabs, 1);
+  // On a low screen the pages scroll, and the buttons below stay.
+  auto* area = new QScrollArea(this);
+  area->setObjectName(QStringLiteral("pageArea"));
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidgetResizable(true);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setWidget(m_Tabs);
+  layout->addWidget(area, 1);
   layout->addWidget(m_NotStored);
   layout->addLayout(bottom);
-  resize(480, 760);
+  device::ui::ResizeWithin(*this, {480, 760});
 }
 
 bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
@@ -134,12 +144,16 @@ bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, 
 }
 
 void CStepPropertySheet::ShowStep() {
+  const QWidget* const front = m_Tabs->currentWidget();
+  const QPointer<QWidget> focus = focusWidget();
+  const bool isInPage = front && focus && front->isAncestorOf(focus);
   m_Caption->setText(device::ui::Shortened(ToQString(m_Sheet.Caption()), kLongestCaption));
   m_Materials->ShowStep(*m_Tabs->tabBar());
   m_Comments->ShowStep();
   m_Picture->ShowStep();
   m_Info->ShowStep();
   ArrangePages();
+  if (isInPage) KeepFocusInPage(focus);
   m_Rating->clear();
   for (const Text& entry : m_Sheet.Ratings().Entries()) m_Rating->addItem(ToQString(entry));
   ShowRating();
@@ -154,23 +168,32 @@ void CStepPropertySheet::ArrangePages() {
   const int place = m_Tabs->indexOf(m_Materials);
   if (m_Tabs->count() > 0 && hasMaterials == (place >= 0)) return;
   QWidget* const front = m_Tabs->currentWidget();
-  const bool hadFocus = front && focusWidget() && front->isAncestorOf(focusWidget());
   m_Tabs->clear();
   m_Materials->setVisible(hasMaterials);
   if (hasMaterials) m_Tabs->addTab(m_Materials, tr("&Materials"));
   m_Tabs->addTab(m_Comments, tr("&Comments"));
   m_Tabs->addTab(m_Picture, tr("Pict&ure"));
   m_Tabs->addTab(m_Info, tr("In&fo"));
-  if (front && m_Tabs->indexOf(front) >= 0)
-    m_Tabs->setCurrentWidget(front);
-  else if (hadFocus)
-    m_Comments->BeginTyping();  // or the focus would fall on a button, which the next blank presses
+  if (front && m_Tabs->indexOf(front) >= 0) m_Tabs->setCurrentWidget(front);
   FitTabs();
+}
+
+// It would fall on a button, which the next blank presses.
+void CStepPropertySheet::KeepFocusInPage(QWidget* former) {
+  QWidget* const front = m_Tabs->currentWidget();
+  if (former && front->isAncestorOf(former)) {
+    former->setFocus();
+  } else if (front == m_Comments) {
+    m_Comments->BeginTyping();
+  } else {
+    m_Tabs->tabBar()->setFocus();
+  }
 }
 
 // With large text on a narrow screen the tabs take a smaller one, so that all stand side by side.
 void CStepPropertySheet::FitTabs() {
-  device::ui::ShrinkToFit(*m_Tabs->tabBar(), m_Tabs->width());
+  const QMargins beside = layout()->contentsMargins();
+  device::ui::ShrinkToFit(*m_Tabs->tabBar(), width() - beside.left() - beside.right());
 }
 
 void CStepPropertySheet::ShowRating() {

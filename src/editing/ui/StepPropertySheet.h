@@ -48,6 +48,7 @@ protected:
 private:
   void ShowStep();
   void ArrangePages();
+  void KeepFocusInPage(QWidget* former);
   void FitTabs();
   void ShowRating();
   void PickRating(int entry);

@@ -32,7 +32,7 @@ CInspectorView::CInspectorView(CInspectorDoc& document, QWidget* parent)
   inside->setContentsMargins(12, 8, 12, 8);
   inside->addWidget(label);
   inside->addWidget(bar);
-  static_cast<QVBoxLayout*>(layout())->insertWidget(0, m_Progress);
+  layout()->addWidget(m_Progress);  // below: what a finger is about to touch must not move
   m_Progress->hide();
 
   connect(m_DocType, &QComboBox::activated, this, [this] { SelectDocType(); });

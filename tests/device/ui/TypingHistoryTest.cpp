@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -19,7 +20,7 @@ protected:
     m_Combo->setEditable(true);
     m_Fixed->setReadOnly(true);
     auto* layout = new QVBoxLayout(&m_Form);
-    for (QWidget* each : std::initializer_list<QWidget*>{m_Line, m_Lines, m_Combo, m_Fixed, m_History})
+    for (QWidget* each : std::initializer_list<QWidget*>{m_Line, m_Lines, m_Combo, m_Fixed, m_Box, m_History})
       layout->addWidget(each);
     m_Form.show();
     m_Form.activateWindow();
@@ -45,6 +46,7 @@ protected:
   QPlainTextEdit* m_Lines = new QPlainTextEdit;
   QComboBox* m_Combo = new QComboBox;
   QLineEdit* m_Fixed = new QLineEdit(QStringLiteral("1968"));
+  QCheckBox* m_Box = new QCheckBox;
   TypingHistory* m_History = new TypingHistory(m_Form);
   QPushButton* m_Undo = Button("undoTypingButton");
   QPushButton* m_Redo = Button("redoTypingButton");
@@ -74,7 +76,14 @@ TEST_F(TypingHistoryTest, OffersOnlyWhatCanBeTakenBack) {
   m_Line->setText(QStringLiteral("elm"));
   m_Undo->click();
   EXPECT_EQ(m_Line->text(), QStringLiteral("elm"));
-  m_Lines->setFocus();
+  // A box is ticked: what was typed in another field is not what an arrow is pressed for then.
+  QTest::keyClicks(m_Line, QStringLiteral("s"));
+  EXPECT_EQ(offered(), std::pair(true, false));
+  m_Box->setFocus();
+  EXPECT_EQ(offered(), std::pair(false, false));
+  m_Undo->click();
+  EXPECT_EQ(m_Line->text(), QStringLiteral("elms"));
+  m_Line->setFocus();
   delete m_Line;
   EXPECT_EQ(offered(), std::pair(false, false));
 }

@@ -83,6 +83,9 @@ TEST_F(StepPropertySheetTest, MovesAndShowsThePagesOfEachStep) {
 TEST_F(StepPropertySheetTest, KeysGoToTheCommentOfAStepThatIsToBeExplained) {
   m_Sheet.activateWindow();
   EXPECT_EQ(m_Sheet.focusWidget(), &Comment());
+  tests::PressButton(m_Sheet, "nextButton");
+  tests::PressButton(m_Sheet, "nextButton");
+  EXPECT_EQ(m_Sheet.focusWidget(), &Comment()) << "also where another page has come or gone";
   ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Gutters, 0));
   Find<QLineEdit>("materialNote").setFocus();
   tests::PressButton(m_Sheet, "nextButton");
