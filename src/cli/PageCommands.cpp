@@ -52,7 +52,9 @@ ExitCode RunMan(Session& session, const Input&) {
       << ".TP\n.B \\-\\-help\nexplain the program, or the command it stands behind\n"
       << ".TP\n.B \\-\\-version\ntell the version\n"
       << ".SH EXIT STATUS\n0 done, 1 failed or refused, 2 wrong usage\n"
-      << ".SH FILES\nregistry.toml, pages.toml, inspector.log and \"My Documents\" under the device root\n";
+      << ".SH FILES\nregistry.toml, inspector.log, the folder page-records and \"My Documents\" under the "
+         "device "
+         "root\n";
   return ExitCode::Done;
 }
 

@@ -112,8 +112,8 @@ bool TakeRating(Session& session, const Input& input, reports::ReportChoices& ch
   if (!input.Has("--rating")) return true;
   choices.rating = device::FromUtf8(input.options.at("--rating"));
   if (choices.rating == reports::kAllRatings) return true;
-  std::vector<std::string> known;
-  for (const Text& rating : editing::AllChoices(session.Workspace().GetDatabases())) {
+  std::vector<std::string> known = {device::ToUtf8(reports::kAllRatings)};
+  for (const Text& rating : editing::RatingsFor(session.Workspace().GetDatabases(), input.Number(0))) {
     if (rating == choices.rating) return true;
     known.push_back(device::ToUtf8(rating));
   }

@@ -68,17 +68,22 @@ bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path&
 
 // Pages and their pictures must not lie among those that reports are made from: a number in a comment would
 // mean another picture, and a copy could be taken for an original.
-Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source) {
+Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source, const PageRecord& record) {
   const Text name = device::FromUtf8(folder.native());
-  if (!folder.has_relative_path()) return name + u" is no folder for pages. Choose one below it.";
+  std::error_code unknown;
+  if (!std::filesystem::weakly_canonical(folder, unknown).has_relative_path())
+    return name + u" is no folder for pages. Choose one below it.";
   if (source.pictures.IsCardFolder(folder))
     return device::Format(
         u"%s is the folder of the camera's card. More pictures there would change which ones the numbers in "
         u"comments mean. Make the pages in a folder of their own.",
         name);
+  if (!record.Problem().empty()) return record.Problem();
   std::error_code error;
-  if (!std::filesystem::is_directory(folder, error)) return {};  // nothing lies in it yet
-  for (const std::filesystem::path& picture : source.pictures.FilesOf(source.content)) {
+  const bool isOwn = record.Inspection() == source.inspection;
+  if (isOwn || !std::filesystem::is_directory(folder, error)) return {};  // nothing of the person's is there
+  for (const std::filesystem::path& picture :
+       source.pictures.FilesOf(source.content.header.documentNumber, source.comments())) {
     std::error_code notThere;
     if (IsSameFolder(picture.parent_path(), folder) ||
         IsSameFolder(std::filesystem::canonical(picture, notThere).parent_path(), folder))
@@ -141,7 +146,7 @@ Text HtmlReport::FramesPage(TextView folder) {
 void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   // Until the end, whichever it is.
   const auto pictures = std::make_shared<PagePictures>(source.pictures, run);
-  if (const Text problem = WhyNotInto(run.Target().path, source); !problem.empty()) {
+  if (const Text problem = WhyNotInto(run.Target().path, source, pictures->Record()); !problem.empty()) {
     device::ShowError(run.GetMachine().prompts, problem);
     return run.Refuse();
   }

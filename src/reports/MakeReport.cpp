@@ -4,7 +4,10 @@
 
 #include "data/InspectionTable.h"
 #include "data/InspectionTypeTable.h"
+#include "data/StepTable.h"
+#include "device/FileIdentity.h"
 #include "device/Format.h"
+#include "reports/MediaType.h"
 #include "reports/PageRecord.h"
 #include "reports/ReportLayout.h"
 
@@ -62,19 +65,30 @@ bool IsOneOf(const std::filesystem::path& file, const std::vector<std::filesyste
   });
 }
 
-// Files that the program needs, or that a person may want back.
-std::vector<std::filesystem::path> OwnFiles(data::Workspace& workspace) {
+// One that the program needs, or that a person may want back: what is kept of a database has its name with
+// something behind it.
+bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
-  std::vector<std::filesystem::path> files = {registry, registry.parent_path() / "inspector.log",
-                                              registry.parent_path() / PageRecord::kFile};
   data::Databases& databases = workspace.GetDatabases();
-  for (const std::filesystem::path& database : {databases.Template().File(), databases.Inspection().File()})
-    for (const char* const end : {"", ".lock", ".before-import", "-wal", "-journal"})
-      files.emplace_back(database.native() + end);
-  return files;
+  const std::vector<std::filesystem::path> databaseFiles = {databases.Template().File(),
+                                                            databases.Inspection().File()};
+  if (IsOneOf(file, {registry, registry.parent_path() / "inspector.log"}) || IsOneOf(file, databaseFiles) ||
+      IsOneOf(std::filesystem::absolute(file).parent_path(), {registry.parent_path() / PageRecord::kFolder}))
+    return true;
+  return std::any_of(databaseFiles.begin(), databaseFiles.end(), [&](const auto& database) {
+    std::error_code notThere;
+    return file.filename().native().starts_with(database.filename().native()) &&
+           std::filesystem::equivalent(std::filesystem::absolute(file, notThere).parent_path(),
+                                       database.parent_path(), notThere);
+  });
 }
 
-bool HasNameOfPicture(const std::filesystem::path& file) {
+bool IsPicture(const device::Machine& machine, const std::filesystem::path& file) {
+  if (const auto content = machine.files.OpenForReading(file)) {
+    char begin[kSignatureBytes];
+    const std::int64_t count = content->Read(begin, sizeof begin);
+    if (count > 0 && !MediaType({begin, static_cast<std::size_t>(count)}).empty()) return true;
+  }
   constexpr TextView kEnds[] = {u".jpg", u".jpeg", u".png", u".gif", u".bmp", u".2bp", u".webp"};
   const Text end = device::FromUtf8(file.extension().native());
   return std::any_of(std::begin(kEnds), std::end(kEnds),
@@ -82,18 +96,32 @@ bool HasNameOfPicture(const std::filesystem::path& file) {
 }
 
 // Why a report must not replace this file; empty when it may.
-Text WhyNotReplace(data::Workspace& workspace, ReportPictures& pictures, const ReportContent& content,
-                   const std::filesystem::path& file) {
+Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file,
+                   const std::function<std::vector<std::filesystem::path>()>& pictures) {
   std::error_code notThere;
   if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
-  if (IsOneOf(file, OwnFiles(workspace)))
+  if (IsOwnFile(workspace, file))
     return device::Format(
         u"%s is a database of this program, or a file beside it. Give the report another name.",
         device::FromUtf8(file.native()));
-  if (HasNameOfPicture(file) || IsOneOf(file, pictures.FilesOf(content)))
+  if (IsPicture(workspace.GetMachine(), file) || IsOneOf(file, pictures()))
     return device::Format(u"%s is a picture, and would be lost. Give the report another name.",
                           device::FromUtf8(file.native()));
   return {};
+}
+
+// Of all its steps, those that this report leaves out as well.
+std::vector<Text> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
+  std::vector<Text> comments;
+  data::StepTable steps(workspace.GetDatabases());
+  steps.OpenSQL(device::Format(
+      u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = "
+      u"Inspection.InspectionID) INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE "
+      u"(((Inspection.InspectionID)= %d));",
+      inspectionID));
+  for (int n = 0; n < steps.RecordCount(); ++n)
+    if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
+  return comments;
 }
 
 }  // namespace
@@ -118,17 +146,23 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
                           request.choices.pictures && options.m_OmitPictures == 0);
-  if (const Text problem = WhyNotReplace(workspace, pictures, content, target->path); !problem.empty())
+  const auto comments = [&] { return CommentsOf(workspace, request.inspectionID); };
+  const auto files = [&] { return pictures.FilesOf(content.header.documentNumber, comments()); };
+  if (const Text problem = WhyNotReplace(workspace, target->path, files); !problem.empty())
     return Refuse(machine.prompts, problem);
+  // Every new database begins with the same keys.
   const Text inspection =
       device::Format(u"%d of %s", request.inspectionID,
-                     device::FromUtf8(workspace.GetDatabases().Inspection().File().native()));
+                     device::FromUtf8(device::IdentityOf(workspace.GetDatabases().Inspection().File())));
   ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
   pictures.StopWhen([&run] { return run.Progress().IsCancelled(); });
-  format->Write({content, pictures, options, request.choices, inspection}, run);
+  format->Write({content, pictures, options, request.choices, inspection, comments}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
-  return {result, target->path, pictures.Notes()};
+  std::vector<Text> notes = pictures.Notes();
+  if (request.choices.pictures && format->Used().pictures && options.m_OmitPictures != 0)
+    notes.push_back(u"The report has no pictures, because the options leave them out.");
+  return {result, target->path, std::move(notes)};
 }
 
 Text LayoutOf(data::Workspace& workspace, std::int32_t inspectionID) {

@@ -46,17 +46,15 @@ void PagePictures::PlanOne(TextView path) {
   while (!copy.isThere &&
          (copy.name.empty() || m_Run.GetMachine().files.Exists(m_Run.Target().path / copy.name)))
     copy.name = device::ToUtf8(device::Format(u"picture%d.jpg", ++m_Last));
+  m_Taken.insert(copy.name);
   m_Copies.emplace(m_Pictures.FileOf(path), std::move(copy));
 }
 
 std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
-  for (const auto& former : m_Former) {
-    const std::string& name = former.first;
-    const bool isTaken = std::any_of(m_Copies.begin(), m_Copies.end(),
-                                     [&](const auto& planned) { return planned.second.name == name; });
-    if (former.second == size && !isTaken && m_Record.IsOwn(name) && IsSame(path, m_Run.Target().path / name))
+  for (const auto& [name, bytes] : m_Former)
+    if (bytes == size && !m_Taken.contains(name) && m_Record.IsOwn(name) &&
+        IsSame(path, m_Run.Target().path / name))
       return name;
-  }
   return {};
 }
 
@@ -94,6 +92,8 @@ std::vector<PagePicture> PagePictures::OfText(TextView comments, TextView place)
     if (auto one = Place(picture.path, picture.scaling)) {
       placed.push_back(std::move(*one));
     } else {
+      m_LacksSome =
+          m_LacksSome || (m_Pictures.AreIncluded() && editing::ClassifyTag(picture.tag) != editing::kError);
       m_Pictures.NoteMissing(picture);
     }
   }
@@ -116,9 +116,15 @@ void PagePictures::Finish(const Text& inspection) {
   PageRecord::Copies shown;
   for (const auto& [source, copy] : m_Copies)
     if (copy.isThere) shown.emplace(copy.name, copy.size);
-  for (const auto& [name, size] : m_Former)
-    if (!shown.contains(name) && m_Record.IsOwn(name))
+  const bool mayGo = !m_LacksSome || m_Record.Inspection() != inspection;
+  for (const auto& [name, size] : m_Former) {
+    if (shown.contains(name) || !m_Record.IsOwn(name)) continue;
+    if (mayGo) {
       m_Run.GetMachine().files.Remove(m_Run.Target().path / name);
+    } else {
+      shown.emplace(name, size);
+    }
+  }
   if (!m_Record.Keep(inspection, shown)) m_Run.GetMachine().faults.Report(m_Record.LastError());
 }
 

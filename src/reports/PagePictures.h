@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 
 #include "reports/PageRecord.h"
 #include "reports/ReportPictures.h"
@@ -34,7 +35,8 @@ public:
   std::vector<PagePicture> OfText(TextView comments, TextView place);
   // The photograph of the house; nothing when there is none.
   std::optional<PagePicture> OfHouse(TextView documentNumber);
-  // The pages are there: copies that only those before have shown go, since they may be another client's.
+  // The pages are there: copies that only those before have shown go, since they may be another client's. As
+  // long as a picture of this inspection cannot be had, none goes: the copy may be all that is left of it.
   void Finish(const Text& inspection);
   // There are no new pages, and the copies have gone.
   void Forget();
@@ -57,8 +59,10 @@ private:
   ReportRun& m_Run;
   PageRecord m_Record;
   const PageRecord::Copies m_Former;
+  bool m_LacksSome = false;                        // pictures that the report names
   int m_Last = 0;                                  // number that was tried
   std::map<std::filesystem::path, Copy> m_Copies;  // of the file on the machine
+  std::set<std::string> m_Taken;                   // names of those
 };
 
 }  // namespace inspector::reports

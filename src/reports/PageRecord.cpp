@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <system_error>
 
 #include "device/Format.h"
@@ -10,11 +11,15 @@ namespace inspector::reports {
 namespace {
 
 const Text kKey = u"Pages";
+constexpr const char* kPages[] = {"inspection.htm", "toc.htm", "index.htm"};
 
+// A slash at the end stays while the folder is not there yet, and goes later.
 std::filesystem::path Canonical(const std::filesystem::path& folder) {
   std::error_code error;
-  auto canonical = std::filesystem::weakly_canonical(folder, error);
-  return error ? folder : canonical;
+  const std::filesystem::path named =
+      folder.has_filename() || !folder.has_relative_path() ? folder : folder.parent_path();
+  auto canonical = std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
+  return error ? named : canonical;
 }
 
 // Names in the record compare without regard to case, and some signs are refused in them; folders of the host
@@ -33,6 +38,18 @@ Text NameOf(const std::filesystem::path& folder) {
   return name;
 }
 
+bool IsPage(const std::string& name) {
+  return std::find(std::begin(kPages), std::end(kPages), name) != std::end(kPages);
+}
+
+// Of a file that is read and written alone, however many folders there have been. Two names that give the
+// same one share it.
+std::string FileFor(TextView name) {
+  std::uint64_t sum = 14695981039346656037U;
+  for (const char16_t unit : name) sum = (sum ^ unit) * 1099511628211U;
+  return std::to_string(sum) + ".toml";
+}
+
 // "1204 picture1.jpg"; a name that leads elsewhere is none of a copy.
 void AddCopy(const std::string& entry, PageRecord::Copies& copies) {
   std::uint64_t size = 0;
@@ -48,10 +65,17 @@ PageRecord::PageRecord(const device::Machine& machine, const std::filesystem::pa
     : m_Files(machine.files),
       m_Folder(folder),
       m_Name(NameOf(Canonical(folder))),
-      m_Store(machine.files, machine.registry.Path().parent_path() / kFile) {
+      m_Store(machine.files, machine.registry.Path().parent_path() / kFolder / FileFor(m_Name)) {
   std::vector<Text> lines = device::Split(m_Store.Read(kKey, m_Name).value_or(u""), u'\n');
   m_Inspection = lines.front();
   for (std::size_t n = 1; n < lines.size(); ++n) AddCopy(device::ToUtf8(lines[n]), m_Pictures);
+  for (auto entry = m_Pictures.begin(); entry != m_Pictures.end();) {
+    const auto next = std::next(entry);
+    if (IsPage(entry->first)) m_Pages.insert(m_Pictures.extract(entry));
+    entry = next;
+  }
+  m_Problem = m_Store.LastError();
+  if (!m_Pages.empty() && m_Pages != PagesThere()) m_Inspection.clear();
 }
 
 bool PageRecord::IsOwn(const std::string& name) const {
@@ -61,13 +85,24 @@ bool PageRecord::IsOwn(const std::string& name) const {
   return file != nullptr && file->Size() == copy->second;
 }
 
+PageRecord::Copies PageRecord::PagesThere() const {
+  Copies pages;
+  for (const char* const name : kPages)
+    if (const auto file = m_Files.OpenForReading(m_Folder / name))
+      if (const auto size = file->Size()) pages.emplace(name, *size);
+  return pages;
+}
+
 bool PageRecord::Keep(const Text& inspection, const Copies& pictures) {
   Text lines = inspection;
-  for (const auto& [name, size] : pictures)
-    lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
-  const bool isKnown = inspection == m_Inspection && pictures == m_Pictures;
+  const Copies pages = PagesThere();
+  for (const Copies* const files : {&pages, &pictures})
+    for (const auto& [name, size] : *files)
+      lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
+  const bool isKnown = inspection == m_Inspection && pictures == m_Pictures && pages == m_Pages;
   if (!isKnown && !m_Store.Write(kKey, m_Name, lines)) return false;
   m_Inspection = inspection;
+  m_Pages = pages;
   m_Pictures = pictures;
   return true;
 }

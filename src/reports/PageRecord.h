@@ -17,12 +17,16 @@ using device::TextView;
 // here, and still has its size, is ever removed from the folder or used again.
 class PageRecord {
 public:
-  static constexpr const char* kFile = "pages.toml";    // beside the registry
+  static constexpr const char* kFolder =
+      "page-records";  // beside the registry; a file for each folder of pages
   using Copies = std::map<std::string, std::uint64_t>;  // name in the folder, bytes
 
-  // Reads what is known of `folder`, which need not be there.
+  // Reads what is known of `folder`, which need not be there. Pages of other sizes than those that were made
+  // are nobody's: another disk may be in that place by now.
   PageRecord(const device::Machine& machine, const std::filesystem::path& folder);
 
+  // Why it could not be read: then it is not known whose pages those are. Empty when it could.
+  const Text& Problem() const { return m_Problem; }
   // Empty when the pages that may lie there are none of the program's.
   const Text& Inspection() const { return m_Inspection; }
   const Copies& Pictures() const { return m_Pictures; }
@@ -35,11 +39,15 @@ public:
   const Text& LastError() const { return m_Store.LastError(); }
 
 private:
+  Copies PagesThere() const;
+
   device::Files& m_Files;
   std::filesystem::path m_Folder;
   Text m_Name;  // of the folder, among others
   device::Registry m_Store;
+  Text m_Problem;
   Text m_Inspection;
+  Copies m_Pages;
   Copies m_Pictures;
 };
 

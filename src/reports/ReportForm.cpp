@@ -24,12 +24,15 @@ Text FolderOf(const Text& target) {
   return target.substr(0, target.find_last_of(u"/\\") + 1);
 }
 
-// "visit.html", but not "Elm St. 12".
-bool HasExtension(const Text& target) {
-  const std::size_t stop = target.find_last_of(u"./\\");
-  if (stop == Text::npos || target[stop] != u'.') return false;
-  const std::size_t letters = target.size() - stop - 1;
-  return letters > 0 && letters <= 5 && target.find(u' ', stop) == Text::npos;
+bool EndsWith(TextView target, TextView end) {
+  return target.size() > end.size() &&
+         device::EqualIgnoringCase(target.substr(target.size() - end.size()), end);
+}
+
+// "visit.HTML", but not "Elm St. 12" or "J.Smith".
+bool HasExtension(TextView target) {
+  constexpr TextView kEnds[] = {u".rtf", u".html", u".htm", u".txt"};
+  return std::any_of(std::begin(kEnds), std::end(kEnds), [&](TextView end) { return EndsWith(target, end); });
 }
 
 }  // namespace
@@ -56,7 +59,7 @@ ReportForm::ReportForm(data::Workspace& workspace, std::int32_t inspectionID)
 }
 
 std::vector<Text> ReportForm::Ratings() {
-  std::vector<Text> ratings = editing::AllChoices(m_Workspace.GetDatabases());
+  std::vector<Text> ratings = editing::RatingsFor(m_Workspace.GetDatabases(), m_InspectionID);
   ratings.insert(ratings.begin(), Text(kAllRatings));
   return ratings;
 }
@@ -66,7 +69,7 @@ void ReportForm::ChooseKind(const ReportFormat& kind) {
   if (kind.Used().folder) return;
   // The name stays, with the end of another kind of file.
   const Text end = EndOf(kind);
-  if (!m_OwnFile.empty() && m_OwnFile.ends_with(m_OwnEnd))
+  if (EndsWith(m_OwnFile, m_OwnEnd))
     m_OwnFile.replace(m_OwnFile.size() - m_OwnEnd.size(), m_OwnEnd.size(), end);
   m_OwnEnd = end;
 }
@@ -112,9 +115,29 @@ std::optional<device::SaveQuestion> ReportForm::SaveQuestion() const {
   return question;
 }
 
+bool ReportForm::NamesFolder(const Text& target) const {
+  if (target.ends_with(u'/') || target.ends_with(u'\\') || target == u"~" || target == u"..") return true;
+  std::error_code error;
+  const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
+  return isWhole && std::filesystem::is_directory(m_Workspace.GetMachine().paths.ResolveTyped(target), error);
+}
+
+Text ReportForm::WhyNot(TextView target) {
+  if (target.empty()) return u"Say where the report is to be written.";
+  const bool isElsewhere = target.starts_with(u"file:") || (target.size() > 1 && target[1] == u':');
+  return isElsewhere ? u"Give the file by its folder and name, as in /home/ana/visit.rtf or \\My "
+                       u"Documents\\visit.rtf."
+                     : u"";
+}
+
 // What a person types without saying where lies with the other documents, and gets the end that it lacks.
 std::filesystem::path ReportForm::Resolved() const {
   Text target = Target();
+  // A folder means the usual name in it.
+  if (!m_Kind->Used().folder && NamesFolder(target)) {
+    if (!target.ends_with(u'/') && !target.ends_with(u'\\')) target += u'/';
+    target += m_Kind->Question(m_Header).suggestedName;
+  }
   const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
   if (!isWhole) target = u"\\My Documents\\" + target;
   if (!m_Kind->Used().folder && !HasExtension(target)) target += EndOf(*m_Kind);

@@ -31,6 +31,10 @@ public:
   // As a person may type it: a path on the host, or on the device when it begins with a backslash; a bare
   // name lies in "My Documents".
   Text Target() const;
+  // Why a report cannot be called so; empty when it can. A folder means the usual name in it.
+  static Text WhyNot(TextView target);
+  // False while the options leave pictures out of every report.
+  bool MayHavePictures() const { return m_Workspace.Options().m_OmitPictures == 0; }
   void ChooseTarget(const Text& target);
   // A person has agreed to replace what is there.
   void ChooseAgreedTarget(const std::filesystem::path& target);
@@ -46,6 +50,7 @@ private:
   // ".rtf"
   Text EndOf(const ReportFormat& kind) const;
   std::filesystem::path Resolved() const;
+  bool NamesFolder(const Text& target) const;
   void Remember();
 
   data::Workspace& m_Workspace;

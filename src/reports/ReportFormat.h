@@ -2,6 +2,7 @@
 // Formats().
 #pragma once
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -27,6 +28,8 @@ struct ReportSource {
   const data::OptionsTable& options;
   const ReportChoices& choices;
   const Text& inspection;  // the same in every report of this inspection, and in no other
+  // Of every step of the inspection, those that the report leaves out as well; read anew each time.
+  std::function<std::vector<Text>()> comments;
 };
 
 class ReportFormat {

@@ -63,25 +63,34 @@ std::vector<TagPicture> ReportPictures::OfText(TextView text, TextView place) {
     if (editing::ClassifyTag(picture.tag) != editing::kError || !m_UnknownTags.insert(picture.tag).second)
       continue;
     device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
+    // Words that somebody has set between asterisks may be many.
+    constexpr std::size_t kMost = 60;
+    const Text tag = picture.tag.size() <= kMost ? picture.tag : picture.tag.substr(0, kMost) + u"\u2026***";
     Note(device::Format(u"The tag %s in %s is of no kind that a report knows. Correct it, or take it out.",
-                        picture.tag, place));
+                        tag, place));
   }
   return pictures;
 }
 
-std::vector<std::filesystem::path> ReportPictures::FilesOf(const ReportContent& content) {
-  std::set<std::filesystem::path> files = {FileOf(HousePhotoPath(content.header.documentNumber))};
+std::vector<std::filesystem::path> ReportPictures::FilesOf(TextView documentNumber,
+                                                           const std::vector<Text>& comments) {
+  std::set<std::filesystem::path> files = {FileOf(HousePhotoPath(documentNumber))};
   for (const TextView logo : kLogos) files.insert(FileOf(logo));
-  for (const ReportSection& section : content.sections)
-    for (const ReportStep& step : section.steps)
-      for (const TagPicture& picture : editing::PicturesOf(step.comments, m_Card))
-        if (!picture.path.empty() && picture.path != editing::kError) files.insert(FileOf(picture.path));
+  for (const Text& comment : comments)
+    for (const TagPicture& picture : editing::PicturesOf(comment, m_Card))
+      if (!picture.path.empty() && picture.path != editing::kError) files.insert(FileOf(picture.path));
   return {files.begin(), files.end()};
 }
 
 bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
-  std::error_code notThere;
-  return !m_Card.Folder().empty() && std::filesystem::equivalent(m_Card.HostFolder(), folder, notThere);
+  if (m_Card.Folder().empty()) return false;
+  // Also one that is not in the device at the moment, and one that is named without a slash at its end.
+  const auto whole = [](const std::filesystem::path& path) {
+    std::error_code error;
+    const auto named = path.has_filename() ? path : path.parent_path();
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
+  };
+  return whole(folder) == whole(m_Card.HostFolder()) || whole(folder) == whole(FileOf(m_Card.Folder()));
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {

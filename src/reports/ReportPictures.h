@@ -24,9 +24,11 @@ public:
   // One picture for each distinct tag of the text, in their order. A tag of no known kind is told in a box,
   // once in a report; a note says that it stands in `place`.
   std::vector<TagPicture> OfText(TextView text, TextView place);
-  // Everything that the report's readers could be shown, whether it is there or not, and whether pictures are
-  // left out or not.
-  std::vector<std::filesystem::path> FilesOf(const ReportContent& content);
+  // False when the person, or the office, leaves pictures out.
+  bool AreIncluded() const { return m_Included; }
+  // Everything that readers of the inspection's reports could be shown, whether it is there or not, and
+  // whether pictures are left out or not.
+  std::vector<std::filesystem::path> FilesOf(TextView documentNumber, const std::vector<Text>& comments);
   // Where the camera puts its pictures: one more of them there, and the numbers in comments mean others.
   bool IsCardFolder(const std::filesystem::path& folder) const;
   // Reading pictures is what takes time: from when `isStopped` says so, none can be read.

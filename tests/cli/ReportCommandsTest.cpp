@@ -57,8 +57,9 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
   m_Device.RunInVisits("UPDATE Step SET Comments = '***Path=\\evidence***'");
   m_Device.Close();
   for (const char* const name :
-       {"evidence", "other.webp", "registry.toml", "inspector.log", "pages.toml",
-        "My Documents/Inspection_Data.cdb.before-import", "My Documents/Inspection_Data.cdb"}) {
+       {"evidence", "other.webp", "registry.toml", "inspector.log", "page-records/7.toml",
+        "My Documents/Inspection_Data.cdb.before-5.0", "My Documents/Template_Data.cdb.before-import-2",
+        "My Documents/Inspection_Data.cdb"}) {
     const std::filesystem::path file = m_Device.Root() / name;
     if (!std::filesystem::exists(file)) m_Device.Put(name, "needed");
     const std::string before = tests::ContentOf(file);

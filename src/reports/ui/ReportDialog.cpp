@@ -12,7 +12,9 @@
 #include <algorithm>
 
 #include "device/ui/FileDialog.h"
+#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
+#include "device/ui/TypingHistory.h"
 #include "device/ui/WrappingCheckBox.h"
 #include "reports/ReportLayout.h"
 #include "reports/ui/SelectCategoriesPage.h"
@@ -104,16 +106,16 @@ ReportDialog::ReportDialog(ReportForm& form, device::Prompts& prompts, QWidget* 
   layout->addStretch(1);
   auto* whole = new QVBoxLayout(this);
   whole->addWidget(area, 1);
-  whole->addWidget(buttons);
+  whole->addLayout(device::ui::HistoryBeside(*this, buttons));
   m_Kind->setFocus();
-  resize(QSize(460, 620).boundedTo(screen()->availableSize()));
+  device::ui::ResizeWithin(*this, {460, 620});
 
   const auto kinds = Formats();
   m_Kind->setCurrentIndex(
       static_cast<int>(std::find(kinds.begin(), kinds.end(), &m_Form.Kind()) - kinds.begin()));
   m_Layout->setCurrentText(ToQString(m_Form.Choices().layout));
   m_Rating->setCurrentText(ToQString(m_Form.Choices().rating));
-  m_Pictures->setChecked(m_Form.Choices().pictures);
+  m_Pictures->setChecked(m_Form.Choices().pictures && m_Form.MayHavePictures());
   ShowKind();
   ShowCategories();
 }
@@ -130,7 +132,9 @@ void ReportDialog::ShowKind() {
   m_Layout->setEnabled(uses.layout);
   m_Rating->setEnabled(uses.rating);
   m_Categories->setEnabled(uses.categories);
-  m_Pictures->setEnabled(uses.pictures);
+  m_Pictures->setEnabled(uses.pictures && m_Form.MayHavePictures());
+  m_Pictures->setToolTip(m_Form.MayHavePictures() ? QString()
+                                                  : tr("The options leave pictures out of reports."));
   m_Target->setEnabled(!uses.ownFolder);
   m_Browse->setEnabled(!uses.ownFolder);
   m_Target->setText(ToQString(m_Form.Target()));
@@ -163,9 +167,10 @@ void ReportDialog::Browse() {
 }
 
 void ReportDialog::accept() {
-  if (m_Target->text().trimmed().isEmpty())
-    return device::ShowError(m_Prompts, u"Say where the report is to be written.");
-  m_Form.ChooseTarget(FromQString(m_Target->text()));
+  const Text target = FromQString(m_Target->text().trimmed());
+  if (const Text problem = ReportForm::WhyNot(target); !problem.empty())
+    return device::ShowError(m_Prompts, problem);
+  m_Form.ChooseTarget(target);
   m_Outcome = m_Form.Make();
   if (m_Outcome.result == ReportResult::Written) QDialog::accept();
 }

@@ -45,7 +45,7 @@ CSelectCategoriesPage::CSelectCategoriesPage(CategorySelection& selection, QWidg
   layout->addWidget(m_Rows, 1);
   layout->addLayout(choices);
   layout->addWidget(buttons);
-  resize(QSize(460, 640).boundedTo(screen()->availableSize()));
+  device::ui::ResizeWithin(*this, {460, 640});
   Show();
   m_Rows->setCurrentIndex(m_Rows->Model().index(0, 1));
   m_Rows->setFocus();
