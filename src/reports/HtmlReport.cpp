@@ -71,7 +71,8 @@ bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path&
 Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source, const PageRecord& record) {
   const Text name = device::FromUtf8(folder.native());
   std::error_code unknown;
-  if (!std::filesystem::weakly_canonical(folder, unknown).has_relative_path())
+  const std::filesystem::path whole = std::filesystem::weakly_canonical(folder, unknown);
+  if (!(unknown ? folder : whole).has_relative_path())
     return name + u" is no folder for pages. Choose one below it.";
   if (source.pictures.IsCardFolder(folder))
     return device::Format(
