@@ -463,7 +463,8 @@ void CMainFrame::Restore() {
                           static_cast<qsizetype>(m_Settings.window.size()));
   if (stored.isEmpty() || !restoreGeometry(stored)) resize(kFirstSize.boundedTo(screen()->availableSize()));
   // Without a window manager the place that is restored counts with a frame that is not there.
-  const QRect room = screen()->availableGeometry();
+  const QScreen* const shown = QGuiApplication::screenAt(geometry().center());
+  const QRect room = (shown ? shown : screen())->availableGeometry();
   if (!isMaximized() && !isFullScreen() && !room.contains(geometry())) {
     QRect inside(QPoint(), size().boundedTo(room.size()));
     inside.moveTopLeft({std::clamp(x(), room.left(), room.right() + 1 - inside.width()),

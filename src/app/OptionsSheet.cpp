@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "app/ReportTextPages.h"
+#include "device/ui/DialogSize.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"

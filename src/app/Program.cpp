@@ -65,8 +65,9 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
     return start.result == data::StartUpResult::Terminated ? 0 : 1;
   if (mustEnd) return 1;
   OfferRepair(machine, start.workspace->GetDatabases());
+  if (mustEnd) return 1;
   inspection::CInspectorDoc document(*start.workspace);
-  if (!document.IsOpen()) return 1;
+  if (mustEnd || !document.IsOpen()) return 1;
 
   CMainFrame frame(document);
   prompts.SetWindow(&frame);

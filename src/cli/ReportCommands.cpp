@@ -107,7 +107,8 @@ ExitCode Make(Session& session, const reports::ReportRequest& request) {
   return ExitCode::Done;
 }
 
-// False when the library has no such rating: a summary of it would say that nothing was found.
+// False when neither the library nor a step of the visit has such a rating: a summary of it would say that
+// nothing was found.
 bool TakeRating(Session& session, const Input& input, reports::ReportChoices& choices) {
   if (!input.Has("--rating")) return true;
   choices.rating = device::FromUtf8(input.options.at("--rating"));

@@ -93,12 +93,12 @@ Text OfferedRatings(Session& session, std::int32_t stepID) {
   data::StepTable step(databases);
   step.OpenSQL(Format(u"SELECT * FROM Step WHERE StepID = %d", stepID));
   Text names;
-  if (step.RecordCount() == 0 || !step.GetRecord(0)) return names;
+  if (step.RecordCount() == 0 || !step.GetRecord(0)) return u"nothing that could be read";
   const editing::RatingDropDown offered(databases, step.m_RatingType);
   for (const Text& entry : offered.Entries())
     if (const Text result = editing::RatingDropDown::ResultOf(entry); !result.empty())
       names += (names.empty() ? u"" : u", ") + result;
-  return names;
+  return names.empty() ? u"nothing that could be read" : names;
 }
 
 ExitCode RunRate(Session& session, const Input& input) {

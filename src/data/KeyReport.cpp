@@ -143,8 +143,6 @@ std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind) {
   if (kind == DatabaseKind::Inspection)
     for (const KeySequence& sequence : KeySequences())
       if (sequence.kind == kind) FindRepeatedKeys(connection, sequence.uses.front(), faults);
-  const CounterColumns columns(connection);
-  if (columns.AreThere()) FindCountersOfNoNumber(connection, columns, faults);
   for (Text& fault : FindCounterFaults(connection, kind)) faults.push_back(std::move(fault));
   return faults;
 }
@@ -153,6 +151,7 @@ std::vector<Text> FindCounterFaults(Connection& connection, DatabaseKind kind) {
   std::vector<Text> faults;
   const CounterColumns columns(connection);
   if (!columns.AreThere()) return faults;
+  FindCountersOfNoNumber(connection, columns, faults);
   for (const KeySequence& sequence : KeySequences()) {
     if (sequence.kind != kind) continue;
     const std::optional<WrongCounter> wrong = FindWrongCounter(connection, sequence, columns);

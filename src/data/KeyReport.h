@@ -15,11 +15,11 @@ namespace inspector::data {
 // get a key that is taken. Tables that are missing are passed over, and nothing is altered.
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
 
-// Only the last of these: quick enough for every start.
+// Only those of the counters: quick enough for every start.
 std::vector<Text> FindCounterFaults(Connection& connection, DatabaseKind kind);
 
-// Sets each wrong counter to the highest key that is in use. What was set, one line each; nothing when it
-// failed, which has been reported: then no counter was changed.
+// Sets each wrong counter to the highest key that is in use, at least to the one before the first. What was
+// set, one line each; nothing when it failed, which has been reported: then no counter was changed.
 std::optional<std::vector<Text>> RepairCounters(Connection& connection, DatabaseKind kind);
 
 }  // namespace inspector::data

@@ -36,7 +36,6 @@ std::optional<Number> ParseNumber(TextView value) {
   Number number{};
   const auto [end, error] = std::from_chars(bytes.data(), bytes.data() + bytes.size(), number);
   if (error != std::errc() || end != bytes.data() + bytes.size()) return std::nullopt;
-  if (number != number) return std::nullopt;  // "nan" is none
   return number;
 }
 
@@ -84,7 +83,7 @@ OptionSet SetOption(OptionsTable& options, TextView name, TextView value) {
     }
     case ValueType::Double: {
       const std::optional<double> number = ParseNumber<double>(value);
-      if (!number || *number < 0 || *number > 100) return OptionSet::BadValue;  // inches
+      if (!number || !(*number >= 0 && *number <= 100)) return OptionSet::BadValue;  // inches; "nan" is none
       *std::get<double*>(column->member) = *number;
       return OptionSet::Done;
     }

@@ -7,20 +7,24 @@
 
 namespace inspector::device {
 
+std::filesystem::path WholePath(const std::filesystem::path& path) {
+  std::error_code error;
+  const std::filesystem::path named =
+      path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
+  std::filesystem::path whole =
+      std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
+  return error ? named : whole;
+}
+
 std::string IdentityOf(const std::filesystem::path& file) {
   struct statx facts {};
-  const bool isKnown = statx(AT_FDCWD, file.c_str(), 0, STATX_INO | STATX_BTIME, &facts) == 0 &&
-                       (facts.stx_mask & STATX_INO) != 0;
-  if (!isKnown) {
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::weakly_canonical(file, error);
-    return error ? file.string() : whole.string();
-  }
+  constexpr unsigned kNeeded = STATX_INO | STATX_BTIME;
+  const bool isKnown =
+      statx(AT_FDCWD, file.c_str(), 0, kNeeded, &facts) == 0 && (facts.stx_mask & kNeeded) == kNeeded;
+  if (!isKnown) return WholePath(file).string();
   // A number is given again once its file is gone; the moment of birth is not.
-  std::string identity = std::to_string(facts.stx_ino);
-  if ((facts.stx_mask & STATX_BTIME) != 0)
-    identity += "-" + std::to_string(facts.stx_btime.tv_sec) + "." + std::to_string(facts.stx_btime.tv_nsec);
-  return identity;
+  return std::to_string(facts.stx_ino) + "-" + std::to_string(facts.stx_btime.tv_sec) + "." +
+         std::to_string(facts.stx_btime.tv_nsec);
 }
 
 }  // namespace inspector::device

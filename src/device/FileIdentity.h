@@ -7,7 +7,11 @@
 namespace inspector::device {
 
 // The same for every path that leads to the file and for as long as it lives, also after it was renamed; its
-// copy is another file. ASCII. Its path where the file system knows no better, and when it is not there.
+// copy is another file. ASCII. Its whole path where the file system does not know when a file was made, and
+// when it is not there. Some cards number their files anew each time they are put in.
 std::string IdentityOf(const std::filesystem::path& file);
+
+// Without links, "." and a slash at the end, whether it is there or not.
+std::filesystem::path WholePath(const std::filesystem::path& path);
 
 }  // namespace inspector::device

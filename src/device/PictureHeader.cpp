@@ -86,7 +86,7 @@ std::optional<PictureSize> ReadPictureSize(Files& files, const std::filesystem::
     return size;
   }
   const auto other = files.OpenForReading(file);
-  char begin[kPictureHeaderBytes];
+  char begin[kPictureHeaderBytes] = {};
   const std::int64_t count = other == nullptr ? 0 : other->Read(begin, sizeof begin);
   return SizeInHeader({begin, static_cast<std::size_t>(std::max<std::int64_t>(count, 0))});
 }

@@ -14,7 +14,7 @@ bool ConfirmCaution(Prompts& prompts, const Text& text) {
   return prompts.Show({text, u"Caution", Buttons::YesNo, Icon::Exclamation}) == Answer::Yes;
 }
 
-bool ConfirmReplace(Prompts& prompts, const Text& text) {
+bool ConfirmLoss(Prompts& prompts, const Text& text) {
   return prompts.Show({text, u"Caution", Buttons::YesNo, Icon::Exclamation, true}) == Answer::Yes;
 }
 

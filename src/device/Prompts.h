@@ -76,7 +76,7 @@ public:
 void Alert(Prompts& prompts, const Text& text);
 void ShowError(Prompts& prompts, const Text& text);         // "Error", hand
 bool ConfirmCaution(Prompts& prompts, const Text& text);    // "Caution", Yes/No, exclamation
-bool ConfirmReplace(Prompts& prompts, const Text& text);    // likewise, with No as the first choice
+bool ConfirmLoss(Prompts& prompts, const Text& text);       // likewise, with No as the first choice
 bool ConfirmWarning(Prompts& prompts, const Text& text);    // "Warning", Yes/No, exclamation
 bool ConfirmUpdate(Prompts& prompts, const Text& text);     // "Update Required", OK/Cancel, exclamation
 bool ConfirmDataAlert(Prompts& prompts, const Text& text);  // "Data Alert", OK/Cancel, exclamation

@@ -55,7 +55,9 @@ bool CategoryDuplication::Make(const EditingDialogs::CategoryCopies& wanted) {
   m_LeftOut.clear();
   m_IsCancelled = false;
   const bool made = MakeAll(wanted);
-  if (m_IsCancelled) device::Alert(m_Workspace.GetPrompts(), u"Cancelled. Nothing was duplicated.");
+  if (m_IsCancelled)
+    device::Alert(m_Workspace.GetPrompts(),
+                  Format(u"Cancelled. %s was not duplicated.", m_Source.m_CategoryTitle));
   if (!made) return false;
   for (const int step : m_LeftOut)
     device::Alert(

@@ -162,7 +162,9 @@ bool ApplyStepDefaults(data::Databases& databases, std::int32_t categoryID) {
     if (material == Taken::Failed || (material == Taken::Yes && !steps.Write())) return false;
     bool failed = false;
     if (FindChoice(databases, steps.m_RatingType, steps.m_InspectResult, &failed)) continue;
-    if (RatingDropDown(databases, steps.m_RatingType).EntryOf(steps.m_InspectResult)) continue;
+    const RatingDropDown offered(databases, steps.m_RatingType);
+    if (offered.EntryOf(steps.m_InspectResult)) continue;
+    failed = failed || offered.Entries().empty();
     steps.m_InspectResult = defaults.Of(steps.m_RatingType);
     // A rating that merely could not be looked up must not be replaced.
     if (failed || defaults.Failed() || !steps.Write()) return false;

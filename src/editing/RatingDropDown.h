@@ -15,9 +15,9 @@ inline constexpr TextView kNoRatings = u"<no ratings>";
 class RatingDropDown {
 public:
   RatingDropDown() = default;
-  // An unknown type, and one without choices, only has "<no ratings>".
+  // Without choices, there is only "<no ratings>".
   explicit RatingDropDown(const std::vector<RatingChoice>& choices);
-  // Without any entry when the choices could not be read.
+  // The choices of a type, none for an unknown one. Without any entry when they could not be read.
   RatingDropDown(data::Databases& databases, TextView ratingType);
 
   const std::vector<Text>& Entries() const { return m_Entries; }

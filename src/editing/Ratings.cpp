@@ -5,6 +5,7 @@
 #include "data/RatingChoicesTable.h"
 #include "data/StepTable.h"
 #include "device/Format.h"
+#include "inspection/InspectionRows.h"
 
 namespace inspector::editing {
 namespace {
@@ -62,11 +63,7 @@ std::vector<Text> AllChoices(data::Databases& databases) {
 std::vector<Text> RatingsFor(data::Databases& databases, std::int32_t inspectionID) {
   std::vector<Text> ratings = AllChoices(databases);
   data::StepTable steps(databases);
-  steps.OpenSQL(
-      Format(u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = "
-             u"Inspection.InspectionID) INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE "
-             u"(((Inspection.InspectionID)= %d));",
-             inspectionID));
+  steps.OpenSQL(Format(inspection::kStepsOfInspection, inspectionID));
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (!steps.GetRecord(n)) continue;
     const Text& rating = steps.m_InspectResult;

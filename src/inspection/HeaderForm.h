@@ -31,7 +31,7 @@ public:
   // form must be filled.
   bool MustFill();
   // The next MustFill is true whatever the inspection (a list was edited, the data changed elsewhere).
-  void Forget() { m_HasShown = false; }
+  void Forget() { m_MustFill = true; }
 
   std::vector<Text> DocTypes();
   std::vector<Text> Choices(const HeaderField& field);
@@ -59,6 +59,7 @@ private:
 
   CInspectorDoc& m_Document;
   bool m_HasShown = false;
+  bool m_MustFill = false;
   std::int32_t m_ShownID = 0;
   bool m_HasUnwritten = false;                 // taken over, not written yet
   std::map<const HeaderField*, Text> m_Known;  // as filled or last taken over

@@ -15,10 +15,6 @@ using device::Format;
 
 constexpr TextView kCategoriesInOrder =
     u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle";
-constexpr TextView kStepsOfInspection =
-    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) "
-    u"INNER "
-    u"JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d));";
 constexpr TextView kFieldsOfCategory =
     u"SELECT * FROM %s WHERE %s.CategoryID = %d Order By %s.SequenceNumber";
 constexpr TextView kDeleteOfCategory = u"DELETE FROM %s WHERE CategoryID = %d";

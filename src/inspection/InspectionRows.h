@@ -9,6 +9,11 @@ namespace inspector::inspection {
 using device::Text;
 using device::TextView;
 
+// All steps of an inspection, in no order of theirs; to be filled with its key.
+inline constexpr TextView kStepsOfInspection =
+    u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = Inspection.InspectionID) "
+    u"INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE (((Inspection.InspectionID)= %d));";
+
 // Cancelled and Failed, which was reported, leave it to the caller's transaction to take back what was done.
 enum class RunResult { Done, Cancelled, Failed };
 

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "device/CodePage.h"
+#include "device/FileIdentity.h"
 #include "device/Format.h"
 
 namespace inspector::reports {
@@ -70,9 +71,7 @@ bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path&
 // mean another picture, and a copy could be taken for an original.
 Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source, const PageRecord& record) {
   const Text name = device::FromUtf8(folder.native());
-  std::error_code unknown;
-  const std::filesystem::path whole = std::filesystem::weakly_canonical(folder, unknown);
-  if (!(unknown ? folder : whole).has_relative_path())
+  if (!device::WholePath(folder).has_relative_path())
     return name + u" is no folder for pages. Choose one below it.";
   if (source.pictures.IsCardFolder(folder))
     return device::Format(
@@ -89,7 +88,7 @@ Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source,
     if (IsSameFolder(picture.parent_path(), folder) ||
         IsSameFolder(std::filesystem::canonical(picture, notThere).parent_path(), folder))
       return device::Format(
-          u"%s is the folder of a picture that this report shows. Make the pages in a folder of their own.",
+          u"%s is the folder of a picture of this inspection. Make the pages in a folder of their own.",
           name);
   }
   return {};
@@ -103,7 +102,7 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   const bool isOfAnother = !record.Inspection().empty() && record.Inspection() != source.inspection;
   if (!isThere || record.Inspection() == source.inspection || (run.Target().mayReplace && !isOfAnother))
     return true;
-  return device::ConfirmReplace(
+  return device::ConfirmLoss(
       run.GetMachine().prompts,
       device::Format(
           isOfAnother

@@ -7,6 +7,7 @@
 #include "data/StepTable.h"
 #include "device/FileIdentity.h"
 #include "device/Format.h"
+#include "inspection/InspectionRows.h"
 #include "reports/MediaType.h"
 #include "reports/PageRecord.h"
 #include "reports/ReportLayout.h"
@@ -68,27 +69,22 @@ bool IsOneOf(const std::filesystem::path& file, const std::vector<std::filesyste
 // One that the program needs, or that a person may want back: what is kept of a database has its name with
 // something behind it.
 bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
+  std::error_code notThere;
+  const std::filesystem::path folder = std::filesystem::absolute(file, notThere).parent_path();
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
-  data::Databases& databases = workspace.GetDatabases();
-  const std::vector<std::filesystem::path> databaseFiles = {databases.Template().File(),
-                                                            databases.Inspection().File()};
-  if (IsOneOf(file, {registry, registry.parent_path() / "inspector.log"}) || IsOneOf(file, databaseFiles) ||
-      IsOneOf(std::filesystem::absolute(file).parent_path(), {registry.parent_path() / PageRecord::kFolder}))
+  const std::filesystem::path home = registry.parent_path();
+  if (IsOneOf(file, {registry, home / "inspector.log"}) || IsOneOf(folder, {home / PageRecord::kFolder}))
     return true;
-  return std::any_of(databaseFiles.begin(), databaseFiles.end(), [&](const auto& database) {
-    std::error_code notThere;
-    return file.filename().native().starts_with(database.filename().native()) &&
-           std::filesystem::equivalent(std::filesystem::absolute(file, notThere).parent_path(),
-                                       database.parent_path(), notThere);
+  data::Databases& databases = workspace.GetDatabases();
+  const std::filesystem::path files[] = {databases.Template().File(), databases.Inspection().File()};
+  return std::any_of(std::begin(files), std::end(files), [&](const std::filesystem::path& database) {
+    return IsOneOf(file, {database}) || (file.filename().native().starts_with(database.filename().native()) &&
+                                         IsOneOf(folder, {database.parent_path()}));
   });
 }
 
-bool IsPicture(const device::Machine& machine, const std::filesystem::path& file) {
-  if (const auto content = machine.files.OpenForReading(file)) {
-    char begin[kSignatureBytes];
-    const std::int64_t count = content->Read(begin, sizeof begin);
-    if (count > 0 && !MediaType({begin, static_cast<std::size_t>(count)}).empty()) return true;
-  }
+bool HasNameOrContentOfPicture(const device::Machine& machine, const std::filesystem::path& file) {
+  if (const auto content = machine.files.OpenForReading(file); content && IsPicture(*content)) return true;
   constexpr TextView kEnds[] = {u".jpg", u".jpeg", u".png", u".gif", u".bmp", u".2bp", u".webp"};
   const Text end = device::FromUtf8(file.extension().native());
   return std::any_of(std::begin(kEnds), std::end(kEnds),
@@ -98,13 +94,14 @@ bool IsPicture(const device::Machine& machine, const std::filesystem::path& file
 // Why a report must not replace this file; empty when it may.
 Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file,
                    const std::function<std::vector<std::filesystem::path>()>& pictures) {
-  std::error_code notThere;
-  if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
+  // Also one that is not there at the moment: it would be taken for what its name says.
   if (IsOwnFile(workspace, file))
     return device::Format(
         u"%s is a database of this program, or a file beside it. Give the report another name.",
         device::FromUtf8(file.native()));
-  if (IsPicture(workspace.GetMachine(), file) || IsOneOf(file, pictures()))
+  std::error_code notThere;
+  if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
+  if (HasNameOrContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, pictures()))
     return device::Format(u"%s is a picture, and would be lost. Give the report another name.",
                           device::FromUtf8(file.native()));
   return {};
@@ -114,11 +111,7 @@ Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file
 std::vector<Text> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
   std::vector<Text> comments;
   data::StepTable steps(workspace.GetDatabases());
-  steps.OpenSQL(device::Format(
-      u"SELECT Step.* FROM (Category INNER JOIN Inspection ON Category.InspectionID = "
-      u"Inspection.InspectionID) INNER JOIN Step ON Category.CategoryID = Step.CategoryID WHERE "
-      u"(((Inspection.InspectionID)= %d));",
-      inspectionID));
+  steps.OpenSQL(device::Format(inspection::kStepsOfInspection, inspectionID));
   for (int n = 0; n < steps.RecordCount(); ++n)
     if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
   return comments;

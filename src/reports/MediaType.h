@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "device/Files.h"
+
 namespace inspector::reports {
 
 // So many bytes from the beginning tell.
@@ -18,6 +20,13 @@ inline std::string_view MediaType(std::string_view begin) {
   if (begin.size() >= kSignatureBytes && begin.starts_with("RIFF") && begin.substr(8, 4) == "WEBP")
     return "image/webp";
   return {};
+}
+
+// Takes the first bytes of a file that was just opened.
+inline bool IsPicture(device::InputFile& file) {
+  char begin[kSignatureBytes];
+  const std::int64_t count = file.Read(begin, sizeof begin);
+  return count > 0 && !MediaType({begin, static_cast<std::size_t>(count)}).empty();
 }
 
 }  // namespace inspector::reports

@@ -12,12 +12,6 @@ namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
 
-bool IsPicture(device::InputFile& file) {
-  char begin[kSignatureBytes];
-  const std::int64_t count = file.Read(begin, sizeof begin);
-  return count > 0 && !MediaType({begin, static_cast<std::size_t>(count)}).empty();
-}
-
 }  // namespace
 
 bool PagePictures::Plan(const ReportContent& content) {
@@ -103,7 +97,10 @@ std::vector<PagePicture> PagePictures::OfText(TextView comments, TextView place)
 std::optional<PagePicture> PagePictures::OfHouse(TextView documentNumber) {
   const Text path = ReportPictures::HousePhotoPath(documentNumber);
   auto photo = Place(path, 100);
-  if (!photo && m_Pictures.Exists(path)) m_Pictures.NoteUnreadable(path);
+  if (!photo && m_Pictures.Exists(path)) {
+    m_LacksSome = true;
+    m_Pictures.NoteUnreadable(path);
+  }
   return photo;
 }
 

@@ -3,24 +3,15 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
-#include <system_error>
 
+#include "device/FileIdentity.h"
 #include "device/Format.h"
 
 namespace inspector::reports {
 namespace {
 
-const Text kKey = u"Pages";
+constexpr TextView kKey = u"Pages";
 constexpr const char* kPages[] = {"inspection.htm", "toc.htm", "index.htm"};
-
-// A slash at the end stays while the folder is not there yet, and goes later.
-std::filesystem::path Canonical(const std::filesystem::path& folder) {
-  std::error_code error;
-  const std::filesystem::path named =
-      folder.has_filename() || !folder.has_relative_path() ? folder : folder.parent_path();
-  auto canonical = std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
-  return error ? named : canonical;
-}
 
 // Names in the record compare without regard to case, and some signs are refused in them; folders of the host
 // are told apart by every byte.
@@ -64,9 +55,9 @@ void AddCopy(const std::string& entry, PageRecord::Copies& copies) {
 PageRecord::PageRecord(const device::Machine& machine, const std::filesystem::path& folder)
     : m_Files(machine.files),
       m_Folder(folder),
-      m_Name(NameOf(Canonical(folder))),
+      m_Name(NameOf(device::WholePath(folder))),
       m_Store(machine.files, machine.registry.Path().parent_path() / kFolder / FileFor(m_Name)) {
-  std::vector<Text> lines = device::Split(m_Store.Read(kKey, m_Name).value_or(u""), u'\n');
+  std::vector<Text> lines = device::Split(m_Store.Read(Text(kKey), m_Name).value_or(u""), u'\n');
   m_Inspection = lines.front();
   for (std::size_t n = 1; n < lines.size(); ++n) AddCopy(device::ToUtf8(lines[n]), m_Pictures);
   for (auto entry = m_Pictures.begin(); entry != m_Pictures.end();) {
@@ -100,7 +91,7 @@ bool PageRecord::Keep(const Text& inspection, const Copies& pictures) {
     for (const auto& [name, size] : *files)
       lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
   const bool isKnown = inspection == m_Inspection && pictures == m_Pictures && pages == m_Pages;
-  if (!isKnown && !m_Store.Write(kKey, m_Name, lines)) return false;
+  if (!isKnown && !m_Store.Write(Text(kKey), m_Name, lines)) return false;
   m_Inspection = inspection;
   m_Pages = pages;
   m_Pictures = pictures;

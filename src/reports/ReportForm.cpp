@@ -152,9 +152,8 @@ ReportOutcome ReportForm::Make() {
   // A folder that was suggested goes by the device's own rules.
   if (!isFolder || Target() != Suggestion()) request.target = Resolved();
   if (!isFolder && *request.target != m_Agreed && machine.files.Exists(*request.target) &&
-      !device::ConfirmReplace(machine.prompts,
-                              device::Format(u"%s already exists. Do you want to replace it?",
-                                             device::FromUtf8(request.target->native()))))
+      !device::ConfirmLoss(machine.prompts, device::Format(u"%s already exists. Do you want to replace it?",
+                                                           device::FromUtf8(request.target->native()))))
     return {ReportResult::Cancelled, {}, {}};
   ReportOutcome outcome = MakeReport(m_Workspace, request);
   if (outcome.result == ReportResult::Written) Remember();

@@ -31,7 +31,7 @@ public:
   // As a person may type it: a path on the host, or on the device when it begins with a backslash; a bare
   // name lies in "My Documents".
   Text Target() const;
-  // Why a report cannot be called so; empty when it can. A folder means the usual name in it.
+  // Why a report cannot be called so; empty when it can. The folder of a file means the usual name in it.
   static Text WhyNot(TextView target);
   // False while the options leave pictures out of every report.
   bool MayHavePictures() const { return m_Workspace.Options().m_OmitPictures == 0; }

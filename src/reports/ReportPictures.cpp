@@ -1,8 +1,8 @@
 #include "reports/ReportPictures.h"
 
 #include <algorithm>
-#include <system_error>
 
+#include "device/FileIdentity.h"
 #include "device/Format.h"
 #include "device/PictureHeader.h"
 #include "editing/PictureTags.h"
@@ -85,12 +85,9 @@ std::vector<std::filesystem::path> ReportPictures::FilesOf(TextView documentNumb
 bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
   if (m_Card.Folder().empty()) return false;
   // Also one that is not in the device at the moment, and one that is named without a slash at its end.
-  const auto whole = [](const std::filesystem::path& path) {
-    std::error_code error;
-    const auto named = path.has_filename() ? path : path.parent_path();
-    return std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
-  };
-  return whole(folder) == whole(m_Card.HostFolder()) || whole(folder) == whole(FileOf(m_Card.Folder()));
+  const std::filesystem::path whole = device::WholePath(folder);
+  return whole == device::WholePath(m_Card.HostFolder()) ||
+         whole == device::WholePath(FileOf(m_Card.Folder()));
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/OkCancel.h"
 
 namespace inspector::device::ui {

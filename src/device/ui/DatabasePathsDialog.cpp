@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/FileDialog.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <utility>
 
 #include "device/ListColumns.h"
 #include "device/ui/TextConversion.h"
@@ -67,11 +68,14 @@ void PickerCombo::showPopup() {
 
 // As if it had been typed over the former value, so that undo knows both.
 void PickerCombo::TakeChosen() {
+  // Leaving the field with the words of an entry counts as choosing it, too; those were typed.
+  const std::optional<QString> before = std::exchange(m_BeforeList, std::nullopt);
+  if (!before) return;
   const QString chosen = currentText();
   {
     const QSignalBlocker quiet(this);
     const QSignalBlocker quietLine(lineEdit());
-    lineEdit()->setText(m_BeforeList);
+    lineEdit()->setText(*before);
   }
   lineEdit()->selectAll();
   lineEdit()->insert(chosen);
@@ -91,6 +95,7 @@ void PickerCombo::SetValue(TextView value) {
   setCurrentIndex(-1);
   setEditText(ToQString(value));
   m_Kept = currentText();
+  m_BeforeList.reset();
 }
 
 Text PickerCombo::Value() const {

@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 #include <functional>
+#include <optional>
 
 #include "device/Text.h"
 
@@ -41,8 +42,8 @@ public:
 private:
   void TakeChosen();
 
-  QString m_BeforeList;  // the value when the list was opened
-  QString m_Kept;        // the value before an entry was chosen
+  std::optional<QString> m_BeforeList;  // the value when the list was opened, until something is chosen
+  QString m_Kept;                       // the value before an entry was chosen
 };
 
 }  // namespace inspector::device::ui

@@ -52,8 +52,11 @@ void FitToScreen(QMessageBox& box) {
   constexpr int kWideScreen = 900;
   auto* const words = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
   if (words == nullptr) return;
+  constexpr int kLeastWidth = 320;
   QSize room = box.screen()->availableSize();
-  if (const QWidget* const parent = box.parentWidget()) room = room.boundedTo(parent->window()->size());
+  // The main window shows how much there is of a screen; small dialogs do not.
+  if (const QWidget* const parent = box.parentWidget())
+    room.setWidth(std::clamp(parent->window()->width(), std::min(kLeastWidth, room.width()), room.width()));
   box.ensurePolished();
   const QRect lines =
       words->fontMetrics().boundingRect(QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), 0, words->text());

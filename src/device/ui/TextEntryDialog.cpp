@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"

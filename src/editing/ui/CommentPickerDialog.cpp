@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/FindField.h"
 #include "device/ui/ListView.h"
 #include "device/ui/OkCancel.h"

@@ -9,7 +9,7 @@
 #include <QScroller>
 #include <QShortcut>
 
-#include "device/ui/OkCancel.h"
+#include "device/ui/DialogSize.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
 

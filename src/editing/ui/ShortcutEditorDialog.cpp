@@ -10,8 +10,8 @@
 #include <algorithm>
 
 #include "device/ListColumns.h"
+#include "device/ui/DialogSize.h"
 #include "device/ui/LinesEdit.h"
-#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
 
@@ -84,8 +84,8 @@ bool ShortcutEditorDialog::MayDrop() {
       device::ui::LinesOf(*m_Expanded->document()) == ToDisplay(shown.expanded))
     return true;
   // Enter keeps it.
-  return device::ConfirmReplace(m_Prompts,
-                                u"The shortcut that you typed is not stored. Do you wish to drop it?");
+  return device::ConfirmLoss(m_Prompts,
+                             u"The shortcut that you typed is not stored. Do you wish to drop it?");
 }
 
 void ShortcutEditorDialog::Select(int row) {

@@ -88,11 +88,12 @@ void CInspectorView::FinishDocType() {
   device::FaultLog& faults = Document().GetWorkspace().GetMachine().faults;
   const device::FaultLog::Unattended unattended(faults);
   const bool isOpen = Document().IsDocTypeChangeOpen();
+  const Text why = faults.Latest();  // what the type met with; the form may fail, too
   m_HasChanged = false;
   Flush();
   if (isOpen && !m_HasChanged) {
     faults.DropPending();
-    if (onDocTypeFailed) onDocTypeFailed(faults.Latest());
+    if (onDocTypeFailed) onDocTypeFailed(why);
   }
   ShowProgress(false);
   ShowStoredDocType();

@@ -5,14 +5,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScroller>
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/FileDialog.h"
-#include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
 #include "device/ui/WrappingCheckBox.h"

@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 
+#include "device/ui/DialogSize.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 

@@ -179,11 +179,16 @@ TEST_F(HeaderViewTest, OpensTheListEditorAndKeepsTheValue) {
   view.onEditList = [&](const Text& list) {
     edited.push_back(list);
     m_Device.Library().AddPicker(list, u"P. Lind");
+    view.ListsChanged();
   };
   tests::Choose(agent, "Edit List...");
   EXPECT_THAT(edited, ::testing::ElementsAre(u"Realtor"));
   EXPECT_EQ(agent.Value(), u"M. Cole");
   EXPECT_EQ(agent.count(), 3) << "the list is read again";
+  QTest::keyClicks(view.findChild<QWidget*>(QStringLiteral("companyField")), QStringLiteral("Oak"));
+  EXPECT_TRUE(view.Flush());
+  Document().SelectInspection(1001);
+  EXPECT_EQ(Document().Inspection().m_RealEstateCompany, u"Oak") << "typed after the list was edited";
 }
 
 TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {

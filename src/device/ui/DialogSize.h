@@ -1,0 +1,15 @@
+// How large dialogs are.
+#pragma once
+
+#include <QDialog>
+
+namespace inspector::device::ui {
+
+// As large as usual, or as the screen allows.
+void ResizeWithin(QDialog& dialog, QSize usual);
+
+// To be called when everything is in its layout. On a narrow screen the toolkit makes a dialog narrower than
+// it reckoned, and then as low as the wider one: lines of words would be cut.
+void FitToWords(QDialog& dialog);
+
+}  // namespace inspector::device::ui
