@@ -8,26 +8,25 @@ namespace {
 
 constexpr std::int64_t kLongestSide = 0xFFFF;
 
-// Numbers of 1 to 4 bytes; what lies beyond the end reads as 0, which is no size.
+// Numbers of 1 to 4 bytes; one that is not there whole reads as 0, which is no size.
 class Numbers {
 public:
   explicit Numbers(std::string_view bytes) : m_Bytes(bytes) {}
 
   std::int64_t LowFirst(std::size_t at, std::size_t size) const {
     std::int64_t number = 0;
-    for (std::size_t n = size; n-- > 0;) number = number << 8 | Byte(at + n);
+    for (std::size_t n = size; n-- > 0 && IsThere(at, size);) number = number << 8 | Byte(at + n);
     return number;
   }
   std::int64_t HighFirst(std::size_t at, std::size_t size) const {
     std::int64_t number = 0;
-    for (std::size_t n = 0; n < size; ++n) number = number << 8 | Byte(at + n);
+    for (std::size_t n = 0; n < size && IsThere(at, size); ++n) number = number << 8 | Byte(at + n);
     return number;
   }
 
 private:
-  unsigned char Byte(std::size_t at) const {
-    return at < m_Bytes.size() ? static_cast<unsigned char>(m_Bytes[at]) : 0;
-  }
+  bool IsThere(std::size_t at, std::size_t size) const { return at + size <= m_Bytes.size(); }
+  unsigned char Byte(std::size_t at) const { return static_cast<unsigned char>(m_Bytes[at]); }
 
   std::string_view m_Bytes;
 };

@@ -64,8 +64,11 @@ TEST(PictureHeaderTest, SizesOfAllKinds) {
     ASSERT_TRUE(size) << kind;
     EXPECT_EQ(size->width, 400) << kind;
     EXPECT_EQ(size->height, 300) << kind;
-    for (std::size_t n = 0; n + 1 < begin.size(); ++n)
-      SizeInHeader(begin.substr(0, n));  // ends in nothing bad
+    // The sizes stand at the end of each.
+    for (std::size_t n = 0; n + 3 < begin.size(); ++n) {
+      const auto cut = SizeInHeader(begin.substr(0, n));
+      EXPECT_TRUE(!cut || (cut->width == 400 && cut->height == 300)) << kind << " after " << n << " bytes";
+    }
     EXPECT_FALSE(SizeInHeader(begin.substr(0, 8))) << kind;
   }
   EXPECT_FALSE(SizeInHeader(Bytes("89504e470d0a1a0a0000000d49484452000100000000012c0802000000")))

@@ -1,5 +1,6 @@
 #include "device/ui/QtPrompts.h"
 
+#include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
 
@@ -39,6 +40,19 @@ TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
   EXPECT_FALSE(ConfirmUpdate(m_Prompts, u"Go on?"));
   EXPECT_FALSE(ConfirmCaution(m_Prompts, u"Sure?"));
   EXPECT_EQ(m_Person.Boxes().front(), u"Error: Line one.\n\nLine <b>two</b>.");
+}
+
+TEST_F(QtPromptsTest, WordsAboveASmallDialogHaveTheirFullSize) {
+  m_Person.Expect("textEntryDialog", [&](QDialog& dialog) {
+    m_Person.Expect("messageBox", [](QDialog& box) {
+      EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->font().pointSizeF(),
+                box.font().pointSizeF());
+      box.accept();
+    });
+    ShowError(m_Prompts, u"There is no room on the disk. Free some, and try again in a moment.");
+    dialog.reject();
+  });
+  EXPECT_FALSE(m_Prompts.AskText({u"Title", u"How many?", u"7"}));
 }
 
 TEST_F(QtPromptsTest, TakesTextAndPaths) {

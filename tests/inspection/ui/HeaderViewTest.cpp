@@ -61,6 +61,29 @@ TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
   EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
 }
 
+TEST_F(HeaderViewTest, UndoKnowsWhatWasPickedFromAList) {
+  PickerCombo combo;
+  combo.SetChoices({u"Alder Creek", u"Elm Hill", u"Edit List..."});
+  combo.SetValue(u"Foo Town");
+  combo.show();
+  combo.showPopup();
+  combo.hidePopup();
+  combo.setCurrentIndex(0);
+  Q_EMIT combo.activated(0);
+  EXPECT_EQ(combo.Value(), u"Alder Creek");
+  combo.lineEdit()->undo();
+  EXPECT_EQ(combo.Value(), u"Foo Town");
+
+  // The next house: words that are typed, and happen to be an entry, bring nothing of the former one.
+  combo.showPopup();
+  combo.hidePopup();
+  combo.SetValue(u"");
+  QTest::keyClicks(combo.lineEdit(), QStringLiteral("Elm Hill"));
+  Q_EMIT combo.activated(1);
+  combo.lineEdit()->undo();
+  EXPECT_EQ(combo.Value(), u"");
+}
+
 TEST_F(HeaderViewTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
   PickerCombo combo;
   combo.show();
