@@ -57,9 +57,8 @@ constexpr std::size_t kNotesInBox = 2;     // more of them would make it higher 
 Text Described(const reports::ReportOutcome& outcome) {
   Text text = u"The report is written:\n" + device::FromUtf8(outcome.file.native());
   if (outcome.notes.size() > kNotesInBox)
-    return text +
-           device::Format(u"\n\n%d pictures or tags are not in it as they should be; the details say which.",
-                          outcome.notes.size());
+    return text + device::Format(u"\n\nThere are %d remarks on its pictures and tags; the details have them.",
+                                 outcome.notes.size());
   for (const Text& note : outcome.notes)
     text += note.size() <= kLongestNote ? u"\n\n" + note : u"\n\n" + note.substr(0, kLongestNote) + u"\u2026";
   return text;

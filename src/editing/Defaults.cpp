@@ -139,8 +139,9 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
   inspection::UndoRecording recording(document, u"Defaults", inspectionID);
   auto progress = workspace.GetPrompts().OpenProgress(u"Defaults", true);
+  const int faults = workspace.GetMachine().faults.Count();
   const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID, progress.get());
-  const bool isCancelled = progress->Cancelled();
+  const bool isCancelled = progress->Cancelled() && workspace.GetMachine().faults.Count() == faults;
   progress.reset();  // before a box asks for a tap
   document.LoadCategories();
   if (!applied && isCancelled) device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was changed.");
