@@ -14,6 +14,7 @@
 
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
+#include "data/KeyReport.h"
 #include "device/Format.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
@@ -242,6 +243,8 @@ void CMainFrame::MakeMenus() {
   m_EverywhereInBar += AddMenuCommand(tools, "options", QStringLiteral("&Options..."),
                                       QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { OpenOptions(); });
   m_EverywhereInBar += MakeViewMenu(tools);
+  AddMenuCommand(tools, "repairCounters", QStringLiteral("&Repair counters..."), {},
+                 [this] { RepairCounters(); });
   m_EverywhereInBar += AddMenuCommand(tools, "about", QStringLiteral("&About"), QKeySequence(Qt::Key_F1),
                                       [this] { OpenAbout(); });
   for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
@@ -587,6 +590,27 @@ void CMainFrame::OpenOptions() {
   m_Options = nullptr;
   m_MustQuit = sheet.MustQuit();
   m_MustQuit ? static_cast<void>(close()) : CurrentScreen()->OnShow();
+}
+
+// Without a keyboard there is no command line that could set them right.
+void CMainFrame::RepairCounters() {
+  if (!IsStored()) return;
+  data::Databases& databases = m_Document.GetWorkspace().GetDatabases();
+  device::Text faults;
+  for (const auto& [kind, connection] : {std::pair(data::DatabaseKind::Template, &databases.Template()),
+                                         std::pair(data::DatabaseKind::Inspection, &databases.Inspection())})
+    for (const device::Text& fault : data::FindCounterFaults(*connection, kind)) faults += fault + u"\n";
+  if (faults.empty())
+    return device::Alert(m_Machine.prompts, u"The counters that new keys come from are right.");
+  if (!device::ConfirmCaution(
+          m_Machine.prompts,
+          device::Format(u"A counter that new keys come from is wrong:\n%s\nDo you wish to "
+                         u"set it right?",
+                         faults)))
+    return;
+  if (data::RepairCounters(databases.Template(), data::DatabaseKind::Template) &&
+      data::RepairCounters(databases.Inspection(), data::DatabaseKind::Inspection))
+    Tell(QStringLiteral("The counters are right now."));
 }
 
 void CMainFrame::OpenAbout() {

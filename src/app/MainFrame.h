@@ -67,6 +67,7 @@ public:
   // Dialogs that belong to the whole program.
   void OpenOptions();
   void OpenAbout();
+  void RepairCounters();
 
 protected:
   void closeEvent(QCloseEvent* event) override;

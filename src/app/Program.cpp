@@ -2,14 +2,10 @@
 
 #include <malloc.h>
 
-#include <utility>
-
 #include "app/AppSettings.h"
 #include "app/EndSignals.h"
 #include "app/MainFrame.h"
-#include "data/KeyReport.h"
 #include "data/StartUp.h"
-#include "device/Format.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::app {
@@ -18,23 +14,6 @@ namespace {
 // A photograph takes tens of megabytes while it is read. Left alone, the allocator takes to keeping such
 // blocks after the first of them was freed, in each thread its own: with blocks of their own they go back.
 constexpr int kLargeBlock = 1 << 20;  // bytes
-
-// Without a keyboard there is no command line that could set them right.
-void OfferRepair(const device::Machine& machine, data::Databases& databases) {
-  for (const auto& [kind, connection] :
-       {std::pair(data::DatabaseKind::Template, &databases.Template()),
-        std::pair(data::DatabaseKind::Inspection, &databases.Inspection())}) {
-    device::Text faults;
-    for (const device::Text& fault : data::FindCounterFaults(*connection, kind)) faults += fault + u"\n";
-    if (!faults.empty() &&
-        device::ConfirmCaution(
-            machine.prompts,
-            device::Format(u"The counter that new keys come from is wrong, so that nothing new could be "
-                           u"added:\n%s\nDo you wish to set it right?",
-                           faults)))
-      data::RepairCounters(*connection, kind);
-  }
-}
 
 }  // namespace
 
@@ -63,8 +42,6 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
   data::StartUp start = data::StartData(machine);
   if (start.result != data::StartUpResult::Ready)
     return start.result == data::StartUpResult::Terminated ? 0 : 1;
-  if (mustEnd) return 1;
-  OfferRepair(machine, start.workspace->GetDatabases());
   if (mustEnd) return 1;
   inspection::CInspectorDoc document(*start.workspace);
   if (mustEnd || !document.IsOpen()) return 1;

@@ -353,8 +353,8 @@ void Connection::ReportVanishedRow(TextView table) {
 void Connection::ReportUsedKey(TextView table, std::int32_t key) {
   Fail(device::Format(
       u"A new row of the table %s in the database %s would get the key %d, which is in use: the counter of "
-      u"these keys is wrong. Nothing was added, and nothing was lost. Start the program anew: it offers to "
-      u"set the counter right, as \"inspector-cli check --repair\" does.",
+      u"these keys is wrong. Nothing was added, and nothing was lost. Choose \"Repair counters\" in "
+      u"\"Tools\", or run \"inspector-cli check --repair\", and do it again.",
       table, device::FromUtf8(m_File.string()), key));
 }
 

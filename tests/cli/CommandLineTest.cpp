@@ -177,9 +177,8 @@ TEST_F(WordsTest, KeysInUseAreRefusedUntilTheCountersAreRepaired) {
     m_Device.Close();
     const tests::CliRun run = Cli(words);
     EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.err, HasSubstr("Nothing was added, and nothing was lost. Start the program anew: "
-                                   "it offers to set the counter right, as \"inspector-cli check --repair\" "
-                                   "does."));
+    EXPECT_THAT(run.err, HasSubstr("Nothing was added, and nothing was lost. Choose \"Repair counters\" in "
+                                   "\"Tools\", or run \"inspector-cli check --repair\", and do it again."));
     m_Device.Open();
     EXPECT_EQ(m_Device.RowCounts(), counts);
     m_Device.Close();
