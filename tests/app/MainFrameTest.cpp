@@ -47,6 +47,23 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
   EXPECT_TRUE(tests::Part<QLabel>(frame, "message").text().contains(QStringLiteral("418 Juniper Lane")));
 }
 
+TEST_F(MainFrameTest, AWrongCounterIsSetRightWhenThePersonSaysSo) {
+  m_Device.Visit(u"House");
+  const auto next = [this] { return Document().CreateInspection({}); };
+  CMainFrame frame(Document());
+  frame.show();
+  const auto repair = [&frame] { frame.findChild<QAction*>(QStringLiteral("repairCounters"))->trigger(); };
+  repair();
+  EXPECT_TRUE(device::Contains(Prompts().Transcript().back(), u"are right."));
+  m_Device.RunInVisits("UPDATE UniqueID SET NextID = 999 WHERE TableName = 'Inspection'");
+  Prompts().Queue(u"Caution", device::Answer::No);
+  repair();
+  EXPECT_FALSE(next()) << "its key would be that of another one";
+  Prompts().Queue(u"Caution", device::Answer::Yes);
+  repair();
+  EXPECT_TRUE(next());
+}
+
 TEST_F(MainFrameTest, OptionsAreSavedWholeOrRefused) {
   data::Workspace& workspace = m_Device.GetWorkspace();
   OptionsForm form(workspace);
