@@ -60,7 +60,6 @@ bool IsThere(const std::error_code& error) {
 }
 
 constexpr TextView kFramesFile = u"index.htm";
-constexpr TextView kPages[] = {HtmlPages::kInspectionFile, HtmlPages::kContentsFile, kFramesFile};
 
 bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code notThere;
@@ -96,8 +95,8 @@ Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source,
 
 // False when there are pages that the person wants to keep.
 bool MayReplacePages(const ReportSource& source, const PageRecord& record, ReportRun& run) {
-  const bool isThere = std::any_of(std::begin(kPages), std::end(kPages), [&](TextView page) {
-    return run.GetMachine().files.Exists(run.Target().path / device::ToUtf8(page));
+  const bool isThere = std::any_of(std::begin(kPageFiles), std::end(kPageFiles), [&](const char* page) {
+    return run.GetMachine().files.Exists(run.Target().path / page);
   });
   const bool isOfAnother = !record.Inspection().empty() && record.Inspection() != source.inspection;
   if (!isThere || record.Inspection() == source.inspection || (run.Target().mayReplace && !isOfAnother))

@@ -11,7 +11,6 @@ namespace inspector::reports {
 namespace {
 
 constexpr TextView kKey = u"Pages";
-constexpr const char* kPages[] = {"inspection.htm", "toc.htm", "index.htm"};
 
 // Names in the record compare without regard to case, and some signs are refused in them; folders of the host
 // are told apart by every byte.
@@ -30,7 +29,7 @@ Text NameOf(const std::filesystem::path& folder) {
 }
 
 bool IsPage(const std::string& name) {
-  return std::find(std::begin(kPages), std::end(kPages), name) != std::end(kPages);
+  return std::find(std::begin(kPageFiles), std::end(kPageFiles), name) != std::end(kPageFiles);
 }
 
 // Of a file that is read and written alone, however many folders there have been. Two names that give the
@@ -78,7 +77,7 @@ bool PageRecord::IsOwn(const std::string& name) const {
 
 PageRecord::Copies PageRecord::PagesThere() const {
   Copies pages;
-  for (const char* const name : kPages)
+  for (const char* const name : kPageFiles)
     if (const auto file = m_Files.OpenForReading(m_Folder / name))
       if (const auto size = file->Size()) pages.emplace(name, *size);
   return pages;

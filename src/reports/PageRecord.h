@@ -13,6 +13,9 @@ namespace inspector::reports {
 using device::Text;
 using device::TextView;
 
+// What the pages are called.
+inline constexpr const char* kPageFiles[] = {"inspection.htm", "toc.htm", "index.htm"};
+
 // Kept beside the device's registry, not in the folder: that one is handed over to a client. Only what stands
 // here, and still has its size, is ever removed from the folder or used again.
 class PageRecord {

@@ -49,6 +49,22 @@ Text DescribeFailure(const std::filesystem::path& file, const std::string& error
                        : u"Until then these files are the new ones already: " + Listed(replaced) + u".");
 }
 
+struct Copied {
+  std::int64_t last =
+      0;  // what the last read gave: 0 at the end, below for a failure, above when no room was left
+  std::uint64_t bytes = 0;
+};
+
+Copied CopyBlocks(device::InputFile& source, device::OutputFile& target) {
+  std::vector<char> block(kCopyBlock);
+  Copied copied;
+  do {
+    copied.last = source.Read(block.data(), block.size());
+    copied.bytes += static_cast<std::uint64_t>(std::max<std::int64_t>(copied.last, 0));
+  } while (copied.last > 0 && target.Write({block.data(), static_cast<std::size_t>(copied.last)}));
+  return copied;
+}
+
 }  // namespace
 
 ReportProgress::ReportProgress(device::Prompts& prompts, const Text& title, int parts)
@@ -112,13 +128,7 @@ std::error_code ReportRun::MakeFolder(const std::filesystem::path& folder) {
 
 bool ReportRun::Copy(device::InputFile& source, std::uint64_t size, const std::filesystem::path& file) {
   const auto output = m_Machine.files.Create(file);
-  std::vector<char> block(kCopyBlock);
-  std::uint64_t copied = 0;
-  std::int64_t count = 0;
-  do {
-    count = source.Read(block.data(), block.size());
-    copied += static_cast<std::uint64_t>(std::max<std::int64_t>(count, 0));
-  } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
+  const auto [count, copied] = CopyBlocks(source, *output);
   if (count < 0 || (count == 0 && copied != size)) return false;
   if (count == 0 && output->Commit()) {
     m_NewFiles.push_back(file);
@@ -162,12 +172,7 @@ std::unique_ptr<device::OutputFile> ReportRun::StageFormer(const std::filesystem
   const auto former = m_Machine.files.OpenForReading(file);
   if (former == nullptr) return nullptr;
   auto output = m_Machine.files.Create(file);
-  std::vector<char> block(kCopyBlock);
-  std::int64_t count = 0;
-  do {
-    count = former->Read(block.data(), block.size());
-  } while (count > 0 && output->Write({block.data(), static_cast<std::size_t>(count)}));
-  return count == 0 ? std::move(output) : nullptr;
+  return CopyBlocks(*former, *output).last == 0 ? std::move(output) : nullptr;
 }
 
 // The first `count` parts have appeared.
