@@ -6,6 +6,7 @@
 #include "app/EndSignals.h"
 #include "app/MainFrame.h"
 #include "data/StartUp.h"
+#include "device/DefaultHome.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::app {
@@ -21,10 +22,10 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
   mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   const device::DevicePaths paths(settings.home);
   device::HostFiles files;
-  device::Registry registry(files, settings.home / "registry.toml");
+  device::Registry registry(files, settings.home / device::kRegistryFile);
   device::ui::QtPrompts prompts(paths);
   device::SystemClock clock;
-  device::FaultLog faults(prompts, clock, settings.home / "inspector.log");
+  device::FaultLog faults(prompts, clock, settings.home / device::kLogFile);
   const device::Machine machine{paths, files, registry, prompts, clock, faults};
 
   // The questions of start-up are the last windows to close when there is no main window yet.

@@ -10,10 +10,6 @@ namespace {
 
 constexpr std::ptrdiff_t kManyLines = 3;  // of the footer
 
-bool IsFirstOfPair(char16_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-
 // The lines of a report end where the text has a carriage return; one at the end makes no further line.
 std::ptrdiff_t LineCount(TextView text) {
   const TextView words = text.substr(0, text.find_last_not_of(u"\r\n ") + 1);
@@ -29,7 +25,7 @@ Text Joined(const Text& first, const Text& second) {
 Text LostCharacters(TextView text) {
   Text lost;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    const TextView character = text.substr(at, IsFirstOfPair(text[at]) ? 2 : 1);
+    const TextView character = text.substr(at, device::IsHighSurrogate(text[at]) ? 2 : 1);
     at += character.size() - 1;
     if (!device::FitsCodePage(character) && lost.find(character) == Text::npos) lost += character;
   }

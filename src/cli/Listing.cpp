@@ -15,11 +15,7 @@ Text Cell(const Listing::Value& value) {
   if (const auto* number = std::get_if<std::int32_t>(&value)) return device::Decimal(*number);
   Text text;
   for (const char16_t unit : std::get<Text>(value)) text += unit < u' ' ? u' ' : unit;
-  if (text.size() > kWidestCell) {
-    std::size_t end = kWidestCell - 3;
-    if ((text[end - 1] & 0xFC00) == 0xD800) --end;  // half a character would print as U+FFFD
-    text = text.substr(0, end) + u"...";
-  }
+  if (text.size() > kWidestCell) text = Text(device::Shortened(text, kWidestCell - 3)) + u"...";
   return text;
 }
 

@@ -1,4 +1,5 @@
 #include "cli/CommandGroups.h"
+#include "device/DefaultHome.h"
 
 namespace inspector::cli {
 namespace {
@@ -47,14 +48,13 @@ ExitCode RunMan(Session& session, const Input&) {
       out << ".br\n" << Roff(option.name) << ": " << Roff(option.help) << "\n";
   }
   out << ".SH OPTIONS\n.TP\n.B \\-\\-home DIR\nthe device root; by default $INSPECTOR_HOME, else inspector "
-         "in the "
-         "XDG data folder\n.TP\n.B \\-\\-yes\nanswer every question with Yes\n"
+         "in the XDG data folder\n.TP\n.B \\-\\-yes\nanswer every question with Yes\n"
       << ".TP\n.B \\-\\-help\nexplain the program, or the command it stands behind\n"
       << ".TP\n.B \\-\\-version\ntell the version\n"
       << ".SH EXIT STATUS\n0 done, 1 failed or refused, 2 wrong usage\n"
-      << ".SH FILES\nregistry.toml, inspector.log, the folder page-records and \"My Documents\" under the "
-         "device "
-         "root\n";
+      << ".SH FILES\n"
+      << device::kRegistryFile << ", " << device::kLogFile
+      << ", the folder page-records and \"My Documents\" under the device root\n";
   return ExitCode::Done;
 }
 

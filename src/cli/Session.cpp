@@ -1,5 +1,6 @@
 #include "cli/Session.h"
 
+#include "device/DefaultHome.h"
 #include "device/Format.h"
 
 namespace inspector::cli {
@@ -8,9 +9,9 @@ Session::Session(const SessionSettings& settings, std::ostream& out, std::ostrea
     : m_Out(out),
       m_Err(err),
       m_Paths(settings.home),
-      m_Registry(m_Files, settings.home / "registry.toml"),
+      m_Registry(m_Files, settings.home / device::kRegistryFile),
       m_Prompts(err, settings.yes),
-      m_Faults(m_Prompts, m_Clock, settings.home / "inspector.log"),
+      m_Faults(m_Prompts, m_Clock, settings.home / device::kLogFile),
       m_Machine{m_Paths, m_Files, m_Registry, m_Prompts, m_Clock, m_Faults} {
   m_Prompts.SetPaths(&m_Paths);
 }

@@ -121,8 +121,7 @@ ExitCode RunMaterial(Session& session, const Input& input) {
   StepEditing::MaterialNote note;
   const auto result = StepEditing(session.Workspace()).AddMaterial(input.Number(0), input.Argument(1), &note);
   if (note.hasComments) session.Note(u"The library has comments for this material.");
-  if (!note.lost.empty())
-    session.Note(Format(u"No longer among the materials of this step, so taken out: %s", note.lost));
+  if (!note.lost.empty()) session.Note(editing::LossOfMaterials(note.lost));
   return Finish(
       session, result, input.Number(0),
       Format(

@@ -6,7 +6,8 @@
 //  - parenthesised joins are flattened, because the hidden row id does not reach out of brackets;
 //  - a query returns row ids: first by its own order, then by the link table's rows, then by the table's;
 //  - "= TRUE" holds for any non-zero value; a NULL text compares as an empty one; a text column compared with
-//    a number compares as a number ("02" equals 2).
+//    a number compares as a number ("02" equals 2);
+//  - LIKE takes "%" for any characters and "_" for one, and no notice of the case of A to Z.
 #pragma once
 
 #include <optional>

@@ -130,8 +130,8 @@ private:
 
   SqlExpression ParseComparison(int depth) {
     SqlExpression left = ParseOperand(depth);
-    for (const TextView symbol : {u"=", u"<>", u"<=", u">=", u"<", u">"}) {
-      if (!TakeSymbol(symbol)) continue;
+    for (const TextView symbol : {u"=", u"<>", u"<=", u">=", u"<", u">", u"LIKE"}) {
+      if (!TakeSymbol(symbol) && !TakeWord(symbol)) continue;
       SqlExpression comparison = Combine(Kind::Comparison, std::move(left), ParseOperand(depth));
       comparison.name = symbol;
       return comparison;

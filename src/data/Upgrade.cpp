@@ -148,9 +148,16 @@ UpgradeResult UpgradeStructure(Workspace& workspace) {
     if (const Text problem = KeepCopy(*connection, machine.files, kBeforeUpgrade); !problem.empty())
       return Say(workspace, problem);
 
-  const auto progress = machine.prompts.OpenProgress(u"Updating Structure...", false);
+  const auto progress = machine.prompts.OpenProgress(u"Updating Structure...", true);
   progress->SetRange(0, static_cast<int>(TablesInOrder().size()));
   for (const MakeTable& make : TablesInOrder()) {
+    if (progress->Cancelled()) {
+      device::Alert(
+          machine.prompts,
+          u"The update was stopped. Your data files are whole; the update goes on where it stopped when "
+          u"Inspector is started the next time.");
+      return UpgradeResult::Refused;
+    }
     const auto table = make(databases);
     progress->SetStatus(Format(u"Checking %s...", table->TableName()));
     if (table->CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal)

@@ -12,7 +12,7 @@ Text ReadDataVersion(Databases& databases);
 
 // Nothing when the version is "5.0" in any case. Else asks, keeps a copy of both files beside them, checks
 // every table under a progress window and writes the version. Each table is a transaction of its own; killed
-// half-way it runs again to the same end.
+// or cancelled half-way it runs again to the same end.
 UpgradeResult UpgradeStructure(Workspace& workspace);
 
 // The options table's own check, before its row is first read. Keeps a copy too when it has to alter the

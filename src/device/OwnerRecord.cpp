@@ -29,10 +29,7 @@ Text DecodeField(const std::vector<std::uint8_t>& block, Field field) {
 
 void EncodeField(std::vector<std::uint8_t>& block, Field field, TextView text) {
   const std::size_t room = (field.end - field.offset) / 2 - 1;  // the last unit stays NUL
-  if (text.size() > room) {
-    const bool splitsPair = (text[room - 1] & 0xFC00) == 0xD800;
-    text = text.substr(0, splitsPair ? room - 1 : room);
-  }
+  text = Shortened(text, room);
   std::size_t at = field.offset;
   for (const char16_t unit : text) {
     block[at++] = static_cast<std::uint8_t>(unit & 0xFF);

@@ -98,14 +98,20 @@ Decoded DecodeSequence(const unsigned char* bytes, std::size_t size) {
   return {point, length};
 }
 
-bool IsHighSurrogate(char16_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
 bool IsLowSurrogate(char16_t unit) {
   return (unit & 0xFC00) == 0xDC00;
 }
 
 }  // namespace
+
+bool IsHighSurrogate(char16_t unit) {
+  return (unit & 0xFC00) == 0xD800;
+}
+
+TextView Shortened(TextView text, std::size_t most) {
+  if (text.size() <= most) return text;
+  return text.substr(0, most > 0 && IsHighSurrogate(text[most - 1]) ? most - 1 : most);
+}
 
 void AssignUtf8(Text& out, const char* bytes, std::size_t size) {
   out.resize(size);  // never more units than bytes

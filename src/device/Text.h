@@ -26,6 +26,11 @@ void AssignUtf8(std::string& out, TextView text);
 char16_t FoldCase(char16_t unit);
 bool EqualIgnoringCase(TextView left, TextView right);
 
+// The first of the two units of a character beyond U+FFFF.
+bool IsHighSurrogate(char16_t unit);
+// The first `most` units at most, and no half of a character at the end.
+TextView Shortened(TextView text, std::size_t most);
+
 bool Contains(TextView text, TextView part);
 // From left to right, never inside what was put in; an empty `what` changes nothing.
 Text ReplaceAll(Text text, TextView what, TextView with);

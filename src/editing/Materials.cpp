@@ -59,6 +59,10 @@ Text MaterialsLost(TextView before, TextView after) {
   return lost;
 }
 
+Text LossOfMaterials(TextView lost) {
+  return device::Format(u"No longer among the materials of this step, so taken out: %s", lost);
+}
+
 Text MaterialsForDisplay(TextView stored) {
   if (stored.ends_with(u';')) stored.remove_suffix(1);
   if (stored.starts_with(kFree)) stored.remove_prefix(kFree.size());

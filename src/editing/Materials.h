@@ -16,6 +16,8 @@ using device::TextView;
 
 // The materials of the stored form `before` that `after` lacks, with ", " between.
 Text MaterialsLost(TextView before, TextView after);
+// The sentence that tells a person of those.
+Text LossOfMaterials(TextView lost);
 
 // For reading: without the final ";" and without the "Other:" markers. ";" stands between materials.
 Text MaterialsForDisplay(TextView stored);

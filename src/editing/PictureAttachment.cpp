@@ -21,10 +21,6 @@ constexpr std::size_t kLongestStem = 60;
 // "=" would make "Path=" possible, ":" and "\" a drive; the others are no part of a name somewhere.
 constexpr TextView kForbidden = u";*=:\\/\"<>|?";
 
-bool IsTrailSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 // Also the blanks and line ends that a text field or a report may write otherwise.
 bool IsControlOrSpace(char16_t unit) {
   return unit < u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0x2028 || unit == 0x2029;
@@ -34,8 +30,7 @@ Text CleanStem(TextView original) {
   Text stem(original.substr(0, original.rfind(u'.')));
   for (char16_t& unit : stem)
     if (IsControlOrSpace(unit) || kForbidden.find(unit) != TextView::npos) unit = u'-';
-  if (stem.size() > kLongestStem)
-    stem.resize(IsTrailSurrogate(stem[kLongestStem]) ? kLongestStem - 1 : kLongestStem);
+  stem.resize(device::Shortened(stem, kLongestStem).size());
   const std::size_t begin = stem.find_first_not_of(u" .");
   if (begin == Text::npos) return u"Picture";
   return stem.substr(begin, stem.find_last_not_of(u" .") + 1 - begin);

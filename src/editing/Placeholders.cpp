@@ -29,6 +29,15 @@ std::optional<Placeholder> FindPlaceholder(TextView text, std::size_t from) {
   return Placeholder{begin, end + 1 - begin, Text(text.substr(begin + 1, end - begin - 1))};
 }
 
+bool HasUnfilledGap(TextView text) {
+  std::size_t from = 0;
+  while (const std::optional<Placeholder> gap = FindPlaceholder(text, from)) {
+    if (gap->name.empty() || gap->name.front() < u'0' || gap->name.front() > u'9') return true;
+    from = gap->at + 1;
+  }
+  return false;
+}
+
 ReplacementQuestion QuestionFor(data::Databases& databases, TextView name) {
   ReplacementQuestion question;
   if (name.empty()) {

@@ -19,6 +19,10 @@ struct Placeholder {
 // The first one at or after `from`.
 std::optional<Placeholder> FindPlaceholder(TextView text, std::size_t from = 0);
 
+// One that nobody has filled, so that a client would read the carets. What begins with a digit is an exponent
+// ("8 ft^2 of 40 ft^2").
+bool HasUnfilledGap(TextView text);
+
 // What to ask for a placeholder: "Replace ^ with:" without choices for the empty name, else "Replace ^%s^
 // with:" and what the picker and the parentheses offer.
 ReplacementQuestion QuestionFor(data::Databases& databases, TextView name);

@@ -15,10 +15,6 @@ namespace {
 
 constexpr TextView kFreeMarkers[] = {u"Other:", u"other:"};
 
-bool IsBlank(TextView text) {
-  return text.find_first_not_of(u' ') == TextView::npos;
-}
-
 }  // namespace
 
 bool StepEditing::Find(data::StepTable& step, std::int32_t stepID) {
@@ -86,7 +82,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
     return static_cast<std::size_t>(found - boxes.Boxes().begin());
   };
   Text entered = device::StripLeadingControls(material);
-  if (IsBlank(entered) || entered.find(u';') != Text::npos || FindPlaceholder(entered))
+  if (!HasWords(entered) || entered.find(u';') != Text::npos || FindPlaceholder(entered))
     return Result::NotOffered;
   std::optional<std::size_t> box =
       find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
@@ -106,7 +102,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
       break;
     }
     box = find([](const MaterialBox& each) { return each.IsFree(); });
-    if (!box || IsBlank(entered)) return Result::NotOffered;
+    if (!box || !HasWords(entered)) return Result::NotOffered;
     boxes.TickFree(*box, entered);
   }
   step.m_Materials = boxes.Stored();

@@ -9,6 +9,7 @@
 #include "editing/CommentText.h"
 #include "editing/Completeness.h"
 #include "editing/Defaults.h"
+#include "editing/Placeholders.h"
 #include "editing/RatingDropDown.h"
 #include "editing/RowFilter.h"
 #include "editing/StepDuplication.h"
@@ -124,7 +125,9 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
   shown.hasMaterials = HasMaterials(m_List.m_StepTemplateID);
   shown.materials =
       m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
+  shown.gapInMaterials = HasUnfilledGap(m_List.m_Materials);
   shown.comments = Done(!m_List.m_Comments.empty());
+  shown.gapInComments = HasUnfilledGap(m_List.m_Comments);
   shown.picture = Done(!m_List.m_BitmapPath.empty());
   shown.lacksPicture = m_Pictures->IsLackedBy(m_List);
   shown.hasInfo = m_List.m_StepInfoExists != 0;
@@ -135,7 +138,8 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
 device::ListRow StepList::ShownRow(int row) {
   const std::optional<Row> shown = RowAt(row);
   if (!shown) return {{u"(deleted)"}, device::CheckImage::None, device::RowTone::Muted};
-  const bool needsAttention = shown->attention != Attention::None || shown->lacksPicture;
+  const bool needsAttention = shown->attention != Attention::None || shown->gapInMaterials ||
+                              shown->gapInComments || shown->lacksPicture;
   const Text rating = shown->attention == Attention::NotRated ? Text(kNotRated) : shown->rating;
   device::ListRow cells{{shown->label, rating, shown->materials, shown->comments, shown->picture,
                          shown->hasInfo ? kHasInfo : kNone},
@@ -143,6 +147,8 @@ device::ListRow StepList::ShownRow(int row) {
                         needsAttention ? device::RowTone::Attention : device::RowTone::Normal};
   if (shown->attention == Attention::CommentAsked)
     cells.warnings.push_back({kComments, u"the rating asks for a comment"});
+  if (shown->gapInMaterials) cells.warnings.push_back({kMaterials, u"a gap (^) is not filled"});
+  if (shown->gapInComments) cells.warnings.push_back({kComments, u"a gap (^) is not filled"});
   if (shown->lacksPicture) cells.warnings.push_back({kPicture, u"a picture is missing"});
   return cells;
 }

@@ -39,6 +39,8 @@ public:
     Text materials;  // "Complete", "Incomplete", or "None": nothing to tick
     Text comments;   // "Complete" or "Incomplete"
     Text picture;
+    bool gapInMaterials = false;
+    bool gapInComments = false;
     bool lacksPicture = false;  // one that the step or its comments name is not there
     bool hasMaterials = false;  // so has the sheet a page for them
     bool hasInfo = false;
@@ -46,8 +48,8 @@ public:
   };
   int RowCount() const override { return static_cast<int>(m_Shown.size()); }
   std::optional<Row> RowAt(int row);
-  // Words for the cells: "Not rated" in place of an empty rating. A comment that the rating asks for and a
-  // picture that is missing are marks beside the words of their columns.
+  // Words for the cells: "Not rated" in place of an empty rating. A comment that the rating asks for, a
+  // gap that is not filled and a picture that is missing are marks beside the words of their columns.
   device::ListRow ShownRow(int row) override;
   // The row of a step, -1 when it is not among those shown.
   int RowOf(std::int32_t stepID) const;

@@ -5,6 +5,7 @@
 
 #include "data/StepTemplateTable.h"
 #include "device/Format.h"
+#include "editing/CommentText.h"
 #include "editing/Completeness.h"
 #include "editing/Placeholders.h"
 
@@ -14,10 +15,6 @@ namespace {
 using device::Format;
 
 constexpr TextView kFreeMarker = u"Other:";
-
-bool IsBlank(TextView text) {
-  return text.find_first_not_of(u' ') == TextView::npos;
-}
 
 // Within one material there is no ";": it would come back as two.
 Text AsOneMaterial(TextView entered) {
@@ -132,7 +129,7 @@ bool StepSheet::TickMaterial(SheetDialogs& dialogs, std::size_t box, bool ticked
                                              u"Other Material", ticking.caption.substr(kFreeMarker.size())});
     if (!entered) return false;
     const Text words = AsOneMaterial(*entered);
-    if (IsBlank(words)) return false;
+    if (!HasWords(words)) return false;
     m_Materials->TickFree(box, words);
     return true;
   }
@@ -140,7 +137,7 @@ bool StepSheet::TickMaterial(SheetDialogs& dialogs, std::size_t box, bool ticked
       FillPlaceholders(GetWorkspace().GetDatabases(), dialogs, ticking.offered);
   if (!filled) return false;
   const Text material = AsOneMaterial(*filled);
-  if (IsBlank(material)) return false;
+  if (!HasWords(material)) return false;
   m_Materials->TickFilled(box, material);
   return true;
 }
@@ -160,9 +157,7 @@ bool StepSheet::SaveOnLeaving() {
   if (!(rebuilds ? Write(true) : SaveNow())) return false;
   // Nobody has taken it out: the boxes do not know it.
   if (const Text dropped = std::exchange(m_Dropped, {}); !dropped.empty())
-    device::Alert(
-        GetWorkspace().GetPrompts(),
-        Format(u"%s\r\nNo longer among the materials of this step, so taken out: %s", Caption(), dropped));
+    device::Alert(GetWorkspace().GetPrompts(), Format(u"%s\r\n%s", Caption(), LossOfMaterials(dropped)));
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/CommentText.h"
 #include "editing/Completeness.h"
+#include "editing/Placeholders.h"
 
 namespace inspector::editing {
 namespace {
@@ -17,6 +18,10 @@ using device::Format;
 // What sorts before a blank counts as empty.
 bool IsEmpty(const Text& text) {
   return text < u" ";
+}
+
+bool HasGap(const data::StepTable& step) {
+  return HasUnfilledGap(step.m_Comments) || HasUnfilledGap(step.m_Materials);
 }
 
 }  // namespace
@@ -31,6 +36,7 @@ Text UnfinishedStep::Reasons() const {
   add(stepID == 0, u"not opened yet");
   add(needsRating, u"no rating");
   add(needsComment, u"the rating asks for a comment");
+  add(hasGap, u"a gap (^) is not filled");
   add(lacksPicture, u"a picture is missing");
   if (!reasons.empty() && reasons.front() >= u'a' && reasons.front() <= u'z')
     reasons.front() = static_cast<char16_t>(reasons.front() - u'a' + u'A');
@@ -95,8 +101,9 @@ bool Unfinished::AddCategory(const data::CategoryTable& category) {
     order.push_back(steps.m_StepID);
     step.needsRating = IsEmpty(steps.m_InspectResult);
     step.needsComment = !step.needsRating && NeedsComment(steps);
+    step.hasGap = HasGap(steps);
     step.lacksPicture = m_Pictures->IsLackedBy(steps);
-    if (!step.needsRating && !step.needsComment && !step.lacksPicture) continue;
+    if (!step.IsAny()) continue;
     step.stepID = steps.m_StepID;
     step.stepNumber = steps.m_StepNumber;
     step.title = steps.m_StepTitle;
@@ -119,18 +126,28 @@ std::optional<std::map<std::int32_t, Unfinished::Left>> Unfinished::CountByCateg
   return complete && !categories.Failed() ? std::optional(std::move(left)) : std::nullopt;
 }
 
-// A step without a rating counts whatever else it wants, so only those with one have to be looked at.
+// A step without a rating counts whatever else it wants. Of those with one only few have to be read: no words
+// means nothing, or a text that begins below "!"; a picture has a path of its own or a tag; a gap has carets.
 bool Unfinished::CountIn(const data::CategoryTable& category, Left& left) {
   data::Databases& databases = m_Workspace.GetDatabases();
   const std::optional<int> unrated = UnratedSteps(databases, category.m_CategoryID);
   if (!unrated) return false;
-  data::StepTable rated(databases);
-  rated.OpenSQL(Format(u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \")",
-                       rated.TableName(), category.m_CategoryID));
   left.steps = *unrated;
-  left.unopened = !category.m_CompleteFlag && *unrated + rated.RecordCount() == 0;
+  data::StepTable rated(databases);
+  if (*unrated == 0 && !category.m_CompleteFlag) {
+    rated.OpenSQL(
+        Format(u"SELECT * FROM %s WHERE CategoryID = %d", rated.TableName(), category.m_CategoryID));
+    if (rated.Failed()) return false;
+    left.unopened = rated.RecordCount() == 0;
+  }
+  rated.OpenSQL(Format(
+      u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \") AND ((Comments < \"!\") OR "
+      u"(BitmapPath > \"\") OR (Comments LIKE \"%%***%%\") OR (SummaryComment LIKE \"%%***%%\") OR "
+      u"(Comments LIKE \"%%^%%^%%\") OR (Materials LIKE \"%%^%%^%%\"))",
+      rated.TableName(), category.m_CategoryID));
   for (int row = 0; row < rated.RecordCount(); ++row)
-    if (rated.GetRecord(row) && (NeedsComment(rated) || m_Pictures->IsLackedBy(rated))) ++left.steps;
+    if (rated.GetRecord(row) && (NeedsComment(rated) || HasGap(rated) || m_Pictures->IsLackedBy(rated)))
+      ++left.steps;
   return !rated.Failed();
 }
 

@@ -24,8 +24,10 @@ struct UnfinishedStep {
   Text title;
   bool needsRating = false;
   bool needsComment = false;  // its rating asks for one
+  bool hasGap = false;        // its comments or materials have a gap to fill
   bool lacksPicture = false;  // a tag, or the step's picture, names a file that is not there
 
+  bool IsAny() const { return needsRating || needsComment || hasGap || lacksPicture; }
   // "No rating, a picture is missing"
   Text Reasons() const;
 };

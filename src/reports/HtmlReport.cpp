@@ -98,17 +98,17 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   const bool isThere = std::any_of(std::begin(kPageFiles), std::end(kPageFiles), [&](const char* page) {
     return run.GetMachine().files.Exists(run.Target().path / page);
   });
-  const bool isOfAnother = !record.Inspection().empty() && record.Inspection() != source.inspection;
-  if (!isThere || record.Inspection() == source.inspection || (run.Target().mayReplace && !isOfAnother))
-    return true;
+  if (!isThere || record.Inspection() == source.inspection) return true;
+  const bool isOfAnother = !record.Inspection().empty();
+  if (run.Target().mayReplace && !isOfAnother) return true;
+  constexpr TextView kOfAnother =
+      u"%s already holds the pages of another inspection. Do you want to replace them?";
+  constexpr TextView kOfNobody =
+      u"%s already holds pages that were not made of this inspection, or files of yours with the same names. "
+      u"Do you want to replace them?";
   return device::ConfirmLoss(
       run.GetMachine().prompts,
-      device::Format(
-          isOfAnother
-              ? u"%s already holds the pages of another inspection. Do you want to replace them?"
-              : u"%s already holds pages that were not made of this inspection, or files of yours with "
-                u"the same names. Do you want to replace them?",
-          device::FromUtf8(run.Target().path.native())));
+      device::Format(isOfAnother ? kOfAnother : kOfNobody, device::FromUtf8(run.Target().path.native())));
 }
 
 // False when the page is too large and the person does not want a part of it. A full disk is told at the end.
@@ -149,7 +149,8 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
     device::ShowError(run.GetMachine().prompts, problem);
     return run.Refuse();
   }
-  if (!Prepare(source, pictures->Record(), run) || !pictures->Plan(source.content)) return run.Refuse();
+  if (!Prepare(source, pictures->Record(), run) || !pictures->Plan(source.content, source.comments))
+    return run.Refuse();
   run.AtEnd([pictures, inspection = source.inspection] { pictures->Finish(inspection); },
             [pictures] { pictures->Forget(); });
   HtmlPages pages(source.content, *pictures, source.options.m_HideRatings != 0);

@@ -5,6 +5,7 @@
 #include "data/InspectionTable.h"
 #include "data/InspectionTypeTable.h"
 #include "data/StepTable.h"
+#include "device/DefaultHome.h"
 #include "device/FileIdentity.h"
 #include "device/Format.h"
 #include "inspection/InspectionRows.h"
@@ -73,7 +74,7 @@ bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
   const std::filesystem::path folder = std::filesystem::absolute(file, notThere).parent_path();
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
   const std::filesystem::path home = registry.parent_path();
-  if (IsOneOf(file, {registry, home / "inspector.log"}) || IsOneOf(folder, {home / PageRecord::kFolder}))
+  if (IsOneOf(file, {registry, home / device::kLogFile}) || IsOneOf(folder, {home / PageRecord::kFolder}))
     return true;
   data::Databases& databases = workspace.GetDatabases();
   const std::filesystem::path files[] = {databases.Template().File(), databases.Inspection().File()};

@@ -14,7 +14,7 @@ constexpr std::size_t kBlock = 64 * 1024;
 
 }  // namespace
 
-bool PagePictures::Plan(const ReportContent& content) {
+bool PagePictures::Plan(const ReportContent& content, const std::function<std::vector<Text>()>& comments) {
   PlanOne(ReportPictures::HousePhotoPath(content.header.documentNumber));
   for (const ReportSection& section : content.sections) {
     if (section.isSkipped) continue;
@@ -23,7 +23,8 @@ bool PagePictures::Plan(const ReportContent& content) {
       for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) PlanOne(picture.path);
     }
   }
-  PageRecord::Copies all = m_Former;
+  m_LacksSome = !m_Former.empty() && m_Pictures.AreIncluded() && m_Pictures.LacksAnyOf(comments());
+  PageRecord::Sizes all = m_Former;
   for (const auto& [source, copy] : m_Copies) all[copy.name] = copy.size;
   if (all == m_Former || m_Record.Keep(Text(m_Record.Inspection()), all)) return true;
   device::ShowError(m_Run.GetMachine().prompts, m_Record.LastError());
@@ -110,7 +111,7 @@ void PagePictures::Forget() {
 }
 
 void PagePictures::Finish(const Text& inspection) {
-  PageRecord::Copies shown;
+  PageRecord::Sizes shown;
   for (const auto& [source, copy] : m_Copies)
     if (copy.isThere) shown.emplace(copy.name, copy.size);
   const bool mayGo = !m_LacksSome || m_Record.Inspection() != inspection;

@@ -29,8 +29,8 @@ public:
 
   // Gives every picture of the report its name, and writes the names down before the first copy is made, so
   // that the next run can tidy up after one that was killed. False when they cannot be written, which the
-  // person knows then.
-  bool Plan(const ReportContent& content);
+  // person knows then. `comments` reads those of all steps, also of the ones that are not reported.
+  bool Plan(const ReportContent& content, const std::function<std::vector<Text>()>& comments);
   // Those of a comment's tags that can be had; the others are noted. `place` is where it stands.
   std::vector<PagePicture> OfText(TextView comments, TextView place);
   // The photograph of the house; nothing when there is none.
@@ -58,7 +58,7 @@ private:
   ReportPictures& m_Pictures;
   ReportRun& m_Run;
   PageRecord m_Record;
-  const PageRecord::Copies m_Former;
+  const PageRecord::Sizes m_Former;
   bool m_LacksSome = false;                        // pictures that the report names
   int m_Last = 0;                                  // number that was tried
   std::map<std::filesystem::path, Copy> m_Copies;  // of the file on the machine

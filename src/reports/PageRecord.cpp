@@ -40,13 +40,13 @@ std::string FileFor(TextView name) {
   return std::to_string(sum) + ".toml";
 }
 
-// "1204 picture1.jpg"; a name that leads elsewhere is none of a copy.
-void AddCopy(const std::string& entry, PageRecord::Copies& copies) {
+// "1204 picture1.jpg"; a name that leads elsewhere is no file of the folder.
+void AddSize(const std::string& entry, PageRecord::Sizes& sizes) {
   std::uint64_t size = 0;
   const auto [end, error] = std::from_chars(entry.data(), entry.data() + entry.size(), size);
   if (error != std::errc() || end == entry.data() + entry.size() || *end != ' ') return;
   std::string name = entry.substr(static_cast<std::size_t>(end - entry.data()) + 1);
-  if (!name.empty() && name.find('/') == std::string::npos) copies.emplace(std::move(name), size);
+  if (!name.empty() && name.find('/') == std::string::npos) sizes.emplace(std::move(name), size);
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ PageRecord::PageRecord(const device::Machine& machine, const std::filesystem::pa
       m_Store(machine.files, machine.registry.Path().parent_path() / kFolder / FileFor(m_Name)) {
   std::vector<Text> lines = device::Split(m_Store.Read(Text(kKey), m_Name).value_or(u""), u'\n');
   m_Inspection = lines.front();
-  for (std::size_t n = 1; n < lines.size(); ++n) AddCopy(device::ToUtf8(lines[n]), m_Pictures);
+  for (std::size_t n = 1; n < lines.size(); ++n) AddSize(device::ToUtf8(lines[n]), m_Pictures);
   for (auto entry = m_Pictures.begin(); entry != m_Pictures.end();) {
     const auto next = std::next(entry);
     if (IsPage(entry->first)) m_Pages.insert(m_Pictures.extract(entry));
@@ -75,18 +75,18 @@ bool PageRecord::IsOwn(const std::string& name) const {
   return file != nullptr && file->Size() == copy->second;
 }
 
-PageRecord::Copies PageRecord::PagesThere() const {
-  Copies pages;
+PageRecord::Sizes PageRecord::PagesThere() const {
+  Sizes pages;
   for (const char* const name : kPageFiles)
     if (const auto file = m_Files.OpenForReading(m_Folder / name))
       if (const auto size = file->Size()) pages.emplace(name, *size);
   return pages;
 }
 
-bool PageRecord::Keep(const Text& inspection, const Copies& pictures) {
+bool PageRecord::Keep(const Text& inspection, const Sizes& pictures) {
   Text lines = inspection;
-  const Copies pages = PagesThere();
-  for (const Copies* const files : {&pages, &pictures})
+  const Sizes pages = PagesThere();
+  for (const Sizes* const files : {&pages, &pictures})
     for (const auto& [name, size] : *files)
       lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
   const bool isKnown = inspection == m_Inspection && pictures == m_Pictures && pages == m_Pages;

@@ -20,9 +20,9 @@ inline constexpr const char* kPageFiles[] = {"inspection.htm", "toc.htm", "index
 // here, and still has its size, is ever removed from the folder or used again.
 class PageRecord {
 public:
-  static constexpr const char* kFolder =
-      "page-records";  // beside the registry; a file for each folder of pages
-  using Copies = std::map<std::string, std::uint64_t>;  // name in the folder, bytes
+  // Beside the registry; a file for each folder of pages.
+  static constexpr const char* kFolder = "page-records";
+  using Sizes = std::map<std::string, std::uint64_t>;  // bytes, by the name in the folder
 
   // Reads what is known of `folder`, which need not be there. Pages of other sizes than those that were made
   // are nobody's: another disk may be in that place by now.
@@ -32,17 +32,17 @@ public:
   const Text& Problem() const { return m_Problem; }
   // Empty when the pages that may lie there are none of the program's.
   const Text& Inspection() const { return m_Inspection; }
-  const Copies& Pictures() const { return m_Pictures; }
+  const Sizes& Pictures() const { return m_Pictures; }
   // A copy that nobody has replaced or changed since.
   bool IsOwn(const std::string& name) const;
 
   // `inspection` is the same in every report of one inspection, and in no other. False when it cannot be
   // written; LastError says why.
-  bool Keep(const Text& inspection, const Copies& pictures);
+  bool Keep(const Text& inspection, const Sizes& pictures);
   const Text& LastError() const { return m_Store.LastError(); }
 
 private:
-  Copies PagesThere() const;
+  Sizes PagesThere() const;
 
   device::Files& m_Files;
   std::filesystem::path m_Folder;
@@ -50,8 +50,8 @@ private:
   device::Registry m_Store;
   Text m_Problem;
   Text m_Inspection;
-  Copies m_Pages;
-  Copies m_Pictures;
+  Sizes m_Pages;
+  Sizes m_Pictures;
 };
 
 }  // namespace inspector::reports

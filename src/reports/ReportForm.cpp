@@ -51,17 +51,12 @@ ReportForm::ReportForm(data::Workspace& workspace, std::int32_t inspectionID)
   if (const auto* const last = FindFormat(registry.Read(kKey, kKind).value_or(u""))) m_Kind = last;
   const ReportLayout* const layout = FindLayout(registry.Read(kKey, kLayout).value_or(u""));
   m_Choices.layout = layout != nullptr ? Text(layout->Name()) : LayoutOf(workspace, inspectionID);
-  const std::vector<Text> ratings = Ratings();
+  const std::vector<Text> ratings = editing::RatingsFor(workspace.GetDatabases(), inspectionID);
+  m_Ratings.insert(m_Ratings.end(), ratings.begin(), ratings.end());
   const Text rating = registry.Read(kKey, kRating).value_or(u"");
-  if (std::find(ratings.begin(), ratings.end(), rating) != ratings.end()) m_Choices.rating = rating;
+  if (std::find(m_Ratings.begin(), m_Ratings.end(), rating) != m_Ratings.end()) m_Choices.rating = rating;
   m_Choices.pictures = registry.Read(kKey, kPictures) != kNo;
   m_LastFolder = registry.Read(kKey, kFolder).value_or(u"");
-}
-
-std::vector<Text> ReportForm::Ratings() {
-  std::vector<Text> ratings = editing::RatingsFor(m_Workspace.GetDatabases(), m_InspectionID);
-  ratings.insert(ratings.begin(), Text(kAllRatings));
-  return ratings;
 }
 
 void ReportForm::ChooseKind(const ReportFormat& kind) {
@@ -115,11 +110,16 @@ std::optional<device::SaveQuestion> ReportForm::SaveQuestion() const {
   return question;
 }
 
+// It says where the file lies, on the host or on the device.
+bool ReportForm::IsWhole(TextView target) {
+  return target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
+}
+
 bool ReportForm::NamesFolder(const Text& target) const {
   if (target.ends_with(u'/') || target.ends_with(u'\\') || target == u"~" || target == u"..") return true;
   std::error_code error;
-  const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
-  return isWhole && std::filesystem::is_directory(m_Workspace.GetMachine().paths.ResolveTyped(target), error);
+  return IsWhole(target) &&
+         std::filesystem::is_directory(m_Workspace.GetMachine().paths.ResolveTyped(target), error);
 }
 
 Text ReportForm::WhyNot(TextView target) {
@@ -138,8 +138,7 @@ std::filesystem::path ReportForm::Resolved() const {
     if (!target.ends_with(u'/') && !target.ends_with(u'\\')) target += u'/';
     target += m_Kind->Question(m_Header).suggestedName;
   }
-  const bool isWhole = target.starts_with(u'/') || target.starts_with(u'\\') || target.starts_with(u"~/");
-  if (!isWhole) target = u"\\My Documents\\" + target;
+  if (!IsWhole(target)) target = u"\\My Documents\\" + target;
   if (!m_Kind->Used().folder && !HasExtension(target)) target += EndOf(*m_Kind);
   return m_Workspace.GetMachine().paths.ResolveTyped(target);
 }

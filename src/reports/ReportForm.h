@@ -21,7 +21,7 @@ public:
   void ChooseKind(const ReportFormat& kind);
 
   // The ratings of the library, after "<All Ratings>".
-  std::vector<Text> Ratings();
+  const std::vector<Text>& Ratings() const { return m_Ratings; }
   const ReportChoices& Choices() const { return m_Choices; }
   void ChooseLayout(const Text& layout) { m_Choices.layout = layout; }
   void ChooseRating(const Text& rating) { m_Choices.rating = rating; }
@@ -50,6 +50,7 @@ private:
   // ".rtf"
   Text EndOf(const ReportFormat& kind) const;
   std::filesystem::path Resolved() const;
+  static bool IsWhole(TextView target);
   bool NamesFolder(const Text& target) const;
   void Remember();
 
@@ -58,6 +59,7 @@ private:
   ReportHeader m_Header;  // only what names the file
   const ReportFormat* m_Kind;
   ReportChoices m_Choices;
+  std::vector<Text> m_Ratings = {Text(kAllRatings)};
   CategorySelection m_Categories;
   Text m_OwnFile;    // that a person has named; empty for what is suggested
   Text m_OwnEnd;     // of the kind of file that it was named for

@@ -65,7 +65,8 @@ std::vector<TagPicture> ReportPictures::OfText(TextView text, TextView place) {
     device::Alert(m_Machine.prompts, u"Unknown embedded tag found.");
     // Words that somebody has set between asterisks may be many.
     constexpr std::size_t kMost = 60;
-    const Text tag = picture.tag.size() <= kMost ? picture.tag : picture.tag.substr(0, kMost) + u"\u2026***";
+    const Text tag = picture.tag.size() <= kMost ? picture.tag
+                                                 : Text(device::Shortened(picture.tag, kMost)) + u"\u2026***";
     Note(device::Format(u"The tag %s in %s is of no kind that a report knows. Correct it, or take it out.",
                         tag, place));
   }
@@ -80,6 +81,16 @@ std::vector<std::filesystem::path> ReportPictures::FilesOf(TextView documentNumb
     for (const TagPicture& picture : editing::PicturesOf(comment, m_Card))
       if (!picture.path.empty() && picture.path != editing::kError) files.insert(FileOf(picture.path));
   return {files.begin(), files.end()};
+}
+
+bool ReportPictures::LacksAnyOf(const std::vector<Text>& comments) {
+  return std::any_of(comments.begin(), comments.end(), [&](const Text& comment) {
+    const std::vector<TagPicture> pictures = editing::PicturesOf(comment, m_Card);
+    return std::any_of(pictures.begin(), pictures.end(), [&](const TagPicture& picture) {
+      return editing::ClassifyTag(picture.tag) != editing::kError &&
+             (picture.path.empty() || picture.path == editing::kError || !Exists(picture.path));
+    });
+  });
 }
 
 bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {

@@ -29,6 +29,8 @@ public:
   // Everything that readers of the inspection's reports could be shown, whether it is there or not, and
   // whether pictures are left out or not.
   std::vector<std::filesystem::path> FilesOf(TextView documentNumber, const std::vector<Text>& comments);
+  // A tag of these comments names a picture that is not there, on this card or elsewhere.
+  bool LacksAnyOf(const std::vector<Text>& comments);
   // Where the camera puts its pictures: one more of them there, and the numbers in comments mean others.
   bool IsCardFolder(const std::filesystem::path& folder) const;
   // Reading pictures is what takes time: from when `isStopped` says so, none can be read.

@@ -17,10 +17,6 @@ bool IsForbidden(char16_t unit) {
   return unit < u' ' || (unit >= 0x7F && unit <= 0x9F) || kForbidden.find(unit) != TextView::npos;
 }
 
-bool IsFirstOfPair(char16_t unit) {
-  return (unit & 0xFC00) == 0xD800;
-}
-
 bool IsFolder(const std::filesystem::path& path) {
   std::error_code error;
   const std::filesystem::path name = path.filename();
@@ -91,10 +87,8 @@ Text ReportFileName(TextView prefix, TextView base, TextView suffix) {
   for (char16_t& unit : name) {
     if (IsForbidden(unit)) unit = u'_';
   }
-  while (device::ToUtf8(name).size() > kMostNameBytes) {
-    name.pop_back();
-    if (!name.empty() && IsFirstOfPair(name.back())) name.pop_back();
-  }
+  while (device::ToUtf8(name).size() > kMostNameBytes)
+    name.resize(device::Shortened(name, name.size() - 1).size());
   return Text(prefix).append(name).append(suffix);
 }
 

@@ -10,6 +10,7 @@
 #include "app/MainFrame.h"
 #include "app/OptionsSheet.h"
 #include "data/StartUp.h"
+#include "device/DefaultHome.h"
 #include "device/Format.h"
 #include "device/ui/DatabasePathsDialog.h"
 #include "device/ui/QtPrompts.h"
@@ -218,10 +219,10 @@ bool WalkScreens(const std::filesystem::path& home, std::span<const ScreenSettin
                  const LookAtWindow& look) {
   const device::DevicePaths paths(home);
   device::HostFiles files;
-  device::Registry registry(files, home / "registry.toml");
+  device::Registry registry(files, home / device::kRegistryFile);
   device::ui::QtPrompts prompts(paths);
   device::SystemClock clock;
-  device::FaultLog faults(prompts, clock, home / "inspector.log");
+  device::FaultLog faults(prompts, clock, home / device::kLogFile);
   const device::Machine machine{paths, files, registry, prompts, clock, faults};
   std::error_code error;
   if (!std::filesystem::exists(home / "My Documents/Inspection_Data.cdb", error)) {
