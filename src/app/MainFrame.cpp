@@ -16,6 +16,7 @@
 #include "app/ReportCommand.h"
 #include "data/KeyReport.h"
 #include "device/Format.h"
+#include "device/ui/Menu.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/Theme.h"
@@ -192,6 +193,12 @@ inspection::ui::CInspectionSetupView2& CMainFrame::SetUp() {
   return *m_SetUp;
 }
 
+QMenu* CMainFrame::AddMenu(const QString& title) {
+  auto* const menu = new device::ui::Menu(title, *this, menuBar());
+  menuBar()->addMenu(menu);
+  return menu;
+}
+
 QAction* CMainFrame::AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                                     const QKeySequence& key, std::function<void()> run) {
   QAction* const action = menu->addAction(caption);
@@ -202,7 +209,7 @@ QAction* CMainFrame::AddMenuCommand(QMenu* menu, const char* objectName, const Q
 }
 
 void CMainFrame::MakeMenus() {
-  QMenu* const go = menuBar()->addMenu(QStringLiteral("&Go"));
+  QMenu* const go = AddMenu(QStringLiteral("&Go"));
   AddMenuCommand(go, "goBack", QStringLiteral("&Back"), QKeySequence(Qt::ALT | Qt::Key_Left),
                  [this] { GoBack(); });
   AddMenuCommand(go, "goInspections", QStringLiteral("&Inspections"), QKeySequence(Qt::CTRL | Qt::Key_1),
@@ -225,9 +232,9 @@ void CMainFrame::MakeMenus() {
   go->addSeparator();
   AddMenuCommand(go, "quit", QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q),
                  [this] { close(); });
-  m_ScreenMenu = menuBar()->addMenu(QStringLiteral("&Commands"));
+  m_ScreenMenu = AddMenu(QStringLiteral("&Commands"));
   MakeVisitMenu();
-  QMenu* const tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+  QMenu* const tools = AddMenu(QStringLiteral("&Tools"));
   m_Undo = AddMenuCommand(tools, "undo", {}, QKeySequence::Undo, [this] { Undo(); });
   ShowUndo();
   tools->addSeparator();
@@ -247,8 +254,6 @@ void CMainFrame::MakeMenus() {
                  [this] { RepairCounters(); });
   m_EverywhereInBar += AddMenuCommand(tools, "about", QStringLiteral("&About"), QKeySequence(Qt::Key_F1),
                                       [this] { OpenAbout(); });
-  for (QMenu* menu : menuBar()->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] { device::ui::ShrinkToFit(*menu, width()); });
 }
 
 // A way that is taken often lies in the bar of the screen it begins at, too.
@@ -265,7 +270,7 @@ void CMainFrame::OfferCategories(Screen& from) {
 }
 
 void CMainFrame::MakeVisitMenu() {
-  QMenu* const report = menuBar()->addMenu(QStringLiteral("&Report"));
+  QMenu* const report = AddMenu(QStringLiteral("&Report"));
   QAction* const write = AddMenuCommand(report, "report", QStringLiteral("&Report..."),
                                         QKeySequence(Qt::CTRL | Qt::Key_R), [this] { Report(); });
   Offer(m_Visit->Categories(), "unfinished", QStringLiteral("&Unfinished"),
@@ -277,7 +282,8 @@ void CMainFrame::MakeVisitMenu() {
 }
 
 QAction* CMainFrame::MakeViewMenu(QMenu* tools) {
-  QMenu* const view = tools->addMenu(QStringLiteral("&View"));
+  auto* const view = new device::ui::Menu(QStringLiteral("&View"), *this, tools);
+  tools->addMenu(view);
   const auto choice = [&](QActionGroup* group, const char* name, const QString& caption, Qt::Key key,
                           bool checked, std::function<void()> run) {
     QAction* const action = AddMenuCommand(view, name, caption, QKeySequence(key), std::move(run));

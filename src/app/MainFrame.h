@@ -84,6 +84,7 @@ private:
   void MakeMenus();
   void MakeVisitMenu();
   QAction* MakeViewMenu(QMenu* tools);  // what opens it
+  QMenu* AddMenu(const QString& title);
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
                           const QKeySequence& key, std::function<void()> run);
   void Offer(device::ui::Screen& from, const char* objectName, const QString& caption,

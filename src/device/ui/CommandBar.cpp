@@ -2,11 +2,11 @@
 
 #include <QAction>
 #include <QEvent>
-#include <QMenu>
 #include <QPushButton>
 #include <algorithm>
 
 #include "device/ListColumns.h"
+#include "device/ui/Menu.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::device::ui {
@@ -49,14 +49,15 @@ private:
 };
 
 CommandBar::CommandBar(QWidget* parent)
-    : QFrame(parent), m_More(new QPushButton(QStringLiteral("More"), this)), m_MoreMenu(new QMenu(m_More)) {
+    : QFrame(parent),
+      m_More(new QPushButton(QStringLiteral("More"), this)),
+      m_MoreMenu(new Menu(QString(), *this, m_More)) {
   m_More->setObjectName(QStringLiteral("moreButton"));
   m_More->setAccessibleName(QStringLiteral("More commands"));
   m_More->setAutoDefault(false);
   m_More->setFocusPolicy(Qt::TabFocus);
   m_More->setMenu(m_MoreMenu);
   m_More->hide();
-  connect(m_MoreMenu, &QMenu::aboutToShow, this, [this] { ShrinkToFit(*m_MoreMenu, window()->width()); });
   setObjectName(QStringLiteral("commandBar"));
   setAccessibleName(QStringLiteral("Commands"));
 }

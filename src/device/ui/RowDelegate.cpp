@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <algorithm>
 
 #include "device/ui/ListModel.h"
 #include "device/ui/Theme.h"
@@ -12,22 +13,40 @@ namespace {
 constexpr int kCheckSize = 24;
 constexpr int kMargins = 8;  // beside the words of a cell
 
+constexpr double kSmallest = 0.5;  // of the size of a cell's words
+constexpr QChar kMayEnd(0x200B);   // a line may end here
+
+// Between digits a hyphen does not end a line by itself.
+bool EndsPiece(QChar letter) {
+  return letter == u'-' || letter == u'/';
+}
+
+int WidthOfLongestWord(const QString& text, const QFontMetrics& metrics) {
+  int longest = 0;
+  qsizetype begin = 0;
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    const bool isOutside = text[at].isSpace() || text[at] == kMayEnd;
+    if (!isOutside && !EndsPiece(text[at]) && at + 1 < text.size()) continue;
+    longest = std::max(longest, metrics.horizontalAdvance(text.mid(begin, at + !isOutside - begin)));
+    begin = at + 1;
+  }
+  return longest;
+}
+
 // A word that is wider than its cell would be cut: it may go on in the next line, at any letter.
 QString BreakLongWords(const QString& text, const QFontMetrics& metrics, int width) {
-  if (width <= 0 || metrics.horizontalAdvance(text) <= width) return text;
   QString broken;
   QString word;
   for (const QChar letter : text) {
     const bool ends = letter.isSpace();
     if (!ends && !word.isEmpty() && metrics.horizontalAdvance(word + letter) > width) {
-      broken += QChar(0x200B);  // a line may end here
+      broken += kMayEnd;
       word.clear();
     }
     word = ends ? QString() : word + letter;
     broken += letter;
-    // Between digits a hyphen does not end a line by itself.
-    if (letter == u'-' || letter == u'/') {
-      broken += QChar(0x200B);
+    if (EndsPiece(letter)) {
+      broken += kMayEnd;
       word.clear();
     }
   }
@@ -59,13 +78,21 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
   }
   if (const QString remark = index.data(ListModel::RemarkRole).toString(); !remark.isEmpty())
     option->text += QChar(QChar::LineSeparator) + remark;
-  BreakWords(*option);
+  Decorate(*option, index);
+  FitWords(*option);
 }
 
-void RowDelegate::BreakWords(QStyleOptionViewItem& option) {
+void RowDelegate::FitWords(QStyleOptionViewItem& option) {
   const bool hasDecoration = option.features & QStyleOptionViewItem::HasDecoration;
   const int taken = hasDecoration ? option.decorationSize.width() + kMargins : 0;
-  option.text = BreakLongWords(option.text, option.fontMetrics, option.rect.width() - kMargins - taken);
+  const int width = option.rect.width() - kMargins - taken;
+  if (width <= 0 || option.fontMetrics.horizontalAdvance(option.text) <= width) return;
+  const int longest = WidthOfLongestWord(option.text, option.fontMetrics);
+  if (longest > width && width >= longest * kSmallest) {
+    option.font.setPointSizeF(option.font.pointSizeF() * width / (longest + 1));
+    option.fontMetrics = QFontMetrics(option.font);
+  }
+  option.text = BreakLongWords(option.text, option.fontMetrics, width);
 }
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -15,11 +15,15 @@ public:
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
-  // Lets words that are wider than the cell go on in the next line, beside the decoration.
-  static void BreakWords(QStyleOptionViewItem& option);
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const final;
+  // What a list has beside the words of a cell. Comes before these are fitted into the room that is left.
+  virtual void Decorate(QStyleOptionViewItem&, const QModelIndex&) const {}
 
 private:
+  // Makes words that are wider than the cell smaller, down to half their size; those that are wider still go
+  // on in the next line.
+  static void FitWords(QStyleOptionViewItem& option);
+
   double m_PointSize = 0;
 };
 

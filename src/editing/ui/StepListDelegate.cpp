@@ -86,31 +86,29 @@ void DrawSign(QPainter& painter, const QRect& box, const QString& word, const QC
 
 }  // namespace
 
-void StepListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-  RowDelegate::initStyleOption(option, index);
+void StepListDelegate::Decorate(QStyleOptionViewItem& option, const QModelIndex& index) const {
   // What is missing stands out, not the whole row.
   const bool warned = IsWarned(index);
-  if (option->widget && option->text != kNotRated && !warned)
+  if (option.widget && option.text != kNotRated && !warned)
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-      option->palette.setColor(group, QPalette::Text, option->widget->palette().color(group, QPalette::Text));
+      option.palette.setColor(group, QPalette::Text, option.widget->palette().color(group, QPalette::Text));
   if (index.column() == StepList::kRating) {
-    option->features |= QStyleOptionViewItem::HasDecoration;
-    option->decorationPosition = QStyleOptionViewItem::Right;
-    option->decorationSize = QSize(kArrow, kArrow);
-    option->icon = DownArrow(TextColour(*option));
-    BreakWords(*option);
+    option.features |= QStyleOptionViewItem::HasDecoration;
+    option.decorationPosition = QStyleOptionViewItem::Right;
+    option.decorationSize = QSize(kArrow, kArrow);
+    option.icon = DownArrow(TextColour(option));
   }
   if (index.column() < StepList::kMaterials) return;
-  if (!HasRoomForWords(*option, warned)) {
-    option->text.clear();
+  if (!HasRoomForWords(option, warned)) {
+    option.text.clear();
   } else if (warned) {
-    const bool selected = option->state & QStyle::State_Selected;
-    option->features |= QStyleOptionViewItem::HasDecoration;
-    option->decorationPosition = QStyleOptionViewItem::Right;
-    option->decorationSize = QSize(SignSize(*option), SignSize(*option));
-    option->icon = AttentionMark(TextColour(*option),
-                                 option->palette.color(selected ? QPalette::Highlight : QPalette::Base),
-                                 SignSize(*option));
+    const bool selected = option.state & QStyle::State_Selected;
+    option.features |= QStyleOptionViewItem::HasDecoration;
+    option.decorationPosition = QStyleOptionViewItem::Right;
+    option.decorationSize = QSize(SignSize(option), SignSize(option));
+    option.icon = AttentionMark(TextColour(option),
+                                option.palette.color(selected ? QPalette::Highlight : QPalette::Base),
+                                SignSize(option));
   }
 }
 
@@ -123,7 +121,6 @@ void StepListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
   if (word.isEmpty()) return;
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
-  if (warned) RowDelegate::initStyleOption(&cell, index);
   const bool selected = cell.state & QStyle::State_Selected;
   const bool quiet = !selected && (word == kIncomplete || word == kNone);
   const int size = std::min(SignSize(cell), cell.rect.width() - kPadding);

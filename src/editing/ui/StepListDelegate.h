@@ -12,7 +12,7 @@ public:
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+  void Decorate(QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 
 }  // namespace inspector::editing::ui
