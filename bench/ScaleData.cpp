@@ -126,7 +126,7 @@ LargeVisit FillToScale(Tablet& tablet) {
   }
   data::Databases& databases = tablet.GetWorkspace().GetDatabases();
   const std::int32_t first = MakeOrdinaryInspection(tablet, u"Full House Inspection");
-  MustBe(editing::ApplyDefaultsSilently(databases, first), "the defaults");
+  MustBe(editing::ApplyDefaultsSilently(databases, first) == inspection::RunResult::Done, "the defaults");
   Engine engine(tablet.InspectionFile());
   CopyInspection(engine, first, kInspections - 2);  // beside the first and the large one
   // The copies took their keys behind the back of the counters.
@@ -139,7 +139,8 @@ LargeVisit FillToScale(Tablet& tablet) {
              .has_value(),
          "the large visit");
   const std::int32_t large = tablet.Document().Inspection().m_InspectionID;
-  MustBe(editing::ApplyDefaultsSilently(databases, large), "the defaults of the large visit");
+  MustBe(editing::ApplyDefaultsSilently(databases, large) == inspection::RunResult::Done,
+         "the defaults of the large visit");
   return FinishVisit(engine, large);
 }
 

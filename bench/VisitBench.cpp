@@ -93,7 +93,7 @@ bool MeasureApplying() {
     whole.push_back(Milliseconds([&] {
       document.ChangeDocType(u"Full House Inspection");
       MustBe(document.FinishDocTypeChange(), "the change of type");
-      MustBe(editing::ApplyDefaultsSilently(databases, key), "the defaults");
+      MustBe(editing::ApplyDefaultsSilently(databases, key) == inspection::RunResult::Done, "the defaults");
     }));
     mostCommits = std::max(mostCommits, commits - before);
 
@@ -126,7 +126,7 @@ std::vector<std::int32_t> Fill(Tablet& tablet, int count) {
   MustBe(tablet.Document().CreateInspection({}, u"Full House Inspection").has_value(), "a new inspection");
   const std::int32_t key = tablet.Document().Inspection().m_InspectionID;
   data::Databases& databases = tablet.GetWorkspace().GetDatabases();
-  MustBe(editing::ApplyDefaultsSilently(databases, key), "the defaults");
+  MustBe(editing::ApplyDefaultsSilently(databases, key) == inspection::RunResult::Done, "the defaults");
   Engine engine(tablet.InspectionFile());
   CopyInspection(engine, key, count - 1);
 

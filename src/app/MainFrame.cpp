@@ -16,6 +16,7 @@
 #include "app/ReportCommand.h"
 #include "data/KeyReport.h"
 #include "device/Format.h"
+#include "device/ui/DialogSize.h"
 #include "device/ui/Menu.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
@@ -473,13 +474,8 @@ void CMainFrame::Restore() {
   if (stored.isEmpty() || !restoreGeometry(stored)) resize(kFirstSize.boundedTo(screen()->availableSize()));
   // Without a window manager the place that is restored counts with a frame that is not there.
   const QScreen* const shown = QGuiApplication::screenAt(geometry().center());
-  const QRect room = (shown ? shown : screen())->availableGeometry();
-  if (!isMaximized() && !isFullScreen() && !room.contains(geometry())) {
-    QRect inside(QPoint(), size().boundedTo(room.size()));
-    inside.moveTopLeft({std::clamp(x(), room.left(), room.right() + 1 - inside.width()),
-                        std::clamp(y(), room.top(), room.bottom() + 1 - inside.height())});
-    setGeometry(inside);
-  }
+  if (!isMaximized() && !isFullScreen())
+    setGeometry(device::ui::MovedInto((shown ? shown : screen())->availableGeometry(), geometry()));
 
   const device::LastPlace place = device::ReadLastPlace(m_Machine.registry);
   if (place.inspectionID < 0 || !m_Document.SelectInspection(place.inspectionID)) return;
@@ -603,19 +599,12 @@ void CMainFrame::RepairCounters() {
   if (!IsStored()) return;
   data::Databases& databases = m_Document.GetWorkspace().GetDatabases();
   device::Text faults;
-  for (const auto& [kind, connection] : {std::pair(data::DatabaseKind::Template, &databases.Template()),
-                                         std::pair(data::DatabaseKind::Inspection, &databases.Inspection())})
-    for (const device::Text& fault : data::FindCounterFaults(*connection, kind)) faults += fault + u"\n";
+  for (const device::Text& fault : data::FindCounterFaults(databases)) faults += fault + u"\n";
   if (faults.empty())
     return device::Alert(m_Machine.prompts, u"The counters that new keys come from are right.");
-  if (!device::ConfirmCaution(
-          m_Machine.prompts,
-          device::Format(u"A counter that new keys come from is wrong:\n%s\nDo you wish to "
-                         u"set it right?",
-                         faults)))
-    return;
-  if (data::RepairCounters(databases.Template(), data::DatabaseKind::Template) &&
-      data::RepairCounters(databases.Inspection(), data::DatabaseKind::Inspection))
+  const device::Text question = device::Format(
+      u"A counter that new keys come from is wrong:\n%s\nDo you wish to set it right?", faults);
+  if (device::ConfirmCaution(m_Machine.prompts, question) && data::RepairCounters(databases))
     Tell(QStringLiteral("The counters are right now."));
 }
 

@@ -35,16 +35,16 @@ public:
     std::filesystem::directory_iterator entry(pages, error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
       const std::string name = entry->path().filename().string();
-      if (name == "index.htm" || !(name.ends_with(".htm") || name.starts_with("picture")) ||
-          !entry->is_regular_file(error))
+      if (name == device::ToUtf8(reports::kFramesPage) ||
+          !(name.ends_with(".htm") || name.starts_with("picture")) || !entry->is_regular_file(error))
         continue;
       if (!std::filesystem::copy_file(entry->path(), folder / name, error)) return {};
     }
-    QFile index(m_Folder.filePath(QStringLiteral("index.htm")));
+    QFile index(m_Folder.filePath(device::ui::ToQString(reports::kFramesPage)));
     const std::string frames = device::ToUtf8(reports::HtmlReport::FramesPage({}));
     const bool isWritten =
         index.open(QIODevice::WriteOnly) && index.write(frames.c_str()) > 0 && index.flush();
-    return !error && isWritten ? folder / "index.htm" : std::filesystem::path();
+    return !error && isWritten ? folder / reports::kFramesPage : std::filesystem::path();
   }
 
 private:
@@ -60,7 +60,8 @@ Text Described(const reports::ReportOutcome& outcome) {
     return text + device::Format(u"\n\nThere are %d remarks on its pictures and tags; the details have them.",
                                  outcome.notes.size());
   for (const Text& note : outcome.notes)
-    text += note.size() <= kLongestNote ? u"\n\n" + note : u"\n\n" + note.substr(0, kLongestNote) + u"\u2026";
+    text += u"\n\n" + Text(device::Shortened(note, kLongestNote)) +
+            (note.size() > kLongestNote ? u"\u2026" : u"");
   return text;
 }
 
@@ -115,7 +116,7 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   std::filesystem::path wanted;
   if (box.clickedButton() == openButton) {
     wanted = outcome.file;
-    if (isFolder) wanted /= "index.htm";
+    if (isFolder) wanted /= reports::kFramesPage;
     if (form.Kind().Used().ownFolder) wanted = (new CopyOfPages(&window))->Make(outcome.file);
     if (wanted.empty())
       device::ShowError(

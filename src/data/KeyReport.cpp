@@ -15,6 +15,8 @@ using device::Format;
 // A table that was copied twice has every key twice; the first ones tell as much as all of them.
 constexpr int kMostKeysListed = 20;
 
+constexpr DatabaseKind kBoth[] = {DatabaseKind::Template, DatabaseKind::Inspection};
+
 Text TextAt(sqlite3_stmt* statement, int column) {
   const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
   return bytes ? device::FromUtf8(bytes) : Text(u"nothing");
@@ -118,6 +120,17 @@ std::optional<WrongCounter> FindWrongCounter(Connection& connection, const KeySe
                       rightly};
 }
 
+void AddCounterFaults(Connection& connection, DatabaseKind kind, std::vector<Text>& faults) {
+  const CounterColumns columns(connection);
+  if (!columns.AreThere()) return;
+  FindCountersOfNoNumber(connection, columns, faults);
+  for (const KeySequence& sequence : KeySequences()) {
+    if (sequence.kind != kind) continue;
+    const std::optional<WrongCounter> wrong = FindWrongCounter(connection, sequence, columns);
+    if (wrong && !wrong->fault.empty()) faults.push_back(wrong->fault);
+  }
+}
+
 bool SetCounter(Connection& connection, const KeySequence& sequence, const CounterColumns& columns,
                 std::int32_t value) {
   sqlite3_stmt* const update =
@@ -143,20 +156,13 @@ std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind) {
   if (kind == DatabaseKind::Inspection)
     for (const KeySequence& sequence : KeySequences())
       if (sequence.kind == kind) FindRepeatedKeys(connection, sequence.uses.front(), faults);
-  for (Text& fault : FindCounterFaults(connection, kind)) faults.push_back(std::move(fault));
+  AddCounterFaults(connection, kind, faults);
   return faults;
 }
 
-std::vector<Text> FindCounterFaults(Connection& connection, DatabaseKind kind) {
+std::vector<Text> FindCounterFaults(Databases& databases) {
   std::vector<Text> faults;
-  const CounterColumns columns(connection);
-  if (!columns.AreThere()) return faults;
-  FindCountersOfNoNumber(connection, columns, faults);
-  for (const KeySequence& sequence : KeySequences()) {
-    if (sequence.kind != kind) continue;
-    const std::optional<WrongCounter> wrong = FindWrongCounter(connection, sequence, columns);
-    if (wrong && !wrong->fault.empty()) faults.push_back(wrong->fault);
-  }
+  for (const DatabaseKind kind : kBoth) AddCounterFaults(databases.Get(kind), kind, faults);
   return faults;
 }
 
@@ -175,6 +181,12 @@ std::optional<std::vector<Text>> RepairCounters(Connection& connection, Database
   }
   if (!transaction.Commit()) return std::nullopt;
   return done;
+}
+
+bool RepairCounters(Databases& databases) {
+  return std::all_of(std::begin(kBoth), std::end(kBoth), [&](DatabaseKind kind) {
+    return RepairCounters(databases.Get(kind), kind).has_value();
+  });
 }
 
 }  // namespace inspector::data

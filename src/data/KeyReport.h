@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "data/Connection.h"
+#include "data/Databases.h"
 #include "data/TableLayout.h"
 
 namespace inspector::data {
@@ -15,11 +15,13 @@ namespace inspector::data {
 // get a key that is taken. Tables that are missing are passed over, and nothing is altered.
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
 
-// Only those of the counters: quick enough for every start.
-std::vector<Text> FindCounterFaults(Connection& connection, DatabaseKind kind);
+// Only those of the counters, in both databases.
+std::vector<Text> FindCounterFaults(Databases& databases);
 
 // Sets each wrong counter to the highest key that is in use, at least to the one before the first. What was
 // set, one line each; nothing when it failed, which has been reported: then no counter was changed.
 std::optional<std::vector<Text>> RepairCounters(Connection& connection, DatabaseKind kind);
+// In both databases; false when it failed in one of them.
+bool RepairCounters(Databases& databases);
 
 }  // namespace inspector::data

@@ -103,8 +103,8 @@ private:
   // By category, as it was when the list was last read; nothing when that failed.
   std::optional<std::map<std::int32_t, Unfinished::Left>> m_Left;
   std::vector<std::int32_t> m_Marked;  // keys, in the order of marking
-  std::int32_t m_OpenedBeforeMark =
-      -1;  // the category opened last when one was marked; -1: one was opened since
+  // The category that was opened last when one was marked; -1 when one was opened since.
+  std::int32_t m_OpenedBeforeMark = -1;
   std::int32_t m_FirstCopy = -1;
   Text m_ToggleCaption = u"Not Present";
 };

@@ -18,6 +18,7 @@ namespace {
 using device::Format;
 using device::Text;
 using device::TextView;
+using inspection::RunResult;
 
 constexpr TextView kDefaultMaterial =
     u"SELECT * FROM MaterialTemplate WHERE (StepID = %d) AND (DefaultMaterial = TRUE);";
@@ -107,28 +108,28 @@ bool ApplyToCategory(data::Databases& databases, DefaultChoices& choices, data::
 
 }  // namespace
 
-bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
-                           device::ProgressWindow* progress) {
+RunResult ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
+                                device::ProgressWindow* progress) {
   const data::ReadScope reading(databases.Template());
   data::Transaction transaction(databases.Inspection());
-  if (!transaction.IsOpen()) return false;
+  if (!transaction.IsOpen()) return RunResult::Failed;
   data::CategoryTable categories(databases);
   categories.OpenSQL(
       Format(u"SELECT * FROM Category WHERE InspectionID = %d ORDER BY CategoryNumber, CategoryTitle",
              inspectionID));
-  if (categories.Failed()) return false;
+  if (categories.Failed()) return RunResult::Failed;
   DefaultChoices choices(databases);
   if (progress) progress->SetRange(0, categories.RecordCount());
   for (int n = 0; n < categories.RecordCount(); ++n) {
-    if (progress && progress->Cancelled()) return false;
-    if (!categories.GetRecord(n)) return false;
+    if (progress && progress->Cancelled()) return RunResult::Cancelled;
+    if (!categories.GetRecord(n)) return RunResult::Failed;
     if (progress) progress->SetStatus(categories.m_CategoryTitle);
     const std::optional<bool> excluded = IsExcluded(databases, categories.m_CategoryTemplateID);
-    if (!excluded) return false;
-    if (!*excluded && !ApplyToCategory(databases, choices, categories)) return false;
+    if (!excluded) return RunResult::Failed;
+    if (!*excluded && !ApplyToCategory(databases, choices, categories)) return RunResult::Failed;
     if (progress) progress->Step();
   }
-  return transaction.Commit();
+  return transaction.Commit() ? RunResult::Done : RunResult::Failed;
 }
 
 DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
@@ -139,13 +140,12 @@ DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document) {
   const std::int32_t inspectionID = document.Inspection().m_InspectionID;
   inspection::UndoRecording recording(document, u"Defaults", inspectionID);
   auto progress = workspace.GetPrompts().OpenProgress(u"Defaults", true);
-  const int faults = workspace.GetMachine().faults.Count();
-  const bool applied = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID, progress.get());
-  const bool isCancelled = progress->Cancelled() && workspace.GetMachine().faults.Count() == faults;
+  const RunResult result = ApplyDefaultsSilently(workspace.GetDatabases(), inspectionID, progress.get());
   progress.reset();  // before a box asks for a tap
   document.LoadCategories();
-  if (!applied && isCancelled) device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was changed.");
-  if (!applied) return DefaultsResult::Failed;
+  if (result == RunResult::Cancelled)
+    device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was changed.");
+  if (result != RunResult::Done) return DefaultsResult::Failed;
   recording.Done();
   device::Alert(workspace.GetPrompts(), u"Done!");
   return DefaultsResult::Done;

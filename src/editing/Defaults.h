@@ -13,9 +13,9 @@ enum class DefaultsResult { Done, Refused, Failed };
 // One transaction.
 DefaultsResult ApplyDefaults(inspection::CInspectorDoc& document);
 
-// The same without question and message.
-bool ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
-                           device::ProgressWindow* progress = nullptr);
+// The same without question and message. Cancelled in `progress`, and failed, it has changed nothing.
+inspection::RunResult ApplyDefaultsSilently(data::Databases& databases, std::int32_t inspectionID,
+                                            device::ProgressWindow* progress = nullptr);
 
 // For the steps of one category. Here the default material does not depend on the result, and a result that
 // is no choice of its type is replaced.

@@ -263,7 +263,8 @@ std::optional<std::int32_t> VisitScript::Content::Play(inspection::CInspectorDoc
       return PlayCategory(document, category, problem);
     });
     // Defaults come last: they leave every step alone that has been rated by then.
-    return visited && (!table["defaults"].value_or(false) || ApplyDefaultsSilently(databases, key));
+    return visited && (!table["defaults"].value_or(false) ||
+                       ApplyDefaultsSilently(databases, key) == inspection::RunResult::Done);
   };
   const bool played = play() && transaction.Commit();
   document.LoadCategories();

@@ -71,7 +71,7 @@ void HtmlPages::AddTextBlock(TextView title, const Text& words) {
 bool HtmlPages::AddCategory(const ReportSection& category, ReportProgress& progress) {
   if (category.isSkipped) return true;
   const Text name = device::Format(u"cat%d", category.categoryID);
-  m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionFile, name), u"main", category.title);
+  m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionPage, name), u"main", category.title);
   m_Contents.Add<HtmlFixed>(Text(kLineEnd));
 
   HtmlParagraph& title = m_Inspection.Add<HtmlParagraph>(HtmlAlign::Left);

@@ -9,9 +9,6 @@ namespace inspector::reports {
 
 class HtmlPages {
 public:
-  static constexpr TextView kInspectionFile = u"inspection.htm";
-  static constexpr TextView kContentsFile = u"toc.htm";
-
   // Begins with the company, the house and the client. Content and pictures outlive the pages. Without
   // ratings the rows have their short form, with the materials before the comments.
   HtmlPages(const ReportContent& content, PagePictures& pictures, bool hideRatings);

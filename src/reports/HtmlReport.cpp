@@ -59,8 +59,6 @@ bool IsThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
-constexpr TextView kFramesFile = u"index.htm";
-
 bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path& other) {
   std::error_code notThere;
   return std::filesystem::equivalent(one, other, notThere);
@@ -95,7 +93,7 @@ Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source,
 
 // False when there are pages that the person wants to keep.
 bool MayReplacePages(const ReportSource& source, const PageRecord& record, ReportRun& run) {
-  const bool isThere = std::any_of(std::begin(kPageFiles), std::end(kPageFiles), [&](const char* page) {
+  const bool isThere = std::any_of(std::begin(kPages), std::end(kPages), [&](TextView page) {
     return run.GetMachine().files.Exists(run.Target().path / page);
   });
   if (!isThere || record.Inspection() == source.inspection) return true;
@@ -137,9 +135,9 @@ bool SavePage(ReportRun& run, TextView name, const HtmlPage& page) {
 Text HtmlReport::FramesPage(TextView folder) {
   return device::Format(
       u"<html><head><title>Inspection Report</title></head><frameset cols=\"150,*\">"
-      u"<frame name=\"contents\" target=\"contents\" src=\"%stoc.htm\">"
-      u"<frame name=\"main\" src=\"%sinspection.htm\" target=\"main\"></frameset></html>",
-      folder, folder);
+      u"<frame name=\"contents\" target=\"contents\" src=\"%s%s\">"
+      u"<frame name=\"main\" src=\"%s%s\" target=\"main\"></frameset></html>",
+      folder, kContentsPage, folder, kInspectionPage);
 }
 
 void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
@@ -161,9 +159,9 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   }
   pages.AddEnd();
   progress.SetStatus(u"Saving to file...");
-  if (!SavePage(run, HtmlPages::kInspectionFile, pages.Inspection()) ||
-      !SavePage(run, HtmlPages::kContentsFile, pages.Contents()) ||
-      !SavePage(run, kFramesFile, FramesPage(FrameFolder())))
+  if (!SavePage(run, kInspectionPage, pages.Inspection()) ||
+      !SavePage(run, kContentsPage, pages.Contents()) ||
+      !SavePage(run, kFramesPage, FramesPage(FrameFolder())))
     return run.Refuse();
   progress.PartDone();
 }

@@ -29,7 +29,7 @@ Text NameOf(const std::filesystem::path& folder) {
 }
 
 bool IsPage(const std::string& name) {
-  return std::find(std::begin(kPageFiles), std::end(kPageFiles), name) != std::end(kPageFiles);
+  return std::find(std::begin(kPages), std::end(kPages), device::FromUtf8(name)) != std::end(kPages);
 }
 
 // Of a file that is read and written alone, however many folders there have been. Two names that give the
@@ -77,9 +77,9 @@ bool PageRecord::IsOwn(const std::string& name) const {
 
 PageRecord::Sizes PageRecord::PagesThere() const {
   Sizes pages;
-  for (const char* const name : kPageFiles)
-    if (const auto file = m_Files.OpenForReading(m_Folder / name))
-      if (const auto size = file->Size()) pages.emplace(name, *size);
+  for (const TextView page : kPages)
+    if (const auto file = m_Files.OpenForReading(m_Folder / page))
+      if (const auto size = file->Size()) pages.emplace(device::ToUtf8(page), *size);
   return pages;
 }
 

@@ -14,7 +14,10 @@ using device::Text;
 using device::TextView;
 
 // What the pages are called.
-inline constexpr const char* kPageFiles[] = {"inspection.htm", "toc.htm", "index.htm"};
+inline constexpr TextView kInspectionPage = u"inspection.htm";
+inline constexpr TextView kContentsPage = u"toc.htm";
+inline constexpr TextView kFramesPage = u"index.htm";  // the one to open
+inline constexpr TextView kPages[] = {kInspectionPage, kContentsPage, kFramesPage};
 
 // Kept beside the device's registry, not in the folder: that one is handed over to a client. Only what stands
 // here, and still has its size, is ever removed from the folder or used again.

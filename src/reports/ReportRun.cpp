@@ -46,8 +46,8 @@ Text DescribeFailure(const std::filesystem::path& file, const std::string& error
 }
 
 struct Copied {
-  std::int64_t last =
-      0;  // what the last read gave: 0 at the end, below for a failure, above when no room was left
+  // What the last read gave: 0 at the end, below for a failure, above when no room was left.
+  std::int64_t last = 0;
   std::uint64_t bytes = 0;
 };
 

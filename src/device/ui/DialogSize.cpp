@@ -21,4 +21,11 @@ void FitToWords(QDialog& dialog) {
   dialog.resize(width, std::min(height, room.height()));
 }
 
+QRect MovedInto(const QRect& room, const QRect& window) {
+  QRect inside(QPoint(), window.size().boundedTo(room.size()));
+  inside.moveTopLeft({std::clamp(window.x(), room.left(), room.right() + 1 - inside.width()),
+                      std::clamp(window.y(), room.top(), room.bottom() + 1 - inside.height())});
+  return inside;
+}
+
 }  // namespace inspector::device::ui
