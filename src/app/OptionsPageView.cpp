@@ -96,6 +96,7 @@ void COptionsPage::Show(const OptionsForm::Values& values) {
       choice->setCurrentIndex(choice->findData(stored));
     } else {
       static_cast<QLineEdit*>(control)->setText(ToQString(value));
+      static_cast<QLineEdit*>(control)->setCursorPosition(0);  // a long value shows how it begins
     }
   }
 }

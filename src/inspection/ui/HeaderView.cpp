@@ -148,7 +148,10 @@ void HeaderView::OnShow() {
   // Undo must not bring one client's words into another's visit.
   if (isOther) {
     for (auto* lines : findChildren<QPlainTextEdit*>()) lines->document()->clearUndoRedoStacks();
-    for (auto* line : findChildren<QLineEdit*>()) line->setText(line->text());  // forgets as well
+    for (auto* line : findChildren<QLineEdit*>()) {
+      line->setText(line->text());  // forgets as well
+      line->setCursorPosition(0);   // a long value shows how it begins
+    }
   }
 }
 
