@@ -12,7 +12,6 @@ namespace inspector::tests {
 
 using device::Answer;
 using device::Buttons;
-using device::Text;
 using device::ToUtf8;
 
 namespace {
@@ -101,25 +100,9 @@ private:
 
 ScriptedPrompts::~ScriptedPrompts() {
   for (const auto& [about, answers] : m_Answers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
-  for (const auto& [about, answers] : m_TextAnswers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
+  for (const auto& [about, answers] : m_Texts) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   EXPECT_TRUE(m_SavePaths.empty()) << "Never asked where to save";
-  EXPECT_TRUE(m_DatabasePaths.empty()) << "Never asked for the databases";
-}
-
-void ScriptedPrompts::Queue(const Text& about, Answer answer) {
-  m_Answers[about].push_back(answer);
-}
-
-void ScriptedPrompts::QueueText(const Text& about, std::optional<Text> answer) {
-  m_TextAnswers[about].push_back(std::move(answer));
-}
-
-void ScriptedPrompts::QueueSavePath(std::optional<std::filesystem::path> answer) {
-  m_SavePaths.push_back(std::move(answer));
-}
-
-void ScriptedPrompts::QueueDatabasePaths(std::optional<device::DatabasePaths> answer) {
-  m_DatabasePaths.push_back(std::move(answer));
+  EXPECT_TRUE(m_Databases.empty()) << "Never asked for the databases";
 }
 
 std::vector<Text> ScriptedPrompts::Transcript() const {
@@ -146,7 +129,7 @@ Answer ScriptedPrompts::Show(const device::Message& message) {
 
 std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& question) {
   m_TextQuestions.push_back(question);
-  if (auto answer = Take(m_TextAnswers, question.prompt, question.title)) return *std::move(answer);
+  if (auto answer = Take(m_Texts, question.prompt, question.title)) return *std::move(answer);
   ADD_FAILURE() << "Unexpected question: " << ToUtf8(question.title) << ": " << ToUtf8(question.prompt);
   return std::nullopt;
 }
@@ -158,7 +141,7 @@ std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::
 
 std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {
   m_DatabaseQuestions.push_back(current);
-  return TakeAnswer(m_DatabasePaths, "where the databases are").value_or(std::nullopt);
+  return TakeAnswer(m_Databases, "where the databases are").value_or(std::nullopt);
 }
 
 std::unique_ptr<device::ProgressWindow> ScriptedPrompts::OpenProgress(const Text& title, bool cancellable) {

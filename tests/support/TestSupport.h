@@ -26,6 +26,8 @@
 
 namespace inspector::tests {
 
+using device::Text;
+
 // A person whose answers are known beforehand. Answers are queued per question: `about` is the text or the
 // title of a message, or the prompt or title of a text question. A question without an answer fails the test
 // and is answered No, Cancel or nothing; answers that nobody asked for fail it when the prompts go. A box
@@ -34,9 +36,9 @@ class ScriptedPrompts : public device::Prompts {
 public:
   // What a progress window was told. It stays readable after the window is gone.
   struct Progress {
-    device::Text title;
+    Text title;
     bool cancellable = false;
-    std::vector<device::Text> statuses;
+    std::vector<Text> statuses;
     int low = 0;
     int high = 0;
     int position = 0;
@@ -46,10 +48,12 @@ public:
 
   ~ScriptedPrompts() override;
 
-  void Queue(const device::Text& about, device::Answer answer);
-  void QueueText(const device::Text& about, std::optional<device::Text> answer);
-  void QueueSavePath(std::optional<std::filesystem::path> answer);
-  void QueueDatabasePaths(std::optional<device::DatabasePaths> answer);
+  void Queue(const Text& about, device::Answer answer) { m_Answers[about].push_back(answer); }
+  void QueueText(const Text& about, const std::optional<Text>& answer) { m_Texts[about].push_back(answer); }
+  void QueueSavePath(const std::optional<std::filesystem::path>& answer) { m_SavePaths.push_back(answer); }
+  void QueueDatabasePaths(const std::optional<device::DatabasePaths>& answer) {
+    m_Databases.push_back(answer);
+  }
   // The next cancellable windows count as cancelled from this step on (0: at once).
   void CancelAtStep(int step) { m_CancelAtStep = step; }
   // Called whenever a progress window is told its status.
@@ -57,7 +61,9 @@ public:
 
   const std::vector<device::Message>& Messages() const { return m_Messages; }
   // "Title: text" of each message, in the order in which they came.
-  std::vector<device::Text> Transcript() const;
+  std::vector<Text> Transcript() const;
+  // The last of them in UTF-8; empty when none came.
+  std::string Last() const { return m_Messages.empty() ? "" : device::ToUtf8(Transcript().back()); }
   const std::vector<device::TextQuestion>& TextQuestions() const { return m_TextQuestions; }
   const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_SaveQuestions; }
   const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_DatabaseQuestions; }
@@ -66,16 +72,16 @@ public:
   void Forget();
 
   device::Answer Show(const device::Message& message) override;
-  std::optional<device::Text> AskText(const device::TextQuestion& question) override;
+  std::optional<Text> AskText(const device::TextQuestion& question) override;
   std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion& question) override;
   std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths& current) override;
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const device::Text& title, bool cancellable) override;
+  std::unique_ptr<device::ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
 
 private:
-  std::map<device::Text, std::deque<device::Answer>> m_Answers;
-  std::map<device::Text, std::deque<std::optional<device::Text>>> m_TextAnswers;
+  std::map<Text, std::deque<device::Answer>> m_Answers;
+  std::map<Text, std::deque<std::optional<Text>>> m_Texts;
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
-  std::deque<std::optional<device::DatabasePaths>> m_DatabasePaths;
+  std::deque<std::optional<device::DatabasePaths>> m_Databases;
   std::optional<int> m_CancelAtStep;
   std::function<void()> m_AtStatus = [] {};
   std::vector<device::Message> m_Messages;
@@ -132,7 +138,7 @@ public:
   // The next folder cannot be made.
   void FailFolder(std::errc error) { m_FolderError = make_error_code(error); }
   // Lists `folder` as given, whatever it holds.
-  void List(const std::filesystem::path& folder, std::vector<device::Text> entries) {
+  void List(const std::filesystem::path& folder, std::vector<Text> entries) {
     m_Listings[folder] = std::move(entries);
   }
 
@@ -143,7 +149,7 @@ public:
 
   std::unique_ptr<device::InputFile> OpenForReading(const std::filesystem::path& path) override;
   std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override;
-  std::vector<device::Text> ListEntries(const std::filesystem::path& folder) override;
+  std::vector<Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
   std::error_code MakeFolder(const std::filesystem::path& folder) override {
     return m_FolderError ? std::exchange(m_FolderError, {}) : m_Host.MakeFolder(folder);
@@ -158,7 +164,7 @@ private:
   int m_CommitsUntilFault = 0;
   int m_ReadsUntilFault = 0;
   std::error_code m_FolderError;
-  std::map<std::filesystem::path, std::vector<device::Text>> m_Listings;
+  std::map<std::filesystem::path, std::vector<Text>> m_Listings;
 };
 
 // A machine in a temporary folder, with scripted prompts, a fixed clock and a disk that fails on demand. A
