@@ -8,29 +8,21 @@ namespace {
 using tests::ScriptedPrompts;
 
 TEST(PromptsTest, EachHelperShowsItsBoxAndProceedsOnlyOnYesOrOk) {
-  struct Case {
-    bool (*ask)(Prompts&, const Text&);
-    const char16_t* title;
-    Buttons buttons;
-    Answer proceed;
-    Answer stop;
-  };
-  const Case cases[] = {
+  const std::tuple<bool (*)(Prompts&, const Text&), Text, Buttons, Answer, Answer> kCases[] = {
       {ConfirmCaution, u"Caution", Buttons::YesNo, Answer::Yes, Answer::No},
       {ConfirmWarning, u"Warning", Buttons::YesNo, Answer::Yes, Answer::No},
       {ConfirmUpdate, u"Update Required", Buttons::OkCancel, Answer::Ok, Answer::Cancel},
-      {ConfirmDataAlert, u"Data Alert", Buttons::OkCancel, Answer::Ok, Answer::Cancel},
-  };
-  for (const Case& c : cases) {
+      {ConfirmDataAlert, u"Data Alert", Buttons::OkCancel, Answer::Ok, Answer::Cancel}};
+  for (const auto& [ask, title, buttons, proceed, stop] : kCases) {
+    SCOPED_TRACE(ToUtf8(title));
     ScriptedPrompts prompts;
-    prompts.Queue(u"Go on?", c.proceed);
-    prompts.Queue(u"Go on?", c.stop);
-    EXPECT_TRUE(c.ask(prompts, u"Go on?"));
-    EXPECT_FALSE(c.ask(prompts, u"Go on?"));
-    ASSERT_EQ(prompts.Messages().size(), 2u);
-    EXPECT_EQ(prompts.Messages()[0].title, c.title);
-    EXPECT_EQ(prompts.Messages()[0].buttons, c.buttons);
-    EXPECT_EQ(prompts.Messages()[0].icon, Icon::Exclamation);
+    for (const Answer answer : {proceed, stop}) {
+      prompts.Queue(u"Go on?", answer);
+      EXPECT_EQ(ask(prompts, u"Go on?"), answer == proceed);
+      const Message& message = prompts.Messages().back();
+      EXPECT_EQ(std::tie(message.title, message.buttons), std::tie(title, buttons));
+      EXPECT_EQ(message.icon, Icon::Exclamation);
+    }
   }
 
   ScriptedPrompts prompts;
