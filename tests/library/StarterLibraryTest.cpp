@@ -13,13 +13,13 @@ protected:
     s_Problem = s_Device->Import(StarterLibrary());
   }
   static void TearDownTestSuite() { s_Device.reset(); }
-  void SetUp() override { ASSERT_EQ(s_Problem, u""); }
+  void SetUp() override { ASSERT_EQ(s_Problem, ""); }
 
   static std::string Ask(const std::string& sql) { return s_Device->Ask(sql); }
   static void ExpectNone(const std::string& sql) { EXPECT_EQ(Ask(sql), "") << sql; }
 
   static inline std::unique_ptr<LibraryDevice> s_Device;
-  static inline Text s_Problem;
+  static inline std::string s_Problem = "not imported";
 };
 
 TEST_F(StarterLibraryTest, IsLargeEnoughToStartABusinessWith) {
@@ -42,7 +42,7 @@ TEST_F(StarterLibraryTest, IsLargeEnoughToStartABusinessWith) {
                 "ColumnWidth1 + ColumnWidth2 + ColumnWidth3 + ColumnWidth4 + ColumnWidth5 FROM Options"),
             "1|1|1|1|0.0");
   // Zero stands for the widths of the first type, four columns here.
-  EXPECT_EQ(s_Device->GetWorkspace().Options().m_ColumnWidth[3], 1.0);
+  EXPECT_EQ(s_Device->m_Workspace->Options().m_ColumnWidth[3], 1.0);
 }
 
 TEST_F(StarterLibraryTest, EveryLinkLeadsToARowAndNothingIsOutOfReach) {
@@ -87,10 +87,8 @@ TEST_F(StarterLibraryTest, RowsKeepTheRulesOfTheTablet) {
       "Rating)",
       // Every flag is in use.
       "SELECT * FROM (SELECT min(BoldFlag) + min(CommentPromptFlag) + min(SummaryFlag) + min(RedFlag) AS "
-      "Least, "
-      "max(BoldFlag) + max(CommentPromptFlag) + max(SummaryFlag) + max(RedFlag) AS Most FROM RatingChoices) "
-      "WHERE "
-      "Least <> 0 OR Most <> 4",
+      "Least, max(BoldFlag) + max(CommentPromptFlag) + max(SummaryFlag) + max(RedFlag) AS Most FROM "
+      "RatingChoices) WHERE Least <> 0 OR Most <> 4",
       // A serious finding stands out at every step, whatever scale it is rated on; "Data" judges nothing.
       "SELECT ID FROM RatingType WHERE RatingType <> 'Data' AND (SELECT max(BoldFlag) + max(RedFlag) + "
       "max(SummaryFlag) + max(CommentPromptFlag) FROM RatingChoices WHERE RatingTypeID = RatingType.ID) <> 4",
