@@ -4,11 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
-#include <filesystem>
 #include <iomanip>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "cli/CommandLine.h"
 #include "support/VisitFixture.h"
@@ -23,18 +20,15 @@ struct CliRun {
   std::string err;
 };
 
-inline CliRun RunWords(std::vector<std::string> words) {
-  std::ostringstream out;
-  std::ostringstream err;
-  const int exit = cli::RunCommandLine(std::move(words), out, err);
-  return {exit, out.str(), err.str()};
-}
 // Blanks separate the words of what is typed; single quotes around a whole word hold it together.
 inline CliRun RunTyped(const std::string& typed) {
   std::istringstream in(typed);
   std::vector<std::string> words;
   for (std::string word; in >> std::quoted(word, '\'', '\0');) words.push_back(word);
-  return RunWords(std::move(words));
+  std::ostringstream out;
+  std::ostringstream err;
+  const int exit = cli::RunCommandLine(std::move(words), out, err);
+  return {exit, out.str(), err.str()};
 }
 
 // On the device in the folder Home().
@@ -87,6 +81,7 @@ protected:
   std::vector<Text> Outline(std::int32_t key) {
     return Between([&] { return m_Device.Outline(key); });
   }
+  std::string InVisits(const std::string& sql) { return m_Device.Visits().Ask(sql); }
   Text RowCounts() {
     return Between([&] { return m_Device.RowCounts(); });
   }

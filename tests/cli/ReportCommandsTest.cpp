@@ -34,32 +34,25 @@ TEST_F(ReportCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) {
 }
 
 TEST_F(ReportCommandsTest, ReportIsOfTheKindThatIsAskedFor) {
-  for (const std::string layout :
-       {"4 Column", "3 Column", "2 Column", "2 Column French", "Full Narrative", "1 Column"})
-    EXPECT_EQ(Out("report 1001" + m_Into + "--layout '" + layout + "'"), m_Target + "\n");
-  for (const std::string kind : {"major-systems", "summary"}) {
-    EXPECT_EQ(Out("report 1001" + m_Into + "--kind " + kind), m_Target + "\n");
-    EXPECT_THAT(Report(), HasSubstr("SUMMARY REPORT"));
-  }
+  EXPECT_EQ(Out("report 1001" + m_Into + "--kind summary"), m_Target + "\n");
+  EXPECT_THAT(Report(), HasSubstr("SUMMARY REPORT"));
   ExpectRefused(2, "report 1001" + m_Into + "--layout '5 Column'");
   ExpectRefused(2, "report 1001" + m_Into + "--kind poem");
   ExpectRefused(1, "report 4711" + m_Into + "--layout '4 Column'");
 }
 
 TEST_F(ReportCommandsTest, ReportSkipsCategoriesByTitleOrKey) {
-  m_Device.Visits().Run("UPDATE Step SET Comments = 'Seen.'");
-  const std::string cellar =
-      m_Device.Visits().Ask("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Cellar'");
+  InVisits("UPDATE Step SET Comments = 'Seen.'");
+  const std::string cellar = InVisits("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Cellar'");
   const auto holds = [&](const std::string& skipped) {
     Out("report 1001 --layout '1 Column'" + m_Into + skipped);
-    return std::pair(Report().find("Gutters") != std::string::npos,
-                     Report().find("Sump") != std::string::npos);
+    const std::string report = Report();
+    return std::pair(report.find("Gutters") != report.npos, report.find("Sump") != report.npos);
   };
   EXPECT_EQ(holds(""), std::pair(true, true));
   EXPECT_EQ(holds("--skip Attic " + cellar), std::pair(true, false));
   EXPECT_EQ(holds("--skip Roof --skip " + cellar), std::pair(false, false));
-  ExpectRefused(1, "report 1001 --layout '1 Column'" + m_Into + "--skip roof",
-                "There is no category \"roof\"");
+  ExpectRefused(1, "report 1001 --layout '1 Column'" + m_Into + "--skip roof", "no category \"roof\"");
 }
 
 TEST_F(ReportCommandsTest, WhatMakesNoDifferenceIsSaidAndWhatIsUnknownRefused) {
@@ -88,7 +81,7 @@ TEST_F(ReportCommandsTest, NamesOfFilesAreTakenByTheirBytes) {
 }
 
 TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
-  m_Device.Visits().Run("UPDATE Step SET Comments = '***Path=\\evidence***'");
+  InVisits("UPDATE Step SET Comments = '***Path=\\evidence***'");
   for (const char* const name :
        {"evidence", "other.webp", "registry.toml", "inspector.log", "page-records/7.toml",
         "My Documents/Inspection_Data.cdb.before-5.0", "My Documents/Template_Data.cdb.before-import-2",

@@ -39,8 +39,7 @@ TEST_F(StepCommandsTest, CategoriesAndStepsForProgramsAndForPeople) {
             "1001  20.2    Gutters\n"
             "1002  20.3    Notes\n");
   EXPECT_EQ(Out("steps 1003"), "ID    FIELD         VALUE\n1000  Stove off\n1001  Doors locked\n");
-  for (const std::string without : {"1003", "1004"})
-    EXPECT_EQ(Json("steps " + without).dump(), "[]") << without;
+  for (const std::string key : {"1003", "1004"}) EXPECT_EQ(Json("steps " + key).dump(), "[]") << key;
   ExpectRefused(1, "steps 4711");
   ExpectRefused(1, "categories 4711");
   EXPECT_EQ(RowCounts(), u"Inspection 2, Category 5, Step 4, Field 2");

@@ -143,8 +143,7 @@ TEST_F(StartUpTest, AFileThatIsProtectedLockedOrNoneIsNamed) {
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
   InVisits("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
   ExpectReady();
-  EXPECT_THAT(m_Prompts.Last(),
-              HasSubstr("(missing column in table: Step column: 16; missing table: Field)"));
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("missing column in table: Step column: 16; missing table: Field"));
   EXPECT_EQ(m_Faults.Count(), 1);
 }
 
@@ -163,8 +162,7 @@ TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
   const std::string before = ContentOf(InspectionFile());
   Shell other(InspectionFile());
   other.Run("PRAGMA cache_size = 1; PRAGMA journal_mode = delete; BEGIN");
-  for (int i = 0; i < 40; ++i)
-    other.Run("INSERT INTO Step (StepID, Comments) VALUES (1, hex(randomblob(4000)))");
+  for (int i = 0; i < 40; ++i) other.Run("INSERT INTO Step (Comments) VALUES (hex(randomblob(4000)))");
   const auto copy = m_Folder / "copy.cdb";
   std::filesystem::copy_file(InspectionFile(), copy);
   std::filesystem::copy_file(InspectionFile().string() + "-journal", copy.string() + "-journal");
@@ -189,31 +187,26 @@ TEST_F(StartUpTest, AFreshDatabaseNeverReplacesAFile) {
 }
 
 TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
-  const struct {
-    const char* stored;  // ReportFontSize, StepSpacing, ColumnWidth1 to 5
-    const char* layout;
-    int fontSize;
-    int spacing;
-    std::array<double, 5> widths;
-  } kCases[] = {{"14, 0, 0, 0, 0, 0, 0", "'4 cOLUMN'", 12, 2, {0.6, 1.28, 1.12, 1.0, 1.75}},
-                {"10, 1, NULL, NULL, 0, 0, 0", "'3 Column'", 10, 1, {0.73, 1.23, 4.19, 0, 0}},
-                {"12, 2, 0, 0, 0, 0, 0.5", "'4 Column'", 12, 2, {0, 0, 0, 0, 0.5}},
-                {"NULL, 3, 0, 0, 0, 0, 0", nullptr, 12, 2, {0.73, 1.23, 4.19, 0, 0}}};
-  for (const auto& each : kCases) {
-    SCOPED_TRACE(each.stored);
-    InLibrary(
-        "DELETE FROM Options; DELETE FROM InspectionType; INSERT INTO Options (DataVersion, ReportFontSize, "
-        "StepSpacing, ColumnWidth1, ColumnWidth2, ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
-        std::string(each.stored) + ")");
-    if (each.layout)
-      InLibrary(std::string("INSERT INTO InspectionType (ID, Layout) VALUES (1, ") + each.layout + ")");
+  using Widths = std::array<double, 5>;
+  // ReportFontSize, StepSpacing and ColumnWidth1 to 5 as stored, the first type, and what is read.
+  const std::tuple<std::string, std::string, int, int, Widths> kCases[] = {
+      {"14, 0, 0, 0, 0, 0, 0", "VALUES (1, '4 cOLUMN')", 12, 2, {0.6, 1.28, 1.12, 1.0, 1.75}},
+      {"10, 1, NULL, NULL, 0, 0, 0", "VALUES (1, '3 Column')", 10, 1, {0.73, 1.23, 4.19, 0, 0}},
+      {"12, 2, 0, 0, 0, 0, 0.5", "VALUES (1, '4 Column')", 12, 2, {0, 0, 0, 0, 0.5}},
+      {"NULL, 3, 0, 0, 0, 0, 0", "SELECT 1, 2 WHERE 0", 12, 2, {0.73, 1.23, 4.19, 0, 0}}};
+  for (const auto& [values, type, fontSize, spacing, widths] : kCases) {
+    SCOPED_TRACE(values);
+    InLibrary("DELETE FROM Options; DELETE FROM InspectionType; INSERT INTO InspectionType (ID, Layout) " +
+              type +
+              "; INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
+              "ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
+              values + ")");
     const std::string stored = InLibrary("SELECT * FROM Options");
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
     const data::OptionsTable& options = start.workspace->Options();
-    EXPECT_EQ(options.m_ReportFontSize, each.fontSize);
-    EXPECT_EQ(options.m_StepSpacing, each.spacing);
-    EXPECT_EQ(options.m_ColumnWidth, each.widths);
+    EXPECT_EQ(std::tie(options.m_ReportFontSize, options.m_StepSpacing), std::tie(fontSize, spacing));
+    EXPECT_EQ(options.m_ColumnWidth, widths);
     EXPECT_EQ(InLibrary("SELECT * FROM Options"), stored);
   }
 }

@@ -40,8 +40,7 @@ void StoreTest::CreateGenerated() {
     Shell(file).Run("CREATE TABLE Other (A); INSERT INTO Other VALUES (1)");
   }
   OpenBoth();
-  for (const TableLayout& layout : AllLayouts())
-    EXPECT_TRUE(Table(layout.name, layout.database)->CreateTable());
+  for (const TableLayout& each : AllLayouts()) EXPECT_TRUE(Table(each.name, each.database)->CreateTable());
 }
 
 void StoreTest::OpenBoth() {

@@ -1,11 +1,6 @@
 // Two databases in a temporary folder, any table by its name, and a second program beside them.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "data/Databases.h"
 #include "data/StartUp.h"
 #include "data/TableRecordset.h"
 #include "support/Shell.h"
@@ -13,6 +8,7 @@
 
 namespace inspector::tests {
 
+using data::DatabaseKind;
 using data::Databases;
 using data::StartUpResult;
 using data::TableRecordset;
@@ -34,8 +30,7 @@ protected:
   data::StartUp Start() { return data::StartData(m_Machine); }
   Databases& Data() { return *m_Databases; }
   data::Connection& Inspection() { return Data().Inspection(); }
-  std::unique_ptr<TableRecordset> Table(TextView name,
-                                        data::DatabaseKind kind = data::DatabaseKind::Inspection);
+  std::unique_ptr<TableRecordset> Table(TextView name, DatabaseKind kind = DatabaseKind::Inspection);
   // Runs SQL as another program would; returns what it finds.
   std::string InLibrary(const std::string& sql) { return Shell(TemplateFile()).Ask(sql); }
   std::string InVisits(const std::string& sql) { return Shell(InspectionFile()).Ask(sql); }

@@ -7,16 +7,13 @@
 #include "data/OptionsTable.h"
 #include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
-#include "device/Format.h"
 
 namespace inspector::tests {
 namespace {
 
-using data::CategoryTable;
 using data::InspectionTable;
 using data::OptionsTable;
 using data::StepTable;
-using data::UniqueIDTable;
 
 using TableRecordsetTest = OpenStoreTest;
 
@@ -164,7 +161,7 @@ TEST_F(TableRecordsetTest, AColumnDeclaredToIgnoreCaseComparesBinary) {
   InLibrary(
       "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID integer); "
       "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
-  UniqueIDTable keys(Data(), data::DatabaseKind::Template);
+  data::UniqueIDTable keys(Data(), data::DatabaseKind::Template);
   EXPECT_EQ(keys.NextID(u"Comments"), 30001);
   EXPECT_EQ(keys.NextID(u"COMMENTS"), 25000);
 }
@@ -185,19 +182,16 @@ TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
   StepTable staged(Data(), u"MERGE_Step");
   staged.PrepareNew();
   EXPECT_TRUE(staged.Write());
-  CategoryTable category(Data(), u"MERGE_InspectionCategory");
+  data::CategoryTable category(Data(), u"MERGE_InspectionCategory");
   EXPECT_TRUE(category.OpenSQL(u"DELETE FROM MERGE_InspectionCategory WHERE InspectionID = 1"));
   EXPECT_FALSE(category.Failed());
-  EXPECT_EQ(InVisits("SELECT count(*) FROM MERGE_Step UNION ALL SELECT count(*) FROM MERGE_Category"),
-            "1\n0");
+  EXPECT_EQ(InVisits("SELECT count(*) FROM MERGE_Step; SELECT count(*) FROM MERGE_Category"), "1\n0");
 }
 
 TEST_F(TableRecordsetTest, RowsOfAnotherTableAreReadAndWrittenThere) {
-  InVisits(
-      "INSERT INTO Category (CategoryID) VALUES (1); INSERT INTO MERGE_Category (CategoryID) VALUES (9)");
-  CategoryTable category(Data());
-  EXPECT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category WHERE CategoryID = 9") &&
-              category.GetRecord(0));
+  InVisits("INSERT INTO Category (CategoryID) SELECT 1; INSERT INTO MERGE_Category (CategoryID) SELECT 9");
+  data::CategoryTable category(Data());
+  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category") && category.GetRecord(0));
   EXPECT_EQ(category.m_CategoryID, 9);
   category.m_CategoryTitle = u"Roof";
   EXPECT_TRUE(category.Write());

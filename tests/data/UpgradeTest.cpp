@@ -1,13 +1,9 @@
 // Tables of older structure brought up to date, and what must not happen to them on the way.
 #include "data/Upgrade.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <csignal>
 
 #include "StoreTest.h"
-#include "data/OptionsTable.h"
 #include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
 
@@ -45,7 +41,7 @@ protected:
            ContentOf(InspectionFile().string() + ending) == m_Before.second;
   }
   static std::string Schema(const std::filesystem::path& file, const std::string& table) {
-    return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type), ',') FROM pragma_table_info('" +
+    return Shell(file).Ask("SELECT group_concat(name || ' ' || lower(type)) FROM pragma_table_info('" +
                            table + "')");
   }
   void ExpectUpgraded() {
@@ -103,17 +99,12 @@ TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
   CreateOld();
   for (const int tables : {0, 3, 4, 20, 21}) {
     SCOPED_TRACE(tables);
-    const pid_t child = fork();
-    if (child == 0) {
+    RunUntilKilled([this, tables] {
       m_Prompts.AtStatus([left = tables]() mutable {
         if (left-- == 0) raise(SIGKILL);  // as this table is about to be checked
       });
       StartAndAnswer(device::Answer::Ok);
-      _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    });
   }
   EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Ready);
   ExpectUpgraded();  // also that the first copy is never replaced

@@ -10,15 +10,10 @@ namespace inspector::device {
 namespace {
 
 TEST(CalendarTest, VariantTimesOfKnownMoments) {
-  const std::tuple<CalendarTime, double, int> kCases[] = {{MakeCalendarTime(1899, 12, 30), 0, 6},
-                                                          {MakeCalendarTime(1899, 12, 30, 12), 0.5, 6},
-                                                          {MakeCalendarTime(1900, 1, 1), 2, 1},
-                                                          {MakeCalendarTime(1899, 12, 29), -1, 5},
-                                                          {MakeCalendarTime(1899, 12, 29, 6), -1.25, 5},
-                                                          {MakeCalendarTime(2000, 2, 29, 18), 36585.75, 2},
-                                                          {MakeCalendarTime(2026, 5, 31), 46173, 0},
-                                                          {MakeCalendarTime(100, 1, 1), -657434, 5},
-                                                          {MakeCalendarTime(9999, 12, 31, 12), 2958465.5, 5}};
+  const std::tuple<CalendarTime, double, int> kCases[] = {
+      {MakeCalendarTime(1899, 12, 30), 0, 6},        {MakeCalendarTime(1899, 12, 29), -1, 5},
+      {MakeCalendarTime(1899, 12, 29, 6), -1.25, 5}, {MakeCalendarTime(2000, 2, 29, 18), 36585.75, 2},
+      {MakeCalendarTime(100, 1, 1), -657434, 5},     {MakeCalendarTime(9999, 12, 31, 12), 2958465.5, 5}};
   for (const auto& [time, days, dayOfWeek] : kCases) {
     EXPECT_EQ(ToVariantTime(time), days) << ToIso(time);
     EXPECT_EQ(FromVariantTime(days), time) << days;
@@ -34,7 +29,7 @@ TEST(CalendarTest, EveryDayOfTwoCenturiesComesBackToTheSecond) {
     const bool leapDay = month % 12 == 1 && year % 4 == 0 && year != 1900 && year != 2100;
     for (int day = 1; day <= kLengths[month % 12] + (leapDay ? 1 : 0); ++day, ++number) {
       for (const int second : {0, 1, number * 7919 % 86400, 86399}) {
-        const CalendarTime time =
+        const auto time =
             MakeCalendarTime(year, month % 12 + 1, day, second / 3600, second / 60 % 60, second % 60);
         ASSERT_TRUE(IsValid(time)) << ToIso(time);
         ASSERT_EQ(std::floor(ToVariantTime(time)), number) << ToIso(time);
@@ -81,10 +76,8 @@ TEST(CalendarTest, IsoTextIsReadStrictly) {
 
 TEST(CalendarTest, DatesAreShownWithoutLeadingZeros) {
   const CalendarTime time = MakeCalendarTime(2026, 5, 3, 9, 5);
-  EXPECT_EQ(FormatDate(time), u"5/3/2026");
-  EXPECT_EQ(FormatTime(time), u"9:5");
-  EXPECT_EQ(FormatDate(CalendarTime()), u"");
-  EXPECT_EQ(FormatTime(CalendarTime()), u"");
+  EXPECT_EQ(FormatDate(time) + u" " + FormatTime(time), u"5/3/2026 9:5");
+  EXPECT_EQ(FormatDate({}) + FormatTime({}), u"");
 }
 
 TEST(CalendarTest, TheClockTellsLocalTime) {

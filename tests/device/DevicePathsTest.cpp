@@ -55,9 +55,9 @@ TEST_F(DevicePathsTest, DevicePathsLeadBelowTheRoot) {
 TEST_F(DevicePathsTest, NamesThatNoFileCanHaveDoNoHarm) {
   EXPECT_FALSE(fs::exists(m_Paths.Resolve(Text(u"\\Photos\\Roof.jpg\0.txt", 20))));
   EXPECT_EQ(m_Paths.Resolve(u"\\a\x01\nb"), m_Paths.Root() / "a\x01\nb");
-  const Text tooLong(5000, u'x');
-  EXPECT_EQ(m_Paths.Resolve(u"\\photos\\" + tooLong + u"\\y"),
-            m_Paths.Root() / "photos" / std::string(5000, 'x') / "y");
+
+  EXPECT_EQ(m_Paths.Resolve(u"\\photos\\" + Text(5000, u'x')),
+            m_Paths.Root() / "photos" / std::string(5000, 'x'));
   EXPECT_EQ(m_Paths.Resolve(Text{u'\\', 0xD800}), m_Paths.Root() / "\xEF\xBF\xBD");
 }
 

@@ -4,7 +4,6 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -26,22 +25,10 @@ class HostOutputFileTest : public testing::TestWithParam<Staging> {
 protected:
   HostOutputFile Create(const fs::path& target) { return HostOutputFile(target, GetParam()); }
   bool Save(const fs::path& target, std::string_view content) {
-    HostOutputFile file(target, GetParam());
+    auto file = Create(target);
     return file.Write(content) && file.Commit();
   }
   std::vector<Text> Entries() { return HostFiles().ListEntries(m_Folder.Path()); }
-
-  // A process that is killed while it writes. Returns its id.
-  static pid_t WriteAndBeKilled(const fs::path& target) {
-    const pid_t child = fork();
-    if (child == 0) {
-      (new HostOutputFile(target, GetParam()))->Write("half");
-      raise(SIGKILL);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    return child;
-  }
 
   TemporaryFolder m_Folder;
 };
@@ -149,11 +136,10 @@ TEST_P(HostOutputFileTest, WhatIsNoFileIsRefusedWithWords) {
 TEST_P(HostOutputFileTest, AWriteProtectedTargetIsLeftAlone) {
   const fs::path target = m_Folder.Put("report.rtf", "old");
   const bool superuser = geteuid() == 0;  // for whom nothing is write-protected
-  constexpr uid_t kNobody = 65534;
+  constexpr uid_t kUser = 65534;
   if (superuser) {
-    for (const fs::path& path : {m_Folder.Path(), target})
-      ASSERT_EQ(chown(path.c_str(), kNobody, kNobody), 0);
-    ASSERT_EQ(seteuid(kNobody), 0);
+    for (const fs::path& path : {m_Folder.Path(), target}) ASSERT_EQ(chown(path.c_str(), kUser, kUser), 0);
+    ASSERT_EQ(seteuid(kUser), 0);
   }
   fs::permissions(target, fs::perms::owner_read);
   auto file = Create(target);
@@ -170,19 +156,15 @@ TEST_P(HostOutputFileTest, AFullDiskLeavesWhatWasThere) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small{100000, before.rlim_max};
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  std::string error;
   {
     auto file = Create(target);
     bool written = true;
     for (int i = 0; i < 200; ++i) written = file.Write(std::string(1000, 'x')) && written;
-    EXPECT_FALSE(written);
-    EXPECT_FALSE(file.Write("x"));  // even what would still fit
-    EXPECT_FALSE(file.Commit());
-    error = file.Error();
+    EXPECT_FALSE(written || file.Write("x") || file.Commit());  // not even what would still fit
+    EXPECT_EQ(file.Error(), "File too large");
   }
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(error, "File too large");
   EXPECT_EQ(ContentOf(target), "old");
   EXPECT_THAT(Entries(), ElementsAre(u"report.rtf"));
 }
@@ -198,7 +180,11 @@ TEST_P(HostOutputFileTest, TwoWritersOfOneTargetDoNotMeet) {
 
 TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   const fs::path target = m_Folder / "report.rtf";
-  const pid_t gone = WriteAndBeKilled(target);
+  const pid_t gone = tests::RunUntilKilled([this, &target] {
+    auto file = Create(target);
+    file.Write("half");
+    raise(SIGKILL);
+  });
   const int probe = open(m_Folder.Path().c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
   const bool needsName = GetParam() == Staging::Hidden || probe < 0;
   if (probe >= 0) close(probe);

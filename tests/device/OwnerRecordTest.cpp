@@ -16,9 +16,9 @@ TEST(OwnerRecordTest, FieldsStandAtTheirOffsets) {
   std::vector<std::uint8_t> block(768);
   Put(block, 0, u"Ren\u00E9 \u0160ek");
   Put(block, 72, u"House & Home");
-  Put(block, 144, u"1 Elm St.\r\nSpringfield");
+  Put(block, 144, u"1 Elm St.\r\nSalem");
   Put(block, 516, u"555-0100;555-0101");
-  const OwnerRecord owner{u"Ren\u00E9 \u0160ek", u"House & Home", u"1 Elm St.\r\nSpringfield",
+  const OwnerRecord owner{u"Ren\u00E9 \u0160ek", u"House & Home", u"1 Elm St.\r\nSalem",
                           u"555-0100;555-0101"};
   EXPECT_EQ(OwnerRecord::Decode(block), owner);
   EXPECT_EQ(owner.Encode(), block);
@@ -47,7 +47,7 @@ TEST(OwnerRecordTest, AddressesAreSplitAtCarriageReturns) {
   const std::pair<const char16_t*, std::array<Text, 4>> kCases[] = {
       {u"", {u"", u"", u"", u""}},
       {u"1 Elm St.", {u"", u"", u"", u"1 Elm St."}},
-      {u"1 Elm St.\r\nSpringfield", {u"1 Elm St.", u"", u"", u"Springfield"}},
+      {u"1 Elm St.\r\nSalem", {u"1 Elm St.", u"", u"", u"Salem"}},
       {u"a\r\nb\r\nc\r\nd", {u"a", u"b", u"c", u"d"}},
       {u"a\r\nb\r\nc\r\nd\r\ne", {u"a", u"b", u"c", u"d\r\ne"}},
       {u"a\rXb", {u"a", u"", u"", u"b"}},  // whatever follows the carriage return is dropped

@@ -27,13 +27,11 @@ TEST(PictureHeaderTest, SizesOfAllKinds) {
   for (const auto& [kind, begin] : pictures) {
     for (std::size_t n = 0; n <= begin.size(); ++n) {
       const auto size = SizeInHeader(begin.substr(0, n));
-      EXPECT_TRUE(size ? size->width == 400 && size->height == 300 : n < begin.size())
-          << kind << ", cut at " << n;
+      EXPECT_TRUE(size ? size->width == 400 && size->height == 300 : n < begin.size()) << kind << " " << n;
       EXPECT_FALSE(size && n <= 8) << kind;
     }
   }
-  EXPECT_FALSE(SizeInHeader(Bytes("89504e470d0a1a0a0000000d49484452000100000000012c0802000000")))
-      << "too wide";
+  EXPECT_FALSE(SizeInHeader(Bytes("89504e470d0a1a0a0000000d49484452000100000000012c0802000000"))) << "wide";
   EXPECT_FALSE(SizeInHeader("a text that is no picture at all"));
 }
 

@@ -1,6 +1,5 @@
 #include "inspection/HeaderForm.h"
 
-#include "inspection/HeaderFields.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -14,8 +13,7 @@ protected:
   static const HeaderField* Field(TextView name) { return FindHeaderField(name); }
   bool SaveClient(const Text& name) { return m_Form.Save({{Field(u"client"), name}}); }
   std::string StoredClient(int key) {
-    return m_Device.Visits().Ask("SELECT ClientName FROM Inspection WHERE InspectionID = " +
-                                 std::to_string(key));
+    return InVisits("SELECT ClientName FROM Inspection WHERE InspectionID = " + std::to_string(key));
   }
 
   HeaderForm m_Form{Document()};
@@ -93,19 +91,6 @@ TEST_F(HeaderFormTest, ChangesTheTypeAfterTakingOverAndAsking) {
   Prompts().Queue(question, Answer::Ok);
   EXPECT_EQ(m_Form.SelectDocType(entered, u"Condo"), DocTypeChoice::Change);
   EXPECT_EQ(Prompts().Messages()[0].title, u"Data Alert");
-}
-
-TEST(HeaderFieldsTest, ControlCharactersBeforeATypedTextAreCutAndAWrongDateLeavesTheOldOne) {
-  tests::VisitDevice device;
-  data::InspectionTable row(device.Databases());
-  EXPECT_EQ(FindHeaderField(u"CityStateZip"), FindHeaderField(u"citystatezip"));
-  EXPECT_EQ(FindHeaderField(u"roof"), nullptr);
-  EXPECT_TRUE(SetHeaderField(row, *FindHeaderField(u"client"), u"\t\r\nAnna=Bo"));
-  EXPECT_EQ(row.m_ClientName, u"Anna=Bo");
-  row.m_InspectionDate = device::MakeCalendarTime(2026, 5, 31, 14, 5);
-  for (const TextView wrong : {u"2026-02-30 10:00", u"5/31/2026"})
-    EXPECT_FALSE(SetHeaderField(row, *FindHeaderField(u"date"), wrong));
-  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ protected:
     return DeleteAsListed(selected, count, answers);
   }
   bool DeleteAsListed(int selected, int count, const std::vector<Answer>& answers) {
-    for (std::size_t n = 0; n < answers.size(); ++n)
-      Prompts().Queue(n == 0 ? kFirstQuestion : u"Warning", answers[n]);
+    Text question = kFirstQuestion;
+    for (const Answer answer : answers) Prompts().Queue(std::exchange(question, u"Warning"), answer);
     return m_Overview.OnDelete(selected, count);
   }
   std::optional<std::int32_t> Duplicate(int selected, const std::optional<Text>& number) {
@@ -62,8 +62,7 @@ TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
 }
 
 TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
-  const auto key = m_Device.Visit(u"House");
-  for (const auto* const title : {u"Roof", u"Cellar", u"Checklist"}) m_Device.OpenCategory(title);
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Cellar", u"Checklist"});
   m_Device.RunInVisits(
       "UPDATE Step SET InspectResult = 'Poor', Comments = 'Loose.', SummaryComment = 'Fix it.', BitmapPath = "
       "'\\a.jpg', PictureBefore = -1 WHERE StepNumber = '20.1'");
@@ -81,19 +80,16 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1000) << "the first row";
 
   // The number is typed by a person: what stands before the text is cut.
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName, PrivateNotes, Reserve9, DocType, InspectionDate, "
-                                  "InspectionNum FROM Inspection WHERE InspectionID = 1003"),
+  EXPECT_EQ(InVisits("SELECT ClientName, PrivateNotes, Reserve9, DocType, InspectionDate, "
+                     "InspectionNum FROM Inspection WHERE InspectionID = 1003"),
             "Halvorsen|Gate code|1|House|2020-02-29T08:30:00|8");
   EXPECT_EQ(
-      m_Device.Visits().Ask(
+      InVisits(
           "SELECT StepID, SummaryComment, BitmapPath, PictureBefore FROM Step WHERE StepNumber = '20.1'"),
       "1000|Fix it.|\\a.jpg|-1\n1004|Fix it.|\\a.jpg|1");
 
-  ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
-  const auto& window = *Prompts().ProgressWindows()[0];
-  EXPECT_EQ(window.title, u"Duplicating Inspection...");
-  EXPECT_THAT(window.statuses, ElementsAre(u"Duplicating Categories...", u"Duplicating Steps..."));
-  EXPECT_EQ(std::tuple(window.low, window.high, window.position), std::tuple(0, 9, 8));
+  EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
+            u"Duplicating Inspection...|Duplicating Categories...|Duplicating Steps...|0|9|8");
 }
 
 TEST_F(InspectionOverviewTest, DuplicateOfAnEmptyInspectionIsOneRow) {
@@ -102,8 +98,7 @@ TEST_F(InspectionOverviewTest, DuplicateOfAnEmptyInspectionIsOneRow) {
 }
 
 TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
-  m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
+  m_Device.Visit(u"House", {u"Roof"});
   const Text counts = m_Device.RowCounts();
   m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
   EXPECT_EQ(Duplicate(1, u"8"), std::nullopt);
@@ -111,9 +106,7 @@ TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
 }
 
 TEST_F(InspectionOverviewTest, CancelledDuplicateOrDeleteChangesNothing) {
-  const auto key = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
   UndoLog undo(Document());
   const Text counts = m_Device.RowCounts();
   for (const int step : {0, 3, 6}) {  // categories, the last of them, steps

@@ -2,7 +2,6 @@
 
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
-#include "inspection/DocTypeChange.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -16,7 +15,7 @@ class InspectorDocTest : public tests::VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    return device::FromUtf8(m_Device.Visits().Ask(
+    return device::FromUtf8(InVisits(
         "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
         std::to_string(key)));
   }
@@ -37,14 +36,6 @@ protected:
     return Document().DeleteAllInspections();
   }
   void ExpectRows(const Text& counts) { EXPECT_EQ(m_Device.RowCounts(), counts); }
-  // "title|status|status|low|high|position" of the last progress window, which must be gone.
-  Text LastProgress() {
-    const auto& window = *Prompts().ProgressWindows().back();
-    EXPECT_FALSE(window.open);
-    Text told = window.title;
-    for (const Text& status : window.statuses) told += u"|" + status;
-    return told + device::Format(u"|%d|%d|%d", window.low, window.high, window.position);
-  }
 };
 
 TEST_F(InspectorDocTest, EmptyDatabaseGetsOneEmptyInspectionWithoutAType) {
@@ -96,22 +87,16 @@ TEST_F(InspectorDocTest, WorkerMakesTheCategoriesOfTheType) {
               ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
                           u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
 
-  data::CategoryTable& categories = Document().Categories();
-  ASSERT_EQ(categories.RecordCount(), 5) << "the document shows the new categories";
-  ASSERT_TRUE(categories.GetRecord(1));
-  EXPECT_EQ(categories.m_CategoryID, 1000) << "keys go in the order of the type, Roof first";
-  EXPECT_EQ(categories.m_CommentText, u"Walked on.");
-  EXPECT_EQ(categories.m_CategoryTemplateID, 1);
-  ASSERT_TRUE(categories.GetRecord(4));
-  EXPECT_EQ(categories.m_Type, 1);
+  EXPECT_EQ(Document().Categories().RecordCount(), 5) << "the document shows the new categories";
+  EXPECT_EQ(InVisits("SELECT CategoryID, CategoryTemplateID, CommentText, Type FROM Category WHERE "
+                     "CategoryTemplateID IN (1, 4)"),
+            "1000|1|Walked on.|0\n1003|4||1")
+      << "keys go in the order of the type, Roof first";
 }
 
 TEST_F(InspectorDocTest, ReplacingATypeDeletesWhatWasFound) {
-  const auto other = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  const auto key = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
+  const auto other = m_Device.Visit(u"House", {u"Roof"});
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
   ExpectRows(u"Inspection 3, Category 10, Step 6, Field 2");
   EXPECT_TRUE(ChangeTo(u"Condo"));
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
@@ -179,8 +164,7 @@ TEST_F(InspectorDocTest, TypesAreLookedUpByNameTheLastOfSeveralGivesTheKeyAndNon
 
 // A step that cannot be written, a comment that cannot be read: nothing of the change may stay.
 TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
-  const auto key = m_Device.Visit(u"Condo");
-  m_Device.OpenCategory(u"Kitchen");
+  const auto key = m_Device.Visit(u"Condo", {u"Kitchen"});
   const auto before = m_Device.Outline(key);
   for (const auto& [kind, breaks, repairs] :
        {std::tuple{data::DatabaseKind::Inspection,
@@ -251,7 +235,8 @@ TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
   EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: Only one inspection can be deleted at a time.",
                                                   u"Warning: " + question, u"Warning: " + question));
   ExpectRows(u"Inspection 1, Category 0, Step 0, Field 0");
-  EXPECT_EQ(LastProgress(), u"Deleting Inspection...|Deleting Steps...|Deleting Categories...|0|6|5");
+  EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
+            u"Deleting Inspection...|Deleting Steps...|Deleting Categories...|0|6|5");
 
   EXPECT_TRUE(Delete());
   ExpectRows(u"Inspection 0, Category 0, Step 0, Field 0");

@@ -1,9 +1,7 @@
 // A tablet with two fresh databases, and its library as rows that a test can compare.
 #pragma once
 
-#include <map>
 #include <set>
-#include <vector>
 
 #include "data/RowDump.h"
 #include "library/Library.h"

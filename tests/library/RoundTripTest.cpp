@@ -17,8 +17,7 @@ protected:
     LibraryDevice other;
     ASSERT_EQ(other.Import(m_Folder / "out"), "");
     const Library after = other.Everything();
-    for (const auto& [table, rows] : Everything())
-      EXPECT_TRUE(after.at(table) == rows) << device::ToUtf8(table);
+    for (const auto& [name, rows] : Everything()) EXPECT_TRUE(after.at(name) == rows) << device::ToUtf8(name);
     ASSERT_EQ(other.Export(other.m_Folder / "again"), "");
     EXPECT_EQ(FilesBelow(other.m_Folder / "again"), FilesBelow(m_Folder / "out"));
   }
@@ -31,14 +30,13 @@ TEST_F(RoundTripTest, KeepsTheStarterLibraryAndItsLinksOnTheirRows) {
   ExpectRoundTrip();
   // What an office edits are lists of links at the comments, not thousands of link rows.
   EXPECT_THAT(Exported("Comments"), HasSubstr("\nForStep = [2002]\nForMaterial = [4005]\n"));
-  EXPECT_EQ(Exported("StepComment"),
-            "# StepComment: these links stand with the rows of Comments, as ForStep.\n");
+  EXPECT_THAT(Exported("StepComment"), HasSubstr("these links stand with the rows of Comments, as ForStep"));
 }
 
 TEST_F(RoundTripTest, KeepsRowsThatNobodyWouldWriteByHand) {
-  Execute(
-      "INSERT INTO Comments (ID, Comments) VALUES (40, 'first'), (40, 'second'), (-7, NULL), (NULL, 'none')");
+  Execute("INSERT INTO Comments (ID, Comments) VALUES (40, 'one'), (40, 'two'), (-7, NULL), (NULL, 'none')");
   Execute("INSERT INTO Comments (ID) VALUES (2147483647), (-2147483648)");
+  Execute("INSERT INTO Comments (ID, VoidFlag) VALUES (1, -1), (2, 7), (3, 0.5), (4, 0), (5, NULL)");
   // Links to nothing, twice, below zero, out of the order of the comments, under another text.
   Execute("INSERT INTO StepComment VALUES (-12, 40, '-12-40'), (-12, 40, '-12-40'), (5, 99, '5-99')");
   Execute("INSERT INTO MaterialComment VALUES (2, 40, '2-40'), (1, 40, 'other'), (NULL, 40, NULL)");
@@ -75,23 +73,17 @@ TEST_F(RoundTripTest, KeepsEveryCharacterByteAndDigit) {
   ExpectRoundTrip();
 }
 
-TEST_F(RoundTripTest, TakesWhatReadsAsYes) {
-  Execute("INSERT INTO Comments (ID, VoidFlag) VALUES (1, -1), (2, 7), (3, 0.5), (4, 0), (5, NULL)");
-  ExpectRoundTrip();
-}
-
 TEST_F(ExportTest, RefusesAValueThatWouldComeBackAsAnother) {
-  for (const auto& [column, value] : {std::pair{"OwnerID", "99999999999"},
-                                      {"OwnerID", "1.5"},
-                                      {"OwnerID", "'many'"},
-                                      {"Comments", "x'00ff'"},
-                                      {"Comments", "CAST(x'ff' AS TEXT)"},
-                                      {"VoidFlag", "'maybe'"}}) {
-    Execute(std::string("DELETE FROM Comments; INSERT INTO Comments (ID, ") + column +
-            ") VALUES (1, NULL), (2, " + value + ")");
-    EXPECT_THAT(Export(m_Folder / "out"),
-                HasSubstr(std::string("table Comments, column ") + column + ", row 2: "))
-        << value;
+  const std::pair<std::string, std::string> kCases[] = {{"OwnerID", "99999999999"},
+                                                        {"OwnerID", "1.5"},
+                                                        {"OwnerID", "'many'"},
+                                                        {"Comments", "x'00ff'"},
+                                                        {"Comments", "CAST(x'ff' AS TEXT)"},
+                                                        {"VoidFlag", "'maybe'"}};
+  for (const auto& [column, value] : kCases) {
+    Execute("DELETE FROM Comments; INSERT INTO Comments (ID, " + column + ") VALUES (1, NULL), (2, " + value +
+            ")");
+    EXPECT_THAT(Export(m_Folder / "out"), HasSubstr("Comments, column " + column + ", row 2: ")) << value;
     EXPECT_FALSE(m_Files.Exists(m_Folder / "out"));
   }
 }
@@ -99,11 +91,10 @@ TEST_F(ExportTest, RefusesAValueThatWouldComeBackAsAnother) {
 TEST_F(RoundTripTest, NeverWritesTheLogin) {
   Execute("UPDATE Options SET UserName = 'somebody', Pswrd = 'hunter2', IPAddress = '10.0.0.7', Port = 4711");
   ASSERT_EQ(Export(m_Folder / "out"), "");
-  const std::string options = Exported("Options");
   for (const char* secret : {"UserName", "Pswrd", "somebody", "hunter2"})
-    EXPECT_EQ(options.find(secret), std::string::npos) << secret;
-  EXPECT_NE(options.find("IPAddress = \"10.0.0.7\"\nPort = 4711\n"), std::string::npos);
-  EXPECT_NE(options.find("HideRatings = false\n"), std::string::npos) << "left out would mean: as it was";
+    EXPECT_THAT(Exported("Options"), Not(HasSubstr(secret)));
+  EXPECT_THAT(Exported("Options"), HasSubstr("IPAddress = \"10.0.0.7\"\nPort = 4711\n"));
+  EXPECT_THAT(Exported("Options"), HasSubstr("HideRatings = false\n")) << "left out would mean: as it was";
 }
 
 TEST_F(ExportTest, LeavesNoFileBehindThatTheNextImportWouldReadTwice) {

@@ -1,5 +1,4 @@
 // Making a report: what is asked, what is told, and what is left on the disk whichever way it ends.
-#include "reports/MakeReport.h"
 
 #include "ReportFixture.h"
 
@@ -46,17 +45,14 @@ protected:
 
 TEST_F(InspectionReportTest, CancelledAtAnyMomentItLeavesWhatWasThere) {
   ASSERT_EQ(Write().result, ReportResult::Written);
-  const auto& window = *m_Prompts.ProgressWindows().back();
-  EXPECT_EQ(window.title, u"Exporting RTF...");
-  EXPECT_EQ(std::pair(window.high, window.steps), std::pair(3, 3));
+  EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|3");
   for (const std::string old : {"", "an older report"}) {
     std::filesystem::remove(m_Target);
     if (!old.empty()) m_Folder.Put("out/report.rtf", old);
     for (int step = 0; step <= 3; ++step) {
       m_Prompts.CancelAtStep(step);
       EXPECT_EQ(Write().result, ReportResult::Cancelled) << step;
-      EXPECT_EQ(m_Prompts.ProgressWindows().back()->steps, step);
-      EXPECT_FALSE(m_Prompts.ProgressWindows().back()->open);
+      EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|" + device::Decimal(step));
       ExpectOnlyThere(old);
     }
   }
@@ -107,34 +103,6 @@ TEST_F(InspectionReportTest, WhatDoesNotExistIsNamed) {
   EXPECT_EQ(MakeReport(*m_Workspace, request).result, ReportResult::Failed);
   EXPECT_THAT(m_Prompts.Last(), HasSubstr("77"));
   EXPECT_FALSE(std::filesystem::exists(m_Target.parent_path()));
-}
-
-TEST_F(InspectionReportTest, SkippedCategoriesAreNotInIt) {
-  RunInVisits("UPDATE Category SET NotPresentFlag = -1 WHERE CategoryTitle = 'Attic'");
-  ASSERT_EQ(Write({u"Cellar", u"roof"}).result, ReportResult::Written);
-  const std::string report = ContentOf(m_Target);
-  EXPECT_THAT(report, HasSubstr("Roof two.")) << "deselected by its exact name only";
-  EXPECT_THAT(report, AllOf(Not(HasSubstr("Attic")), Not(HasSubstr("Cellar"))));
-  EXPECT_EQ(m_Prompts.ProgressWindows().back()->steps, 3);  // the bar counts them all the same
-}
-
-TEST_F(InspectionReportTest, PicturesThatAreNotInItAreNoted) {
-  RunInVisits(
-      "INSERT INTO Step (CategoryID, StepNumber, Comments) VALUES (1, '3', '***Path=\\gone.jpg*** "
-      "***Picture-4*** ***Path=\\there.jpg***'), (1, '4', '***Path=\\gone.jpg***')");
-  m_Folder.Put("there.jpg", "\xFF\xD8\xFF");
-  std::filesystem::create_directories(m_Folder.Path() / "HousePhotoP.jpg");  // there, but no file
-  const ReportOutcome outcome = Write();
-  EXPECT_EQ(outcome.result, ReportResult::Written);
-  ASSERT_EQ(outcome.notes.size(), 2U);
-  EXPECT_TRUE(device::Contains(outcome.notes.at(0), u"\\gone.jpg"));
-  EXPECT_TRUE(device::Contains(outcome.notes.at(1), u"***Picture-4***"));
-  EXPECT_EQ(m_Faults.Count(), 0);
-
-  ReportRequest request = Request(u"1 Column");
-  request.choices.pictures = false;
-  EXPECT_TRUE(MakeReport(*m_Workspace, request).notes.empty());
-  EXPECT_THAT(ContentOf(m_Target), Not(HasSubstr("jpegblip")));
 }
 
 // Without the flags of the ratings nothing would be red or bold, as if no finding were serious.

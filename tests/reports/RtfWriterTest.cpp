@@ -1,7 +1,6 @@
 #include "reports/RtfWriter.h"
 
 #include "ReportFixture.h"
-#include "reports/RtfText.h"
 
 namespace inspector::reports {
 namespace {
@@ -104,23 +103,6 @@ TEST_F(RtfWriterTest, WhatCannotBeReadLeavesNoHalfGroup) {
   EXPECT_TRUE(m_Writer.WritePicture(u"\\Card\\a.jpg", 100));
   EXPECT_TRUE(Taken() == Group("100", Hex(std::string(kBlock + 1, 'x'))) + " ");
   EXPECT_EQ(m_Pictures.Notes().size(), 2U) << "no picture, and cut short";
-}
-
-TEST_F(RtfWriterTest, EachTagHasItsParagraphWithOrWithoutPicture) {
-  const Text comments =
-      u"***Picture-1;Scaling=50*** ***Sketch*** ***Path=\\none.jpg*** ***Picture-9*** "
-      u"***Picture-1;Scaling=50*** ***Path=***";
-  m_Folder.Put("Card/a.jpg", "a");
-  m_Writer.WriteTagPictures(comments, u"1 Roof");
-  EXPECT_EQ(Taken(), "\\par " + Group("50", "6161") + " \\par \\par \\par \\par ");
-  EXPECT_EQ(m_Prompts.Transcript(), std::vector<Text>{u"Alert: Unknown embedded tag found."});
-  EXPECT_EQ(m_Pictures.Notes().size(), 5U) << "what is missing, unknown, or no picture";
-
-  ReportPictures none(m_Machine, u"\\Card\\", false);
-  PlainWriter(m_Output, none, {}).WriteTagPictures(comments, u"1 Roof");
-  EXPECT_EQ(Taken(), "\\par \\par \\par \\par \\par ");
-  EXPECT_EQ(m_Prompts.Messages().size(), 2U);
-  EXPECT_EQ(none.Notes(), std::vector<Text>{m_Pictures.Notes()[0]}) << "the unknown one";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gmock/gmock.h>
+#include <sys/types.h>
 
 #include <deque>
 #include <filesystem>
@@ -15,13 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "device/Calendar.h"
-#include "device/DevicePaths.h"
-#include "device/FaultLog.h"
-#include "device/Files.h"
 #include "device/Machine.h"
-#include "device/Prompts.h"
-#include "device/Registry.h"
 #include "device/Text.h"
 
 namespace inspector::tests {
@@ -44,6 +39,15 @@ public:
     int position = 0;
     int steps = 0;  // calls of Step and SetPosition
     bool open = true;
+
+    // "title|status|status|low|high|position", "|open" at the end while the window is.
+    Text Told() const;
+  };
+
+  // Towards progress windows.
+  struct Conduct {
+    std::optional<int> cancelAtStep;
+    std::function<void()> atStatus = [] {};
   };
 
   ~ScriptedPrompts() override;
@@ -55,21 +59,21 @@ public:
     m_Databases.push_back(answer);
   }
   // The next cancellable windows count as cancelled from this step on (0: at once).
-  void CancelAtStep(int step) { m_CancelAtStep = step; }
+  void CancelAtStep(int step) { m_Conduct.cancelAtStep = step; }
   // Called whenever a progress window is told its status.
-  void AtStatus(std::function<void()> call) { m_AtStatus = std::move(call); }
+  void AtStatus(std::function<void()> call) { m_Conduct.atStatus = std::move(call); }
 
-  const std::vector<device::Message>& Messages() const { return m_Messages; }
+  const std::vector<device::Message>& Messages() const { return m_Seen.messages; }
   // "Title: text" of each message, in the order in which they came.
   std::vector<Text> Transcript() const;
   // The last of them in UTF-8; empty when none came.
-  std::string Last() const { return m_Messages.empty() ? "" : device::ToUtf8(Transcript().back()); }
-  const std::vector<device::TextQuestion>& TextQuestions() const { return m_TextQuestions; }
-  const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_SaveQuestions; }
-  const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_DatabaseQuestions; }
-  const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_ProgressWindows; }
+  std::string Last() const { return m_Seen.messages.empty() ? "" : device::ToUtf8(Transcript().back()); }
+  const std::vector<device::TextQuestion>& TextQuestions() const { return m_Seen.textQuestions; }
+  const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_Seen.saveQuestions; }
+  const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_Seen.databaseQuestions; }
+  const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_Seen.progressWindows; }
   // Forgets what was recorded; queued answers stay.
-  void Forget();
+  void Forget() { m_Seen = {}; }
 
   device::Answer Show(const device::Message& message) override;
   std::optional<Text> AskText(const device::TextQuestion& question) override;
@@ -82,13 +86,14 @@ private:
   std::map<Text, std::deque<std::optional<Text>>> m_Texts;
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
   std::deque<std::optional<device::DatabasePaths>> m_Databases;
-  std::optional<int> m_CancelAtStep;
-  std::function<void()> m_AtStatus = [] {};
-  std::vector<device::Message> m_Messages;
-  std::vector<device::TextQuestion> m_TextQuestions;
-  std::vector<device::SaveQuestion> m_SaveQuestions;
-  std::vector<device::DatabasePaths> m_DatabaseQuestions;
-  std::vector<std::shared_ptr<Progress>> m_ProgressWindows;
+  Conduct m_Conduct;
+  struct {
+    std::vector<device::Message> messages;
+    std::vector<device::TextQuestion> textQuestions;
+    std::vector<device::SaveQuestion> saveQuestions;
+    std::vector<device::DatabasePaths> databaseQuestions;
+    std::vector<std::shared_ptr<Progress>> progressWindows;
+  } m_Seen;
 };
 
 // A new empty folder, removed with all it holds at the end.
@@ -114,17 +119,17 @@ std::string ContentOf(const std::filesystem::path& file);
 // The content of every file in and below a folder, by its path from there.
 std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder);
 
+// Runs `work` in a process of its own, which is to kill itself. Returns its id.
+pid_t RunUntilKilled(const std::function<void()>& work);
+
 // Stands at 2026-05-31 14:05 until it is set.
 class FixedClock : public device::Clock {
 public:
-  FixedClock() : FixedClock(device::MakeCalendarTime(2026, 5, 31, 14, 5)) {}
-  explicit FixedClock(const device::CalendarTime& time) : m_Time(time) {}
-
   void Set(const device::CalendarTime& time) { m_Time = time; }
   device::CalendarTime Now() override { return m_Time; }
 
 private:
-  device::CalendarTime m_Time;
+  device::CalendarTime m_Time = device::MakeCalendarTime(2026, 5, 31, 14, 5);
 };
 
 // The host's disk, except where told otherwise. Must outlive the files it hands out.

@@ -40,19 +40,6 @@ TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
   }
 }
 
-TEST_F(QtPromptsTest, WordsAboveASmallDialogHaveTheirFullSize) {
-  m_Person.Expect("textEntryDialog", [&](QDialog& dialog) {
-    m_Person.Expect("messageBox", [](QDialog& box) {
-      EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->font().pointSizeF(),
-                box.font().pointSizeF());
-      box.accept();
-    });
-    ShowError(m_Prompts, u"There is no room on the disk. Free some, and try again in a moment.");
-    dialog.reject();
-  });
-  EXPECT_FALSE(m_Prompts.AskText({u"Title", u"How many?", u"7"}));
-}
-
 TEST_F(QtPromptsTest, TakesTextAndPaths) {
   m_Person.Expect("textEntryDialog", [](QDialog& dialog) {
     auto* const entry = dialog.findChild<QLineEdit*>();

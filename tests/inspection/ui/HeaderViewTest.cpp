@@ -30,7 +30,7 @@ protected:
   }
   bool WaitForClient(const char* name, std::int32_t key) {
     const std::string sql = "SELECT ClientName FROM Inspection WHERE InspectionID = " + std::to_string(key);
-    return Wait([&] { return m_Device.Visits().Ask(sql) == name; });
+    return Wait([&] { return InVisits(sql) == name; });
   }
   // Lets the program's loop run until it is so.
   template <typename Condition>
@@ -89,18 +89,14 @@ TEST(PickerComboTest, UndoKnowsWhatWasPickedFromAList) {
 TEST(PickerComboTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
   PickerCombo combo;
   combo.show();
-  const auto heightWith = [&combo](std::size_t count) {
-    combo.SetChoices(std::vector<device::Text>(count, u"Oak"));
+  for (const int count : {2, 20}) {
+    combo.SetChoices(std::vector<device::Text>(static_cast<std::size_t>(count), u"Oak"));
     combo.showPopup();
+    const int entries = std::min(count * combo.view()->sizeHintForRow(0), 200);
     const int height = combo.view()->parentWidget()->height();
-    const int entries = static_cast<int>(count) * combo.view()->sizeHintForRow(0);
+    EXPECT_TRUE(height >= entries && height < entries * 3 / 2) << height << " for " << entries;
     combo.hidePopup();
-    return std::pair(height, entries);
-  };
-  const auto [two, entries] = heightWith(2);
-  EXPECT_GE(two, entries);
-  EXPECT_LT(two, entries * 3 / 2) << "no empty room below the last one";
-  EXPECT_EQ(heightWith(20).first, 200);
+  }
 }
 
 TEST_F(HeaderViewTest, KeepsLineEndsThatNobodyTouched) {
@@ -139,11 +135,11 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   tests::Choose(DocType(), "Condo");
   EXPECT_EQ(DocType().currentText(), QStringLiteral("House"));
 
-  // Leaving while the worker runs waits for it and loses nothing.
+  // Writing while the worker runs, for a report, say, waits for it and loses nothing.
   Prompts().Queue(u"Data Alert", Answer::Ok);
   tests::Choose(DocType(), "Condo");
   Client().setText(QStringLiteral("A. Ruiz"));
-  EXPECT_TRUE(m_View.OnLeave());
+  EXPECT_TRUE(m_View.Flush());
   EXPECT_EQ(Stored(key).m_ClientName + Document().Inspection().m_DocType, u"A. RuizCondo");
 }
 
@@ -159,17 +155,6 @@ TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
   const std::size_t told = Prompts().Messages().size();
   m_Device.Faults().ShowPending();
   EXPECT_EQ(Prompts().Messages().size(), told) << "a line has said it";
-}
-
-// A report that is written at once, say, or the end of the program.
-TEST_F(HeaderViewTest, WritesWhatWasTypedWithWhatATypeAddsToIt) {
-  const auto key = Show(u"");
-  tests::Choose(DocType(), "House");
-  General().setPlainText(QStringLiteral("Dry day."));
-  EXPECT_TRUE(m_View.Flush());
-  EXPECT_EQ(Stored(key).m_DocType, u"House");
-  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.starts_with(u"Dry day."));
-  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.ends_with(u"Built in 1968."));
 }
 
 // The second form, with agents and date.
