@@ -1,11 +1,10 @@
-#include <iterator>
-
 #include "CommandLineFixture.h"
 #include "cli/Command.h"
 
 namespace inspector::cli {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 using WordsTest = tests::CommandLineTest;
@@ -13,123 +12,102 @@ using WordsTest = tests::CommandLineTest;
 TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
   for (const std::string typed :
        {"", "walk", "list extra", "list --walk", "--walk list", "delete", "delete one", "categories 0x3E8",
-        "categories +1000", "--home", "options Walk=1", "owner colour=red", "library burn /"}) {
-    std::istringstream in(typed);
-    const std::vector<std::string> words(std::istream_iterator<std::string>(in), {});
-    const tests::CliRun run = Cli(words);
-    EXPECT_EQ(run.exit, 2) << typed;
-    EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err, "");
-  }
-  EXPECT_EQ(Cli({"--home", ""}).exit, 2);
+        "categories +1000", "--home", "--home ''", "options Walk=1", "owner colour=red", "library burn /"})
+    ExpectRefused(2, typed);
 }
 
 TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
-  const std::string help = tests::RunWords({"--help"}).out;
-  const std::string man = tests::RunWords({"man"}).out;
-  const std::string completion = tests::RunWords({"completion"}).out;
+  const std::string help = tests::RunTyped("--help").out;
+  const std::string man = tests::RunTyped("man").out;
+  const std::string completion = tests::RunTyped("completion").out;
+  const auto escaped = [](const std::string& name) {
+    return device::ToUtf8(device::ReplaceAll(device::FromUtf8(name), u"-", u"\\-"));
+  };
   EXPECT_THAT(man, ::testing::StartsWith(".TH INSPECTOR\\-CLI 1\n"));
   for (const Command& command : AllCommands()) {
-    const tests::CliRun own = tests::RunWords({command.name, "--help"});
+    const tests::CliRun own = tests::RunTyped(command.name + " --help");
     EXPECT_EQ(own.exit, 0) << command.name;
-    std::string name = command.name;
-    EXPECT_THAT(help, HasSubstr(name));
+    EXPECT_THAT(help, HasSubstr(command.name));
     EXPECT_THAT(own.out, HasSubstr(command.summary));
-    EXPECT_THAT(completion, HasSubstr("    " + name + ":*) COMPREPLY="));
-    if (const auto hyphen = name.find('-'); hyphen != std::string::npos) name.insert(hyphen, "\\");
-    EXPECT_THAT(man, HasSubstr("\n.B " + name));
+    EXPECT_THAT(completion, HasSubstr("    " + command.name + ":*) COMPREPLY="));
+    EXPECT_THAT(man, HasSubstr("\n.B " + escaped(command.name)));
     for (const Argument& argument : command.arguments) EXPECT_THAT(own.out, HasSubstr(argument.name));
     for (const CommandOption& option : command.options) {
       EXPECT_THAT(own.out, HasSubstr(option.name));
       EXPECT_THAT(completion, HasSubstr(" " + option.name));
-      EXPECT_THAT(
-          man,
-          HasSubstr("\n" + device::ToUtf8(device::ReplaceAll(device::FromUtf8(option.name), u"-", u"\\-"))));
+      EXPECT_THAT(man, HasSubstr("\n" + escaped(option.name)));
     }
   }
-  EXPECT_EQ(tests::RunWords({"--version"}).exit, 0);
+  EXPECT_EQ(tests::RunTyped("--version").exit, 0);
 }
 
 TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {
   const std::string home = m_Device.Root();
-  const std::string listed = Out({"list"});
-  EXPECT_EQ(tests::RunWords({"list", "--home", home}).out, listed);
-  EXPECT_EQ(tests::RunWords({"--home=" + home, "list"}).out, listed);
+  const std::string listed = Out("list");
+  EXPECT_EQ(tests::RunTyped("list --home " + home).out, listed);
+  EXPECT_EQ(tests::RunTyped("--home=" + home + " list").out, listed);
   // A folder may be called like a command.
-  const std::filesystem::path moved = m_Device.Root() / "new";
-  std::filesystem::create_directories(moved);
-  std::filesystem::copy(m_Device.Root() / "My Documents", moved / "My Documents",
-                        std::filesystem::copy_options::recursive);
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(m_Device.Root());
-  EXPECT_EQ(tests::RunWords({"--home", "new", "list"}).out, listed);
+  std::filesystem::create_directory_symlink(home, "new");
+  EXPECT_EQ(tests::RunTyped("--home new list").out, listed);
   std::filesystem::current_path(before);
 
   setenv("INSPECTOR_HOME", home.c_str(), 1);
-  EXPECT_EQ(tests::RunWords({"list"}).out, listed);
+  EXPECT_EQ(tests::RunTyped("list").out, listed);
   unsetenv("INSPECTOR_HOME");
   setenv("XDG_DATA_HOME", (m_Device.Root() / "xdg").c_str(), 1);
   std::filesystem::create_directories(m_Device.Root() / "xdg");
   std::filesystem::create_directory_symlink(home, m_Device.Root() / "xdg/inspector");
-  EXPECT_EQ(tests::RunWords({"list"}).out, listed);
+  EXPECT_EQ(tests::RunTyped("list").out, listed);
   unsetenv("XDG_DATA_HOME");
 }
 
-TEST_F(WordsTest, FaultThatWasPassedOverEndsWithOne) {
-  m_Device.Open();
-  m_Device.RunInLibrary("DROP TABLE InspectionType");
-  m_Device.RunInLibrary("CREATE VIEW InspectionType AS SELECT * FROM Gone");
-  m_Device.Close();
-  const tests::CliRun run = Cli({"types"});
+TEST_F(WordsTest, NothingFailsWithoutAWord) {
+  Out("new --type House");
+  Out("steps 1000");
+  Between([this] { m_Device.RunInLibrary("DROP TABLE RatingChoices; DROP TABLE CategoryStep"); });
+  for (const std::string typed : {"rate 1000 Good", "steps 1001", "defaults 1001 --yes"}) {
+    const tests::CliRun run = Cli(typed);
+    EXPECT_EQ(run.exit, 1) << typed;
+    EXPECT_THAT(run.err, HasSubstr("RatingChoices")) << typed;
+  }
+  // Nor does one whose fault was passed over end as if nothing had been.
+  Between([this] {
+    m_Device.RunInLibrary("DROP TABLE InspectionType; CREATE VIEW InspectionType AS SELECT * FROM Gone");
+  });
+  const tests::CliRun run = Cli("types");
   EXPECT_EQ(run.exit, 1);
   EXPECT_EQ(run.out, "ID  NAME  LAYOUT\n");
   EXPECT_THAT(run.err, HasSubstr("Template_Data.cdb"));
 }
 
-TEST_F(WordsTest, NothingFailsWithoutAWord) {
-  Out({"new", "--type", "House"});
-  Out({"steps", "1000"});
-  m_Device.Open();
-  m_Device.RunInLibrary("DROP TABLE RatingChoices");
-  m_Device.RunInLibrary("DROP TABLE CategoryStep");
-  m_Device.Close();
-  for (const std::vector<std::string>& words :
-       {std::vector<std::string>{"rate", "1000", "Good"}, {"steps", "1001"}, {"defaults", "1001", "--yes"}}) {
-    const tests::CliRun run = Cli(words);
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.err, HasSubstr("RatingChoices"));
-  }
-}
-
 TEST_F(WordsTest, CheckLooksAtBothDatabases) {
-  const std::string sound = Out({"check"});
-  EXPECT_THAT(sound, HasSubstr("Template_Data.cdb: sound\n"));
-  EXPECT_THAT(sound, HasSubstr("Inspection_Data.cdb: sound\n"));
-  std::filesystem::resize_file(m_Device.Root() / "My Documents/Inspection_Data.cdb", 8192);
-  const tests::CliRun cut = Cli({"check"});
+  const std::string templates = (m_Device.Root() / "My Documents/Template_Data.cdb").string() + ": sound\n";
+  const std::string inspections = m_Device.Root() / "My Documents/Inspection_Data.cdb";
+  EXPECT_EQ(Out("check"), templates + inspections + ": sound\n");
+  std::filesystem::resize_file(inspections, 8192);
+  const tests::CliRun cut = Cli("check");
   EXPECT_EQ(cut.exit, 1);
-  EXPECT_THAT(cut.out, HasSubstr("Template_Data.cdb: sound\n"));
-  EXPECT_THAT(cut.out, HasSubstr("Inspection_Data.cdb is damaged: it has been cut short"));
+  EXPECT_THAT(cut.out, AllOf(HasSubstr(templates), HasSubstr(inspections + " is damaged: it has been cut")));
 }
 
 // An older structure is neither asked about nor upgraded, and what is wrong is named one by one.
 TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
-  Out({"new", "--type", "House"});
-  Out({"steps", "1000"});
-  m_Device.Open();
-  for (const std::string damage :
-       {"UPDATE Options SET DataVersion = '4.1'", "ALTER TABLE Pickers RENAME TO Moved",
-        "CREATE VIEW Pickers AS SELECT * FROM Moved"})
-    m_Device.RunInLibrary(damage);
-  for (const std::string damage : {"INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL)",
-                                   "INSERT INTO Step (StepID) VALUES (1000), (2000)",
-                                   "UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'",
-                                   "DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'"})
-    m_Device.RunInVisits(damage);
-  m_Device.Close();
+  Out("new --type House");
+  Out("steps 1000");
+  Between([this] {
+    m_Device.RunInLibrary(
+        "UPDATE Options SET DataVersion = '4.1'; ALTER TABLE Pickers RENAME TO Moved; CREATE VIEW Pickers AS "
+        "SELECT * FROM Moved");
+    m_Device.RunInVisits(
+        "INSERT INTO Inspection (InspectionID) VALUES (1001), (NULL), (NULL); INSERT INTO Step (StepID) "
+        "VALUES (1000), (2000); UPDATE UniqueID SET NextID = 'many' WHERE TableName = 'Inspection'; DELETE "
+        "FROM UniqueID WHERE TableName = 'InspectionCategory'");
+  });
   const std::string folder = m_Device.Root() / "My Documents/";
   const auto before = tests::FilesBelow(folder);
-  const tests::CliRun run = Cli({"check", "--yes"});
+  const tests::CliRun run = Cli("check --yes");
   EXPECT_EQ(run.exit, 1);
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.out,
@@ -150,40 +128,32 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
 // Counters as an older program or damage may leave them: nothing is stored under the key of another row, and
 // the way out that the message names leads out.
 TEST_F(WordsTest, KeysInUseAreRefusedUntilTheCountersAreRepaired) {
-  Out({"new", "--type", "House"});
-  Out({"steps", "1000"});
-  Out({"new", "--type", "House"});
-  struct Case {
-    std::string damage;
-    std::vector<std::string> words;
-  };
+  Out("new --type House");
+  Out("steps 1000");
+  Out("new --type House");
   const std::string counter = "UPDATE UniqueID SET NextID = ";
-  for (const auto& [damage, words] : std::vector<Case>{
-           {counter + "999 WHERE TableName = 'Inspection'", {"new"}},
-           {"DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'", {"new", "--type", "House"}},
-           {"DELETE FROM UniqueID WHERE TableName = 'Step'", {"steps", "1001"}},
-           {counter + "NULL WHERE TableName = 'Inspection'; INSERT INTO Category (CategoryID, InspectionID) "
-                      "VALUES (4000, 1)",
-            {"new"}},
-           {counter + "'many' WHERE TableName = 'Step'; UPDATE Step SET StepID = 1 WHERE StepID = 1000",
-            {"steps", "1005"}},
-           {counter + "2147483647 WHERE TableName = 'Inspection'; INSERT INTO Inspection (InspectionID) "
-                      "VALUES (-2147483648)",
-            {"new"}}}) {
+  const std::pair<std::string, const char*> kDamages[] = {
+      {counter + "999 WHERE TableName = 'Inspection'", "new"},
+      {"DELETE FROM UniqueID WHERE TableName = 'InspectionCategory'", "new --type House"},
+      {"DELETE FROM UniqueID WHERE TableName = 'Step'", "steps 1001"},
+      {counter + "NULL WHERE TableName = 'Inspection'; INSERT INTO Category (CategoryID, InspectionID) "
+                 "VALUES (4000, 1)",
+       "new"},
+      {counter + "'many' WHERE TableName = 'Step'; UPDATE Step SET StepID = 1 WHERE StepID = 1000",
+       "steps 1005"},
+      {counter + "2147483647 WHERE TableName = 'Inspection'; INSERT INTO Inspection (InspectionID) VALUES "
+                 "(-2147483648)",
+       "new"}};
+  for (const auto& [damage, typed] : kDamages) {
     SCOPED_TRACE(damage);
-    m_Device.Open();
-    m_Device.Run(data::DatabaseKind::Inspection, damage);
-    const device::Text counts = m_Device.RowCounts();
-    m_Device.Close();
-    const tests::CliRun run = Cli(words);
-    EXPECT_EQ(run.exit, 1);
-    EXPECT_THAT(run.err, HasSubstr("Nothing was added, and nothing was lost. Choose \"Repair counters\" in "
-                                   "\"Tools\", or run \"inspector-cli check --repair\", and do it again."));
-    m_Device.Open();
-    EXPECT_EQ(m_Device.RowCounts(), counts);
-    m_Device.Close();
-    EXPECT_THAT(Out({"check", "--repair"}), HasSubstr("Inspection_Data.cdb: sound\n  set the counter of "));
-    Out(words);
+    Between([&, &damage = damage] { m_Device.RunInVisits(damage); });
+    const device::Text counts = RowCounts();
+    ExpectRefused(1, typed,
+                  "Nothing was added, and nothing was lost. Choose \"Repair counters\" in \"Tools\", or run "
+                  "\"inspector-cli check --repair\", and do it again.");
+    EXPECT_EQ(RowCounts(), counts);
+    EXPECT_THAT(Out("check --repair"), HasSubstr("Inspection_Data.cdb: sound\n  set the counter of "));
+    Out(typed);
   }
 }
 

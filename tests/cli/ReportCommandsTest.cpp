@@ -10,52 +10,78 @@ class ReportCommandsTest : public tests::CommandLineTest {
 protected:
   void SetUp() override {
     CommandLineTest::SetUp();
-    Out({"new", "--type", "House", "number=7"});
-    Cli({"--yes", "defaults", "1001"});
+    Out("new --type House number=7/8");
+    Cli("--yes defaults 1001");
   }
+  std::string Report() const { return tests::ContentOf(m_Target); }
+
+  const std::string m_Target = m_Device.Root() / "report.rtf";
+  const std::string m_Into = " --out " + m_Target + " ";
 };
 
+TEST_F(ReportCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) {
+  const std::filesystem::path target = m_Device.Root() / "My Documents/Inspection_7_8.rtf";
+  EXPECT_EQ(Out("report 1001 --layout '4 Column'"), target.string() + "\n");
+  const std::string content = tests::ContentOf(target);
+  EXPECT_THAT(content, ::testing::StartsWith("{\\rtf1"));
+  ExpectRefused(1, "report 1001 --layout '3 Column'", "already exists");
+  EXPECT_EQ(tests::ContentOf(target), content);
+  EXPECT_EQ(Cli("report 1001 --layout '3 Column' --yes").exit, 0);
+  EXPECT_NE(tests::ContentOf(target), content);
+  for (const auto& [place, says] : {std::pair{target.string() + "/below", "Inspection_7_8.rtf"},
+                                    {m_Device.Root().string(), "Give the file a name in that folder"}})
+    ExpectRefused(1, "report 1001 --layout '4 Column' --out '" + place + "'", says);
+}
+
+TEST_F(ReportCommandsTest, ReportIsOfTheKindThatIsAskedFor) {
+  EXPECT_EQ(Out("report 1001" + m_Into + "--kind summary"), m_Target + "\n");
+  EXPECT_THAT(Report(), HasSubstr("SUMMARY REPORT"));
+  ExpectRefused(2, "report 1001" + m_Into + "--layout '5 Column'");
+  ExpectRefused(2, "report 1001" + m_Into + "--kind poem");
+  ExpectRefused(1, "report 4711" + m_Into + "--layout '4 Column'");
+}
+
+TEST_F(ReportCommandsTest, ReportSkipsCategoriesByTitleOrKey) {
+  InVisits("UPDATE Step SET Comments = 'Seen.'");
+  const std::string cellar = InVisits("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Cellar'");
+  const auto holds = [&](const std::string& skipped) {
+    Out("report 1001 --layout '1 Column'" + m_Into + skipped);
+    const std::string report = Report();
+    return std::pair(report.find("Gutters") != report.npos, report.find("Sump") != report.npos);
+  };
+  EXPECT_EQ(holds(""), std::pair(true, true));
+  EXPECT_EQ(holds("--skip Attic " + cellar), std::pair(true, false));
+  EXPECT_EQ(holds("--skip Roof --skip " + cellar), std::pair(false, false));
+  ExpectRefused(1, "report 1001 --layout '1 Column'" + m_Into + "--skip roof", "no category \"roof\"");
+}
+
 TEST_F(ReportCommandsTest, WhatMakesNoDifferenceIsSaidAndWhatIsUnknownRefused) {
-  const std::string target = m_Device.Root() / "report.rtf";
-  struct Case {
-    std::vector<std::string> words;
-    int exit;
-    std::string said;
-  };
-  const Case cases[] = {
-      {{"--kind", "summary", "--rating", "Nix"}, 1, "The library has no rating \"Nix\". It must be \""},
-      {{"--kind", "summary", "--rating", ""}, 1, "The library has no rating"},
-      {{"--rating", "Nix"}, 0, "--rating makes no difference to the inspection report."},
-      {{"--kind", "major-systems", "--layout", "1 Column"},
-       0,
+  const std::tuple<const char*, int, const char*> kCases[] = {
+      {"--kind summary --rating Nix", 1, "The library has no rating \"Nix\". It must be \""},
+      {"--kind summary --rating ''", 1, "The library has no rating"},
+      {"--rating Nix", 0, "--rating makes no difference to the inspection report."},
+      {"--kind major-systems --layout '1 Column'", 0,
        "--layout makes no difference to the major systems report."},
-      {{"--kind", "major-systems", "--skip", "Roof"}, 0, "--skip makes no difference"},
-  };
-  for (const auto& [words, exit, said] : cases) {
+      {"--kind major-systems --skip Roof", 0, "--skip makes no difference"}};
+  for (const auto& [options, exit, says] : kCases) {
     m_Device.Put("report.rtf", "an older report");
-    std::vector<std::string> all{"report", "1001", "--out", target};
-    all.insert(all.end(), words.begin(), words.end());
-    const tests::CliRun run = Cli(all);
-    EXPECT_EQ(run.exit, exit) << said;
-    EXPECT_THAT(run.err, HasSubstr(said));
+    const tests::CliRun run = Cli("report 1001" + m_Into + options);
+    EXPECT_EQ(run.exit, exit) << says;
+    EXPECT_THAT(run.err, HasSubstr(says));
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
-    EXPECT_EQ(tests::ContentOf(target) == "an older report", exit != 0) << said;
+    EXPECT_EQ(Report() == "an older report", exit != 0) << says;
   }
 }
 
 TEST_F(ReportCommandsTest, NamesOfFilesAreTakenByTheirBytes) {
   const std::string name = m_Device.Root() / "\xC9t\xE9.txt";  // as older systems wrote it
-  EXPECT_EQ(Out({"text", "1001", "--out", name}), name + "\n");
+  EXPECT_EQ(Out("text 1001 --out " + name), name + "\n");
   EXPECT_TRUE(std::filesystem::exists(name));
-  const tests::CliRun device = Cli({"text", "1001", "--out", "\\\xC9t\xE9.txt"});
-  EXPECT_EQ(device.exit, 2);
-  EXPECT_THAT(device.err, HasSubstr("no UTF-8"));
+  ExpectRefused(2, "text 1001 --out \\\xC9t\xE9.txt", "no UTF-8");
 }
 
 TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
-  m_Device.Open();
-  m_Device.RunInVisits("UPDATE Step SET Comments = '***Path=\\evidence***'");
-  m_Device.Close();
+  InVisits("UPDATE Step SET Comments = '***Path=\\evidence***'");
   for (const char* const name :
        {"evidence", "other.webp", "registry.toml", "inspector.log", "page-records/7.toml",
         "My Documents/Inspection_Data.cdb.before-5.0", "My Documents/Template_Data.cdb.before-import-2",
@@ -63,21 +89,17 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
     const std::filesystem::path file = m_Device.Root() / name;
     if (!std::filesystem::exists(file)) m_Device.Put(name, "needed");
     const std::string before = tests::ContentOf(file);
-    const tests::CliRun run = Cli({"text", "1001", "--out", file});
-    EXPECT_EQ(run.exit, 1) << name;
-    EXPECT_THAT(run.err, HasSubstr("Give the report another name.")) << name;
+    ExpectRefused(1, "text 1001 --out '" + file.string() + "'", "Give the report another name.");
     EXPECT_TRUE(tests::ContentOf(file) == before) << name;
   }
 }
 
 TEST_F(ReportCommandsTest, PagesOfAnotherInspectionAreKeptUnlessYesIsSaid) {
   const std::string folder = m_Device.Root() / "pages";
-  for (int n = 0; n < 2; ++n) EXPECT_EQ(Out({"html", "1001", "--out", folder}), folder + "\n");
-  const tests::CliRun other = Cli({"html", "1000", "--out", folder});
-  EXPECT_EQ(other.exit, 1);
-  EXPECT_THAT(other.err, HasSubstr("already holds the pages of another inspection"));
+  for (int n = 0; n < 2; ++n) EXPECT_EQ(Out("html 1001 --out " + folder), folder + "\n");
+  ExpectRefused(1, "html 1000 --out " + folder, "already holds the pages of another inspection");
   EXPECT_THAT(tests::ContentOf(folder + "/inspection.htm"), HasSubstr("Roof"));
-  EXPECT_EQ(Cli({"--yes", "html", "1000", "--out", folder}).exit, 0);
+  EXPECT_EQ(Cli("--yes html 1000 --out " + folder).exit, 0);
 }
 
 }  // namespace

@@ -21,48 +21,38 @@ TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {
                                              "FinePrint=one\r\ntwo",
                                              "FooterText=",
                                              "DefaultPath=\\My Documents\\"};
-  std::vector<std::string> words = {"options"};
-  words.insert(words.end(), settings.begin(), settings.end());
-  EXPECT_EQ(Out(words), "");
-  const std::string all = Out({"options"});
+  std::string typed = "options Pswrd=secret";
+  for (const std::string& setting : settings) typed += " '" + setting + "'";
+  EXPECT_EQ(Out(typed), "");
+  const std::string all = Out("options");
   for (const std::string& setting : settings) {
-    EXPECT_EQ(Out({"options", setting.substr(0, setting.find('='))}), setting + "\n");
+    EXPECT_EQ(Out("options " + setting.substr(0, setting.find('='))), setting + "\n");
     EXPECT_THAT(all, HasSubstr(setting + "\n"));
   }
   for (const Text& name : data::OptionNames()) EXPECT_THAT(all, HasSubstr(device::ToUtf8(name) + "="));
-  EXPECT_EQ(Out({"options", "stepspacing=2", "hideratings=no", "StepSpacing", "HideRatings"}),
+  EXPECT_THAT(all, HasSubstr("Pswrd=(set)\n")) << "a password is not shown among all";
+  EXPECT_EQ(Out("options stepspacing=2 hideratings=no StepSpacing HideRatings"),
             "StepSpacing=2\nHideRatings=FALSE\n");
 }
 
 TEST_F(SettingCommandsTest, WrongOptionsChangeNothing) {
   for (const std::string wrong : {"Walk=1", "StepSpacing=many", "HideRatings=perhaps", "ColumnWidth1=-1",
-                                  "Walk", "dataversion=4.0", "OptionsID=7"}) {
-    const tests::CliRun run = Cli({"options", "ReportFontName=Wrong", wrong});
-    EXPECT_EQ(run.exit, 2) << wrong;
-    EXPECT_NE(run.err, "");
-  }
-  EXPECT_EQ(Out({"options", "ReportFontName"}).find("Wrong"), std::string::npos);
-  const tests::CliRun repaired = Cli({"options", "StepSpacing=7"});
-  EXPECT_EQ(repaired.exit, 0);
-  EXPECT_THAT(repaired.err, HasSubstr("it was set to 2"));
-  EXPECT_EQ(Out({"options", "StepSpacing"}), "StepSpacing=2\n");
-}
-
-TEST_F(SettingCommandsTest, PasswordIsNotShownAmongAll) {
-  Out({"options", "Pswrd=secret"});
-  EXPECT_THAT(Out({"options"}), HasSubstr("Pswrd=(set)\n"));
+                                  "Walk", "dataversion=4.0", "OptionsID=7"})
+    ExpectRefused(2, "options ReportFontName=Wrong " + wrong);
+  EXPECT_EQ(Out("options ReportFontName").find("Wrong"), std::string::npos);
+  ExpectDone("options StepSpacing=7", "it was set to 2");
+  EXPECT_EQ(Out("options StepSpacing"), "StepSpacing=2\n");
 }
 
 TEST_F(SettingCommandsTest, OwnerIsReadBackAsItWasSet) {
-  EXPECT_EQ(Out({"owner"}), "name=\ncompany=\naddress=\nphone=\n");
-  Out({"owner", "name=Zoë = Osgood", "company=Northgate", "address=27 Mill Race Road\nSuite 3", "phone=1;2"});
-  EXPECT_EQ(Out({"owner"}),
-            "name=Zoë = Osgood\ncompany=Northgate\naddress=27 Mill Race Road\r\nSuite 3\nphone=1;2\n");
-  Out({"owner", "address=27 Mill Race Road\r\nSuite 4", "company="});
-  EXPECT_EQ(Out({"owner", "ADDRESS", "company"}), "address=27 Mill Race Road\r\nSuite 4\ncompany=\n");
-  EXPECT_EQ(Cli({"owner", "name=" + std::string(36, 'x')}).exit, 1);
-  EXPECT_EQ(Cli({"owner", "company=New", "colour=red"}).exit, 2);
-  EXPECT_EQ(Out({"owner", "name", "company"}), "name=Zoë = Osgood\ncompany=\n");
+  EXPECT_EQ(Out("owner"), "name=\ncompany=\naddress=\nphone=\n");
+  Out("owner 'name=Zoë = Osgood' company=Oak 'address=27 Mill Road\nSuite 3' phone=1;2");
+  EXPECT_EQ(Out("owner"), "name=Zoë = Osgood\ncompany=Oak\naddress=27 Mill Road\r\nSuite 3\nphone=1;2\n");
+  Out("owner 'address=27 Mill Road\r\nSuite 4' company=");
+  EXPECT_EQ(Out("owner ADDRESS company"), "address=27 Mill Road\r\nSuite 4\ncompany=\n");
+  ExpectRefused(1, "owner name=" + std::string(36, 'x'));
+  ExpectRefused(2, "owner company=New colour=red");
+  EXPECT_EQ(Out("owner name company"), "name=Zoë = Osgood\ncompany=\n");
 }
 
 }  // namespace

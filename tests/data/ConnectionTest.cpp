@@ -15,28 +15,29 @@ using data::ReadScope;
 using data::StepTable;
 using data::Transaction;
 
-class ConnectionTest : public StoreTest {
+class ConnectionTest : public OpenStoreTest {
 protected:
-  void SetUp() override {
-    CreateFresh();
-    OpenBoth();
-  }
-  bool AddStep(int id) {
+  bool AddStep(int id, std::size_t commentSize = 0) {
     StepTable step(Data());
     step.PrepareNew();
     step.m_StepID = id;
+    step.m_Comments = Text(commentSize, u'x');
     return step.Write();
   }
-  std::string Steps() { return Shell(InspectionFile()).Ask("SELECT StepID FROM Step ORDER BY StepID"); }
-  data::Connection& Inspection() { return Data().Inspection(); }
+  // Whether the statement failed; it must not be taken for one about a missing table.
+  bool Fails(TextView sql) {
+    StepTable steps(Data());
+    EXPECT_TRUE(steps.OpenSQL(sql));
+    return steps.Failed();
+  }
+  std::string Steps() { return InVisits("SELECT StepID FROM Step ORDER BY StepID"); }
 };
 
 TEST_F(ConnectionTest, ATransactionIsWholeOrNothing) {
   {
     Transaction outer(Inspection());
     Transaction inner(Inspection());
-    EXPECT_TRUE(AddStep(1));
-    EXPECT_TRUE(inner.Commit());
+    EXPECT_TRUE(AddStep(1) && inner.Commit());
     EXPECT_EQ(Steps(), "");
     EXPECT_TRUE(outer.Commit());
     EXPECT_FALSE(outer.Commit());
@@ -55,19 +56,14 @@ TEST_F(ConnectionTest, ATransactionIsWholeOrNothing) {
   {
     Transaction failing(Inspection());
     AddStep(4);
-    EXPECT_TRUE(StepTable(Data()).OpenSQL(u"SELECT * FROM Step WHERE Colour = 1"));
-    EXPECT_FALSE(AddStep(5));  // nothing more is written
+    EXPECT_TRUE(Fails(u"SELECT * FROM Step WHERE Colour = 1"));
+    EXPECT_FALSE(AddStep(5)) << "nothing more is written";
     EXPECT_FALSE(failing.Commit());
   }
   EXPECT_EQ(Steps(), "1");
-  {
-    Transaction transaction(Inspection());
-    StepTable steps(Data());
-    EXPECT_TRUE(steps.OpenSQL(u"SELECT * FROM Inspection WHERE InspectionNum = 'O'Hara'"));  // finds nothing
-    EXPECT_TRUE(steps.Failed());
-    EXPECT_TRUE(AddStep(6));
-    EXPECT_TRUE(transaction.Commit());
-  }
+  Transaction transaction(Inspection());
+  EXPECT_TRUE(Fails(u"SELECT * FROM Inspection WHERE InspectionNum = 'O'Hara'")) << "but finds nothing only";
+  EXPECT_TRUE(AddStep(6) && transaction.Commit());
   EXPECT_EQ(Steps(), "1\n6");
 }
 
@@ -79,40 +75,24 @@ TEST_F(ConnectionTest, AnActionThatCannotBeginWritesNothingEvenWhenTheLockGoes) 
     EXPECT_FALSE(transaction.IsOpen());
     other.Run("COMMIT");
     EXPECT_FALSE(AddStep(2));
-    StepTable steps(Data());
-    EXPECT_TRUE(steps.OpenSQL(u"DELETE FROM Step WHERE StepID = 1"));
-    EXPECT_TRUE(steps.Failed());
+    EXPECT_TRUE(Fails(u"DELETE FROM Step WHERE StepID = 1"));
     EXPECT_FALSE(transaction.Commit());
   }
-  ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-  EXPECT_TRUE(device::Contains(m_Prompts.Messages()[0].text, u"Another program has locked the database"));
+  EXPECT_EQ(m_Prompts.Messages().size(), 1u);
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("Another program has locked the database"));
   EXPECT_TRUE(AddStep(3));
   EXPECT_EQ(Steps(), "1\n3");
 }
 
-TEST_F(ConnectionTest, TheJournalCanBeMadeBeforeTheFirstChange) {
-  ASSERT_TRUE(Inspection().PrepareForWriting());
-  Inspection().PrepareJournal();
-  const std::filesystem::path journal = InspectionFile().string() + "-wal";
-  const auto size = std::filesystem::file_size(journal);
-  EXPECT_GT(size, 32u) << "its head is there";
-  Inspection().PrepareJournal();
-  EXPECT_EQ(std::filesystem::file_size(journal), size) << "once is enough";
-  EXPECT_TRUE(AddStep(7));
-}
-
 TEST_F(ConnectionTest, AFullJournalIsTidiedOutsideATransactionAndNobodyIsToldWhenThatFails) {
-  ASSERT_TRUE(Inspection().PrepareForWriting());
+  Inspection().PrepareJournal();
+  EXPECT_GT(std::filesystem::file_size(InspectionFile().string() + "-wal"), 32u) << "its head is there";
   Shell other(InspectionFile());
   const auto size = [this] { return std::filesystem::file_size(InspectionFile()); };
   const auto before = size();
   {
     Transaction transaction(Inspection());
-    StepTable step(Data());
-    step.PrepareNew();
-    step.m_Comments = Text(3'000'000, u'x');
-    ASSERT_TRUE(step.Write());
-    ASSERT_TRUE(transaction.Commit());
+    ASSERT_TRUE(AddStep(6, 3'000'000) && transaction.Commit());
     const Transaction next(Inspection());
     Inspection().TidyJournal();
     EXPECT_EQ(size(), before);
@@ -138,8 +118,7 @@ TEST_F(ConnectionTest, OtherProgramsReadAndWriteBeside) {
   EXPECT_TRUE(steps.Open());
   EXPECT_EQ(steps.RecordCount(), 2);
   other.Run("DELETE FROM Step WHERE StepID = 1");
-  EXPECT_FALSE(steps.GetRecord(0));
-  EXPECT_FALSE(steps.Failed());
+  EXPECT_FALSE(steps.GetRecord(0) || steps.Failed());
   EXPECT_TRUE(steps.GetRecord(1));
   other.Run("ALTER TABLE Step ADD Colour integer; DROP TABLE Field");
   EXPECT_TRUE(steps.Open() && steps.GetRecord(0));
@@ -161,8 +140,8 @@ TEST_F(ConnectionTest, AnotherConnectionOfTheProcessLeavesTheLocksInPlace) {
   // A program that closes as the last one takes the write-ahead journal away; here it must see that it is
   // not.
   const std::string command =
-      "python3 -c \"import sqlite3, sys; base = sqlite3.connect(sys.argv[1]); "
-      "base.execute('SELECT count(*) FROM Step').fetchone(); base.close()\" '" +
+      "python3 -c \"import sqlite3, sys; base = sqlite3.connect(sys.argv[1]); base.execute('SELECT count(*) "
+      "FROM Step').fetchone(); base.close()\" '" +
       InspectionFile().string() + "'";
   EXPECT_EQ(std::system(command.c_str()), 0);
   EXPECT_TRUE(std::filesystem::exists(InspectionFile().string() + "-wal"));
@@ -171,12 +150,10 @@ TEST_F(ConnectionTest, AnotherConnectionOfTheProcessLeavesTheLocksInPlace) {
 }
 
 TEST_F(ConnectionTest, AReadThatFailsIsNotAnEndOfRows) {
-  {
-    Transaction transaction(Inspection());
-    for (int i = 0; i < 3000; ++i) AddStep(i);
-    EXPECT_TRUE(transaction.Commit());
-  }
   m_Databases.reset();
+  InVisits(
+      "WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) INSERT INTO Step (StepID, "
+      "Comments) SELECT i, hex(randomblob(20)) FROM n");
   std::string bytes = ContentOf(InspectionFile());
   ASSERT_GT(bytes.size(), 100'000u);
   std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(bytes.size() / 2), bytes.end(), 'x');
@@ -184,11 +161,10 @@ TEST_F(ConnectionTest, AReadThatFailsIsNotAnEndOfRows) {
   m_Databases = std::make_unique<Databases>(TemplateFile(), InspectionFile(), m_Faults, m_Clock);
   ASSERT_EQ(m_Databases->Open(), u"");
   StepTable steps(Data());
-  EXPECT_TRUE(steps.Open());
-  EXPECT_TRUE(steps.Failed());
+  EXPECT_TRUE(steps.Open() && steps.Failed());
   EXPECT_EQ(steps.RecordCount(), 0);
-  ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-  EXPECT_TRUE(device::Contains(m_Prompts.Messages()[0].text, u"Inspection_Data.cdb is damaged"));
+  EXPECT_EQ(m_Prompts.Messages().size(), 1u);
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("Inspection_Data.cdb is damaged"));
   std::vector<Text> findings;
   EXPECT_FALSE(Inspection().CheckIntegrity(findings));
   EXPECT_FALSE(findings.empty());
@@ -197,14 +173,11 @@ TEST_F(ConnectionTest, AReadThatFailsIsNotAnEndOfRows) {
 }
 
 TEST_F(ConnectionTest, AFullDiskUndoesTheWholeAction) {
-  if (geteuid() != 0) GTEST_SKIP() << "only root may mount a small disk";
   const std::filesystem::path disk = m_Folder / "disk";
   std::filesystem::create_directories(disk);
-  if (mount("none", disk.c_str(), "tmpfs", 0, "size=1m") != 0) GTEST_SKIP() << "no small disk here";
-  const struct Unmount {
-    std::filesystem::path path;
-    ~Unmount() { umount2(path.c_str(), MNT_DETACH); }
-  } unmount{disk};
+  if (geteuid() != 0 || mount("none", disk.c_str(), "tmpfs", 0, "size=1m") != 0)
+    GTEST_SKIP() << "only root may mount a small disk, and not everywhere";
+  const std::shared_ptr<void> unmount(nullptr, [&](void*) { umount2(disk.c_str(), MNT_DETACH); });
   const auto file = disk / "Inspection_Data.cdb";
   ASSERT_EQ(data::CreateFreshDatabase(file, data::DatabaseKind::Inspection, m_Faults), u"");
   m_Databases = std::make_unique<Databases>(TemplateFile(), file, m_Faults, m_Clock);
@@ -213,13 +186,7 @@ TEST_F(ConnectionTest, AFullDiskUndoesTheWholeAction) {
   EXPECT_TRUE(AddStep(1));
   {
     Transaction transaction(Inspection());
-    StepTable step(Data());
-    for (int i = 2; i < 40; ++i) {
-      step.PrepareNew();
-      step.m_StepID = i;
-      step.m_Comments = Text(i < 38 ? 100'000 : 1, u'x');  // the last would fit again
-      step.Write();
-    }
+    for (int i = 2; i < 40; ++i) AddStep(i, i < 38 ? 100'000 : 1);  // the last would fit again
     EXPECT_FALSE(transaction.Commit());
   }
   ASSERT_FALSE(m_Prompts.Messages().empty());

@@ -5,7 +5,6 @@
 
 #include "StoreTest.h"
 #include "data/FreshDatabase.h"
-#include "data/InspectionTypeTable.h"
 
 namespace inspector::tests {
 namespace {
@@ -15,19 +14,22 @@ using data::kDefaultTemplatePath;
 using data::kOptionsKey;
 using data::kStartUpKey;
 using data::OptionsSaved;
-using data::StartUpResult;
 using device::DatabasePaths;
 
 class StartUpTest : public StoreTest {
 protected:
+  void SetUp() override { CreateFresh(); }
   Text Registered(TextView key, const char16_t* value) {
     return m_Registry.Read(Text(key), value).value_or(u"none");
   }
-  Text LastMessage() { return m_Prompts.Messages().empty() ? Text() : m_Prompts.Messages().back().text; }
+  void ExpectReady() { EXPECT_EQ(Start().result, StartUpResult::Ready) << m_Prompts.Last(); }
+  void ExpectRefused(const std::string& says) {
+    EXPECT_EQ(Start().result, StartUpResult::Refused);
+    EXPECT_THAT(m_Prompts.Last(), HasSubstr(says));
+  }
 };
 
 TEST_F(StartUpTest, WithoutRegistryValuesTheDefaultsAreUsedAndWritten) {
-  CreateFresh();
   const data::StartUp start = Start();
   ASSERT_EQ(start.result, StartUpResult::Ready);
   EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);
@@ -35,75 +37,61 @@ TEST_F(StartUpTest, WithoutRegistryValuesTheDefaultsAreUsedAndWritten) {
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), u"none");
   EXPECT_EQ(start.workspace->PathsInUse().templatePath, kDefaultTemplatePath);
   EXPECT_TRUE(m_Prompts.Messages().empty());
-  EXPECT_EQ(Shell(InspectionFile()).Ask("PRAGMA journal_mode"), "wal");
+  EXPECT_EQ(InVisits("PRAGMA journal_mode"), "wal");
 }
 
 TEST_F(StartUpTest, AMissingFileIsAskedForUntilBothAreThere) {
-  CreateFresh();
-  const auto moved = m_Folder / "elsewhere" / "Mine.cdb";
-  std::filesystem::create_directories(moved.parent_path());
+  const auto moved = m_Folder.Put("elsewhere/Mine.cdb");
   std::filesystem::rename(InspectionFile(), moved);
   const Text typed = device::FromUtf8(moved.string());
   m_Prompts.QueueDatabasePaths(DatabasePaths{Text(kDefaultTemplatePath), u"\\elsewhere\\missing.cdb"});
   m_Prompts.QueueDatabasePaths(DatabasePaths{u"\\my documents\\template_data.cdb", typed});
-  {
-    const data::StartUp start = Start();
-    ASSERT_EQ(start.result, StartUpResult::Ready);
-    EXPECT_EQ(start.workspace->PathsInUse().inspectionPath, typed);
-  }
+  ExpectReady();
   ASSERT_EQ(m_Prompts.DatabaseQuestions().size(), 2u);
   EXPECT_EQ(m_Prompts.DatabaseQuestions()[0].inspectionPath, kDefaultInspectionPath);
   EXPECT_EQ(m_Prompts.DatabaseQuestions()[1].inspectionPath, u"\\elsewhere\\missing.cdb");
   EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), typed);
-  EXPECT_EQ(Start().result, StartUpResult::Ready);  // without asking again
+  EXPECT_EQ(Start().workspace->PathsInUse().inspectionPath, typed) << "without asking again";
 
   std::filesystem::remove(moved);
   m_Prompts.QueueDatabasePaths(std::nullopt);
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  ExpectRefused("");
   EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), typed);
   EXPECT_TRUE(m_Prompts.Messages().empty());
 }
 
 TEST_F(StartUpTest, ARegistryThatCannotBeReadEndsTheStart) {
-  CreateFresh();
   for (const auto& [content, says] :
-       {std::pair{"no [ toml", u"registry.toml"},
-        {"'HKEY_USERS\\.Default\\Software\\Pellory\\Inspector' = 1", u"is no table"}}) {
+       {std::pair{"no [ toml", "registry.toml"},
+        {"'HKEY_USERS\\.Default\\Software\\Pellory\\Inspector' = 1", "is no table"}}) {
     m_Folder.Put("registry.toml", content);
-    EXPECT_EQ(Start().result, StartUpResult::Refused);
-    EXPECT_TRUE(device::Contains(LastMessage(), says));
+    ExpectRefused(says);
     EXPECT_EQ(ContentOf(m_Folder / "registry.toml"), content);
   }
 }
 
 TEST_F(StartUpTest, ASecondInspectorIsRefusedWhileTheFirstWorks) {
-  CreateFresh();
   std::filesystem::create_symlink("My Documents/Template_Data.cdb", m_Folder / "other.cdb");
   data::StartUp first = Start();
   ASSERT_EQ(first.result, StartUpResult::Ready);
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"Another Inspector is working with the database"));
+  ExpectRefused("Another Inspector is working with the database");
   m_Registry.Write(Text(kStartUpKey), u"TemplatePath", u"\\other.cdb");  // the same file under another name
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
+  ExpectRefused("Another Inspector is working with the database");
   first.workspace.reset();
-  EXPECT_EQ(Start().result, StartUpResult::Ready);  // through the link
+  ExpectReady();  // through the link
 
   m_Registry.Write(Text(kStartUpKey), u"InspectionPath", u"\\My Documents\\Template_Data.cdb");
   m_Prompts.QueueDatabasePaths(std::nullopt);
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"Both paths lead to the database"));
+  ExpectRefused("Both paths lead to the database");
 }
 
 // What stands behind it would be read, and written, one place off.
 TEST_F(StartUpTest, ATableWithAGapIsRefused) {
-  CreateFresh();
-  Shell(InspectionFile()).Run("ALTER TABLE Step DROP COLUMN Reserve8");
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"lacks the column Step.Reserve8"));
+  InVisits("ALTER TABLE Step DROP COLUMN Reserve8");
+  ExpectRefused("lacks the column Step.Reserve8");
 }
 
 TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
-  CreateFresh();
   const std::string good = [&] {
     Shell other(InspectionFile());
     other.Run(
@@ -114,87 +102,67 @@ TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   const auto with = [&](std::size_t at, const std::string& bytes) {
     return std::string(good).replace(at, bytes.size(), bytes);
   };
-  const struct {
-    const char* what;
-    std::string content;
-    Text message;
-  } kCases[] = {
-      {"a document", "Dear client, enclosed you find our report on your house. " + std::string(200, '.'),
-       u"is damaged or is no database"},
-      {"a few bytes", "SQLite format 3", u"is damaged or is no database"},
-      {"nothing", "", u"is empty"},
-      {"a newer format", with(18, "\x03\x03"), u"written in a newer file format"},
-      {"a newer schema", with(47, "\x05"), u"written in a newer file format"},
-      {"cut short", good.substr(0, good.size() / 2), u"has been cut short"},
-      {"a damaged header", with(16, "\x01"), u"is damaged or is no database"},
-      {"a damaged list of tables", with(100, std::string(300, 'x')), u"is damaged or is no database"},
-      {"damaged rows", with(good.size() / 2, std::string(20'000, 'x')), u"is damaged or is no database"},
-  };
-  for (const auto& each : kCases) {
-    SCOPED_TRACE(each.what);
-    m_Folder.Put("My Documents/Inspection_Data.cdb", each.content);
+  const std::tuple<const char*, std::string, const char*> kCases[] = {
+      {"a document", "Dear client, enclosed you find our report. " + std::string(200, '.'), "is no database"},
+      {"a few bytes", "SQLite format 3", "is damaged or is no database"},
+      {"nothing", "", "is empty"},
+      {"a newer format", with(18, "\x03\x03"), "written in a newer file format"},
+      {"a newer schema", with(47, "\x05"), "written in a newer file format"},
+      {"cut short", good.substr(0, good.size() / 2), "has been cut short"},
+      {"a damaged header", with(16, "\x01"), "is damaged or is no database"},
+      {"a damaged list of tables", with(100, std::string(300, 'x')), "is damaged or is no database"},
+      {"damaged rows", with(good.size() / 2, std::string(20'000, 'x')), "is damaged or is no database"}};
+  for (const auto& [what, content, says] : kCases) {
+    SCOPED_TRACE(what);
+    m_Folder.Put("My Documents/Inspection_Data.cdb", content);
     m_Prompts.Forget();
-    EXPECT_EQ(Start().result, StartUpResult::Refused);
-    ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-    EXPECT_EQ(m_Prompts.Messages()[0].title, u"Error");
-    EXPECT_TRUE(device::Contains(LastMessage(), each.message)) << device::ToUtf8(LastMessage());
-    EXPECT_TRUE(device::Contains(LastMessage(), u"Inspection_Data.cdb"));
-    EXPECT_TRUE(ContentOf(InspectionFile()) == each.content);
+    ExpectRefused(says);
+    EXPECT_EQ(m_Prompts.Messages().size(), 1u);
+    EXPECT_THAT(m_Prompts.Last(), ::testing::ContainsRegex("^Error: .*Inspection_Data.cdb"));
+    EXPECT_TRUE(ContentOf(InspectionFile()) == content);
     for (const char* const beside : {"-wal", "-shm", "-journal"})
       EXPECT_FALSE(std::filesystem::exists(InspectionFile().string() + beside)) << beside;
   }
 }
 
 TEST_F(StartUpTest, AFileThatIsProtectedLockedOrNoneIsNamed) {
-  CreateFresh();
   chmod(InspectionFile().c_str(), 0444);
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"is read-only"));
+  ExpectRefused("is read-only");
   chmod(InspectionFile().c_str(), 0644);
   {
     Shell other(InspectionFile());
     other.Run("BEGIN EXCLUSIVE");
-    EXPECT_EQ(Start().result, StartUpResult::Refused);
-    EXPECT_TRUE(device::Contains(LastMessage(), u"Another program has locked the database"));
+    ExpectRefused("Another program has locked the database");
   }
   std::filesystem::remove(InspectionFile());
   std::filesystem::create_directory(InspectionFile());
   m_Prompts.QueueDatabasePaths(std::nullopt);
-  EXPECT_EQ(Start().result, StartUpResult::Refused);
-  EXPECT_TRUE(device::Contains(LastMessage(), u"is not a file"));
+  ExpectRefused("is not a file");
 }
 
 TEST_F(StartUpTest, WhatIsMissingFromACurrentFileIsSaid) {
-  CreateFresh();
-  Shell(InspectionFile())
-      .Run("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
-  EXPECT_EQ(Start().result, StartUpResult::Ready);
-  ASSERT_EQ(m_Prompts.Messages().size(), 1u);
-  EXPECT_TRUE(
-      device::Contains(LastMessage(), u"(missing column in table: Step column: 16; missing table: Field)"))
-      << device::ToUtf8(LastMessage());
+  InVisits("DROP TABLE Field; ALTER TABLE Step DROP COLUMN PictureBefore; DROP TABLE MERGE_Step");
+  ExpectReady();
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("missing column in table: Step column: 16; missing table: Field"));
   EXPECT_EQ(m_Faults.Count(), 1);
 }
 
 TEST_F(StartUpTest, ProgramsBesideDoNotKeepItFromStarting) {
-  CreateFresh();
   Shell writer(TemplateFile());
   writer.Run("PRAGMA journal_mode = WAL; BEGIN IMMEDIATE; UPDATE Options SET StepSpacing = 1");
   Shell reader(InspectionFile());
   reader.Run("BEGIN; SELECT count(*) FROM Step");
-  EXPECT_EQ(Start().result, StartUpResult::Ready);
+  ExpectReady();
   reader.Run("COMMIT");
   EXPECT_TRUE(m_Prompts.Messages().empty());
 }
 
 TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
-  CreateFresh();
   // The state after a kill: pages 1 and up already written, the file not yet grown, the journal beside it.
   const std::string before = ContentOf(InspectionFile());
   Shell other(InspectionFile());
   other.Run("PRAGMA cache_size = 1; PRAGMA journal_mode = delete; BEGIN");
-  for (int i = 0; i < 40; ++i)
-    other.Run("INSERT INTO Step (StepID, Comments) VALUES (1, hex(randomblob(4000)))");
+  for (int i = 0; i < 40; ++i) other.Run("INSERT INTO Step (Comments) VALUES (hex(randomblob(4000)))");
   const auto copy = m_Folder / "copy.cdb";
   std::filesystem::copy_file(InspectionFile(), copy);
   std::filesystem::copy_file(InspectionFile().string() + "-journal", copy.string() + "-journal");
@@ -208,76 +176,64 @@ TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
 }
 
 TEST_F(StartUpTest, AFreshDatabaseNeverReplacesAFile) {
-  const auto file = m_Folder.Put("My Documents/Template_Data.cdb", "mine");
-  EXPECT_TRUE(device::Contains(data::CreateFreshDatabase(file, data::DatabaseKind::Template, m_Faults),
-                               u"File exists"));
-  EXPECT_EQ(ContentOf(file), "mine");
-  m_Folder.Put("plain", "");
-  EXPECT_NE(data::CreateFreshDatabase(m_Folder / "plain" / "T.cdb", data::DatabaseKind::Template, m_Faults),
-            u"");
-  EXPECT_EQ(m_Files.ListEntries(m_Folder / "My Documents"), std::vector<Text>{u"Template_Data.cdb"});
+  const auto create = [this](const char* file) {
+    return device::ToUtf8(data::CreateFreshDatabase(m_Folder / file, data::DatabaseKind::Template, m_Faults));
+  };
+  m_Folder.Put("office/T.cdb", "mine");
+  EXPECT_THAT(create("office/T.cdb"), HasSubstr("File exists"));
+  EXPECT_NE(create("office/T.cdb/T.cdb"), "");
+  EXPECT_EQ(ContentOf(m_Folder / "office/T.cdb"), "mine");
+  EXPECT_EQ(m_Files.ListEntries(m_Folder / "office"), std::vector<Text>{u"T.cdb"});
 }
 
 TEST_F(StartUpTest, OptionsOutOfRangeAreRepairedInMemory) {
-  const struct {
-    const char* stored;  // ReportFontSize, StepSpacing, ColumnWidth1 to 5
-    const char* layout;
-    int fontSize;
-    int spacing;
-    std::array<double, 5> widths;
-  } kCases[] = {
-      {"14, 0, 0, 0, 0, 0, 0", "4 cOLUMN", 12, 2, {0.6, 1.28, 1.12, 1.0, 1.75}},
-      {"10, 1, NULL, NULL, 0, 0, 0", "3 Column", 10, 1, {0.73, 1.23, 4.19, 0, 0}},
-      {"12, 2, 0, 0, 0, 0, 0.5", "4 Column", 12, 2, {0, 0, 0, 0, 0.5}},
-      {"NULL, 3, 0, 0, 0, 0, 0", nullptr, 12, 2, {0.73, 1.23, 4.19, 0, 0}},
-  };
-  CreateFresh();
-  Shell other(TemplateFile());
-  for (const auto& each : kCases) {
-    SCOPED_TRACE(each.stored);
-    other.Run("DELETE FROM Options; DELETE FROM InspectionType");
-    other.Run(
-        "INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
-        "ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
-        std::string(each.stored) + ")");
-    if (each.layout)
-      other.Run("INSERT INTO InspectionType (ID, Layout) VALUES (1, '" + std::string(each.layout) + "')");
-    const std::string stored = other.Ask("SELECT * FROM Options");
+  using Widths = std::array<double, 5>;
+  // ReportFontSize, StepSpacing and ColumnWidth1 to 5 as stored, the first type, and what is read.
+  const std::tuple<std::string, std::string, int, int, Widths> kCases[] = {
+      {"14, 0, 0, 0, 0, 0, 0", "VALUES (1, '4 cOLUMN')", 12, 2, {0.6, 1.28, 1.12, 1.0, 1.75}},
+      {"10, 1, NULL, NULL, 0, 0, 0", "VALUES (1, '3 Column')", 10, 1, {0.73, 1.23, 4.19, 0, 0}},
+      {"12, 2, 0, 0, 0, 0, 0.5", "VALUES (1, '4 Column')", 12, 2, {0, 0, 0, 0, 0.5}},
+      {"NULL, 3, 0, 0, 0, 0, 0", "SELECT 1, 2 WHERE 0", 12, 2, {0.73, 1.23, 4.19, 0, 0}}};
+  for (const auto& [values, type, fontSize, spacing, widths] : kCases) {
+    SCOPED_TRACE(values);
+    InLibrary("DELETE FROM Options; DELETE FROM InspectionType; INSERT INTO InspectionType (ID, Layout) " +
+              type +
+              "; INSERT INTO Options (DataVersion, ReportFontSize, StepSpacing, ColumnWidth1, ColumnWidth2, "
+              "ColumnWidth3, ColumnWidth4, ColumnWidth5) VALUES ('5.0', " +
+              values + ")");
+    const std::string stored = InLibrary("SELECT * FROM Options");
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
     const data::OptionsTable& options = start.workspace->Options();
-    EXPECT_EQ(options.m_ReportFontSize, each.fontSize);
-    EXPECT_EQ(options.m_StepSpacing, each.spacing);
-    EXPECT_EQ(options.m_ColumnWidth, each.widths);
-    EXPECT_EQ(other.Ask("SELECT * FROM Options"), stored);
+    EXPECT_EQ(std::tie(options.m_ReportFontSize, options.m_StepSpacing), std::tie(fontSize, spacing));
+    EXPECT_EQ(options.m_ColumnWidth, widths);
+    EXPECT_EQ(InLibrary("SELECT * FROM Options"), stored);
   }
 }
 
 TEST_F(StartUpTest, SavedOptionsQuitWhenAPathChangedEvenInCaseOnly) {
-  CreateFresh();
   const data::StartUp start = Start();
   ASSERT_EQ(start.result, StartUpResult::Ready);
   data::Workspace& workspace = *start.workspace;
-  Shell other(TemplateFile());
-  other.Run("DELETE FROM Options");
+  InLibrary("DELETE FROM Options");
   workspace.ForgetOptions();
-  workspace.Options().m_FooterText = u"first";
-  EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Done);
-  workspace.Options().m_FooterText = u"second";
-  EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Done);
-  EXPECT_EQ(other.Ask("SELECT FooterText FROM Options"), "second");  // one row, however often it is saved
+  for (const auto* const footer : {u"first", u"second"}) {
+    workspace.Options().m_FooterText = footer;
+    EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Done);
+  }
+  EXPECT_EQ(InLibrary("SELECT FooterText FROM Options"), "second") << "one row, however often it is saved";
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), kDefaultTemplatePath);
   EXPECT_TRUE(m_Prompts.Messages().empty());
 
   const DatabasePaths changed{u"\\my documents\\Template_Data.cdb", Text(kDefaultInspectionPath)};
   EXPECT_EQ(SaveOptions(workspace, changed), OptionsSaved::MustQuit);
-  EXPECT_EQ(LastMessage(),
-            u"The path(s) for the data files have been changed and you are required to quit before "
-            u"proceeding.\n\nInspector will now quit.");
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("The path(s) for the data files have been changed and you are "
+                                          "required to quit before proceeding.\n\nInspector will now quit."));
   EXPECT_EQ(m_Prompts.Messages().back().icon, device::Icon::Exclamation);
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);
   EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);  // start-up has a key of its own
 
+  Shell other(TemplateFile());
   other.Run("BEGIN IMMEDIATE");
   EXPECT_EQ(SaveOptions(workspace, workspace.PathsInUse()), OptionsSaved::Failed);
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);

@@ -31,7 +31,7 @@ using namespace data;  // every table class
 void StoreTest::CreateFresh() {
   ASSERT_EQ(CreateFreshDatabase(TemplateFile(), DatabaseKind::Template, m_Faults), u"");
   ASSERT_EQ(CreateFreshDatabase(InspectionFile(), DatabaseKind::Inspection, m_Faults), u"");
-  Shell(TemplateFile()).Run("INSERT INTO Options (DataVersion) VALUES ('5.0')");
+  InLibrary("INSERT INTO Options (DataVersion) VALUES ('5.0')");
 }
 
 void StoreTest::CreateGenerated() {
@@ -40,8 +40,7 @@ void StoreTest::CreateGenerated() {
     Shell(file).Run("CREATE TABLE Other (A); INSERT INTO Other VALUES (1)");
   }
   OpenBoth();
-  for (const TableLayout& layout : AllLayouts())
-    EXPECT_TRUE(Table(layout.name, layout.database)->CreateTable());
+  for (const TableLayout& each : AllLayouts()) EXPECT_TRUE(Table(each.name, each.database)->CreateTable());
 }
 
 void StoreTest::OpenBoth() {
@@ -50,17 +49,13 @@ void StoreTest::OpenBoth() {
   ASSERT_TRUE(m_Databases->Template().PrepareForWriting() && m_Databases->Inspection().PrepareForWriting());
 }
 
-namespace {
-
 // Of these classes the one of the table of that name.
 template <typename... Tables>
-std::unique_ptr<TableRecordset> OneOf(Databases& databases, TextView name) {
+static std::unique_ptr<TableRecordset> OneOf(Databases& databases, TextView name) {
   std::unique_ptr<TableRecordset> found;
   ((found = std::make_unique<Tables>(databases), found->TableName() == name) || ...);
   return found;
 }
-
-}  // namespace
 
 std::unique_ptr<TableRecordset> StoreTest::Table(TextView name, DatabaseKind kind) {
   Databases& databases = *m_Databases;
@@ -74,38 +69,6 @@ std::unique_ptr<TableRecordset> StoreTest::Table(TextView name, DatabaseKind kin
                InspectionTypeCategoryTable, InspectionTypeCommentTable, MaterialCommentTable,
                MaterialTemplateTable, OptionsTable, PickersTable, RatingChoicesTable, RatingTypeTable,
                StepCommentTable, StepTemplateTable, VoidCommentsTable>(databases, name);
-}
-
-void StoreTest::Insert(TextView table, std::string ordinals, const std::string& rows) {
-  Connection& connection = Data().Get(FindLayout(table)->database);
-  std::string names;
-  for (const char* at = ordinals.c_str(); *at; at += *at == ',') {
-    char* end = nullptr;
-    const auto ordinal = static_cast<std::size_t>(std::strtol(at, &end, 10));
-    names += (names.empty() ? "" : ", ") + QuotedName(connection.ColumnsOf(table)->at(ordinal).name);
-    at = end;
-  }
-  const std::string sql = "INSERT INTO " + QuotedName(table) + " (" + names + ") VALUES " + rows;
-  EXPECT_TRUE(connection.ExecuteNative(sql)) << sql;
-}
-
-std::vector<int> StoreTest::Find(TextView sql) {
-  const std::size_t column = sql.find(u".*");
-  const std::size_t begin = column == TextView::npos ? sql.find(u"FROM ") + 5 : 7;
-  const TextView table = sql.substr(begin, sql.find_first_of(u" .", begin) - begin);
-  const auto rows = Table(table);
-  EXPECT_TRUE(rows->OpenSQL(sql));
-  EXPECT_FALSE(rows->Failed()) << device::ToUtf8(sql);
-  std::vector<int> found;
-  for (int n = 0; n < rows->RecordCount(); ++n) {
-    EXPECT_TRUE(rows->GetRecord(n));
-    const auto columns = rows->Columns();
-    found.push_back(
-        *std::get<std::int32_t*>(std::find_if(columns.begin(), columns.end(), [](const ColumnDef& each) {
-                                   return each.type == ValueType::Integer;
-                                 })->member));
-  }
-  return found;
 }
 
 }  // namespace inspector::tests

@@ -1,26 +1,19 @@
 // Two databases in a temporary folder, any table by its name, and a second program beside them.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
-#include "data/Databases.h"
 #include "data/StartUp.h"
 #include "data/TableRecordset.h"
-#include "device/DevicePaths.h"
-#include "device/FaultLog.h"
-#include "device/Machine.h"
-#include "device/Registry.h"
 #include "support/Shell.h"
 #include "support/TestSupport.h"
 
 namespace inspector::tests {
 
+using data::DatabaseKind;
 using data::Databases;
+using data::StartUpResult;
 using data::TableRecordset;
-using device::Text;
 using device::TextView;
+using ::testing::HasSubstr;
 
 class StoreTest : public ::testing::Test, protected ScriptedMachine {
 protected:
@@ -36,14 +29,22 @@ protected:
 
   data::StartUp Start() { return data::StartData(m_Machine); }
   Databases& Data() { return *m_Databases; }
-  std::unique_ptr<TableRecordset> Table(TextView name,
-                                        data::DatabaseKind kind = data::DatabaseKind::Inspection);
-  // Adds rows in SQL's words, their columns told by ordinal: "0, 3", "(1, 'Roof'), (2, NULL)".
-  void Insert(TextView table, std::string ordinals, const std::string& rows);
-  // The first integer column of each row that the statement finds.
-  std::vector<int> Find(TextView sql);
+  data::Connection& Inspection() { return Data().Inspection(); }
+  std::unique_ptr<TableRecordset> Table(TextView name, DatabaseKind kind = DatabaseKind::Inspection);
+  // Runs SQL as another program would; returns what it finds.
+  std::string InLibrary(const std::string& sql) { return Shell(TemplateFile()).Ask(sql); }
+  std::string InVisits(const std::string& sql) { return Shell(InspectionFile()).Ask(sql); }
 
   std::unique_ptr<Databases> m_Databases;
+};
+
+// Both databases are there and open.
+class OpenStoreTest : public StoreTest {
+protected:
+  void SetUp() override {
+    CreateFresh();
+    OpenBoth();
+  }
 };
 
 }  // namespace inspector::tests

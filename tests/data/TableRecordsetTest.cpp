@@ -7,24 +7,15 @@
 #include "data/OptionsTable.h"
 #include "data/StepTable.h"
 #include "data/UniqueIDTable.h"
-#include "device/Format.h"
 
 namespace inspector::tests {
 namespace {
 
-using data::CategoryTable;
 using data::InspectionTable;
 using data::OptionsTable;
 using data::StepTable;
-using data::UniqueIDTable;
 
-class TableRecordsetTest : public StoreTest {
-protected:
-  void SetUp() override {
-    CreateFresh();
-    OpenBoth();
-  }
-};
+using TableRecordsetTest = OpenStoreTest;
 
 // A value that no other column of the table has, where its type allows that.
 struct ValueAt {
@@ -66,8 +57,7 @@ TEST_F(TableRecordsetTest, EveryColumnOfEveryTableComesBackAtItsOrdinal) {
 }
 
 TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
-  Shell other(InspectionFile());
-  other.Run("INSERT INTO Inspection (InspectionID) VALUES (NULL)");
+  InVisits("INSERT INTO Inspection (InspectionID) VALUES (NULL)");
   InspectionTable inspection(Data());
   inspection.m_InspectionDate = m_Clock.Now();
   inspection.m_ClientName = u"left over";
@@ -77,7 +67,7 @@ TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
   EXPECT_TRUE(inspection.m_InspectionDate.IsZero());
   EXPECT_TRUE(inspection.Write());
   EXPECT_EQ(
-      other.Ask("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
+      InVisits("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
       "0|''|0|NULL");
 
   OptionsTable options(Data());
@@ -88,33 +78,29 @@ TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
 }
 
 TEST_F(TableRecordsetTest, AWriteAddsAfterPrepareNewAndUpdatesAfterGetRecord) {
-  Shell other(InspectionFile());
   StepTable step(Data());
-  EXPECT_FALSE(step.Write());  // nothing was read or prepared
+  EXPECT_FALSE(step.Write()) << "nothing was read or prepared";
   EXPECT_TRUE(step.Open());
-  EXPECT_EQ(step.RecordCount(), 0);
   EXPECT_FALSE(step.GetRecord(0));
-
   step.PrepareNew();
-  step.m_StepID = 1;
-  EXPECT_TRUE(step.Write());
-  step.m_StepID = 2;
-  EXPECT_TRUE(step.Write());  // repeats the insert
-  EXPECT_EQ(step.RecordCount(), 2);
+  for (const int id : {1, 2}) {  // the second repeats the insert
+    step.m_StepID = id;
+    EXPECT_TRUE(step.Write());
+    EXPECT_EQ(step.RecordCount(), id);
+  }
   EXPECT_TRUE(step.GetRecord(1));
-  step.m_Comments = u"a";
-  EXPECT_TRUE(step.Write());
-  step.m_Comments = u"b";
-  EXPECT_TRUE(step.Write());  // repeats the update
-  EXPECT_EQ(other.Ask("SELECT StepID, Comments FROM Step"), "1|\n2|b");
+  for (const auto* const comment : {u"a", u"b"}) {  // the second repeats the update
+    step.m_Comments = comment;
+    EXPECT_TRUE(step.Write());
+  }
+  EXPECT_EQ(InVisits("SELECT StepID, Comments FROM Step"), "1|\n2|b");
 
   step.PrepareNew();
   step.m_StepID = 3;
   EXPECT_TRUE(step.OpenSQL(u"SELECT * FROM Step WHERE StepID = 1"));
-  EXPECT_TRUE(step.Write());  // opening does not change what was prepared
+  EXPECT_TRUE(step.Write()) << "opening does not change what was prepared";
   EXPECT_EQ(step.RecordCount(), 2);
-  EXPECT_TRUE(step.GetRecord(0));
-  EXPECT_TRUE(step.DeleteCurrent());
+  EXPECT_TRUE(step.GetRecord(0) && step.DeleteCurrent());
   EXPECT_FALSE(step.DeleteCurrent());
   EXPECT_EQ(step.RecordCount(), 1);
   EXPECT_TRUE(step.GetRecord(0));
@@ -122,19 +108,11 @@ TEST_F(TableRecordsetTest, AWriteAddsAfterPrepareNewAndUpdatesAfterGetRecord) {
   EXPECT_FALSE(step.GetRecord(1));
   EXPECT_EQ(step.m_StepID, 0);
   EXPECT_FALSE(step.Write());
-  EXPECT_EQ(other.Ask("SELECT StepID FROM Step"), "2\n3");
-}
+  EXPECT_EQ(InVisits("SELECT StepID FROM Step"), "2\n3");
 
-TEST_F(TableRecordsetTest, ARowThatAnotherProgramDeletedIsMissedByItsWriter) {
-  Shell other(InspectionFile());
-  StepTable step(Data());
-  EXPECT_TRUE(step.Open());
-  step.PrepareNew();
-  EXPECT_TRUE(step.Write());
-  EXPECT_TRUE(step.GetRecord(0));
-  other.Ask("DELETE FROM Step");
-  step.m_Comments = u"lost without a word?";
-  EXPECT_FALSE(step.Write());
+  EXPECT_TRUE(step.Open() && step.GetRecord(0));
+  InVisits("DELETE FROM Step");
+  EXPECT_FALSE(step.Write()) << "another program has deleted the row";
   EXPECT_EQ(m_Faults.Count(), 1);
 }
 
@@ -153,58 +131,50 @@ TEST_F(TableRecordsetTest, PrepareNewKeepsBinaryAndDatesTheRowNow) {
 }
 
 TEST_F(TableRecordsetTest, WhatOtherProgramsStoredIsReadAsWhatItMeans) {
-  Shell(InspectionFile())
-      .Run(
-          "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
-          "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), "
-          "(3, 'yesterday', NULL, 0, x'C3A9'), (4, '2026-05-31 14:05:09.500', 0, 0, '')");
+  InVisits(
+      "INSERT INTO Inspection (InspectionID, InspectionDate, Reserve8, Reserve9, ClientName) VALUES "
+      "(7000000001, '2026-05-31 14:05', -1, 2, CAST(x'41FF42' AS TEXT)), (2, 46173.5, 0.5, 'no', 12), (3, "
+      "'yesterday', NULL, 0, x'C3A9'), (4, '2026-05-31 14:05:09.500', 0, 0, '')");
+  const std::tuple<device::CalendarTime, int, int, Text> kExpected[] = {
+      {device::MakeCalendarTime(2026, 5, 31, 14, 5), -1, -1, u"A\uFFFDB"},
+      {device::FromVariantTime(46173.5), -1, 0, u"12"},
+      {{}, 0, 0, u"\u00e9"},
+      {device::MakeCalendarTime(2026, 5, 31, 14, 5, 9), 0, 0, u""}};
   InspectionTable row(Data());
   ASSERT_TRUE(row.Open());
-  ASSERT_TRUE(row.GetRecord(0));
-  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5));
-  EXPECT_EQ(row.m_Reserve8, -1);
-  EXPECT_EQ(row.m_Reserve9, -1);
-  EXPECT_EQ(row.m_ClientName, u"A\uFFFDB");
-  ASSERT_TRUE(row.GetRecord(1));
-  EXPECT_EQ(row.m_InspectionDate, device::FromVariantTime(46173.5));
-  EXPECT_EQ(row.m_Reserve8, -1);
-  EXPECT_EQ(row.m_Reserve9, 0);
-  EXPECT_EQ(row.m_ClientName, u"12");
-  ASSERT_TRUE(row.GetRecord(2));
-  EXPECT_TRUE(row.m_InspectionDate.IsZero());
-  EXPECT_EQ(row.m_ClientName, u"\u00e9");
-  const auto storedDate = [&] {
-    return Shell(InspectionFile()).Ask("SELECT InspectionDate FROM Inspection WHERE InspectionID = 3");
-  };
+  for (int n = 0; n < 4; ++n) {
+    ASSERT_TRUE(row.GetRecord(n));
+    EXPECT_TRUE(std::tie(row.m_InspectionDate, row.m_Reserve8, row.m_Reserve9, row.m_ClientName) ==
+                kExpected[n])
+        << "row " << n;
+  }
   // What could not be read is still there after something else was changed, and gives way to a date.
-  ASSERT_TRUE(row.Write());
-  EXPECT_EQ(storedDate(), "yesterday");
+  const std::string storedDate = "SELECT InspectionDate FROM Inspection WHERE InspectionID = 3";
+  ASSERT_TRUE(row.GetRecord(2) && row.Write());
+  EXPECT_EQ(InVisits(storedDate), "yesterday");
   row.m_InspectionDate = device::MakeCalendarTime(2026, 6, 1);
   ASSERT_TRUE(row.Write());
-  EXPECT_EQ(storedDate(), "2026-06-01T00:00:00");
-  ASSERT_TRUE(row.GetRecord(3));
-  EXPECT_EQ(row.m_InspectionDate, device::MakeCalendarTime(2026, 5, 31, 14, 5, 9));
+  EXPECT_EQ(InVisits(storedDate), "2026-06-01T00:00:00");
 }
 
 TEST_F(TableRecordsetTest, AColumnDeclaredToIgnoreCaseComparesBinary) {
-  Shell(TemplateFile())
-      .Run(
-          "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID "
-          "integer); INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
-  EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"Comments"), 30001);
-  EXPECT_EQ(UniqueIDTable(Data(), data::DatabaseKind::Template).NextID(u"COMMENTS"), 25000);
+  InLibrary(
+      "DROP TABLE UniqueID; CREATE TABLE UniqueID (TableName varchar(50) COLLATE NOCASE, NextID integer); "
+      "INSERT INTO UniqueID VALUES ('comments', 7), ('Comments', 30000)");
+  data::UniqueIDTable keys(Data(), data::DatabaseKind::Template);
+  EXPECT_EQ(keys.NextID(u"Comments"), 30001);
+  EXPECT_EQ(keys.NextID(u"COMMENTS"), 25000);
 }
 
 TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
-  Shell(InspectionFile()).Run("DROP TABLE Field; DROP TABLE MERGE_Step; DROP TABLE MERGE_Category");
+  InVisits("DROP TABLE Field; DROP TABLE MERGE_Step; DROP TABLE MERGE_Category");
   const auto field = Table(u"Field");
   EXPECT_FALSE(field->Open());
   EXPECT_TRUE(field->Failed());
   EXPECT_EQ(field->RecordCount(), 0);
-  EXPECT_EQ(m_Faults.Count(), 0);  // the caller is told, and decides
+  EXPECT_EQ(m_Faults.Count(), 0) << "the caller is told, and decides";
   StepTable step(Data());
-  EXPECT_TRUE(step.Open());
-  EXPECT_FALSE(step.Failed());
+  EXPECT_TRUE(step.Open() && !step.Failed());
   // A joined table that is missing counts as well.
   EXPECT_FALSE(step.OpenSQL(u"SELECT Step.* FROM Step INNER JOIN Field ON Field.ID = Step.StepID"));
 
@@ -212,28 +182,23 @@ TEST_F(TableRecordsetTest, AMissingTableIsNotAnEmptyOne) {
   StepTable staged(Data(), u"MERGE_Step");
   staged.PrepareNew();
   EXPECT_TRUE(staged.Write());
-  CategoryTable category(Data(), u"MERGE_InspectionCategory");
+  data::CategoryTable category(Data(), u"MERGE_InspectionCategory");
   EXPECT_TRUE(category.OpenSQL(u"DELETE FROM MERGE_InspectionCategory WHERE InspectionID = 1"));
   EXPECT_FALSE(category.Failed());
-  EXPECT_EQ(Shell(InspectionFile())
-                .Ask("SELECT count(*) FROM MERGE_Step UNION ALL SELECT count(*) FROM MERGE_Category"),
-            "1\n0");
+  EXPECT_EQ(InVisits("SELECT count(*) FROM MERGE_Step; SELECT count(*) FROM MERGE_Category"), "1\n0");
 }
 
 TEST_F(TableRecordsetTest, RowsOfAnotherTableAreReadAndWrittenThere) {
-  Shell(InspectionFile())
-      .Run(
-          "INSERT INTO Category (CategoryID) VALUES (1); INSERT INTO MERGE_Category (CategoryID) VALUES (9)");
-  CategoryTable category(Data());
-  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category WHERE CategoryID = 9") &&
-              category.GetRecord(0));
+  InVisits("INSERT INTO Category (CategoryID) SELECT 1; INSERT INTO MERGE_Category (CategoryID) SELECT 9");
+  data::CategoryTable category(Data());
+  ASSERT_TRUE(category.OpenSQL(u"SELECT * FROM MERGE_Category") && category.GetRecord(0));
   EXPECT_EQ(category.m_CategoryID, 9);
   category.m_CategoryTitle = u"Roof";
   EXPECT_TRUE(category.Write());
   ASSERT_TRUE(category.Open() && category.GetRecord(0));
   EXPECT_EQ(category.m_CategoryID, 1);
   EXPECT_EQ(category.m_CategoryTitle, u"");
-  EXPECT_EQ(Shell(InspectionFile()).Ask("SELECT CategoryTitle FROM MERGE_Category"), "Roof");
+  EXPECT_EQ(InVisits("SELECT CategoryTitle FROM MERGE_Category"), "Roof");
 }
 
 }  // namespace

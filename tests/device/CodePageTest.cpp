@@ -15,19 +15,15 @@ TEST(CodePageTest, EveryByteHasOneCharacterAndComesBack) {
       text.substr(0x80, 0x20),
       u"\u20AC\u0081\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u008D\u017D\u008F"
       u"\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u009D\u017E\u0178");
-  for (int unit = 0; unit < 256; ++unit) {
-    if (unit >= 0x80 && unit <= 0x9F) continue;
-    EXPECT_EQ(text[static_cast<std::size_t>(unit)], unit);
-  }
+  for (std::size_t unit = 0; unit < 256; unit += unit == 0x7F ? 0x21 : 1) EXPECT_EQ(text[unit], unit);
 }
 
 TEST(CodePageTest, WhatItLacksIsOneQuestionMarkPerUnit) {
   int lacking = 0;
   for (int unit = 0; unit <= 0xFFFF; ++unit) {
     const Text text(1, static_cast<char16_t>(unit));
-    const bool fits = FitsCodePage(text);
-    if (!fits) ++lacking;
-    ASSERT_EQ(fits, FromCodePage(ToCodePage(text)) == text) << unit;
+    lacking += !FitsCodePage(text);
+    ASSERT_EQ(FitsCodePage(text), FromCodePage(ToCodePage(text)) == text) << unit;
   }
   EXPECT_EQ(lacking, 65536 - 256);
   EXPECT_EQ(ToCodePage(u"\U0001F3E0 \u0080\u0142"), "?? ??");

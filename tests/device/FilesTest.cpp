@@ -15,12 +15,11 @@ TEST(FilesTest, OnlyOrdinaryFilesAreOpened) {
   const fs::path file = folder.Put("picture.jpg", "0123456789");
   ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
   HostFiles files;
-  EXPECT_EQ(files.OpenForReading(folder.Path()), nullptr);
-  EXPECT_EQ(files.OpenForReading(folder / "pipe"), nullptr);  // and does not wait for a writer
-  EXPECT_EQ(files.OpenForReading("/dev/zero"), nullptr);
-  EXPECT_EQ(files.OpenForReading(folder / "missing"), nullptr);
-  EXPECT_EQ(files.OpenForReading(file.native() + std::string("\0.txt", 5)), nullptr);
-  EXPECT_FALSE(files.Exists(file.native() + std::string("\0.txt", 5)));
+  const fs::path noName = file.native() + std::string("\0.txt", 5);
+  for (const fs::path& other :
+       {folder.Path(), folder / "pipe", fs::path("/dev/zero"), folder / "missing", noName})
+    EXPECT_EQ(files.OpenForReading(other), nullptr) << other;  // and does not wait for a writer of the pipe
+  EXPECT_FALSE(files.Exists(noName));
   EXPECT_TRUE(files.Exists(folder.Path()));
 
   const auto input = files.OpenForReading(file);
@@ -53,11 +52,9 @@ TEST(FilesTest, WholeFilesAreReadUpToALimit) {
 TEST(FilesTest, EntriesAreListedInAscendingCodeUnits) {
   TemporaryFolder folder;
   // As UTF-8 bytes the house would come last; as code units it begins with a surrogate.
-  for (const char* name :
-       {"b.jpg", "B.jpg", "a.jpg", "\xC3\xA9.jpg", "\xF0\x9F\x8F\xA0.jpg", "\xEF\xBD\x9E.jpg", ".hidden",
-        "10.jpg", "9.jpg", "raw \xFF.jpg", "z/inside.jpg"}) {
+  for (const char* name : {"b.jpg", "B.jpg", "a.jpg", "\xC3\xA9.jpg", "\xF0\x9F\x8F\xA0.jpg",
+                           "\xEF\xBD\x9E.jpg", ".hidden", "10.jpg", "9.jpg", "raw \xFF.jpg", "z/inside.jpg"})
     folder.Put(name);
-  }
   HostFiles files;
   EXPECT_EQ(files.ListEntries(folder.Path()),
             (std::vector<Text>{u".hidden", u"10.jpg", u"9.jpg", u"B.jpg", u"a.jpg", u"b.jpg",

@@ -4,11 +4,10 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
+#include <numeric>
 
 #include "support/TestSupport.h"
 
@@ -16,6 +15,7 @@ namespace inspector::device {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::ElementsAre;
 using tests::ContentOf;
 using tests::TemporaryFolder;
 using Staging = HostOutputFile::Staging;
@@ -25,23 +25,10 @@ class HostOutputFileTest : public testing::TestWithParam<Staging> {
 protected:
   HostOutputFile Create(const fs::path& target) { return HostOutputFile(target, GetParam()); }
   bool Save(const fs::path& target, std::string_view content) {
-    HostOutputFile file(target, GetParam());
+    auto file = Create(target);
     return file.Write(content) && file.Commit();
   }
   std::vector<Text> Entries() { return HostFiles().ListEntries(m_Folder.Path()); }
-
-  // A process that is killed while it writes. Returns its id.
-  static pid_t WriteAndBeKilled(const fs::path& target) {
-    const pid_t child = fork();
-    if (child == 0) {
-      (new HostOutputFile(target, GetParam()))->Write("half");
-      raise(SIGKILL);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-    return child;
-  }
 
   TemporaryFolder m_Folder;
 };
@@ -53,48 +40,40 @@ INSTANTIATE_TEST_SUITE_P(, HostOutputFileTest, testing::Values(Staging::Unnamed,
 
 TEST_P(HostOutputFileTest, TheFileAppearsWholeOrNotAtAll) {
   const fs::path target = m_Folder.Put("report.rtf", "old");
-  {
-    auto file = Create(target);
-    EXPECT_TRUE(file.Write("half a rep"));
-    EXPECT_EQ(ContentOf(target), "old");
-  }
+  EXPECT_TRUE(Create(target).Write("half a rep"));
   EXPECT_EQ(ContentOf(target), "old");
-  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
 
   auto file = Create(target);
   EXPECT_TRUE(file.Write("new"));
+  EXPECT_EQ(ContentOf(target), "old");
   EXPECT_TRUE(file.Commit());
-  EXPECT_EQ(ContentOf(target), "new");
-  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
   EXPECT_FALSE(file.Write("more"));
   EXPECT_TRUE(file.Commit());
   EXPECT_EQ(ContentOf(target), "new");
   EXPECT_EQ(file.Error(), "");
+  EXPECT_THAT(Entries(), ElementsAre(u"report.rtf"));
 }
 
 TEST_P(HostOutputFileTest, PiecesOfAnySizeComeInOrder) {
+  std::vector<std::size_t> sizes(700);
+  std::iota(sizes.begin(), sizes.end(), 0);
+  sizes.insert(sizes.end(), {65535, 1, 65536, 65537, 300000, 0});
+  sizes.insert(sizes.end(), 70000, 1);
   std::string expected;
   auto file = Create(m_Folder / "pieces");
   for (int round = 0; round < 3; ++round) {
-    for (std::size_t size = 0; size < 700; ++size) {
-      const std::string piece(size, static_cast<char>('a' + size % 26));
-      ASSERT_TRUE(file.Write(piece));
-      expected += piece;
-    }
-    for (const std::size_t size : {65535u, 1u, 65536u, 65537u, 300000u, 0u}) {
-      const std::string piece(size, static_cast<char>('A' + size % 26));
+    for (const std::size_t size : sizes) {
+      const std::string piece(size, static_cast<char>('a' + (size + expected.size()) % 26));
       ASSERT_TRUE(file.Write(piece));
       expected += piece;
     }
   }
-  for (int i = 0; i < 70000; ++i) ASSERT_TRUE(file.Write("."));
-  expected.append(70000, '.');
   ASSERT_TRUE(file.Commit());
   EXPECT_TRUE(ContentOf(m_Folder / "pieces") == expected);
 }
 
 TEST_P(HostOutputFileTest, MissingFoldersAreMadeAndDoNotOutliveAFailure) {
-  { EXPECT_TRUE(Create(m_Folder / "a/b/c/report.rtf").Write("x")); }
+  EXPECT_TRUE(Create(m_Folder / "a/b/c/report.rtf").Write("x"));
   EXPECT_TRUE(Entries().empty());
   {
     auto file = Create(m_Folder / "a/b/report.rtf");
@@ -122,8 +101,7 @@ TEST_P(HostOutputFileTest, LinksAreWrittenThrough) {
   fs::create_symlink("real/report.rtf", m_Folder / "second");
   fs::create_symlink(m_Folder / "second", m_Folder / "first");
   EXPECT_TRUE(Save(m_Folder / "first", "new"));
-  EXPECT_TRUE(fs::is_symlink(m_Folder / "first"));
-  EXPECT_TRUE(fs::is_symlink(m_Folder / "second"));
+  EXPECT_TRUE(fs::is_symlink(m_Folder / "first") && fs::is_symlink(m_Folder / "second"));
   EXPECT_EQ(ContentOf(m_Folder / "real/report.rtf"), "new");
 
   fs::create_symlink("real/not yet", m_Folder / "dangling");
@@ -136,11 +114,7 @@ TEST_P(HostOutputFileTest, WhatIsNoFileIsRefusedWithWords) {
   ASSERT_EQ(mkfifo((m_Folder / "pipe").c_str(), 0600), 0);
   fs::create_symlink("circle", m_Folder / "circle");
   const std::vector<Text> before = Entries();
-  struct Case {
-    fs::path target;
-    const char* error;
-  };
-  const Case cases[] = {
+  const std::pair<fs::path, const char*> kCases[] = {
       {m_Folder.Path(), "Is a directory"},
       {m_Folder / "new/", "Is a directory"},
       {m_Folder / "pipe", "Not an ordinary file"},
@@ -149,13 +123,11 @@ TEST_P(HostOutputFileTest, WhatIsNoFileIsRefusedWithWords) {
       {m_Folder / "file/report.rtf", "Not a directory"},
       {m_Folder / std::string(256, 'x'), "File name too long"},
       {(m_Folder / "a").native() + std::string("\0b", 2), "Invalid argument"},
-      {"", "No such file or directory"},
-  };
-  for (const Case& c : cases) {
-    auto file = Create(c.target);
-    EXPECT_EQ(file.Error(), c.error) << c.target;
-    EXPECT_FALSE(file.Write("x")) << c.target;
-    EXPECT_FALSE(file.Commit()) << c.target;
+      {"", "No such file or directory"}};
+  for (const auto& [target, error] : kCases) {
+    auto file = Create(target);
+    EXPECT_EQ(file.Error(), error) << target;
+    EXPECT_FALSE(file.Write("x") || file.Commit()) << target;
   }
   EXPECT_EQ(Entries(), before);
   EXPECT_TRUE(Save(m_Folder / std::string(255, 'x'), "the longest name"));
@@ -164,11 +136,10 @@ TEST_P(HostOutputFileTest, WhatIsNoFileIsRefusedWithWords) {
 TEST_P(HostOutputFileTest, AWriteProtectedTargetIsLeftAlone) {
   const fs::path target = m_Folder.Put("report.rtf", "old");
   const bool superuser = geteuid() == 0;  // for whom nothing is write-protected
-  constexpr uid_t kNobody = 65534;
+  constexpr uid_t kUser = 65534;
   if (superuser) {
-    for (const fs::path& path : {m_Folder.Path(), target})
-      ASSERT_EQ(chown(path.c_str(), kNobody, kNobody), 0);
-    ASSERT_EQ(seteuid(kNobody), 0);
+    for (const fs::path& path : {m_Folder.Path(), target}) ASSERT_EQ(chown(path.c_str(), kUser, kUser), 0);
+    ASSERT_EQ(seteuid(kUser), 0);
   }
   fs::permissions(target, fs::perms::owner_read);
   auto file = Create(target);
@@ -185,61 +156,58 @@ TEST_P(HostOutputFileTest, AFullDiskLeavesWhatWasThere) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small{100000, before.rlim_max};
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  std::string error;
   {
     auto file = Create(target);
     bool written = true;
     for (int i = 0; i < 200; ++i) written = file.Write(std::string(1000, 'x')) && written;
-    EXPECT_FALSE(written);
-    EXPECT_FALSE(file.Write("x"));  // even what would still fit
-    EXPECT_FALSE(file.Commit());
-    error = file.Error();
+    EXPECT_FALSE(written || file.Write("x") || file.Commit());  // not even what would still fit
+    EXPECT_EQ(file.Error(), "File too large");
   }
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(error, "File too large");
   EXPECT_EQ(ContentOf(target), "old");
-  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+  EXPECT_THAT(Entries(), ElementsAre(u"report.rtf"));
 }
 
 TEST_P(HostOutputFileTest, TwoWritersOfOneTargetDoNotMeet) {
   auto first = Create(m_Folder / "report.rtf");
   auto second = Create(m_Folder / "report.rtf");
-  EXPECT_TRUE(first.Write("first"));
-  EXPECT_TRUE(second.Write("second"));
-  EXPECT_TRUE(second.Commit());
-  EXPECT_TRUE(first.Commit());
+  EXPECT_TRUE(first.Write("first") && second.Write("second"));
+  EXPECT_TRUE(second.Commit() && first.Commit());
   EXPECT_EQ(ContentOf(m_Folder / "report.rtf"), "first");
-  EXPECT_EQ(Entries(), (std::vector<Text>{u"report.rtf"}));
+  EXPECT_THAT(Entries(), ElementsAre(u"report.rtf"));
 }
 
 TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   const fs::path target = m_Folder / "report.rtf";
-  const pid_t gone = WriteAndBeKilled(target);
+  const pid_t gone = tests::RunUntilKilled([this, &target] {
+    auto file = Create(target);
+    file.Write("half");
+    raise(SIGKILL);
+  });
   const int probe = open(m_Folder.Path().c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
   const bool needsName = GetParam() == Staging::Hidden || probe < 0;
   if (probe >= 0) close(probe);
   EXPECT_EQ(Entries().size(), needsName ? 1u : 0u);
   const std::string prefix = ".report.rtf.";
-  const std::string dead = prefix + std::to_string(gone);
-  m_Folder.Put(dead + "-7.unfinished");
+  const std::string id = std::to_string(gone);
+  m_Folder.Put(prefix + id + "-7.unfinished");
   // Not to be removed: locked from elsewhere, of a process that runs, of another target, and no such name.
+  const std::string locked = prefix + id + "-8.unfinished";
   std::vector<Text> expected = {u"report.rtf"};
   for (const std::string& name :
-       {dead + "-8.unfinished", prefix + std::to_string(getppid()) + "-0.unfinished",
-        ".report.rtf.bak." + std::to_string(gone) + "-0.unfinished",
-        ".other.rtf." + std::to_string(gone) + "-0.unfinished", dead + "-7.txt", dead,
-        dead + ".unfinished"}) {
+       {locked, prefix + std::to_string(getppid()) + "-0.unfinished", prefix + "bak." + id + "-0.unfinished",
+        ".other.rtf." + id + "-0.unfinished", prefix + id + "-7.txt", prefix + id,
+        prefix + id + ".unfinished"}) {
     m_Folder.Put(name);
     expected.push_back(FromUtf8(name));
   }
-  const int lock = open((m_Folder / (dead + "-8.unfinished")).c_str(), O_RDONLY | O_CLOEXEC);
+  const int lock = open((m_Folder / locked).c_str(), O_RDONLY | O_CLOEXEC);
   ASSERT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
 
   EXPECT_TRUE(Save(target, "whole"));
   close(lock);
-  std::sort(expected.begin(), expected.end());
-  EXPECT_EQ(Entries(), expected);
+  EXPECT_THAT(Entries(), testing::UnorderedElementsAreArray(expected));
 }
 
 }  // namespace

@@ -16,29 +16,26 @@ TEST(OwnerRecordTest, FieldsStandAtTheirOffsets) {
   std::vector<std::uint8_t> block(768);
   Put(block, 0, u"Ren\u00E9 \u0160ek");
   Put(block, 72, u"House & Home");
-  Put(block, 144, u"1 Elm St.\r\nSpringfield");
+  Put(block, 144, u"1 Elm St.\r\nSalem");
   Put(block, 516, u"555-0100;555-0101");
-  const OwnerRecord owner{u"Ren\u00E9 \u0160ek", u"House & Home", u"1 Elm St.\r\nSpringfield",
+  const OwnerRecord owner{u"Ren\u00E9 \u0160ek", u"House & Home", u"1 Elm St.\r\nSalem",
                           u"555-0100;555-0101"};
   EXPECT_EQ(OwnerRecord::Decode(block), owner);
   EXPECT_EQ(owner.Encode(), block);
 }
 
 TEST(OwnerRecordTest, DamagedBlocksAndLongFieldsStayInTheirBounds) {
-  // No NUL anywhere: each field ends where the next begins.
-  std::vector<std::uint8_t> full(768, 0x20);
-  const OwnerRecord owner = OwnerRecord::Decode(full);
-  EXPECT_EQ(owner.name.size(), 36u);
-  EXPECT_EQ(owner.company.size(), 36u);
-  EXPECT_EQ(owner.address.size(), 186u);
-  EXPECT_EQ(owner.phone.size(), 126u);
-
-  full.resize(145);  // cut short in the middle of a unit
-  EXPECT_EQ(OwnerRecord::Decode(full).company.size(), 36u);
-  EXPECT_EQ(OwnerRecord::Decode(full).address, u"");
-  EXPECT_EQ(OwnerRecord::Decode({}), OwnerRecord());
-  full.resize(2000, 0x20);
-  EXPECT_EQ(OwnerRecord::Decode(full).phone.size(), 126u);
+  // No NUL anywhere: each field ends where the next begins. Or cut short in the middle of a unit.
+  std::vector<std::uint8_t> block(768, 0x20);
+  const auto sizes = [&block](std::size_t size) {
+    block.resize(size, 0x20);
+    const OwnerRecord owner = OwnerRecord::Decode(block);
+    return std::array{owner.name.size(), owner.company.size(), owner.address.size(), owner.phone.size()};
+  };
+  for (const std::size_t size : {768u, 2000u})
+    EXPECT_EQ(sizes(size), (std::array<std::size_t, 4>{36, 36, 186, 126})) << size;
+  EXPECT_EQ(sizes(145), (std::array<std::size_t, 4>{36, 36, 0, 0}));
+  EXPECT_EQ(sizes(0), (std::array<std::size_t, 4>{}));
 
   OwnerRecord wordy{Text(99, u'n'), Text(34, u'c') + u"\U0001F3E0", Text(999, u'a'), Text(999, u'p')};
   const OwnerRecord cut{Text(35, u'n'), Text(34, u'c'), Text(185, u'a'), Text(125, u'p')};
@@ -47,23 +44,17 @@ TEST(OwnerRecordTest, DamagedBlocksAndLongFieldsStayInTheirBounds) {
 }
 
 TEST(OwnerRecordTest, AddressesAreSplitAtCarriageReturns) {
-  struct Case {
-    const char16_t* address;
-    std::array<Text, 4> parts;
-  };
-  const Case cases[] = {
+  const std::pair<const char16_t*, std::array<Text, 4>> kCases[] = {
       {u"", {u"", u"", u"", u""}},
       {u"1 Elm St.", {u"", u"", u"", u"1 Elm St."}},
-      {u"1 Elm St.\r\nSpringfield", {u"1 Elm St.", u"", u"", u"Springfield"}},
+      {u"1 Elm St.\r\nSalem", {u"1 Elm St.", u"", u"", u"Salem"}},
       {u"a\r\nb\r\nc\r\nd", {u"a", u"b", u"c", u"d"}},
       {u"a\r\nb\r\nc\r\nd\r\ne", {u"a", u"b", u"c", u"d\r\ne"}},
       {u"a\rXb", {u"a", u"", u"", u"b"}},  // whatever follows the carriage return is dropped
       {u"a\r\r\nb", {u"a", u"", u"", u"\nb"}},
       {u"a\r", {u"a", u"", u"", u""}},
-      {u"\r\n\r\n", {u"", u"", u"", u""}},
-      {u"a\nb", {u"", u"", u"", u"a\nb"}},
-  };
-  for (const Case& c : cases) EXPECT_EQ(SplitAddress(c.address), c.parts) << ToUtf8(c.address);
+      {u"a\nb", {u"", u"", u"", u"a\nb"}}};
+  for (const auto& [address, parts] : kCases) EXPECT_EQ(SplitAddress(address), parts) << ToUtf8(address);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "inspection/InspectionOverview.h"
 
-#include <gmock/gmock.h>
-
 #include "inspection/UndoLog.h"
 #include "support/VisitFixture.h"
 
@@ -16,80 +14,55 @@ constexpr auto kNumberQuestion = u"Enter the Doc # of the new Inspection:";
 
 class InspectionOverviewTest : public tests::VisitTest {
 protected:
-  // As on a list that was read just now.
-  bool OnDelete(int selected, int count) {
+  // As on a list that was read just now, each question answered in turn.
+  bool Delete(int selected, int count, const std::vector<Answer>& answers) {
     m_Overview.Refill();
+    return DeleteAsListed(selected, count, answers);
+  }
+  bool DeleteAsListed(int selected, int count, const std::vector<Answer>& answers) {
+    Text question = kFirstQuestion;
+    for (const Answer answer : answers) Prompts().Queue(std::exchange(question, u"Warning"), answer);
     return m_Overview.OnDelete(selected, count);
   }
-  std::optional<std::int32_t> OnDuplicate(int selected) {
+  std::optional<std::int32_t> Duplicate(int selected, const std::optional<Text>& number) {
     m_Overview.Refill();
+    Prompts().QueueText(kNumberQuestion, number);
     return m_Overview.OnDuplicate(selected);
   }
 
   InspectionOverview m_Overview{Document()};
 };
 
-TEST_F(InspectionOverviewTest, ListsTheInspectionsInTheirOrder) {
-  Document().CreateInspection([](data::InspectionTable& row) {
-    row.m_ClientName = u"Halvorsen";
-    row.m_DwellingAddress = u"418 Juniper Lane";
-    row.m_CityStateZip = u"Alder Creek";
-    row.m_InspectionNum = u"7";
-  });
-  m_Overview.Refill();
-  ASSERT_EQ(m_Overview.RowCount(), 2);
-  const auto row = m_Overview.RowAt(1);
-  ASSERT_TRUE(row.has_value());
-  EXPECT_EQ(row->inspectionID, 1001);
-  EXPECT_THAT(row->columns, ElementsAre(u"Halvorsen", u"418 Juniper Lane", u"Alder Creek", u"7"));
-}
-
 // Another program may delete rows while the list is shown: what is selected counts, not its position.
 TEST_F(InspectionOverviewTest, ActsOnTheSelectedRowWhereverItNowStands) {
   const auto first = m_Device.Visit(u"House");
   const auto second = m_Device.Visit(u"Condo");
   m_Overview.Refill();
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Inspection WHERE InspectionID = 1000");
-  Prompts().Queue(kFirstQuestion, Answer::Yes);
-  Prompts().Queue(u"Warning", Answer::Yes);
-  EXPECT_TRUE(m_Overview.OnDelete(1, 1));
+  m_Device.RunInVisits("DELETE FROM Inspection WHERE InspectionID = 1000");
+  EXPECT_TRUE(DeleteAsListed(1, 1, {Answer::Yes, Answer::Yes}));
   EXPECT_EQ(m_Device.Outline(first).size(), 0U);
   EXPECT_EQ(m_Device.Outline(second).size(), 1U);
-
-  Prompts().Queue(kFirstQuestion, Answer::Yes);
-  EXPECT_FALSE(m_Overview.OnDelete(0, 1)) << "the row is gone";
-  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"deleted by another program"));
+  EXPECT_FALSE(DeleteAsListed(0, 1, {Answer::Yes})) << "the row is gone";
+  EXPECT_THAT(Prompts().Last(), ::testing::HasSubstr("deleted by another program"));
 }
 
 TEST_F(InspectionOverviewTest, DeletingTakesTwoYesInThisOrder) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  EXPECT_FALSE(m_Overview.OnDelete(-1, 0)) << "without a selection nothing is asked";
-
-  Prompts().Queue(kFirstQuestion, Answer::No);
-  EXPECT_FALSE(OnDelete(1, 1));
-  Prompts().Queue(kFirstQuestion, Answer::Yes);
-  EXPECT_FALSE(OnDelete(1, 2));
-  Prompts().Queue(kFirstQuestion, Answer::Yes);
-  Prompts().Queue(u"Warning", Answer::No);
-  EXPECT_FALSE(OnDelete(1, 1));
+  EXPECT_FALSE(Delete(-1, 0, {})) << "without a selection nothing is asked";
+  EXPECT_FALSE(Delete(1, 1, {Answer::No}));
+  EXPECT_FALSE(Delete(1, 2, {Answer::Yes}));
+  EXPECT_FALSE(Delete(1, 1, {Answer::Yes, Answer::No}));
   EXPECT_EQ(m_Device.RowCounts(), counts);
-
   Prompts().Forget();
-  Prompts().Queue(kFirstQuestion, Answer::Yes);
-  Prompts().Queue(u"Warning", Answer::Yes);
-  EXPECT_TRUE(OnDelete(1, 1));
+  EXPECT_TRUE(Delete(1, 1, {Answer::Yes, Answer::Yes}));
   ASSERT_EQ(Prompts().Messages().size(), 2U);
-  EXPECT_EQ(Prompts().Messages()[0].title, u"Caution");
-  EXPECT_EQ(Prompts().Messages()[1].title, u"Warning");
+  EXPECT_EQ(Prompts().Messages()[0].title + Prompts().Messages()[1].title, u"CautionWarning");
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
 }
 
 TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
-  const auto key = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Cellar");
-  m_Device.OpenCategory(u"Checklist");
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Cellar", u"Checklist"});
   m_Device.RunInVisits(
       "UPDATE Step SET InspectResult = 'Poor', Comments = 'Loose.', SummaryComment = 'Fix it.', BitmapPath = "
       "'\\a.jpg', PictureBefore = -1 WHERE StepNumber = '20.1'");
@@ -99,63 +72,50 @@ TEST_F(InspectionOverviewTest, DuplicateHasItsOwnKeysAndEverythingElse) {
       "code', Reserve9 = 1, InspectionDate = '2020-02-29T08:30:00' WHERE DocType = 'House'");
   m_Device.Visit(u"Condo");
 
-  Prompts().QueueText(kNumberQuestion, std::nullopt);
-  EXPECT_EQ(OnDuplicate(1), std::nullopt);
+  EXPECT_EQ(Duplicate(1, std::nullopt), std::nullopt);
   EXPECT_EQ(m_Overview.OnDuplicate(-1), std::nullopt);
-  Prompts().QueueText(kNumberQuestion, u"\r\n8");
-  EXPECT_EQ(OnDuplicate(1), 1003);
+  EXPECT_EQ(Duplicate(1, u"\r\n8"), 1003);
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 4, Category 11, Step 8, Field 4");
   EXPECT_EQ(m_Device.Outline(1003), m_Device.Outline(key));
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1000) << "the first row";
 
   // The number is typed by a person: what stands before the text is cut.
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT ClientName, PrivateNotes, Reserve9, DocType, InspectionDate, "
-                                  "InspectionNum FROM Inspection WHERE InspectionID = 1003"),
+  EXPECT_EQ(InVisits("SELECT ClientName, PrivateNotes, Reserve9, DocType, InspectionDate, "
+                     "InspectionNum FROM Inspection WHERE InspectionID = 1003"),
             "Halvorsen|Gate code|1|House|2020-02-29T08:30:00|8");
   EXPECT_EQ(
-      m_Device.Visits().Ask(
+      InVisits(
           "SELECT StepID, SummaryComment, BitmapPath, PictureBefore FROM Step WHERE StepNumber = '20.1'"),
       "1000|Fix it.|\\a.jpg|-1\n1004|Fix it.|\\a.jpg|1");
 
-  ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
-  const auto& window = *Prompts().ProgressWindows()[0];
-  EXPECT_EQ(window.title, u"Duplicating Inspection...");
-  EXPECT_THAT(window.statuses, ElementsAre(u"Duplicating Categories...", u"Duplicating Steps..."));
-  EXPECT_EQ(std::tuple(window.low, window.high, window.position), std::tuple(0, 9, 8));
+  EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
+            u"Duplicating Inspection...|Duplicating Categories...|Duplicating Steps...|0|9|8");
 }
 
 TEST_F(InspectionOverviewTest, DuplicateOfAnEmptyInspectionIsOneRow) {
-  Prompts().QueueText(kNumberQuestion, u"");
-  EXPECT_EQ(OnDuplicate(0), 1001);
+  EXPECT_EQ(Duplicate(0, u""), 1001);
   EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 0, Step 0, Field 0");
 }
 
 TEST_F(InspectionOverviewTest, FailedDuplicateAddsNothing) {
-  m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
+  m_Device.Visit(u"House", {u"Roof"});
   const Text counts = m_Device.RowCounts();
-  m_Device.RunInVisits("CREATE TRIGGER Full BEFORE INSERT ON Step BEGIN SELECT RAISE(FAIL, 'no room'); END");
-  Prompts().QueueText(kNumberQuestion, u"8");
-  EXPECT_EQ(OnDuplicate(1), std::nullopt);
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
+  EXPECT_EQ(Duplicate(1, u"8"), std::nullopt);
   EXPECT_EQ(m_Device.RowCounts(), counts);
 }
 
 TEST_F(InspectionOverviewTest, CancelledDuplicateOrDeleteChangesNothing) {
-  const auto key = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
   UndoLog undo(Document());
   const Text counts = m_Device.RowCounts();
   for (const int step : {0, 3, 6}) {  // categories, the last of them, steps
     Prompts().CancelAtStep(step);
-    Prompts().QueueText(kNumberQuestion, u"8");
-    EXPECT_EQ(OnDuplicate(1), std::nullopt);
-    EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. Nothing was duplicated.");
+    EXPECT_EQ(Duplicate(1, u"8"), std::nullopt);
+    EXPECT_EQ(Prompts().Last(), "Alert: Cancelled. Nothing was duplicated.");
     Prompts().CancelAtStep(std::min(step, 5));
-    Prompts().Queue(u"Caution", Answer::Yes);
-    Prompts().Queue(u"Warning", Answer::Yes);
-    EXPECT_FALSE(OnDelete(1, 1));
-    EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. Nothing was deleted.");
+    EXPECT_FALSE(Delete(1, 1, {Answer::Yes, Answer::Yes}));
+    EXPECT_EQ(Prompts().Last(), "Alert: Cancelled. Nothing was deleted.");
     EXPECT_EQ(m_Device.RowCounts(), counts);
     EXPECT_EQ(Document().Inspection().m_InspectionID, key);
   }

@@ -1,10 +1,7 @@
 #include "inspection/InspectorDoc.h"
 
-#include <gmock/gmock.h>
-
 #include "device/Format.h"
 #include "editing/CategoryOpening.h"
-#include "inspection/DocTypeChange.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::inspection {
@@ -18,7 +15,7 @@ class InspectorDocTest : public tests::VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    return device::FromUtf8(m_Device.Visits().Ask(
+    return device::FromUtf8(InVisits(
         "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
         std::to_string(key)));
   }
@@ -26,28 +23,38 @@ protected:
     const data::InspectionTable& row = Document().Inspection();
     return device::Format(u"%s|%d|%s", row.m_DocType, row.m_InspectionTypeID, row.m_GeneralInformation);
   }
+  bool ChangeTo(TextView type) {
+    Document().ChangeDocType(type);
+    return Document().FinishDocTypeChange();
+  }
+  bool Delete(Answer answer = Answer::Yes, const Text& question = u"Warning") {
+    Prompts().Queue(question, answer);
+    return Document().DeleteSelectedInspection(1);
+  }
+  bool DeleteAll(Answer answer = Answer::Yes) {
+    Prompts().Queue(u"Would you like to delete all inspections.", answer);
+    return Document().DeleteAllInspections();
+  }
+  void ExpectRows(const Text& counts) { EXPECT_EQ(m_Device.RowCounts(), counts); }
 };
 
 TEST_F(InspectorDocTest, EmptyDatabaseGetsOneEmptyInspectionWithoutAType) {
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
-  EXPECT_EQ(Document().Inspection().m_InspectionID, 1000);
-  EXPECT_EQ(HeldHeader(), u"|-1|");
-  m_Device.Open();
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  for (int n = 0; n < 2; ++n) {
+    ExpectRows(u"Inspection 1, Category 0, Step 0, Field 0");
+    EXPECT_EQ(Document().Inspection().m_InspectionID, 1000);
+    EXPECT_EQ(HeldHeader(), u"|-1|");
+    m_Device.Open();
+  }
 }
 
 TEST_F(InspectorDocTest, NewInspectionAsksAndBecomesCurrent) {
   m_Device.Visit(u"House");
   Document().SetCurrentCategory(3);
-  Prompts().Queue(u"Are you sure you want to create a new inspection?", Answer::No);
-  EXPECT_EQ(Document().NewInspection(), std::nullopt);
-  Prompts().Queue(u"Are you sure you want to create a new inspection?", Answer::Yes);
-  EXPECT_EQ(Document().NewInspection(), 1002);
-
-  ASSERT_EQ(Prompts().Messages().size(), 2U);
-  EXPECT_EQ(Prompts().Messages()[1].title, u"Warning");
-  EXPECT_EQ(Prompts().Messages()[1].buttons, device::Buttons::YesNo);
-  EXPECT_EQ(Prompts().Messages()[1].icon, device::Icon::Exclamation);
+  for (const auto& [answer, key] : {std::pair(Answer::No, std::optional<int>()), {Answer::Yes, 1002}}) {
+    Prompts().Queue(u"Are you sure you want to create a new inspection?", answer);
+    EXPECT_EQ(Document().NewInspection(), key);
+    EXPECT_EQ(Prompts().Messages().back().title, u"Warning");
+  }
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1002);
   EXPECT_EQ(Document().Categories().RecordCount(), 0);
   EXPECT_EQ(HeldHeader(), u"|-1|");
@@ -55,6 +62,7 @@ TEST_F(InspectorDocTest, NewInspectionAsksAndBecomesCurrent) {
 
 TEST_F(InspectorDocTest, MovingOnResetsTheCategoryAndAMissingOneIsSaid) {
   m_Device.Visit(u"House");
+  m_Device.RunInVisits("INSERT INTO Inspection (InspectionID, ClientName) VALUES (1001, 'Twin')");
   EXPECT_TRUE(Document().SetCurrentCategory(2));
   EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Safety") << "ordered by number as text: 15, 20, 30";
   EXPECT_TRUE(Document().SetCurrentInspection(1));
@@ -62,25 +70,14 @@ TEST_F(InspectorDocTest, MovingOnResetsTheCategoryAndAMissingOneIsSaid) {
   EXPECT_FALSE(Document().SetCurrentCategory(5));
   EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: No Category records in current selection."));
   EXPECT_FALSE(Document().SelectInspection(4711));
-}
-
-TEST_F(InspectorDocTest, SelectsTheFirstOfSeveralRowsWithOneKey) {
-  const auto key = m_Device.Visit(u"House");
-  data::InspectionTable twin(Data());
-  twin.PrepareNew();
-  twin.m_InspectionID = key;
-  twin.m_ClientName = u"Twin";
-  ASSERT_TRUE(twin.Write());
-  Document().Reopen();
-  EXPECT_TRUE(Document().SelectInspection(key));
-  EXPECT_EQ(Document().Inspection().m_ClientName, u"");
+  EXPECT_TRUE(Document().Reopen() && Document().SelectInspection(1001));
+  EXPECT_EQ(Document().Inspection().m_ClientName, u"") << "the first of two rows with this key";
 }
 
 // The type's comments start with the general information that is there already.
 TEST_F(InspectorDocTest, WorkerMakesTheCategoriesOfTheType) {
   Document().CreateInspection([](data::InspectionTable& row) { row.m_GeneralInformation = u"Rainy day."; });
-  Document().ChangeDocType(u"House");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(ChangeTo(u"House"));
   EXPECT_FALSE(Document().IsChangingDocType());
 
   const Text header = u"House|1|Rainy day.  Seen from the ground.  Built in 1968.";
@@ -90,28 +87,21 @@ TEST_F(InspectorDocTest, WorkerMakesTheCategoriesOfTheType) {
               ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
                           u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
 
-  data::CategoryTable& categories = Document().Categories();
-  ASSERT_EQ(categories.RecordCount(), 5) << "the document shows the new categories";
-  ASSERT_TRUE(categories.GetRecord(1));
-  EXPECT_EQ(categories.m_CategoryID, 1000) << "keys go in the order of the type, Roof first";
-  EXPECT_EQ(categories.m_CommentText, u"Walked on.");
-  EXPECT_EQ(categories.m_CategoryTemplateID, 1);
-  ASSERT_TRUE(categories.GetRecord(4));
-  EXPECT_EQ(categories.m_Type, 1);
+  EXPECT_EQ(Document().Categories().RecordCount(), 5) << "the document shows the new categories";
+  EXPECT_EQ(InVisits("SELECT CategoryID, CategoryTemplateID, CommentText, Type FROM Category WHERE "
+                     "CategoryTemplateID IN (1, 4)"),
+            "1000|1|Walked on.|0\n1003|4||1")
+      << "keys go in the order of the type, Roof first";
 }
 
 TEST_F(InspectorDocTest, ReplacingATypeDeletesWhatWasFound) {
-  const auto other = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  const auto key = m_Device.Visit(u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 10, Step 6, Field 2");
-  Document().ChangeDocType(u"Condo");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  const auto other = m_Device.Visit(u"House", {u"Roof"});
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
+  ExpectRows(u"Inspection 3, Category 10, Step 6, Field 2");
+  EXPECT_TRUE(ChangeTo(u"Condo"));
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
   EXPECT_EQ(m_Device.Outline(other).size(), 8U) << "the other inspection stays as it was";
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 6, Step 3, Field 0");
+  ExpectRows(u"Inspection 3, Category 6, Step 3, Field 0");
   EXPECT_THAT(Prompts().ProgressWindows(), IsEmpty()) << "deleting shows no progress here";
 }
 
@@ -133,71 +123,57 @@ TEST_F(InspectorDocTest, WhatIsDoneMeanwhileDoesNotLoseTheType) {
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ada");
 
   Document().SetCurrentCategory(0);
-  Document().ChangeDocType(u"House");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(ChangeTo(u"House"));
   EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Attic") << "not the deleted category of the old type";
-  EXPECT_TRUE(editing::OpenCategory(m_Device.GetWorkspace().GetDatabases(), Document().Categories()));
+  EXPECT_TRUE(editing::OpenCategory(Data(), Document().Categories()));
 
   Document().ChangeDocType(u"Condo");
-  Prompts().Queue(u"Warning", device::Answer::Yes);
-  EXPECT_TRUE(Document().DeleteSelectedInspection(1));
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  EXPECT_TRUE(Delete());
+  ExpectRows(u"Inspection 1, Category 0, Step 0, Field 0");
 }
 
 TEST_F(InspectorDocTest, WhatAnotherProgramDeletedIsReportedAndNothingIsWritten) {
   const auto key = m_Device.Visit(u"House");
-  data::CategoryTable gone(m_Device.GetWorkspace().GetDatabases());
+  data::CategoryTable gone(Data());
   gone.OpenSQL(u"SELECT * FROM Category");
   ASSERT_TRUE(gone.GetRecord(0));
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Category");
-  EXPECT_FALSE(editing::OpenCategory(m_Device.GetWorkspace().GetDatabases(), gone));
-  m_Device.Run(data::DatabaseKind::Inspection, "DELETE FROM Inspection");
-  Document().ChangeDocType(u"Condo");
-  EXPECT_FALSE(Document().FinishDocTypeChange());
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 0, Category 0, Step 0, Field 0");
+  m_Device.RunInVisits("DELETE FROM Category");
+  EXPECT_FALSE(editing::OpenCategory(Data(), gone));
+  m_Device.RunInVisits("DELETE FROM Inspection");
+  EXPECT_FALSE(ChangeTo(u"Condo"));
+  ExpectRows(u"Inspection 0, Category 0, Step 0, Field 0");
   EXPECT_EQ(Prompts().Messages().size(), 2U);
   EXPECT_EQ(Document().Inspection().m_InspectionID, key) << "what is on the screen stays there";
   Document().Reopen();
-  Document().ChangeDocType(u"Condo");
-  EXPECT_FALSE(Document().FinishDocTypeChange()) << "there is no inspection";
+  EXPECT_FALSE(ChangeTo(u"Condo")) << "there is no inspection";
 }
 
-TEST_F(InspectorDocTest, NameWithoutATypeLeavesTheKeyAndMakesNoCategory) {
-  const auto key = m_Device.Visit(u"Condo");
-  Document().ChangeDocType(u"Castle");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
-  EXPECT_EQ(StoredHeader(key), u"Castle|2|");
-  EXPECT_THAT(m_Device.Outline(key), IsEmpty());
-}
-
-TEST_F(InspectorDocTest, LastOfSeveralTypesWithOneNameGivesTheKey) {
+TEST_F(InspectorDocTest, TypesAreLookedUpByNameTheLastOfSeveralGivesTheKeyAndNoneLeavesIt) {
   m_Device.RunInLibrary(
       "INSERT INTO InspectionType (ID, InspectionType) VALUES (3, 'House'), (4, 'Barn \"old\"')");
   const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"House");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(ChangeTo(u"House"));
   EXPECT_EQ(StoredHeader(key), u"House|3|") << "the comments are those of type 3, which has none";
   EXPECT_EQ(m_Device.Outline(key).size(), 5U) << "the categories are looked up by name";
-  Document().ChangeDocType(u"Barn \"old\"");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(ChangeTo(u"Barn \"old\""));
   EXPECT_EQ(StoredHeader(key), u"Barn \"old\"|4|");
+  EXPECT_TRUE(ChangeTo(u"Castle"));
+  EXPECT_EQ(StoredHeader(key), u"Castle|4|");
+  EXPECT_THAT(m_Device.Outline(key), IsEmpty());
 }
 
 // A step that cannot be written, a comment that cannot be read: nothing of the change may stay.
 TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
-  const auto key = m_Device.Visit(u"Condo");
-  m_Device.OpenCategory(u"Kitchen");
+  const auto key = m_Device.Visit(u"Condo", {u"Kitchen"});
   const auto before = m_Device.Outline(key);
   for (const auto& [kind, breaks, repairs] :
        {std::tuple{data::DatabaseKind::Inspection,
-                   "CREATE TRIGGER Full BEFORE INSERT ON Category WHEN new.CategoryTitle = 'Safety' BEGIN "
-                   "SELECT RAISE(FAIL, 'no room'); END",
-                   "DROP TRIGGER Full"},
-        std::tuple{data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
-                   "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
+                   tests::NoRoomFor("INSERT ON Category WHEN new.CategoryTitle = 'Safety'"),
+                   tests::kRoomAgain},
+        {data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
+         "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
     m_Device.Run(kind, breaks);
-    Document().ChangeDocType(u"House");
-    EXPECT_FALSE(Document().FinishDocTypeChange()) << breaks;
+    EXPECT_FALSE(ChangeTo(u"House")) << breaks;
     EXPECT_EQ(m_Device.Outline(key), before) << breaks;
     EXPECT_EQ(HeldHeader(), u"Condo|2|") << breaks;
     EXPECT_EQ(StoredHeader(key), u"Condo|2|") << breaks;
@@ -205,9 +181,7 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   }
   ASSERT_EQ(Prompts().Messages().size(), 1U) << "the worker's fault is shown, by this thread";
   EXPECT_TRUE(Prompts().Messages()[0].text.ends_with(u"no room"));
-
-  Document().ChangeDocType(u"House");
-  EXPECT_TRUE(Document().FinishDocTypeChange());
+  EXPECT_TRUE(ChangeTo(u"House"));
   EXPECT_EQ(StoredHeader(key), u"House|1|Seen from the ground.  Built in 1968.");
 }
 
@@ -241,14 +215,13 @@ TEST_F(InspectorDocTest, DestructorWaitsForTheWorker) {
 }
 
 TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
-  Document().CreateInspection(
-      [](data::InspectionTable& row) {
-        row.m_ClientName = u"Halvorsen";
-        row.m_DwellingAddress = u"418 Juniper Lane";
-        row.m_CityStateZip = u"Alder Creek";
-        row.m_InspectionNum = u"7";
-      },
-      u"House");
+  const auto fill = [](data::InspectionTable& row) {
+    row.m_ClientName = u"Halvorsen";
+    row.m_DwellingAddress = u"418 Juniper Lane";
+    row.m_CityStateZip = u"Alder Creek";
+    row.m_InspectionNum = u"7";
+  };
+  Document().CreateInspection(fill, u"House");
   m_Device.OpenCategory(u"Roof");
   m_Device.OpenCategory(u"Checklist");
   const Text counts = m_Device.RowCounts();
@@ -256,50 +229,34 @@ TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
   const Text question =
       u"Are you sure you want to delete this inspection?\n\nClient Name: Halvorsen\nDwelling Address: 418 "
       u"Juniper Lane\nCity State Zip: Alder Creek\nDoc #: 7";
-  Prompts().Queue(question, Answer::No);
-  EXPECT_FALSE(Document().DeleteSelectedInspection(1));
-  EXPECT_EQ(m_Device.RowCounts(), counts);
-
-  Prompts().Queue(question, Answer::Yes);
-  EXPECT_TRUE(Document().DeleteSelectedInspection(1));
+  EXPECT_FALSE(Delete(Answer::No, question));
+  ExpectRows(counts);
+  EXPECT_TRUE(Delete(Answer::Yes, question));
   EXPECT_THAT(Prompts().Transcript(), ElementsAre(u"Alert: Only one inspection can be deleted at a time.",
                                                   u"Warning: " + question, u"Warning: " + question));
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
-  ASSERT_EQ(Prompts().ProgressWindows().size(), 1U);
-  const auto& window = *Prompts().ProgressWindows()[0];
-  EXPECT_EQ(window.title, u"Deleting Inspection...");
-  EXPECT_THAT(window.statuses, ElementsAre(u"Deleting Steps...", u"Deleting Categories..."));
-  EXPECT_EQ(std::tuple(window.low, window.high, window.position), std::tuple(0, 6, 5));
-  EXPECT_FALSE(window.open);
-}
+  ExpectRows(u"Inspection 1, Category 0, Step 0, Field 0");
+  EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
+            u"Deleting Inspection...|Deleting Steps...|Deleting Categories...|0|6|5");
 
-TEST_F(InspectorDocTest, DeletingTheLastInspectionLeavesNothingOfIt) {
-  m_Device.Visit(u"House");
-  Prompts().Queue(u"Warning", Answer::Yes);
-  ASSERT_TRUE(Document().SetCurrentInspection(0) && Document().DeleteSelectedInspection(1));
-  Prompts().Queue(u"Warning", Answer::Yes);
-  ASSERT_TRUE(Document().DeleteSelectedInspection(1));
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 0, Category 0, Step 0, Field 0");
+  EXPECT_TRUE(Delete());
+  ExpectRows(u"Inspection 0, Category 0, Step 0, Field 0");
   EXPECT_EQ(Document().Categories().RecordCount(), 0) << "no categories of an inspection that is gone";
 }
 
 TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspectionOrWhatCancelKept) {
-  for (const TextView type : {u"House", u"Condo"}) m_Device.Visit(Text(type));
-  Prompts().Queue(u"Would you like to delete all inspections.", Answer::No);
-  EXPECT_FALSE(Document().DeleteAllInspections());
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 3, Category 6, Step 0, Field 0");
-  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  for (const auto* const type : {u"House", u"Condo"}) m_Device.Visit(type);
+  EXPECT_FALSE(DeleteAll(Answer::No));
+  ExpectRows(u"Inspection 3, Category 6, Step 0, Field 0");
   Prompts().CancelAtStep(1);
-  EXPECT_TRUE(Document().DeleteAllInspections());
-  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Cancelled. 1 of 3 inspections were deleted.");
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 2, Category 5, Step 0, Field 0");
-  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
+  EXPECT_TRUE(DeleteAll());
+  EXPECT_EQ(Prompts().Last(), "Alert: Cancelled. 1 of 3 inspections were deleted.");
+  ExpectRows(u"Inspection 2, Category 5, Step 0, Field 0");
   Prompts().CancelAtStep(2);
-  EXPECT_TRUE(Document().DeleteAllInspections());
-  EXPECT_EQ(Prompts().Transcript().back(), u"Alert: Done deleting all inspections.");
+  EXPECT_TRUE(DeleteAll());
+  EXPECT_EQ(Prompts().Last(), "Alert: Done deleting all inspections.");
   ASSERT_EQ(Prompts().ProgressWindows().size(), 2U) << "one for all of them";
   EXPECT_THAT(Prompts().ProgressWindows()[1]->statuses, ElementsAre(u"1 of 2", u"2 of 2"));
-  EXPECT_EQ(m_Device.RowCounts(), u"Inspection 1, Category 0, Step 0, Field 0");
+  ExpectRows(u"Inspection 1, Category 0, Step 0, Field 0");
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1003) << "keys are never used again";
   EXPECT_EQ(HeldHeader(), u"|-1|");
 }
@@ -307,33 +264,24 @@ TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspectionOrWhatCancelKept) {
 TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Kept BEFORE DELETE ON Inspection WHEN old.InspectionID = 1000 BEGIN SELECT RAISE(FAIL, "
-      "'kept'); END");
-  Prompts().Queue(u"Would you like to delete all inspections.", Answer::Yes);
-  EXPECT_FALSE(Document().DeleteAllInspections());
-  EXPECT_EQ(m_Device.RowCounts(), counts);
+  m_Device.RunInVisits(tests::NoRoomFor("DELETE ON Inspection WHEN old.InspectionID = 1000"));
+  EXPECT_FALSE(DeleteAll());
+  ExpectRows(counts);
   EXPECT_EQ(Document().Categories().RecordCount(), 5) << "what could not be deleted stays current";
   EXPECT_TRUE(Document().SelectInspection(1001));
 }
 
 TEST(DefaultCommentTest, AddsTheSentenceBehindTheBracket) {
-  struct Case {
-    Text before;
-    Text comment;
-    Text after;
-  };
-  for (const auto& [before, comment, after] : std::vector<Case>{
-           {u"", u"[*Label]One.", u"One."},
-           {u"One.", u"[*Label]Two.", u"One.  Two."},
-           {u"One", u"[*Label]Two.", u"OneTwo."},
-           {u"One.", u"[Label]Two.", u"One."},
-           {u"One.", u"Two [*Label].", u"One."},
-           {u"One.", u" [*Label]Two.", u"One."},
-           {u"One.", u"[*Label]", u"One.  "},
-           {u"", u"[*Label] with ] in it", u" with ] in it"},
-           {u"", u"[*]", u""},
-       }) {
+  const std::tuple<Text, Text, Text> kCases[] = {{u"", u"[*Label]One.", u"One."},
+                                                 {u"One.", u"[*Label]Two.", u"One.  Two."},
+                                                 {u"One", u"[*Label]Two.", u"OneTwo."},
+                                                 {u"One.", u"[Label]Two.", u"One."},
+                                                 {u"One.", u"Two [*Label].", u"One."},
+                                                 {u"One.", u" [*Label]Two.", u"One."},
+                                                 {u"One.", u"[*Label]", u"One.  "},
+                                                 {u"", u"[*Label] with ] in it", u" with ] in it"},
+                                                 {u"", u"[*]", u""}};
+  for (const auto& [before, comment, after] : kCases) {
     Text text = before;
     AppendDefaultComment(text, comment);
     EXPECT_EQ(text, after) << device::ToUtf8(comment);

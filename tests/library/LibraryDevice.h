@@ -1,9 +1,7 @@
 // A tablet with two fresh databases, and its library as rows that a test can compare.
 #pragma once
 
-#include <map>
 #include <set>
-#include <vector>
 
 #include "data/RowDump.h"
 #include "library/Library.h"
@@ -12,33 +10,26 @@
 
 namespace inspector::tests {
 
-using device::Text;
 using device::TextView;
 
 using Library = std::map<Text, std::vector<data::RawRow>>;
 
-class LibraryDevice : StartedMachine {
-public:
-  data::Workspace& GetWorkspace() { return *m_Workspace; }
+struct LibraryDevice : StartedMachine {
   data::Connection& Connection() { return m_Workspace->TemplateConnection(); }
-  const TemporaryFolder& Folder() const { return m_Folder; }
-  FaultyFiles& Files() { return m_Files; }
-  int FaultCount() const { return m_Faults.Count(); }
 
-  Text Import(const std::filesystem::path& folder) {
-    return library::ImportLibrary(*m_Workspace, folder, &m_Copy);
+  // What is wrong, in UTF-8.
+  std::string Import(const std::filesystem::path& folder) {
+    return device::ToUtf8(library::ImportLibrary(*m_Workspace, folder, &m_Copy));
   }
-  Text Export(const std::filesystem::path& folder) { return library::ExportLibrary(*m_Workspace, folder); }
+  std::string Export(const std::filesystem::path& folder) {
+    return device::ToUtf8(library::ExportLibrary(*m_Workspace, folder));
+  }
   // Puts `content` into a folder of its own and imports it.
-  Text ImportText(std::string_view content) {
+  std::string ImportText(std::string_view content) {
     m_Folder.Put("edited/library.toml", content);
     return Import(m_Folder / "edited");
   }
-  // The copy that the last import kept; empty when it kept none.
-  const std::filesystem::path& Copy() const { return m_Copy; }
-
-  void Run(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
-
+  void Execute(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
   // What another program finds in the Template database.
   std::string Ask(const std::string& sql) { return Shell(Connection().File()).Ask(sql); }
   // Every table of the Template database.
@@ -51,9 +42,10 @@ public:
     return all;
   }
 
-private:
-  std::filesystem::path m_Copy;
+  std::filesystem::path m_Copy;  // that the last import kept; empty when it kept none
 };
+
+class LibraryTest : public ::testing::Test, protected LibraryDevice {};
 
 inline std::filesystem::path StarterLibrary() {
   return INSPECTOR_SOURCE_DIR "/assets/library";

@@ -38,8 +38,8 @@ struct LibraryAdditions {
 private:
   // `table` with its columns, the key last; the rows have no gaps in a test.
   void Add(const std::string& table, const std::string& values) {
-    Run("INSERT INTO " + table + " SELECT " + values + ", count(*) + 1 FROM " +
-        table.substr(0, table.find(' ')));
+    const std::string name = table.substr(0, table.find(' '));
+    Run("INSERT INTO " + table + " SELECT " + values + ", count(*) + 1 FROM " + name);
   }
   void Run(const std::string& sql) { EXPECT_TRUE(databases.Template().ExecuteNative(sql)) << sql; }
 };

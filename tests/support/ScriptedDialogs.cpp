@@ -23,8 +23,7 @@ void ScriptedDialogs::LookAgainSoon() {
 }
 
 ScriptedDialogs::~ScriptedDialogs() {
-  for (const Move& move : m_Moves)
-    ADD_FAILURE() << "The dialog " << move.dialog.toStdString() << " did not open.";
+  for (const Move& move : m_Moves) ADD_FAILURE() << move.dialog.toStdString() << " did not open.";
 }
 
 void ScriptedDialogs::Expect(const char* objectName, std::function<void(QDialog&)> move) {
@@ -33,11 +32,8 @@ void ScriptedDialogs::Expect(const char* objectName, std::function<void(QDialog&
 
 void ScriptedDialogs::ExpectPress(const char* objectName, const QString& caption) {
   Expect(objectName, [caption](QDialog& dialog) {
-    for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
-      if (QString(button->text()).remove(u'&') != caption) continue;
-      button->click();
-      return;
-    }
+    for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>())
+      if (QString(button->text()).remove(u'&') == caption) return button->click();
     ADD_FAILURE() << "No button " << caption.toStdString() << " in " << dialog.objectName().toStdString();
     dialog.reject();
   });
@@ -72,11 +68,8 @@ void ScriptedDialogs::Look() {
 
 void PressButton(QWidget& parent, const char* objectName) {
   auto* const button = parent.findChild<QAbstractButton*>(QLatin1String(objectName));
-  if (!button || !button->isEnabled()) {
-    ADD_FAILURE() << (button ? "Disabled: " : "No button ") << objectName;
-    return;
-  }
-  button->click();
+  if (button && button->isEnabled()) return button->click();
+  ADD_FAILURE() << (button ? "Disabled: " : "No button ") << objectName;
 }
 
 }  // namespace inspector::tests

@@ -1,11 +1,7 @@
 // An inspector whose answers to the editing screens' dialogs are known beforehand.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <deque>
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "editing/EditingDialogs.h"

@@ -1,11 +1,7 @@
 // An inspector whose answers to the dialogs of "Step Properties" are known beforehand.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <deque>
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "editing/SheetDialogs.h"
@@ -20,7 +16,6 @@ public:
   ~ScriptedSheetDialogs() override {
     EXPECT_TRUE(m_Replacements.empty()) << "a placeholder was not asked for";
     EXPECT_TRUE(m_Pickers.empty()) << "the comment picker was not opened";
-    EXPECT_TRUE(m_Files.empty()) << "no picture file was asked for";
   }
 
   void QueueReplacement(std::optional<device::Text> answer) { m_Replacements.push_back(std::move(answer)); }
@@ -28,7 +23,6 @@ public:
   void QueuePicker(std::function<bool(editing::CommentPicker&)> work) {
     m_Pickers.push_back(std::move(work));
   }
-  void QueuePictureFile(std::optional<std::filesystem::path> file) { m_Files.push_back(std::move(file)); }
 
   const std::vector<editing::ReplacementQuestion>& Questions() const { return m_Questions; }
 
@@ -42,13 +36,13 @@ public:
   }
   std::optional<std::filesystem::path> AskPictureFile(const std::filesystem::path&,
                                                       const device::Text&) override {
-    return TakeAnswer(m_Files, "a picture file").value_or(std::nullopt);
+    ADD_FAILURE() << "a picture file was not expected";
+    return std::nullopt;
   }
 
 private:
   std::deque<std::optional<device::Text>> m_Replacements;
   std::deque<std::function<bool(editing::CommentPicker&)>> m_Pickers;
-  std::deque<std::optional<std::filesystem::path>> m_Files;
   std::vector<editing::ReplacementQuestion> m_Questions;
 };
 

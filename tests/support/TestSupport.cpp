@@ -1,10 +1,10 @@
 #include "support/TestSupport.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
-#include <system_error>
-#include <utility>
 
 #include "support/TakeAnswer.h"
 
@@ -12,7 +12,6 @@ namespace inspector::tests {
 
 using device::Answer;
 using device::Buttons;
-using device::Text;
 using device::ToUtf8;
 
 namespace {
@@ -32,55 +31,44 @@ auto Take(Queues& queues, const Text& first, const Text& second) {
   return std::optional<Value>();
 }
 
-class RecordingWindow : public device::ProgressWindow {
-public:
-  RecordingWindow(std::shared_ptr<ScriptedPrompts::Progress> record, std::optional<int> cancelAtStep,
-                  std::function<void()> atStatus)
-      : m_Record(std::move(record)), m_CancelAtStep(cancelAtStep), m_AtStatus(std::move(atStatus)) {}
+struct RecordingWindow : device::ProgressWindow {
+  RecordingWindow(std::shared_ptr<ScriptedPrompts::Progress> record, const ScriptedPrompts::Conduct& conduct)
+      : m_Record(std::move(record)), m_Conduct(conduct) {}
   ~RecordingWindow() override { m_Record->open = false; }
 
   void SetStatus(const Text& status) override {
     m_Record->statuses.push_back(status);
-    m_AtStatus();
+    m_Conduct.atStatus();
   }
   void SetRange(int low, int high) override {
-    m_Record->low = low;
-    m_Record->high = high;
+    std::tie(m_Record->low, m_Record->high) = std::pair(low, high);
   }
   void SetPosition(int position) override {
     m_Record->position = position;
     ++m_Record->steps;
   }
-  void Step() override {
-    ++m_Record->position;
-    ++m_Record->steps;
+  void Step() override { SetPosition(m_Record->position + 1); }
+  bool Cancelled() override {
+    return m_Record->cancellable && m_Conduct.cancelAtStep && m_Record->steps >= *m_Conduct.cancelAtStep;
   }
-  bool Cancelled() override { return m_CancelAtStep && m_Record->steps >= *m_CancelAtStep; }
 
-private:
-  std::shared_ptr<ScriptedPrompts::Progress> m_Record;
-  std::optional<int> m_CancelAtStep;
-  std::function<void()> m_AtStatus;
+  const std::shared_ptr<ScriptedPrompts::Progress> m_Record;
+  const ScriptedPrompts::Conduct m_Conduct;
 };
 
-class FaultyInput : public device::InputFile {
-public:
+struct FaultyInput : device::InputFile {
   FaultyInput(FaultyFiles& disk, std::unique_ptr<InputFile> file) : m_Disk(disk), m_File(std::move(file)) {}
-
   std::int64_t Read(char* buffer, std::size_t size) override {
     return m_Disk.ReadFails() ? -1 : m_File->Read(buffer, size);
   }
   std::optional<std::uint64_t> Size() override { return m_File->Size(); }
 
-private:
   FaultyFiles& m_Disk;
-  std::unique_ptr<InputFile> m_File;
+  const std::unique_ptr<InputFile> m_File;
 };
 
-class FaultyOutput : public device::OutputFile {
-public:
+struct FaultyOutput : device::OutputFile {
   FaultyOutput(FaultyFiles& disk, std::unique_ptr<OutputFile> file) : m_Disk(disk), m_File(std::move(file)) {}
-
   bool Write(std::string_view bytes) override {
     m_Failed = m_Failed || m_Disk.WriteFails();
     return !m_Failed && m_File->Write(bytes);
@@ -91,53 +79,35 @@ public:
   }
   std::string Error() const override { return m_Failed ? "No space left on device" : m_File->Error(); }
 
-private:
   FaultyFiles& m_Disk;
-  std::unique_ptr<OutputFile> m_File;
+  const std::unique_ptr<OutputFile> m_File;
   bool m_Failed = false;
 };
 
 }  // namespace
 
+Text ScriptedPrompts::Progress::Told() const {
+  Text told = title;
+  for (const Text& status : statuses) told += u"|" + status;
+  for (const int number : {low, high, position}) told += u"|" + device::Decimal(number);
+  return told + (open ? u"|open" : u"");
+}
+
 ScriptedPrompts::~ScriptedPrompts() {
   for (const auto& [about, answers] : m_Answers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
-  for (const auto& [about, answers] : m_TextAnswers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
+  for (const auto& [about, answers] : m_Texts) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   EXPECT_TRUE(m_SavePaths.empty()) << "Never asked where to save";
-  EXPECT_TRUE(m_DatabasePaths.empty()) << "Never asked for the databases";
-}
-
-void ScriptedPrompts::Queue(const Text& about, Answer answer) {
-  m_Answers[about].push_back(answer);
-}
-
-void ScriptedPrompts::QueueText(const Text& about, std::optional<Text> answer) {
-  m_TextAnswers[about].push_back(std::move(answer));
-}
-
-void ScriptedPrompts::QueueSavePath(std::optional<std::filesystem::path> answer) {
-  m_SavePaths.push_back(std::move(answer));
-}
-
-void ScriptedPrompts::QueueDatabasePaths(std::optional<device::DatabasePaths> answer) {
-  m_DatabasePaths.push_back(std::move(answer));
+  EXPECT_TRUE(m_Databases.empty()) << "Never asked for the databases";
 }
 
 std::vector<Text> ScriptedPrompts::Transcript() const {
   std::vector<Text> lines;
-  for (const device::Message& message : m_Messages) lines.push_back(message.title + u": " + message.text);
+  for (const device::Message& each : m_Seen.messages) lines.push_back(each.title + u": " + each.text);
   return lines;
 }
 
-void ScriptedPrompts::Forget() {
-  m_Messages.clear();
-  m_TextQuestions.clear();
-  m_SaveQuestions.clear();
-  m_DatabaseQuestions.clear();
-  m_ProgressWindows.clear();
-}
-
 Answer ScriptedPrompts::Show(const device::Message& message) {
-  m_Messages.push_back(message);
+  m_Seen.messages.push_back(message);
   if (const auto answer = Take(m_Answers, message.text, message.title)) return *answer;
   if (message.buttons == Buttons::Ok) return Answer::Ok;
   ADD_FAILURE() << "Unexpected question: " << ToUtf8(message.title) << ": " << ToUtf8(message.text);
@@ -145,28 +115,28 @@ Answer ScriptedPrompts::Show(const device::Message& message) {
 }
 
 std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& question) {
-  m_TextQuestions.push_back(question);
-  if (auto answer = Take(m_TextAnswers, question.prompt, question.title)) return *std::move(answer);
+  m_Seen.textQuestions.push_back(question);
+  if (auto answer = Take(m_Texts, question.prompt, question.title)) return *std::move(answer);
   ADD_FAILURE() << "Unexpected question: " << ToUtf8(question.title) << ": " << ToUtf8(question.prompt);
   return std::nullopt;
 }
 
 std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::SaveQuestion& question) {
-  m_SaveQuestions.push_back(question);
+  m_Seen.saveQuestions.push_back(question);
   return TakeAnswer(m_SavePaths, "where to save").value_or(std::nullopt);
 }
 
 std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {
-  m_DatabaseQuestions.push_back(current);
-  return TakeAnswer(m_DatabasePaths, "where the databases are").value_or(std::nullopt);
+  m_Seen.databaseQuestions.push_back(current);
+  return TakeAnswer(m_Databases, "where the databases are").value_or(std::nullopt);
 }
 
 std::unique_ptr<device::ProgressWindow> ScriptedPrompts::OpenProgress(const Text& title, bool cancellable) {
-  auto record = std::make_shared<Progress>();
+  const auto record = std::make_shared<Progress>();
   record->title = title;
   record->cancellable = cancellable;
-  m_ProgressWindows.push_back(record);
-  return std::make_unique<RecordingWindow>(record, cancellable ? m_CancelAtStep : std::nullopt, m_AtStatus);
+  m_Seen.progressWindows.push_back(record);
+  return std::make_unique<RecordingWindow>(record, m_Conduct);
 }
 
 TemporaryFolder::TemporaryFolder() {
@@ -203,10 +173,21 @@ std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folde
   return files;
 }
 
+pid_t RunUntilKilled(const std::function<void()>& work) {
+  const pid_t child = fork();
+  if (child == 0) {
+    work();
+    _exit(0);
+  }
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+  return child;
+}
+
 std::unique_ptr<device::InputFile> FaultyFiles::OpenForReading(const std::filesystem::path& path) {
   auto file = m_Host.OpenForReading(path);
-  if (file == nullptr) return nullptr;
-  return std::make_unique<FaultyInput>(*this, std::move(file));
+  return file ? std::make_unique<FaultyInput>(*this, std::move(file)) : nullptr;
 }
 
 std::unique_ptr<device::OutputFile> FaultyFiles::Create(const std::filesystem::path& target) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gmock/gmock.h>
+#include <sys/types.h>
 
 #include <deque>
 #include <filesystem>
@@ -15,16 +16,12 @@
 #include <utility>
 #include <vector>
 
-#include "device/Calendar.h"
-#include "device/DevicePaths.h"
-#include "device/FaultLog.h"
-#include "device/Files.h"
 #include "device/Machine.h"
-#include "device/Prompts.h"
-#include "device/Registry.h"
 #include "device/Text.h"
 
 namespace inspector::tests {
+
+using device::Text;
 
 // A person whose answers are known beforehand. Answers are queued per question: `about` is the text or the
 // title of a message, or the prompt or title of a text question. A question without an answer fails the test
@@ -34,55 +31,69 @@ class ScriptedPrompts : public device::Prompts {
 public:
   // What a progress window was told. It stays readable after the window is gone.
   struct Progress {
-    device::Text title;
+    Text title;
     bool cancellable = false;
-    std::vector<device::Text> statuses;
+    std::vector<Text> statuses;
     int low = 0;
     int high = 0;
     int position = 0;
     int steps = 0;  // calls of Step and SetPosition
     bool open = true;
+
+    // "title|status|status|low|high|position", "|open" at the end while the window is.
+    Text Told() const;
+  };
+
+  // Towards progress windows.
+  struct Conduct {
+    std::optional<int> cancelAtStep;
+    std::function<void()> atStatus = [] {};
   };
 
   ~ScriptedPrompts() override;
 
-  void Queue(const device::Text& about, device::Answer answer);
-  void QueueText(const device::Text& about, std::optional<device::Text> answer);
-  void QueueSavePath(std::optional<std::filesystem::path> answer);
-  void QueueDatabasePaths(std::optional<device::DatabasePaths> answer);
+  void Queue(const Text& about, device::Answer answer) { m_Answers[about].push_back(answer); }
+  void QueueText(const Text& about, const std::optional<Text>& answer) { m_Texts[about].push_back(answer); }
+  void QueueSavePath(const std::optional<std::filesystem::path>& answer) { m_SavePaths.push_back(answer); }
+  void QueueDatabasePaths(const std::optional<device::DatabasePaths>& answer) {
+    m_Databases.push_back(answer);
+  }
   // The next cancellable windows count as cancelled from this step on (0: at once).
-  void CancelAtStep(int step) { m_CancelAtStep = step; }
+  void CancelAtStep(int step) { m_Conduct.cancelAtStep = step; }
   // Called whenever a progress window is told its status.
-  void AtStatus(std::function<void()> call) { m_AtStatus = std::move(call); }
+  void AtStatus(std::function<void()> call) { m_Conduct.atStatus = std::move(call); }
 
-  const std::vector<device::Message>& Messages() const { return m_Messages; }
+  const std::vector<device::Message>& Messages() const { return m_Seen.messages; }
   // "Title: text" of each message, in the order in which they came.
-  std::vector<device::Text> Transcript() const;
-  const std::vector<device::TextQuestion>& TextQuestions() const { return m_TextQuestions; }
-  const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_SaveQuestions; }
-  const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_DatabaseQuestions; }
-  const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_ProgressWindows; }
+  std::vector<Text> Transcript() const;
+  // The last of them in UTF-8; empty when none came.
+  std::string Last() const { return m_Seen.messages.empty() ? "" : device::ToUtf8(Transcript().back()); }
+  const std::vector<device::TextQuestion>& TextQuestions() const { return m_Seen.textQuestions; }
+  const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_Seen.saveQuestions; }
+  const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_Seen.databaseQuestions; }
+  const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_Seen.progressWindows; }
   // Forgets what was recorded; queued answers stay.
-  void Forget();
+  void Forget() { m_Seen = {}; }
 
   device::Answer Show(const device::Message& message) override;
-  std::optional<device::Text> AskText(const device::TextQuestion& question) override;
+  std::optional<Text> AskText(const device::TextQuestion& question) override;
   std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion& question) override;
   std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths& current) override;
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const device::Text& title, bool cancellable) override;
+  std::unique_ptr<device::ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
 
 private:
-  std::map<device::Text, std::deque<device::Answer>> m_Answers;
-  std::map<device::Text, std::deque<std::optional<device::Text>>> m_TextAnswers;
+  std::map<Text, std::deque<device::Answer>> m_Answers;
+  std::map<Text, std::deque<std::optional<Text>>> m_Texts;
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
-  std::deque<std::optional<device::DatabasePaths>> m_DatabasePaths;
-  std::optional<int> m_CancelAtStep;
-  std::function<void()> m_AtStatus = [] {};
-  std::vector<device::Message> m_Messages;
-  std::vector<device::TextQuestion> m_TextQuestions;
-  std::vector<device::SaveQuestion> m_SaveQuestions;
-  std::vector<device::DatabasePaths> m_DatabaseQuestions;
-  std::vector<std::shared_ptr<Progress>> m_ProgressWindows;
+  std::deque<std::optional<device::DatabasePaths>> m_Databases;
+  Conduct m_Conduct;
+  struct {
+    std::vector<device::Message> messages;
+    std::vector<device::TextQuestion> textQuestions;
+    std::vector<device::SaveQuestion> saveQuestions;
+    std::vector<device::DatabasePaths> databaseQuestions;
+    std::vector<std::shared_ptr<Progress>> progressWindows;
+  } m_Seen;
 };
 
 // A new empty folder, removed with all it holds at the end.
@@ -108,17 +119,17 @@ std::string ContentOf(const std::filesystem::path& file);
 // The content of every file in and below a folder, by its path from there.
 std::map<std::string, std::string> FilesBelow(const std::filesystem::path& folder);
 
+// Runs `work` in a process of its own, which is to kill itself. Returns its id.
+pid_t RunUntilKilled(const std::function<void()>& work);
+
 // Stands at 2026-05-31 14:05 until it is set.
 class FixedClock : public device::Clock {
 public:
-  FixedClock() : FixedClock(device::MakeCalendarTime(2026, 5, 31, 14, 5)) {}
-  explicit FixedClock(const device::CalendarTime& time) : m_Time(time) {}
-
   void Set(const device::CalendarTime& time) { m_Time = time; }
   device::CalendarTime Now() override { return m_Time; }
 
 private:
-  device::CalendarTime m_Time;
+  device::CalendarTime m_Time = device::MakeCalendarTime(2026, 5, 31, 14, 5);
 };
 
 // The host's disk, except where told otherwise. Must outlive the files it hands out.
@@ -132,7 +143,7 @@ public:
   // The next folder cannot be made.
   void FailFolder(std::errc error) { m_FolderError = make_error_code(error); }
   // Lists `folder` as given, whatever it holds.
-  void List(const std::filesystem::path& folder, std::vector<device::Text> entries) {
+  void List(const std::filesystem::path& folder, std::vector<Text> entries) {
     m_Listings[folder] = std::move(entries);
   }
 
@@ -143,7 +154,7 @@ public:
 
   std::unique_ptr<device::InputFile> OpenForReading(const std::filesystem::path& path) override;
   std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override;
-  std::vector<device::Text> ListEntries(const std::filesystem::path& folder) override;
+  std::vector<Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
   std::error_code MakeFolder(const std::filesystem::path& folder) override {
     return m_FolderError ? std::exchange(m_FolderError, {}) : m_Host.MakeFolder(folder);
@@ -158,7 +169,7 @@ private:
   int m_CommitsUntilFault = 0;
   int m_ReadsUntilFault = 0;
   std::error_code m_FolderError;
-  std::map<std::filesystem::path, std::vector<device::Text>> m_Listings;
+  std::map<std::filesystem::path, std::vector<Text>> m_Listings;
 };
 
 // A machine in a temporary folder, with scripted prompts, a fixed clock and a disk that fails on demand. A

@@ -72,9 +72,10 @@ void VisitDevice::Open() {
   EXPECT_TRUE(m_Document->IsOpen());
 }
 
-std::int32_t VisitDevice::Visit(const Text& type) {
+std::int32_t VisitDevice::Visit(const Text& type, const std::vector<Text>& opened) {
   const std::optional<std::int32_t> key = m_Document->CreateInspection({}, type);
   EXPECT_TRUE(key.has_value());
+  for (const Text& title : opened) OpenCategory(title);
   return key.value_or(0);
 }
 

@@ -1,14 +1,9 @@
 // A tablet with a small library of the test's own, and the visits made with it.
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "data/StepTable.h"
 #include "inspection/InspectorDoc.h"
 #include "support/LibraryAdditions.h"
-#include "support/Shell.h"
 #include "support/StartedMachine.h"
 
 namespace inspector::tests {
@@ -51,8 +46,8 @@ public:
     m_Folder.Put(name, content);
   }
 
-  // A new inspection of that type, current in the document.
-  std::int32_t Visit(const Text& type);
+  // A new inspection of that type, current in the document, with these categories opened.
+  std::int32_t Visit(const Text& type, const std::vector<Text>& opened = {});
   // The key of a category of the current inspection, with its steps or fields created.
   std::int32_t OpenCategory(const Text& title);
   // The key of the step with this number in the current inspection; its category must have been opened.
@@ -93,6 +88,8 @@ protected:
   data::Databases& Data() { return m_Device.Databases(); }
   inspection::CInspectorDoc& Document() { return m_Device.Document(); }
   ScriptedPrompts& Prompts() { return m_Device.Prompts(); }
+  // What another program finds in the Inspection database.
+  std::string InVisits(const std::string& sql) { return m_Device.Visits().Ask(sql); }
 
   VisitDevice m_Device;
 };

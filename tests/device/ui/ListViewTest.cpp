@@ -1,6 +1,6 @@
 #include "device/ui/ListView.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -18,8 +18,7 @@ public:
   int RowCount() const override { return m_Count; }
   ListRow ShownRow(int row) override {
     m_Fetched.insert(row);
-    return {{u"", Format(m_Name, row), u"Complete"},
-            row == m_Ticked ? CheckImage::Ticked : CheckImage::Empty};
+    return {{u"", Format(m_Name, row), u"Done"}, row == m_Ticked ? CheckImage::Ticked : CheckImage::Empty};
   }
 
   int m_Count = 10000;
@@ -42,8 +41,7 @@ protected:
   }
 
   ManyRows m_Rows;
-  ListView m_View{m_Rows,
-                  {{u"*", 25, ListColumn::Align::Centre, true}, {u"Category", 125}, {u"Status", 100}}};
+  ListView m_View{m_Rows, {{u"*", 25, ListColumn::Align::Centre, true}, {u"Title", 125}, {u"Status", 100}}};
   std::vector<std::pair<int, int>> m_Clicks;
   std::vector<int> m_Selected;
 };
@@ -54,7 +52,7 @@ TEST_F(ListViewTest, FetchesOnlyWhatIsOnTheScreen) {
   m_View.SelectRow(9000);
   m_View.grab();
   EXPECT_LT(m_Rows.m_Fetched.size(), 60U);
-  EXPECT_THAT(m_Rows.m_Fetched, ::testing::Contains(9000));
+  EXPECT_TRUE(m_Rows.m_Fetched.contains(9000));
 }
 
 TEST_F(ListViewTest, ClicksAndKeysTellRowAndColumn) {
@@ -66,19 +64,17 @@ TEST_F(ListViewTest, ClicksAndKeysTellRowAndColumn) {
   QTest::keyClick(&m_View, Qt::Key_Down);
   QTest::keyClick(&m_View, Qt::Key_Space);
   QTest::keyClick(&m_View, Qt::Key_Return);
-  EXPECT_THAT(m_Clicks, ::testing::ElementsAre(std::pair(0, 0), std::pair(2, 1), std::pair(0, 2),
-                                               std::pair(1, 0), std::pair(1, 2)));
-  EXPECT_THAT(m_Selected, ::testing::ElementsAre(0, 2, 0, 1));
+  EXPECT_EQ(m_Clicks, (std::vector{std::pair(0, 0), {2, 1}, {0, 2}, {1, 0}, {1, 2}}));
+  EXPECT_EQ(m_Selected, (std::vector{0, 2, 0, 1}));
 }
 
 // The first click of the two was on another list, in whose place this one has come.
 TEST_F(ListViewTest, TheSecondClickOfADoubleClickElsewhereOpensNothing) {
   const QPointF at(60, m_View.rowHeight(0) / 2.0);
-  for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
-    QMouseEvent event(type, at, m_View.viewport()->mapToGlobal(at), Qt::LeftButton,
-                      type == QEvent::MouseButtonDblClick ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(m_View.viewport(), &event);
-  }
+  QMouseEvent second(QEvent::MouseButtonDblClick, at, m_View.viewport()->mapToGlobal(at), Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(m_View.viewport(), &second);
+  QTest::mouseRelease(m_View.viewport(), Qt::LeftButton, Qt::NoModifier, at.toPoint());
   EXPECT_TRUE(m_Clicks.empty());
   ClickAt(60, m_View.rowHeight(0) / 2);
   EXPECT_EQ(m_Clicks.size(), 1u);
@@ -116,20 +112,8 @@ TEST_F(ListViewTest, ShowsTheMarkOnlyWhereItIsSet) {
   const QImage before = m_View.grab().toImage();
   m_Rows.m_Ticked = 0;
   m_View.Model().RefreshRow(0);
-  const QImage after = m_View.grab().toImage();
-  EXPECT_NE(before, after);
+  EXPECT_NE(before, m_View.grab().toImage());
   EXPECT_EQ(m_View.model()->index(0, 0).data(Qt::AccessibleTextRole).toString(), QStringLiteral("marked"));
-}
-
-// A caption of two lines in the largest text stands whole in its row, in every palette.
-TEST_F(ListViewTest, GrowsWithTheText) {
-  ApplyTheme(*qApp, {Colours::HighContrast, 200});
-  QApplication::processEvents();
-  EXPECT_GE(m_View.rowHeight(0), 2 * m_View.fontMetrics().lineSpacing());
-  EXPECT_TRUE(IsDark(m_View.palette()));
-  ApplyTheme(*qApp, {});
-  QApplication::processEvents();
-  EXPECT_FALSE(IsDark(m_View.palette()));
 }
 
 }  // namespace

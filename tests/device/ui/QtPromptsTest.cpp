@@ -11,8 +11,6 @@
 namespace inspector::device::ui {
 namespace {
 
-using ::testing::ElementsAre;
-
 class QtPromptsTest : public ::testing::Test {
 protected:
   tests::TemporaryFolder m_Folder;
@@ -29,30 +27,17 @@ TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
     box.button(QMessageBox::Ok)->click();
   });
   ShowError(m_Prompts, u"Line one.\r\rLine <b>two</b>.");
-  m_Person.ExpectPress("messageBox", QStringLiteral("Yes"));
-  EXPECT_TRUE(ConfirmWarning(m_Prompts, u"Sure?"));
-  m_Person.ExpectPress("messageBox", QStringLiteral("No"));
-  EXPECT_FALSE(ConfirmCaution(m_Prompts, u"Sure?"));
-  m_Person.ExpectPress("messageBox", QStringLiteral("OK"));
-  EXPECT_TRUE(ConfirmDataAlert(m_Prompts, u"Go on?"));
-  // Escape and the window's own button.
-  for (int n = 0; n < 2; ++n) m_Person.Expect("messageBox", [](QDialog& dialog) { dialog.reject(); });
-  EXPECT_FALSE(ConfirmUpdate(m_Prompts, u"Go on?"));
-  EXPECT_FALSE(ConfirmCaution(m_Prompts, u"Sure?"));
   EXPECT_EQ(m_Person.Boxes().front(), u"Error: Line one.\n\nLine <b>two</b>.");
-}
-
-TEST_F(QtPromptsTest, WordsAboveASmallDialogHaveTheirFullSize) {
-  m_Person.Expect("textEntryDialog", [&](QDialog& dialog) {
-    m_Person.Expect("messageBox", [](QDialog& box) {
-      EXPECT_EQ(box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->font().pointSizeF(),
-                box.font().pointSizeF());
-      box.accept();
-    });
-    ShowError(m_Prompts, u"There is no room on the disk. Free some, and try again in a moment.");
-    dialog.reject();
-  });
-  EXPECT_FALSE(m_Prompts.AskText({u"Title", u"How many?", u"7"}));
+  for (const auto& [ask, button, proceeds] : {std::tuple{&ConfirmWarning, "Yes", true},
+                                              {&ConfirmCaution, "No", false},
+                                              {&ConfirmDataAlert, "OK", true}}) {
+    m_Person.ExpectPress("messageBox", QLatin1String(button));
+    EXPECT_EQ(ask(m_Prompts, u"Go on?"), proceeds) << button;
+  }
+  for (const auto ask : {ConfirmUpdate, ConfirmCaution}) {  // Escape and the window's own button
+    m_Person.Expect("messageBox", [](QDialog& dialog) { dialog.reject(); });
+    EXPECT_FALSE(ask(m_Prompts, u"Go on?"));
+  }
 }
 
 TEST_F(QtPromptsTest, TakesTextAndPaths) {
@@ -71,14 +56,12 @@ TEST_F(QtPromptsTest, TakesTextAndPaths) {
     dialog.accept();
   });
   const auto paths = m_Prompts.AskDatabasePaths({u"\\a.cdb", u"\\b.cdb"});
-  ASSERT_TRUE(paths.has_value());
-  EXPECT_EQ(paths->templatePath, u"\\T.cdb");
-  EXPECT_EQ(paths->inspectionPath, u"\\b.cdb");
+  ASSERT_TRUE(paths);
+  EXPECT_EQ(paths->templatePath + paths->inspectionPath, u"\\T.cdb\\b.cdb");
 }
 
 TEST_F(QtPromptsTest, SavesWhereThePersonSaysAndAsksBeforeReplacing) {
-  const SaveQuestion question{u"Inspection_7.rtf", u"\\My Documents\\", u"Rich Text Format (*.rtf)|*.rtf|",
-                              u"rtf"};
+  const SaveQuestion question{u"Inspection_7.rtf", u"\\My Documents\\", u"Rich Text (*.rtf)|*.rtf|", u"rtf"};
   m_Person.Expect("saveDialog", [](QDialog& dialog) {
     tests::Part<QLineEdit>(dialog, "fileNameEdit").setText(QStringLiteral("Elm Street"));
     QMetaObject::invokeMethod(&dialog, "accept");
@@ -98,15 +81,14 @@ TEST_F(QtPromptsTest, SavesWhereThePersonSaysAndAsksBeforeReplacing) {
 TEST_F(QtPromptsTest, ProgressCanBeCancelledOnlyWhereOffered) {
   const auto window = m_Prompts.OpenProgress(u"Exporting...", true);
   window->SetRange(0, 10);
-  window->SetStatus(u"Writing...");
-  window->Step();
   window->SetPosition(4);
-  auto* const dialog = QApplication::activeModalWidget();
+  window->Step();
+  auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
   ASSERT_TRUE(dialog);
   EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Exporting..."));
-  EXPECT_EQ(dialog->findChild<QProgressBar*>()->value(), 4);
+  EXPECT_EQ(dialog->findChild<QProgressBar*>()->value(), 5);
   EXPECT_FALSE(window->Cancelled());
-  static_cast<QDialog*>(dialog)->reject();  // Escape
+  dialog->reject();  // Escape
   EXPECT_TRUE(window->Cancelled());
   EXPECT_TRUE(dialog->isVisible()) << "it goes when the work has ended";
 

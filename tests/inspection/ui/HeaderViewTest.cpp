@@ -2,7 +2,6 @@
 #include <QDateTimeEdit>
 #include <QWheelEvent>
 
-#include "device/Format.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
 #include "support/Screens.h"
@@ -17,59 +16,62 @@ using tests::Part;
 
 class HeaderViewTest : public tests::VisitTest {
 protected:
-  bool IsClientStored(std::int32_t inspectionID) {
-    data::InspectionTable row(Data());
-    row.OpenSQL(device::Format(u"SELECT * FROM Inspection WHERE InspectionID = %d", inspectionID));
-    return row.GetRecord(0) && row.m_ClientName == u"Ana Ruiz";
+  // Shows the form for a new inspection of that type; returns its key.
+  std::int32_t Show(const Text& type) {
+    const auto key = m_Device.Visit(type);
+    m_View.show();
+    m_View.OnShow();
+    return key;
+  }
+  // What the document reads of it anew.
+  data::InspectionTable& Stored(std::int32_t inspectionID) {
+    EXPECT_TRUE(Document().SelectInspection(inspectionID));
+    return Document().Inspection();
+  }
+  bool WaitForClient(const char* name, std::int32_t key) {
+    const std::string sql = "SELECT ClientName FROM Inspection WHERE InspectionID = " + std::to_string(key);
+    return Wait([&] { return InVisits(sql) == name; });
   }
   // Lets the program's loop run until it is so.
   template <typename Condition>
   static bool Wait(Condition condition) {
     return QTest::qWaitFor(condition, 10000);
   }
+  QLineEdit& Client() { return Part<QLineEdit>(m_View, "clientField"); }
+  QPlainTextEdit& General() { return Part<QPlainTextEdit>(m_View, "generalField"); }
+  QComboBox& DocType() { return Part<QComboBox>(m_View, "docTypeField"); }
+
+  CInspectorView m_View{Document()};
 };
 
-TEST_F(HeaderViewTest, WritesAMomentAfterTypingPauses) {
-  const auto key = m_Device.Visit(u"House");
-  CInspectorView view(Document());
-  view.resize(480, 700);
-  view.show();
-  view.OnShow();
-  Document().Inspection();
-  QTest::keyClicks(&Part<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
-  EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
+TEST_F(HeaderViewTest, WritesAMomentAfterTypingPausesAndTriesAgainWhateverWroteInVain) {
+  const auto key = Show(u"House");
+  QTest::keyClicks(&Client(), QStringLiteral("Ana"));
+  EXPECT_TRUE(WaitForClient("Ana", key));
+  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Inspection"));
+  QTest::keyClicks(&Client(), QStringLiteral(" Ruiz"));
+  EXPECT_FALSE(m_View.Flush()) << "the focus went elsewhere, say";
+  m_Device.RunInVisits(tests::kRoomAgain);
+  EXPECT_TRUE(WaitForClient("Ana Ruiz", key));
 
-  // The other form and another inspection show their own, and undo brings nothing of the former one.
-  auto& address = Part<QLineEdit>(view, "addressField");
+  // Another inspection shows its own, and undo brings nothing of the former one.
+  auto& address = Part<QLineEdit>(m_View, "addressField");
   QTest::keyClicks(&address, QStringLiteral("9"));
   QTest::keyClick(&address, Qt::Key_Backspace);
   Document().SelectInspection(1000);
-  view.OnShow();
-  EXPECT_TRUE(Part<QLineEdit>(view, "clientField").text().isEmpty());
+  m_View.OnShow();
+  EXPECT_TRUE(Client().text().isEmpty());
   EXPECT_FALSE(address.isUndoAvailable());
 }
 
-TEST_F(HeaderViewTest, TriesAgainWhateverWroteInVain) {
-  const auto key = m_Device.Visit(u"House");
-  CInspectorView view(Document());
-  view.show();
-  view.OnShow();
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Inspection"));
-  QTest::keyClicks(&Part<QLineEdit>(view, "clientField"), QStringLiteral("Ana Ruiz"));
-  EXPECT_FALSE(view.Flush()) << "the focus went elsewhere, say";
-  m_Device.RunInVisits(tests::kRoomAgain);
-  EXPECT_TRUE(Wait([&] { return IsClientStored(key); }));
-}
-
-TEST_F(HeaderViewTest, UndoKnowsWhatWasPickedFromAList) {
+TEST(PickerComboTest, UndoKnowsWhatWasPickedFromAList) {
   PickerCombo combo;
   combo.SetChoices({u"Alder Creek", u"Elm Hill", u"Edit List..."});
   combo.SetValue(u"Foo Town");
   combo.show();
   combo.showPopup();
   combo.hidePopup();
-  combo.setCurrentIndex(0);
-  Q_EMIT combo.activated(0);
+  tests::Choose(combo, 0);
   EXPECT_EQ(combo.Value(), u"Alder Creek");
   combo.lineEdit()->undo();
   EXPECT_EQ(combo.Value(), u"Foo Town");
@@ -84,181 +86,145 @@ TEST_F(HeaderViewTest, UndoKnowsWhatWasPickedFromAList) {
   EXPECT_EQ(combo.Value(), u"");
 }
 
-TEST_F(HeaderViewTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
+TEST(PickerComboTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
   PickerCombo combo;
   combo.show();
-  const auto heightWith = [&combo](std::size_t count) {
-    combo.SetChoices(std::vector<device::Text>(count, u"Oak"));
+  for (const int count : {2, 20}) {
+    combo.SetChoices(std::vector<device::Text>(static_cast<std::size_t>(count), u"Oak"));
     combo.showPopup();
+    const int entries = std::min(count * combo.view()->sizeHintForRow(0), 200);
     const int height = combo.view()->parentWidget()->height();
-    const int entries = static_cast<int>(count) * combo.view()->sizeHintForRow(0);
+    EXPECT_TRUE(height >= entries && height < entries * 3 / 2) << height << " for " << entries;
     combo.hidePopup();
-    return std::pair(height, entries);
-  };
-  const auto [two, entries] = heightWith(2);
-  EXPECT_GE(two, entries);
-  EXPECT_LT(two, entries * 3 / 2) << "no empty room below the last one";
-  EXPECT_EQ(heightWith(20).first, 200);
+  }
 }
 
 TEST_F(HeaderViewTest, KeepsLineEndsThatNobodyTouched) {
   m_Device.Visit(u"House");
   Document().Inspection().m_GeneralInformation = u"One\rTwo";
   Document().SaveHeader();
-  CInspectorView view(Document());
-  view.OnShow();
-  EXPECT_TRUE(view.Flush());
+  m_View.OnShow();
+  EXPECT_TRUE(m_View.Flush());
   EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"One\rTwo");
-  auto& general = Part<QPlainTextEdit>(view, "generalField");
-  EXPECT_EQ(general.toPlainText(), QStringLiteral("One\nTwo"));
-  general.appendPlainText(QStringLiteral("Three"));
-  EXPECT_TRUE(view.Flush());
+  EXPECT_EQ(General().toPlainText(), QStringLiteral("One\nTwo"));
+  General().appendPlainText(QStringLiteral("Three"));
+  EXPECT_TRUE(m_View.Flush());
   EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"One\r\nTwo\r\nThree");
 }
 
 TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
-  const auto key = m_Device.Visit(u"");
-  CInspectorView view(Document());
-  view.show();
-  view.OnShow();
-  auto& general = Part<QPlainTextEdit>(view, "generalField");
-  general.setPlainText(QStringLiteral("Dry day."));
-  general.setFocus();
-  general.moveCursor(QTextCursor::End);
-  auto& type = Part<QComboBox>(view, "docTypeField");
-  EXPECT_EQ(type.currentIndex(), -1);
+  const auto key = Show(u"");
+  General().setPlainText(QStringLiteral("Dry day."));
+  General().setFocus();
+  General().moveCursor(QTextCursor::End);
+  EXPECT_EQ(DocType().currentIndex(), -1);
   int changes = 0;
-  view.onDocTypeChanged = [&] { ++changes; };
-  tests::Choose(type, "House");
-  Part<QLineEdit>(view, "clientField").setText(QStringLiteral("Ana Ruiz"));
+  m_View.onDocTypeChanged = [&] { ++changes; };
+  tests::Choose(DocType(), "House");
+  Client().setText(QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return changes == 1; }));
-  EXPECT_EQ(general.toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
-  EXPECT_GE(general.textCursor().position(), 8) << "who types on goes on where he was";
-  EXPECT_TRUE(view.OnLeave());
-  Document().SelectInspection(key);
-  EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
+  EXPECT_EQ(General().toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
+  EXPECT_GE(General().textCursor().position(), 8) << "who types on goes on where he was";
+  EXPECT_TRUE(m_View.OnLeave());
+  EXPECT_EQ(Stored(key).m_ClientName, u"Ana Ruiz");
   EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"Dry day.  Seen from the ground.  Built in 1968.");
   EXPECT_EQ(m_Device.Outline(key).size(), 5U);
 
   // Cancel brings the former selection back.
   Prompts().Queue(u"Data Alert", Answer::Cancel);
-  tests::Choose(type, "Condo");
-  EXPECT_EQ(type.currentText(), QStringLiteral("House"));
+  tests::Choose(DocType(), "Condo");
+  EXPECT_EQ(DocType().currentText(), QStringLiteral("House"));
 
-  // Leaving while the worker runs waits for it and loses nothing.
+  // Writing while the worker runs, for a report, say, waits for it and loses nothing.
   Prompts().Queue(u"Data Alert", Answer::Ok);
-  tests::Choose(type, "Condo");
-  Part<QLineEdit>(view, "clientField").setText(QStringLiteral("A. Ruiz"));
-  EXPECT_TRUE(view.OnLeave());
-  Document().SelectInspection(key);
-  EXPECT_EQ(Document().Inspection().m_ClientName, u"A. Ruiz");
-  EXPECT_EQ(Document().Inspection().m_DocType, u"Condo");
+  tests::Choose(DocType(), "Condo");
+  Client().setText(QStringLiteral("A. Ruiz"));
+  EXPECT_TRUE(m_View.Flush());
+  EXPECT_EQ(Stored(key).m_ClientName + Document().Inspection().m_DocType, u"A. RuizCondo");
 }
 
 TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
-  m_Device.Visit(u"");
-  CInspectorView view(Document());
-  view.show();
-  view.OnShow();
-  m_Device.RunInVisits(
-      "CREATE TRIGGER Full BEFORE INSERT ON Category BEGIN SELECT RAISE(FAIL, 'no room'); END");
-  std::vector<Text> reasons;
-  view.onDocTypeFailed = [&](const Text& why) { reasons.push_back(why); };
-  tests::Choose(Part<QComboBox>(view, "docTypeField"), "House");
+  Show(u"");
+  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Category"));
+  std::string reasons;
+  m_View.onDocTypeFailed = [&](const Text& why) { reasons += device::ToUtf8(why); };
+  tests::Choose(DocType(), "House");
   EXPECT_TRUE(Wait([&] { return !reasons.empty(); }));
-  ASSERT_EQ(reasons.size(), 1U);
-  EXPECT_TRUE(device::Contains(reasons[0], u"no room"));
-  EXPECT_EQ(Part<QComboBox>(view, "docTypeField").currentText(), QString());
-  const std::size_t told = Prompts().Transcript().size();
-  m_Device.GetWorkspace().GetMachine().faults.ShowPending();
-  EXPECT_EQ(Prompts().Transcript().size(), told) << "a line has said it";
+  EXPECT_THAT(reasons, ::testing::EndsWith("no room"));
+  EXPECT_EQ(DocType().currentText(), QString());
+  const std::size_t told = Prompts().Messages().size();
+  m_Device.Faults().ShowPending();
+  EXPECT_EQ(Prompts().Messages().size(), told) << "a line has said it";
 }
 
-// A report that is written at once, say, or the end of the program.
-TEST_F(HeaderViewTest, WritesWhatWasTypedWithWhatATypeAddsToIt) {
-  const auto key = m_Device.Visit(u"");
-  CInspectorView view(Document());
-  view.show();
-  view.OnShow();
-  tests::Choose(Part<QComboBox>(view, "docTypeField"), "House");
-  Part<QPlainTextEdit>(view, "generalField").setPlainText(QStringLiteral("Dry day."));
-  EXPECT_TRUE(view.Flush());
-  Document().SelectInspection(key);
-  EXPECT_EQ(Document().Inspection().m_DocType, u"House");
-  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.starts_with(u"Dry day."));
-  EXPECT_TRUE(Document().Inspection().m_GeneralInformation.ends_with(u"Built in 1968."));
-}
+// The second form, with agents and date.
+class SetUpViewTest : public tests::VisitTest {
+protected:
+  void Show(const device::CalendarTime& date) {
+    Document().Inspection().m_InspectionDate = date;
+    Document().SaveHeader();
+    m_View.OnShow();
+  }
+  data::InspectionTable& Left() {
+    EXPECT_TRUE(m_View.OnLeave());
+    Document().SelectInspection(1000);
+    return Document().Inspection();
+  }
 
-TEST_F(HeaderViewTest, OpensTheListEditorAndKeepsTheValue) {
+  CInspectionSetupView2 m_View{Document()};
+  QDateTimeEdit& m_Date = Part<QDateTimeEdit>(m_View, "dateField");
+};
+
+TEST_F(SetUpViewTest, OpensTheListEditorAndKeepsTheValue) {
   m_Device.Library().AddPicker(u"Realtor", u"M. Cole");
-  m_Device.Visit(u"House");
-  CInspectionSetupView2 view(Document());
-  view.OnShow();
-  auto& agent = Part<PickerCombo>(view, "agentField");
+  m_View.OnShow();
+  auto& agent = Part<PickerCombo>(m_View, "agentField");
   ASSERT_EQ(agent.count(), 2);
   tests::Choose(agent, "M. Cole");
-  EXPECT_EQ(agent.Value(), u"M. Cole");
-  std::vector<Text> edited;
-  view.onEditList = [&](const Text& list) {
-    edited.push_back(list);
+  m_View.onEditList = [&](const Text& list) {
+    EXPECT_EQ(list, u"Realtor");
     m_Device.Library().AddPicker(list, u"P. Lind");
-    view.ListsChanged();
+    m_View.ListsChanged();
   };
   tests::Choose(agent, "Edit List...");
-  EXPECT_THAT(edited, ::testing::ElementsAre(u"Realtor"));
   EXPECT_EQ(agent.Value(), u"M. Cole");
   EXPECT_EQ(agent.count(), 3) << "the list is read again";
-  QTest::keyClicks(view.findChild<QWidget*>(QStringLiteral("companyField")), QStringLiteral("Oak"));
-  EXPECT_TRUE(view.Flush());
-  Document().SelectInspection(1001);
-  EXPECT_EQ(Document().Inspection().m_RealEstateCompany, u"Oak") << "typed after the list was edited";
+  QTest::keyClicks(&Part<QWidget>(m_View, "companyField"), QStringLiteral("Oak"));
+  EXPECT_EQ(Left().m_RealEstateCompany, u"Oak") << "typed after the list was edited";
 }
 
-TEST_F(HeaderViewTest, EditsTheDateAndLeavesNoneAlone) {
-  m_Device.Visit(u"House");
-  Document().Inspection().m_InspectionDate = {};
-  Document().SaveHeader();
-  CInspectionSetupView2 view(Document());
-  view.OnShow();
-  auto& date = Part<QDateTimeEdit>(view, "dateField");
-  EXPECT_EQ(date.text(), QStringLiteral("No date"));
-  view.show();
-  view.activateWindow();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
-  Part<QWidget>(view, "companyField").setFocus();
+TEST_F(SetUpViewTest, EditsTheDateAndLeavesNoneAlone) {
+  Show({});
+  EXPECT_EQ(m_Date.text(), QStringLiteral("No date"));
+  m_View.show();
+  m_View.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&m_View));
+  Part<QWidget>(m_View, "companyField").setFocus();
   for (const auto& [key, with] : {std::pair(Qt::Key_Tab, Qt::NoModifier),
                                   {Qt::Key_Tab, Qt::ShiftModifier},
                                   {Qt::Key_Tab, Qt::NoModifier},
                                   {Qt::Key_Shift, Qt::ShiftModifier}})
     QTest::keyClick(QApplication::focusWidget(), key, with);
-  ASSERT_EQ(QApplication::focusWidget(), &date);
-  EXPECT_TRUE(view.OnLeave());
-  EXPECT_TRUE(Document().Inspection().m_InspectionDate.IsZero()) << "who passes by enters nothing";
-  QTest::keyClicks(&date, QStringLiteral("05/28/2026 09:30 AM"));
-  EXPECT_EQ(date.text().toStdString(), "05/28/2026 09:30 AM");
-  EXPECT_TRUE(view.OnLeave());
-  Document().SelectInspection(1001);
-  EXPECT_EQ(Document().Inspection().m_InspectionDate, device::MakeCalendarTime(2026, 5, 28, 9, 30));
+  ASSERT_EQ(QApplication::focusWidget(), &m_Date);
+  EXPECT_TRUE(Left().m_InspectionDate.IsZero()) << "who passes by enters nothing";
+  QTest::keyClicks(&m_Date, QStringLiteral("05/28/2026 09:30 AM"));
+  EXPECT_EQ(m_Date.text(), QStringLiteral("05/28/2026 09:30 AM"));
+  EXPECT_EQ(Left().m_InspectionDate, device::MakeCalendarTime(2026, 5, 28, 9, 30));
 
   // The wheel on a date that is none begins with today as well.
-  Document().Inspection().m_InspectionDate = {};
-  view.OnShow();
-  QWheelEvent turn(QPointF(5, 5), date.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+  Show({});
+  QWheelEvent turn({5, 5}, m_Date.mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
                    Qt::NoScrollPhase, false);
-  QApplication::sendEvent(&date, &turn);
-  EXPECT_GE(date.date().year(), 2026);
+  QApplication::sendEvent(&m_Date, &turn);
+  EXPECT_GE(m_Date.date().year(), 2026);
 }
 
-TEST_F(HeaderViewTest, ShowsAnHourThatSpringLeavesOut) {
+TEST_F(SetUpViewTest, ShowsAnHourThatSpringLeavesOut) {
   qputenv("TZ", "America/New_York");
-  m_Device.Visit(u"House");
-  CInspectionSetupView2 view(Document());
-  view.OnShow();
-  Document().Inspection().m_InspectionDate = device::MakeCalendarTime(2026, 3, 8, 2, 30);
-  Document().SaveHeader();
-  view.OnShow();
+  m_View.OnShow();
+  Show(device::MakeCalendarTime(2026, 3, 8, 2, 30));
   qunsetenv("TZ");
-  EXPECT_EQ(Part<QDateTimeEdit>(view, "dateField").text(), QStringLiteral("03/08/2026 02:30 AM"));
+  EXPECT_EQ(m_Date.text(), QStringLiteral("03/08/2026 02:30 AM"));
 }
 
 }  // namespace

@@ -19,18 +19,19 @@ protected:
     m_View.onOpened = [this] { ++m_Opened; };
     m_View.OnShow();
   }
-  ListView& List() { return tests::Part<ListView>(m_View, "inspectionList"); }
   void Run(const char* command) { tests::Run(m_View, command); }
-  int Count() { return List().model()->rowCount(); }
+  int Count() { return m_List.model()->rowCount(); }
+  void Filter(const char* words) { m_View.findChild<QLineEdit*>()->setText(QLatin1String(words)); }
 
   CInspectionOverview m_View{Document()};
+  ListView& m_List = tests::Part<ListView>(m_View, "inspectionList");
   int m_Opened = 0;
 };
 
 TEST_F(InspectionOverviewViewTest, OpensTheRowThatIsSelected) {
-  EXPECT_EQ(List().SelectedRow(), 2) << "the current inspection";
-  List().SelectRow(1);
-  QTest::keyClick(&List(), Qt::Key_Return);
+  EXPECT_EQ(m_List.SelectedRow(), 2) << "the current inspection";
+  m_List.SelectRow(1);
+  QTest::keyClick(&m_List, Qt::Key_Return);
   EXPECT_EQ(m_Opened, 1);
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1001);
   Prompts().Queue(u"Warning", Answer::Yes);
@@ -42,39 +43,39 @@ TEST_F(InspectionOverviewViewTest, OpensTheRowThatIsSelected) {
 TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   Document().CreateInspection([](data::InspectionTable& row) { row.m_ClientName = u"Ana Ruiz"; });
   m_View.OnShow();
-  ASSERT_EQ(List().SelectedRow(), 3) << "what the document went to";
-  List().SelectRow(1);
+  ASSERT_EQ(m_List.SelectedRow(), 3) << "what the document went to";
+  m_List.SelectRow(1);
   m_View.OnShow();  // the options were closed, say
-  EXPECT_EQ(List().SelectedRow(), 1) << "what a person selected stays so";
-  m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
+  EXPECT_EQ(m_List.SelectedRow(), 1) << "what a person selected stays so";
+  Filter("ruiz");
   ASSERT_EQ(Count(), 1);
   EXPECT_FALSE(tests::Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
   EXPECT_FALSE(m_View.TakeSelected());
-  EXPECT_EQ(Prompts().Messages().back().text, u"Select an inspection first.");
-  m_View.findChild<QLineEdit*>()->clear();
+  EXPECT_THAT(Prompts().Last(), ::testing::HasSubstr("Select an inspection first."));
+  Filter("");
   EXPECT_TRUE(m_View.TakeSelected());
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1001);
-  List().SelectRow(3);
-  m_View.findChild<QLineEdit*>()->setText(QStringLiteral("ruiz"));
+  m_List.SelectRow(3);
+  Filter("ruiz");
   EXPECT_TRUE(m_View.TakeSelected());
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz");
   Prompts().QueueText(u"Enter the Doc # of the new Inspection:", u"77");
   Run("duplicate");
   ASSERT_EQ(Count(), 2);
-  EXPECT_EQ(List().SelectedRow(), 1) << "the copy";
+  EXPECT_EQ(m_List.SelectedRow(), 1) << "the copy";
   Prompts().Queue(u"Caution", Answer::Yes);
   Prompts().Queue(u"Warning", Answer::Yes);
   Run("delete");
   EXPECT_EQ(Count(), 1);
-  m_View.findChild<QLineEdit*>()->clear();
+  Filter("");
   EXPECT_EQ(Count(), 4);
 }
 
-TEST_F(InspectionOverviewViewTest, RefusesToDeleteSeveralAtOnce) {
-  List().selectAll();
+TEST_F(InspectionOverviewViewTest, DeletesOneOrAll) {
+  m_List.selectAll();
   Prompts().Queue(u"Caution", Answer::Yes);
   Run("delete");
-  EXPECT_EQ(Prompts().Messages().back().text, u"Only one inspection can be deleted at a time.");
+  EXPECT_EQ(Prompts().Last(), "Alert: Only one inspection can be deleted at a time.");
   EXPECT_EQ(Count(), 3);
   Prompts().Queue(u"Warning", Answer::Yes);
   Run("deleteAll");
@@ -84,18 +85,14 @@ TEST_F(InspectionOverviewViewTest, RefusesToDeleteSeveralAtOnce) {
 TEST_F(InspectionOverviewViewTest, MergeChoosesASecondInspectionAndChangesNothing) {
   tests::ScriptedDialogs person;
   const Text counts = m_Device.RowCounts();
-  List().clearSelection();
-  Run("merge");
-  EXPECT_EQ(Prompts().Messages().back().title, u"Error");
-  List().SelectRow(1);
+  m_List.SelectRow(1);
   person.Expect("choiceDialog", [](QDialog& dialog) {
-    auto& list = tests::Part<ListView>(dialog, "choiceList");
-    EXPECT_EQ(list.model()->rowCount(), 2);
-    list.SelectRow(0);
+    EXPECT_EQ(tests::Part<ListView>(dialog, "choiceList").model()->rowCount(), 2);
+    tests::Part<ListView>(dialog, "choiceList").SelectRow(0);
     dialog.accept();
   });
   Run("merge");
-  EXPECT_TRUE(device::Contains(Prompts().Messages().back().text, u"Nothing was changed"));
+  EXPECT_THAT(Prompts().Last(), ::testing::HasSubstr("Nothing was changed"));
   EXPECT_EQ(m_Device.RowCounts(), counts);
 }
 
