@@ -29,17 +29,6 @@ protected:
   }
 };
 
-TEST_F(StartUpTest, WithoutRegistryValuesTheDefaultsAreUsedAndWritten) {
-  const data::StartUp start = Start();
-  ASSERT_EQ(start.result, StartUpResult::Ready);
-  EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);
-  EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), kDefaultInspectionPath);
-  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), u"none");
-  EXPECT_EQ(start.workspace->PathsInUse().templatePath, kDefaultTemplatePath);
-  EXPECT_TRUE(m_Prompts.Messages().empty());
-  EXPECT_EQ(InVisits("PRAGMA journal_mode"), "wal");
-}
-
 TEST_F(StartUpTest, AMissingFileIsAskedForUntilBothAreThere) {
   const auto moved = m_Folder.Put("elsewhere/Mine.cdb");
   std::filesystem::rename(InspectionFile(), moved);
@@ -215,6 +204,9 @@ TEST_F(StartUpTest, SavedOptionsQuitWhenAPathChangedEvenInCaseOnly) {
   const data::StartUp start = Start();
   ASSERT_EQ(start.result, StartUpResult::Ready);
   data::Workspace& workspace = *start.workspace;
+  EXPECT_EQ(workspace.PathsInUse().templatePath, kDefaultTemplatePath);
+  EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), u"none");
+  EXPECT_EQ(InVisits("PRAGMA journal_mode"), "wal");
   InLibrary("DELETE FROM Options");
   workspace.ForgetOptions();
   for (const auto* const footer : {u"first", u"second"}) {
@@ -232,6 +224,7 @@ TEST_F(StartUpTest, SavedOptionsQuitWhenAPathChangedEvenInCaseOnly) {
   EXPECT_EQ(m_Prompts.Messages().back().icon, device::Icon::Exclamation);
   EXPECT_EQ(Registered(kOptionsKey, u"TemplatePath"), changed.templatePath);
   EXPECT_EQ(Registered(kStartUpKey, u"TemplatePath"), kDefaultTemplatePath);  // start-up has a key of its own
+  EXPECT_EQ(Registered(kStartUpKey, u"InspectionPath"), kDefaultInspectionPath);
 
   Shell other(TemplateFile());
   other.Run("BEGIN IMMEDIATE");

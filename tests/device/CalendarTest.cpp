@@ -74,12 +74,6 @@ TEST(CalendarTest, IsoTextIsReadStrictly) {
   EXPECT_EQ(ToIso(MakeCalendarTime(2026, 1, 1, 24)), "");
 }
 
-TEST(CalendarTest, DatesAreShownWithoutLeadingZeros) {
-  const CalendarTime time = MakeCalendarTime(2026, 5, 3, 9, 5);
-  EXPECT_EQ(FormatDate(time) + u" " + FormatTime(time), u"5/3/2026 9:5");
-  EXPECT_EQ(FormatDate({}) + FormatTime({}), u"");
-}
-
 TEST(CalendarTest, TheClockTellsLocalTime) {
   const auto local = [] {
     const std::time_t now = std::time(nullptr);

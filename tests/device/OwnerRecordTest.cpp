@@ -43,19 +43,5 @@ TEST(OwnerRecordTest, DamagedBlocksAndLongFieldsStayInTheirBounds) {
   EXPECT_EQ(OwnerRecord::Decode(wordy.Encode()), cut);
 }
 
-TEST(OwnerRecordTest, AddressesAreSplitAtCarriageReturns) {
-  const std::pair<const char16_t*, std::array<Text, 4>> kCases[] = {
-      {u"", {u"", u"", u"", u""}},
-      {u"1 Elm St.", {u"", u"", u"", u"1 Elm St."}},
-      {u"1 Elm St.\r\nSalem", {u"1 Elm St.", u"", u"", u"Salem"}},
-      {u"a\r\nb\r\nc\r\nd", {u"a", u"b", u"c", u"d"}},
-      {u"a\r\nb\r\nc\r\nd\r\ne", {u"a", u"b", u"c", u"d\r\ne"}},
-      {u"a\rXb", {u"a", u"", u"", u"b"}},  // whatever follows the carriage return is dropped
-      {u"a\r\r\nb", {u"a", u"", u"", u"\nb"}},
-      {u"a\r", {u"a", u"", u"", u""}},
-      {u"a\nb", {u"", u"", u"", u"a\nb"}}};
-  for (const auto& [address, parts] : kCases) EXPECT_EQ(SplitAddress(address), parts) << ToUtf8(address);
-}
-
 }  // namespace
 }  // namespace inspector::device

@@ -1,14 +1,9 @@
 #include "device/ui/ListView.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QMouseEvent>
-#include <QTest>
 #include <set>
 
 #include "device/Format.h"
-#include "device/ui/Theme.h"
+#include "support/Screens.h"
 
 namespace inspector::device::ui {
 namespace {

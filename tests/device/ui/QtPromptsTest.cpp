@@ -1,6 +1,5 @@
 #include "device/ui/QtPrompts.h"
 
-#include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
 

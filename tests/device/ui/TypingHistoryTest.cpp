@@ -1,15 +1,8 @@
 #include "device/ui/TypingHistory.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
 #include <QVBoxLayout>
+
+#include "support/Screens.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -26,7 +19,6 @@ protected:
     m_Form.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&m_Form));
   }
-  QPushButton* Button(const char* name) { return m_History->findChild<QPushButton*>(QLatin1String(name)); }
   // What the field shows in this property after each of: the letters, undo, redo.
   QString Shown(QWidget& field, const char* text) {
     field.setFocus();
@@ -51,8 +43,8 @@ protected:
   QLineEdit* m_Fixed = new QLineEdit(QStringLiteral("1968"));
   QCheckBox* m_Box = new QCheckBox;
   TypingHistory* m_History = new TypingHistory(m_Form);
-  QPushButton* m_Undo = Button("undoTypingButton");
-  QPushButton* m_Redo = Button("redoTypingButton");
+  QPushButton* m_Undo = &tests::Part<QPushButton>(*m_History, "undoTypingButton");
+  QPushButton* m_Redo = &tests::Part<QPushButton>(*m_History, "redoTypingButton");
 };
 
 TEST_F(TypingHistoryTest, ActsOnTheFieldThatIsWrittenIn) {
