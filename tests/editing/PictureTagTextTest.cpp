@@ -2,48 +2,40 @@
 
 #include "editing/PictureAttachment.h"
 #include "editing/PictureTags.h"
+#include "support/Lines.h"
 #include "support/TestSupport.h"
 
 namespace inspector::editing {
 namespace {
 
-using ::testing::ElementsAre;
-
 TEST(PictureTagTextTest, PicturesAreTakenOutScaledAndMoved) {
-  const Text text = u"Eaves ***Picture-1*** and ridge ***Path=\\a.jpg;Scaling=50***. ***odd***";
-  EXPECT_EQ(WithoutPicture(text, u"***Picture-1***"),
-            u"Eaves and ridge ***Path=\\a.jpg;Scaling=50***. ***odd***");
-  EXPECT_EQ(WithScaling(text, u"***Path=\\a.jpg;Scaling=50***", 75),
-            u"Eaves ***Picture-1*** and ridge ***Path=\\a.jpg;Scaling=75***. ***odd***");
-  EXPECT_EQ(WithScaling(text, u"***Picture-1***", 25),
-            u"Eaves ***Picture-1;Scaling=25*** and ridge ***Path=\\a.jpg;Scaling=50***. ***odd***");
-  for (const auto& [from, to] : {std::pair(0, 1), std::pair(1, 0)})
-    EXPECT_EQ(WithPictureMoved(text, static_cast<std::size_t>(from), static_cast<std::size_t>(to)),
-              u"Eaves ***Path=\\a.jpg;Scaling=50*** and ridge ***Picture-1***. ***odd***");
-  for (const TextView none : {u"***Picture-2***", u"Picture-1", u""}) {
-    EXPECT_EQ(WithoutPicture(text, none), text);
-    EXPECT_EQ(WithScaling(text, none, 10), text);
-  }
+  const Text path = u"***Path=\\a.jpg;Scaling=50***";
+  const auto eaves = [](const Text& first, const Text& second) {
+    return u"Eaves " + first + u" and ridge " + second + u". ***odd***";
+  };
+  const Text text = eaves(u"***Picture-1***", path);
+  EXPECT_EQ(WithoutPicture(text, u"***Picture-1***"), u"Eaves and ridge " + path + u". ***odd***");
+  EXPECT_EQ(WithScaling(text, path, 75), eaves(u"***Picture-1***", u"***Path=\\a.jpg;Scaling=75***"));
+  EXPECT_EQ(WithScaling(text, u"***Picture-1***", 25), eaves(u"***Picture-1;Scaling=25***", path));
+  EXPECT_EQ(WithPictureMoved(text, 0, 1), eaves(path, u"***Picture-1***"));
+  EXPECT_EQ(WithPictureMoved(text, 1, 0), eaves(path, u"***Picture-1***"));
   EXPECT_EQ(WithPictureMoved(text, 0, 2), text) << "the last tag names no picture";
+  for (const TextView none : {u"***Picture-2***", u"Picture-1", u""})
+    EXPECT_EQ(WithoutPicture(WithScaling(text, none, 10), none), text);
 }
 
 TEST(PictureTagTextTest, ARepeatedTagIsOnePicture) {
   const Text text = u"A ***Picture-1*** B ***Picture-1*** C ***Picture-2***";
   EXPECT_EQ(WithPictureMoved(text, 1, 0), u"A ***Picture-2*** B ***Picture-1*** C ***Picture-1***");
   EXPECT_EQ(WithoutPicture(text, u"***Picture-1***"), u"A B C ***Picture-2***");
-  const Text asterisks = WithPictureMoved(u"***Picture-2**** x ***Picture-1***", 1, 0);
-  EXPECT_EQ(asterisks, u"***Picture-1**** x ***Picture-2***");
-  EXPECT_EQ(StripTags(asterisks), u"* x ") << "the words stay";
+  EXPECT_EQ(WithPictureMoved(u"***Picture-2**** x ***Picture-1***", 1, 0),
+            u"***Picture-1**** x ***Picture-2***");
 }
 
 class AttachmentTest : public ::testing::Test, protected tests::ScriptedMachine {};
 
 TEST_F(AttachmentTest, ANameCanStandInATag) {
-  struct Case {
-    Text original;
-    Text name;
-  };
-  for (const auto& [original, name] : std::vector<Case>{
+  for (const auto& [original, name] : std::vector<std::pair<Text, Text>>{
            {u"roof.JPG", u"roof.jpg"},
            {u"IMG 0012.png", u"IMG 0012.jpg"},
            {u"no extension", u"no extension.jpg"},
@@ -66,35 +58,32 @@ TEST_F(AttachmentTest, ANameCanStandInATag) {
 }
 
 TEST_F(AttachmentTest, CopiesStandInTheInspectionsOwnFolder) {
-  EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"roof.jpg", "one"),
-            u"\\My Documents\\Pictures\\1000\\roof.jpg");
-  EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"roof.jpg", "two"),
-            u"\\My Documents\\Pictures\\1000\\roof-2.jpg");
-  EXPECT_EQ(tests::ContentOf(m_Folder / "My Documents/Pictures/1000/roof.jpg"), "one");
-  EXPECT_EQ(tests::ContentOf(m_Folder / "My Documents/Pictures/1000/roof-2.jpg"), "two");
+  const Text folder = u"\\My Documents\\Pictures\\1000\\";
+  const std::filesystem::path onHost = m_Folder / "My Documents/Pictures/1000";
+  EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"roof.jpg", "one"), folder + u"roof.jpg");
+  EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"roof.jpg", "two"), folder + u"roof-2.jpg");
   m_Files.FailWrite(1);
   EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"wall.jpg", "three"), std::nullopt);
   EXPECT_EQ(m_Faults.Count(), 1);
-  EXPECT_EQ(PicturePathOf(m_Paths, m_Folder / "My Documents/Pictures/1000/roof.jpg"),
-            u"\\My Documents\\Pictures\\1000\\roof.jpg");
-  EXPECT_EQ(PicturePathOf(m_Paths, "/elsewhere/a.jpg"), u"/elsewhere/a.jpg");
-  EXPECT_EQ(PicturePathOf(m_Paths, m_Folder.Path().native() + "x/a.jpg"),
-            device::FromUtf8(m_Folder.Path().native()) + u"x/a.jpg");
+  const std::map<std::string, std::string> stored = {{"roof.jpg", "one"}, {"roof-2.jpg", "two"}};
+  EXPECT_EQ(tests::FilesBelow(onHost), stored);
+  EXPECT_EQ(PicturePathOf(m_Paths, onHost / "roof.jpg"), folder + u"roof.jpg");
+  for (const std::string& elsewhere : {std::string("/elsewhere"), m_Folder.Path().native() + "x"})
+    EXPECT_EQ(PicturePathOf(m_Paths, elsewhere + "/a.jpg"), device::FromUtf8(elsewhere + "/a.jpg"));
 }
 
 TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
-  m_Folder.Put("Card/a.jpg", "x");
-  m_Folder.Put("Pictures/roof.jpg", "x");
+  for (const char* there : {"Card/a.jpg", "Pictures/roof.jpg"}) m_Folder.Put(there, "x");
   CardPictures card(m_Files, m_Paths, u"\\Card\\");
-  std::vector<Text> lines;
-  for (const CommentPicture& picture : PicturesOfComment(
-           u"***Picture-1;Scaling=30*** ***Picture-9*** ***Path=\\pictures\\ROOF.jpg*** ***Path=\\no.jpg*** "
-           u"***odd***",
-           card, m_Machine))
-    lines.push_back(picture.path + (picture.missing ? u" missing " : u" ") +
-                    device::Decimal(picture.scaling));
-  EXPECT_THAT(lines, ElementsAre(u"\\Card\\a.jpg 30", u" missing 100", u"\\pictures\\ROOF.jpg 100",
-                                 u"\\no.jpg missing 100"))
+  const Text comment =
+      u"***Picture-1;Scaling=30*** ***Picture-9*** ***Path=\\pictures\\ROOF.jpg*** ***Path=\\no.jpg*** "
+      u"***odd***";
+  EXPECT_EQ(tests::Joined(PicturesOfComment(comment, card, m_Machine),
+                          [](const CommentPicture& picture) {
+                            return picture.path + (picture.missing ? u" missing " : u" ") +
+                                   device::Decimal(picture.scaling);
+                          }),
+            u"\\Card\\a.jpg 30| missing 100|\\pictures\\ROOF.jpg 100|\\no.jpg missing 100")
       << "a tag of another kind names no picture";
 }
 
