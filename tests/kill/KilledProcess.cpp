@@ -25,16 +25,13 @@ using Clock = std::chrono::steady_clock;
 }
 
 // Reads until the other end is closed or the time is over. True when it was closed.
-bool ReadUntil(int descriptor, std::optional<Clock::time_point> end, std::string& text) {
+bool ReadUntil(int descriptor, Clock::time_point end, std::string& text) {
   for (;;) {
     pollfd waiting{descriptor, POLLIN, 0};
-    timespec rest{};
-    if (end) {
-      const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(*end - Clock::now()).count();
-      if (left <= 0) return false;
-      rest = {left / 1'000'000'000, left % 1'000'000'000};
-    }
-    if (ppoll(&waiting, 1, end ? &rest : nullptr, nullptr) <= 0) continue;
+    const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(end - Clock::now()).count();
+    if (left <= 0) return false;
+    const timespec rest = {left / 1'000'000'000, left % 1'000'000'000};
+    if (ppoll(&waiting, 1, &rest, nullptr) <= 0) continue;
     char block[256];
     const ssize_t count = read(descriptor, block, sizeof block);
     if (count <= 0) return true;
@@ -44,8 +41,7 @@ bool ReadUntil(int descriptor, std::optional<Clock::time_point> end, std::string
 
 }  // namespace
 
-Ending RunProgram(const std::vector<std::string>& words, const std::string& log,
-                  std::optional<Duration> killAfter) {
+Ending RunProgram(const std::vector<std::string>& words, const std::string& log, Duration killAfter) {
   std::vector<char*> arguments;
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
@@ -59,9 +55,9 @@ Ending RunProgram(const std::vector<std::string>& words, const std::string& log,
   close(ends[1]);
 
   Ending ending;
-  if (!ReadUntil(ends[0], killAfter ? std::optional(start + *killAfter) : std::nullopt, ending.out)) {
+  if (!ReadUntil(ends[0], start + killAfter, ending.out)) {
     kill(process, SIGKILL);
-    ReadUntil(ends[0], std::nullopt, ending.out);  // what it wrote before
+    ReadUntil(ends[0], Clock::time_point::max(), ending.out);  // what it wrote before
   }
   close(ends[0]);
   int status = 0;

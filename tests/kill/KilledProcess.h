@@ -2,7 +2,6 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,8 +17,6 @@ struct Ending {
 };
 
 // `words` begin with the program's path; standard input is empty and standard error goes where `log` says.
-// Without `killAfter` it runs to its end.
-Ending RunProgram(const std::vector<std::string>& words, const std::string& log,
-                  std::optional<Duration> killAfter);
+Ending RunProgram(const std::vector<std::string>& words, const std::string& log, Duration killAfter);
 
 }  // namespace inspector::tests

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -114,44 +115,32 @@ private:
   int m_Returns = 0;
 };
 
-int Main(const std::string& typist, const std::string& commands, int kills, unsigned seed) {
-  std::string pattern = std::filesystem::temp_directory_path() / "inspector-kill-XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) return 1;
-  std::printf("Seed %u\n", seed);
-  std::fflush(stdout);
-  std::vector<std::thread> hands;
-  int letters[kTablets] = {};
-  int returns[kTablets] = {};
-  for (unsigned n = 0; n < kTablets; ++n)
-    hands.emplace_back([&, n] {
-      Typing typing(typist, commands, std::filesystem::path(pattern) / std::to_string(n), seed + n);
-      for (int kill = 0; kill < kills / kTablets; ++kill) typing.Kill();
-      letters[n] = typing.Letters();
-      returns[n] = typing.Returns();
-    });
-  int allLetters = 0;
-  int allReturns = 0;
-  for (int n = 0; n < kTablets; ++n) {
-    hands[static_cast<std::size_t>(n)].join();
-    allLetters += letters[n];
-    allReturns += returns[n];
-  }
-  std::printf("%d kills, %d letters typed, %d starts where the person was.\n", kills / kTablets * kTablets,
-              allLetters, allReturns);
-  std::filesystem::remove_all(pattern);
-  // Otherwise nothing was tested.
-  return allLetters > 5 * kills && allReturns > kills / 4 ? 0 : 1;
-}
-
 }  // namespace
 }  // namespace inspector::tests
 
 int main(int count, char** words) {
-  if (count < 3) {
-    std::fprintf(stderr, "Usage: inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]\n");
-    return 2;
+  using inspector::tests::Typing;
+  const inspector::tests::KillRun run(count, words, 2);
+  std::vector<std::unique_ptr<Typing>> typings;
+  for (unsigned n = 0; n < inspector::tests::kTablets; ++n)
+    typings.push_back(std::make_unique<Typing>(run.programs[0], run.programs[1],
+                                               run.folder / std::to_string(n), run.seed + n));
+  std::printf("Seed %u\n", run.seed);
+  std::fflush(stdout);
+  std::vector<std::thread> hands;
+  for (const auto& typing : typings)
+    hands.emplace_back([&] {
+      for (int kill = 0; kill < run.kills / inspector::tests::kTablets; ++kill) typing->Kill();
+    });
+  int letters = 0;
+  int returns = 0;
+  for (std::size_t n = 0; n < hands.size(); ++n) {
+    hands[n].join();
+    letters += typings[n]->Letters();
+    returns += typings[n]->Returns();
   }
-  const int kills = count > 3 ? std::atoi(words[3]) : 200;
-  const unsigned seed = count > 4 ? static_cast<unsigned>(std::atoi(words[4])) : std::random_device()();
-  return inspector::tests::Main(words[1], words[2], kills, seed);
+  std::printf("%d kills, %d letters typed, %d starts where the person was.\n", run.kills, letters, returns);
+  std::filesystem::remove_all(run.folder);
+  // Otherwise nothing was tested.
+  return letters > 5 * run.kills && returns > run.kills / 4 ? 0 : 1;
 }

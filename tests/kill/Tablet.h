@@ -1,8 +1,6 @@
 // A tablet whose program is killed again and again, and what must be true of it afterwards.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <filesystem>
 #include <random>
 #include <string>
@@ -12,15 +10,25 @@
 
 namespace inspector::tests {
 
+// PROGRAM... [KILLS [SEED]] on the command line of a test, and a new folder for its tablets.
+struct KillRun {
+  KillRun(int count, char** words, int programCount);
+
+  std::vector<std::string> programs;
+  int kills = 200;
+  unsigned seed = std::random_device()();
+  std::filesystem::path folder;
+};
+
 class Tablet {
 public:
   // Creates databases and sample visit in `home` with the given command-line program.
   Tablet(std::string program, std::filesystem::path home, unsigned seed);
+  // One with the same files, beside this one; it replaces the last copy.
+  Tablet Copy() const;
 
   // Runs a command to its end; a failure ends the test.
   std::string Run(const std::vector<std::string>& command);
-  // The key of a new inspection.
-  std::string New(const std::string& type);
   // Of the command-line program unless another one is named.
   Ending RunAndKill(const std::vector<std::string>& command, Duration after, const std::string& program = {});
 
@@ -30,11 +38,6 @@ public:
   std::string AskTemplates(const std::string& sql);
   // Both databases whole, no step without its category, no key twice.
   void CheckDatabases();
-
-  // Everything of an inspection but its keys: header, categories, steps.
-  std::string Content(const std::string& inspectionID);
-  // The same with the keys of categories and steps.
-  std::string Rows(const std::string& inspectionID);
 
   // A violation: says what, where the tablet is kept, and ends the program with 1.
   [[noreturn]] void Fail(const std::string& what);
@@ -47,10 +50,10 @@ public:
     return std::uniform_int_distribution<std::size_t>(0, below - 1)(m_Random);
   }
   double Fraction() { return std::uniform_real_distribution<double>(0, 1)(m_Random); }
+  // One of several lines.
+  std::string OneOf(const std::string& lines);
 
 private:
-  std::vector<std::string> Words(const std::string& program, const std::vector<std::string>& command) const;
-  std::string AskFile(const std::filesystem::path& file, const std::string& sql);
   std::filesystem::path File(const std::string& name) const { return m_Home / "My Documents" / name; }
 
   std::string m_Program;
