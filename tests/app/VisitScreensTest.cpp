@@ -1,11 +1,9 @@
 #include "app/VisitScreens.h"
 
-#include <QDialogButtonBox>
-
 #include "app/MainFrame.h"
 #include "device/ui/ListView.h"
 #include "inspection/ui/InspectorView.h"
-#include "support/Screens.h"
+#include "support/ScreenWords.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -24,14 +22,6 @@ protected:
     return tests::Part<device::ui::ListView>(*m_Frame->CurrentScreen(), "rows");
   }
   std::string Title() { return m_Frame->CurrentScreen()->Title().toStdString(); }
-  // Writes a comment in the sheet that opens next and closes it.
-  void ExpectSheet(const char* comment) {
-    m_Dialogs.Expect("stepPropertySheet", [comment](QDialog& sheet) {
-      tests::Part<QPlainTextEdit>(sheet, "commentBox").insertPlainText(QString::fromUtf8(comment));
-      sheet.reject();
-    });
-  }
-
   tests::ScriptedDialogs m_Dialogs;
   std::optional<CMainFrame> m_Frame;
 };
@@ -41,9 +31,11 @@ TEST_F(VisitScreensTest, UnfinishedLeadsToWhatIsLeftAndTheTextStays) {
   Rows().onClick(0, 0);
   EXPECT_NE(Title(), "Unfinished") << "a category that was never opened shows its steps";
   const std::int32_t roof = m_Device.OpenCategory(u"Roof");
-  const std::int32_t step = m_Device.StepKey(u"20.1");
-  ASSERT_TRUE(m_Frame->Visit().OpenPlace(roof, step));
-  ExpectSheet("Loose.");
+  ASSERT_TRUE(m_Frame->Visit().OpenPlace(roof, m_Device.StepKey(u"20.1")));
+  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+    tests::Fill(sheet, "commentBox", "Loose.");
+    sheet.reject();
+  });
   m_Frame->Visit().OpenNextUnfinished();
   EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.2")), u"20.2|Gutters|||Loose.") << "the one after 20.1";
   EXPECT_FALSE(m_Frame->Visit().OpenPlace(99, 0));
@@ -62,7 +54,7 @@ TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) 
   tests::PressButton(*m_Frame, "undoButton");
   EXPECT_EQ(Title(), "CATEGORY LIST");
   EXPECT_EQ(Document().Categories().RecordCount(), 5);
-  EXPECT_EQ(tests::Part<QLabel>(*m_Frame, "message").text(), QStringLiteral("Taken back: Doc Type"));
+  EXPECT_EQ(tests::Words(*m_Frame, "message"), "Taken back: Doc Type");
   QCoreApplication::processEvents();
   EXPECT_EQ(m_Frame->findChild<QPushButton*>(QStringLiteral("undoButton")), nullptr);
 }

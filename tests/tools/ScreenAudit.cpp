@@ -19,7 +19,6 @@
 #include <QToolButton>
 
 #include "device/ListColumns.h"
-#include "device/ui/WrappingCheckBox.h"
 #include "editing/ui/StepListHeader.h"
 
 namespace inspector::tests {
@@ -39,12 +38,11 @@ public:
   Audit(QWidget& window, const QSize& screen) : m_Window(window) {
     if (window.width() > screen.width() || window.height() > screen.height())
       Report(window, "is larger than the screen: " + Size(window.size()));
-    for (QWidget* each : window.findChildren<QWidget*>())
-      if (each->isVisible() && each->window() == &window && !IsPartOfControl(*each)) m_Shown.push_back(each);
   }
 
   std::vector<std::string> Faults() {
-    for (QWidget* each : m_Shown) {
+    for (QWidget* each : m_Window.findChildren<QWidget*>()) {
+      if (!each->isVisible() || each->window() != &m_Window || IsPartOfControl(*each)) continue;
       CheckName(*each);
       CheckTarget(*each);
       CheckWords(*each);
@@ -63,10 +61,9 @@ private:
     return std::to_string(size.width()) + "x" + std::to_string(size.height());
   }
   void Report(const QWidget& widget, const std::string& what) {
-    const QString name = widget.objectName().isEmpty()
-                             ? widget.parentWidget() ? widget.parentWidget()->objectName() : QString()
-                             : widget.objectName();
-    m_Faults.push_back(std::string(widget.metaObject()->className()) + " " + name.toStdString() + " " + what);
+    const QWidget* const named = widget.objectName().isEmpty() ? widget.parentWidget() : &widget;
+    m_Faults.push_back(std::string(widget.metaObject()->className()) + " " +
+                       (named ? named->objectName().toStdString() : "") + " " + what);
   }
 
   void CheckName(QWidget& widget) {
@@ -97,28 +94,23 @@ private:
       keys = std::max(keys, menu.fontMetrics().horizontalAdvance(action->shortcut().toString()));
     for (QAction* action : menu.actions()) {
       const QRect place = menu.actionGeometry(action);
-      const int beside = place.height() * 4 / 5 + keys + 20;
+      const QSize words = menu.fontMetrics().size(Qt::TextShowMnemonic, action->text());
       if (!action->isSeparator())
-        CheckRoom(menu, action->text(),
-                  menu.fontMetrics().size(Qt::TextShowMnemonic, action->text()) + QSize(beside, 0),
-                  place.size());
+        CheckRoom(menu, action->text(), words + QSize(place.height() * 4 / 5 + keys + 20, 0), place.size());
     }
   }
   void CheckTarget(QWidget& widget) {
-    if (qobject_cast<QAbstractButton*>(&widget) || qobject_cast<QComboBox*>(&widget) ||
-        qobject_cast<QLineEdit*>(&widget) || qobject_cast<QAbstractSpinBox*>(&widget) ||
-        qobject_cast<QPlainTextEdit*>(&widget))
-      CheckSize(widget, {}, widget.size());
+    for (const char* kind :
+         {"QAbstractButton", "QComboBox", "QLineEdit", "QAbstractSpinBox", "QPlainTextEdit"})
+      if (widget.inherits(kind)) CheckSize(widget, {}, widget.size());
     if (const auto* tabs = qobject_cast<QTabBar*>(&widget))
       for (int tab = 0; tab < tabs->count(); ++tab)
         CheckSize(*tabs, tabs->tabText(tab), tabs->tabRect(tab).size());
     if (const auto* menu = qobject_cast<QMenuBar*>(&widget)) CheckActions(*menu);
     const auto* rows = qobject_cast<QAbstractItemView*>(&widget);
-    if (rows && !rows->inherits("QHeaderView") && rows->model() && rows->model()->rowCount() > 0) {
-      const QModelIndex first = rows->model()->index(0, 0);
-      if (const int height = rows->visualRect(first).height(); height > 0)
-        CheckSize(*rows, QStringLiteral("row"), {kSmallestTarget, height});
-    }
+    if (!rows || rows->inherits("QHeaderView") || !rows->model()) return;
+    if (const int height = rows->visualRect(rows->model()->index(0, 0)).height(); height > 0)
+      CheckSize(*rows, QStringLiteral("row"), {kSmallestTarget, height});
   }
 
   // `needed`: the room that the words take; `room`: what they have.
@@ -126,62 +118,43 @@ private:
     if (needed.width() > room.width() || needed.height() > room.height())
       Report(widget, "cuts \"" + words.toStdString() + "\": " + Size(needed) + " in " + Size(room));
   }
-  void CheckLabel(const QLabel& label) {
-    if (label.text().isEmpty()) return;
-    QSize needed = label.minimumSizeHint();
-    if (label.wordWrap()) {
-      const QRect room(0, 0, label.contentsRect().width(), 10000);
-      const QFontMetrics metrics = label.fontMetrics();
-      needed = {metrics.boundingRect(room, Qt::TextWordWrap, label.text()).width(),
-                label.heightForWidth(label.width())};
-    } else {
-      needed = label.sizeHint();
-    }
-    CheckRoom(label, label.text(), needed, label.size());
-  }
-  void CheckButton(const QAbstractButton& button) {
-    const auto* tool = qobject_cast<const QToolButton*>(&button);
-    if (button.text().isEmpty() || (tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)) return;
-    QSize room = button.size();
-    QSize needed = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
-    if (dynamic_cast<const device::ui::WrappingCheckBox*>(&button))
-      needed = {button.minimumSizeHint().width(), button.heightForWidth(button.width())};
-    else if (qobject_cast<const QCheckBox*>(&button))
-      needed = button.sizeHint();
-    else
-      room -= QSize(8, 0);
-    CheckRoom(button, button.text(), needed, room);
-  }
   void CheckWords(QWidget& widget) {
     if (m_Window.inherits("QFileDialog")) return;  // paths of any length
-    if (const auto* label = qobject_cast<QLabel*>(&widget)) CheckLabel(*label);
-    if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) CheckButton(*button);
-    const QFontMetrics metrics = widget.fontMetrics();
+    const auto* const label = qobject_cast<QLabel*>(&widget);
+    const auto* const button = qobject_cast<QAbstractButton*>(&widget);
+    const QString words = label ? label->text() : button ? button->text() : QString();
+    if (qobject_cast<QTabBar*>(&widget) || !words.isEmpty()) {
+      QSize needed = widget.minimumSizeHint();
+      if (widget.hasHeightForWidth()) needed.setHeight(widget.heightForWidth(widget.width()));
+      // A button may do without its margins.
+      if (button && !qobject_cast<QCheckBox*>(&widget))
+        needed = button->fontMetrics().size(Qt::TextShowMnemonic, words) + QSize(8, 0);
+      const auto* const tool = qobject_cast<QToolButton*>(&widget);
+      if (!tool || tool->toolButtonStyle() != Qt::ToolButtonIconOnly)
+        CheckRoom(widget, words, needed, widget.size());
+    }
     if (const auto* line = qobject_cast<QLineEdit*>(&widget); line && line->text().isEmpty())
-      CheckRoom(widget, line->placeholderText(), {metrics.horizontalAdvance(line->placeholderText()), 0},
-                line->size());
+      CheckLine(widget, line->placeholderText(), line->width());
     if (const auto* box = qobject_cast<QComboBox*>(&widget); box && !box->isEditable()) {
       QStyleOptionComboBox option;
       option.initFrom(box);
-      const QString words = box->currentIndex() < 0 ? box->placeholderText() : box->currentText();
-      CheckRoom(widget, words, {metrics.horizontalAdvance(words), 0},
+      CheckLine(widget, box->currentIndex() < 0 ? box->placeholderText() : box->currentText(),
                 box->style()
                     ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box)
-                    .size());
+                    .width());
     }
-    if (const auto* tabs = qobject_cast<QTabBar*>(&widget))
-      CheckRoom(widget, QStringLiteral("the tabs"), tabs->sizeHint(), tabs->size());
     if (const auto* table = qobject_cast<QTableView*>(&widget)) CheckHeadings(*table);
+  }
+  void CheckLine(const QWidget& widget, const QString& words, int width) {
+    CheckRoom(widget, words, {widget.fontMetrics().horizontalAdvance(words), 0}, {width, 0});
   }
   void CheckHeadings(const QTableView& table) {
     const QHeaderView& header = *table.horizontalHeader();
     // That of the steps shows a sign where a word has no room.
     if (!header.isVisible() || dynamic_cast<const editing::ui::StepListHeader*>(&header)) return;
-    for (int section = 0; section < header.count(); ++section) {
-      const QString words = table.model()->headerData(section, Qt::Horizontal).toString();
-      CheckRoom(table, words, {header.fontMetrics().horizontalAdvance(words), 0},
-                {header.sectionSize(section) - 8, 0});
-    }
+    for (int section = 0; section < header.count(); ++section)
+      CheckLine(header, table.model()->headerData(section, Qt::Horizontal).toString(),
+                header.sectionSize(section) - 8);
   }
 
   void CheckPlace(QWidget& widget) {
@@ -240,7 +213,6 @@ private:
   }
 
   QWidget& m_Window;
-  std::vector<QWidget*> m_Shown;
   std::vector<std::string> m_Faults;
 };
 
