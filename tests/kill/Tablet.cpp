@@ -1,13 +1,19 @@
 #include "kill/Tablet.h"
 
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
+#include <thread>
 
 #include "support/Shell.h"
+#include "support/TestSupport.h"
 
 namespace inspector::tests {
-
 KillRun::KillRun(int count, char** words, int programCount) {
   const std::vector<std::string> given(words + 1, words + count);
   const auto options = static_cast<std::size_t>(programCount);
@@ -44,13 +50,40 @@ std::string Tablet::Run(const std::vector<std::string>& command) {
 
 Ending Tablet::RunAndKill(const std::vector<std::string>& command, Duration after,
                           const std::string& program) {
-  std::vector<std::string> words = {program.empty() ? m_Program : program, "--home", m_Home.string()};
-  words.insert(words.end(), command.begin(), command.end());
   m_Last.clear();
-  for (const std::string& word : command) m_Last += word + " ";
+  std::vector<std::string> words = {program.empty() ? m_Program : program, "--home", m_Home.string()};
+  for (const std::string& word : command) {
+    m_Last += word + " ";
+    words.push_back(word);
+  }
   m_Last += "(killed after " + std::to_string(after.count()) + " us)";
-  const Ending ending = RunProgram(words, m_Home.string() + ".err", after);
-  if (!ending.killed && ending.exit != 0) Fail("it ended with " + std::to_string(ending.exit));
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  const std::string out = m_Home.string() + ".out";
+  const std::string err = m_Home.string() + ".err";
+
+  const auto start = std::chrono::steady_clock::now();
+  const auto lasted = [start] {
+    return std::chrono::duration_cast<Duration>(std::chrono::steady_clock::now() - start);
+  };
+  const pid_t process = fork();
+  if (process == 0) {
+    constexpr int kAnew = O_WRONLY | O_CREAT | O_TRUNC;
+    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+    dup2(open(out.c_str(), kAnew, 0666), STDOUT_FILENO);
+    dup2(open(err.c_str(), kAnew, 0666), STDERR_FILENO);
+    execv(arguments[0], arguments.data());
+    _exit(127);
+  }
+  Expect(process > 0, "it cannot be started");
+  int status = 0;
+  while (waitpid(process, &status, WNOHANG) == 0) {
+    if (lasted() >= after) kill(process, SIGKILL);
+    std::this_thread::sleep_for(std::chrono::microseconds(50));
+  }
+  Ending ending{WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL, ContentOf(out), lasted()};
+  if (!ending.killed && status != 0) Fail("it ended with " + std::to_string(status));
   return ending;
 }
 

@@ -1,14 +1,22 @@
 // A tablet whose program is killed again and again, and what must be true of it afterwards.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "kill/KilledProcess.h"
-
 namespace inspector::tests {
+
+using Duration = std::chrono::microseconds;
+
+// Of a program.
+struct Ending {
+  bool killed;
+  std::string out;  // standard output, as far as it got
+  Duration lasted;
+};
 
 // PROGRAM... [KILLS [SEED]] on the command line of a test, and a new folder for its tablets.
 struct KillRun {
@@ -29,7 +37,7 @@ public:
 
   // Runs a command to its end; a failure ends the test.
   std::string Run(const std::vector<std::string>& command);
-  // Of the command-line program unless another one is named.
+  // Kills it, if it is still running then, as a dead battery would. Without `program`, the command line's.
   Ending RunAndKill(const std::vector<std::string>& command, Duration after, const std::string& program = {});
 
   // Asks the Inspection database as another program would: fields joined with '|', rows with '\n'.
