@@ -34,7 +34,6 @@ TEST_F(FieldFormTest, FieldsInTheirOrderAreStoredAtOnce) {
   EXPECT_EQ(Stored(), "14 \"deg\"|");
   EXPECT_NE(m_Form.FieldAt(kStove)->doubt, u"") << "kept all the same";
   m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Field"));
-  EXPECT_TRUE(m_Form.Enter(kStove, u"14 \"deg\"")) << "nothing to write";
   EXPECT_FALSE(m_Form.Enter(kStove, u""));
   EXPECT_EQ(m_Form.FieldAt(kStove)->value, u"14 \"deg\"");
   EXPECT_FALSE(m_Form.FieldAt(2));
@@ -52,13 +51,6 @@ TEST_F(FieldFormTest, PickerOffersItsListAndTheEditor) {
   EXPECT_EQ(Choices(kDoors), u"Yes|No");
   m_Device.RunInVisits("UPDATE Field SET FieldType = 6 WHERE FieldLabel = 'Doors locked'");
   EXPECT_EQ(m_Form.FieldAt(kDoors)->kind, FieldKind::Words);
-}
-
-TEST_F(FieldFormTest, LeavingMakesTheFlagFollow) {
-  EXPECT_TRUE(m_Form.Leave());
-  EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
-  EXPECT_TRUE(m_Form.Leave()) << "nothing to write any more";
 }
 
 TEST(FieldDoubtTest, IsAboutNumbersAndDates) {

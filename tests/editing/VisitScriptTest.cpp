@@ -65,9 +65,8 @@ TEST_F(VisitScriptTest, PlaysIntoTheUntouchedInspectionElseIntoANewOne) {
               u"  20.1|Shingles|Poor|Wood;Other:Slate;|One.  Two.\n  20.2|Gutters|Good|Copper;|\n"
               u"  20.3|Notes|||\n30 Safety (Incomplete)\n9 Cellar (Incomplete)\n  9.1|Sump|||\n"
               u"99 Checklist (Complete)\n  Stove off=Yes\n  Doors locked=");
-    EXPECT_EQ(Document().Inspection().m_ClientName, u"Halvorsen");
-    EXPECT_EQ(Document().Inspection().m_GeneralInformation,
-              u"Dry day.  Seen from the ground.  Built in 1968.");
+    EXPECT_EQ(Document().Inspection().m_ClientName + Document().Inspection().m_GeneralInformation,
+              u"HalvorsenDry day.  Seen from the ground.  Built in 1968.");
   }
 }
 

@@ -49,8 +49,6 @@ TEST_F(StepListViewTest, RatesInTheList) {
   EXPECT_EQ(Cell(1, StepList::kComments), "Incomplete");
   EXPECT_EQ(m_View.Rows().Model().index(1, StepList::kComments).data(Qt::ToolTipRole).toString(),
             QStringLiteral("the rating asks for a comment"));
-  Rate(0, "<clear>");
-  EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.1")), u"20.1|Shingles|||");
 }
 
 TEST_F(StepListViewTest, ColumnsOpenTheSheetAndTheListFollows) {
@@ -78,8 +76,6 @@ TEST_F(StepListViewTest, CommandsAndSearch) {
   m_Device.RunInVisits("UPDATE Step SET RatingType = 'Condition'");
   EXPECT_TRUE(tests::Run(m_View, "stepDefaults"));
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
-  EXPECT_EQ(Cell(0, StepList::kMaterials), "Complete");
-
   tests::Fill(m_View, "searchField", "not");
   ASSERT_EQ(m_View.Rows().Model().rowCount(), 1);
   EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.1"))) << "a search hides no step that is asked for";
