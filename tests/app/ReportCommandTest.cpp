@@ -1,7 +1,6 @@
 #include "app/ReportCommand.h"
 
 #include "device/ui/ListView.h"
-#include "device/ui/Theme.h"
 #include "support/ScreenWords.h"
 #include "support/VisitFixture.h"
 
@@ -124,23 +123,6 @@ TEST_F(ReportCommandTest, ANameKeepsItsPlaceThroughEveryKind) {
               device::FromUtf8((m_Device.Root() / "My Documents/sub/").native()))
         << "where it would be written";
   });
-}
-
-// On a handheld that is held either way.
-TEST_F(ReportCommandTest, EverythingCanBeReachedWithLargeText) {
-  device::ui::ApplyTheme(*qApp, {device::ui::Colours::Light, 200});
-  const auto fits = [](const QDialog& dialog) {
-    return QRect(0, 0, 480, 480).contains(QRect(QPoint(0, 0), dialog.minimumSizeHint()));
-  };
-  Look([&](QDialog& dialog) {
-    m_Person.Expect("selectCategoriesPage", [&](QDialog& page) {
-      EXPECT_TRUE(fits(page));
-      page.reject();
-    });
-    PressButton(dialog, "reportCategories");
-    EXPECT_TRUE(fits(dialog));
-  });
-  device::ui::ApplyTheme(*qApp, {});
 }
 
 }  // namespace
