@@ -37,22 +37,19 @@ TEST_F(VisitReviewTest, ShowsCommentedStepsByRating) {
   CommentReview review(m_Device.GetWorkspace(), m_Visit);
   EXPECT_EQ(tests::Joined(review.Filters()),
             u"<All Ratings>|Good|Poor|Good \"as new\"|Yes|No|***Summary Only***");
-  const Text worn = u"20.1 Poor Worn.";
-  const Text fresh = u"20.2 Good \"as new\" New.";
-  const Text strange = u"9.1 Poor Not a choice of its type.";
-  for (const auto& [filter, shown] :
-       std::vector<std::pair<Text, Text>>{{u"***Summary Only***", worn},
-                                          {u"Poor", worn + u"|" + strange},
-                                          {u"Good \"as new\"", fresh},
-                                          {u"Good", u""},
-                                          {u"<All Ratings>", worn + u"|" + fresh + u"|" + strange}}) {
+  const auto shown = [&review](TextView filter) {
     EXPECT_TRUE(review.SetFilter(filter));
     std::vector<Text> lines;
     for (int n = 0; n < review.RowCount(); ++n)
-      lines.push_back(review.RowAt(n).stepNumber + u" " + review.RowAt(n).result + u" " +
-                      review.RowAt(n).comments);
-    EXPECT_EQ(tests::Joined(lines), shown) << device::ToUtf8(filter);
-  }
+      lines.push_back(review.RowAt(n).stepNumber + u" " + review.RowAt(n).result);
+    return tests::Joined(lines);
+  };
+  EXPECT_EQ(shown(u"***Summary Only***"), u"20.1 Poor");
+  EXPECT_EQ(shown(u"Poor"), u"20.1 Poor|9.1 Poor");
+  EXPECT_EQ(shown(u"Good \"as new\""), u"20.2 Good \"as new\"");
+  EXPECT_EQ(shown(u"Good"), u"");
+  EXPECT_EQ(shown(u"<All Ratings>"), u"20.1 Poor|20.2 Good \"as new\"|9.1 Poor");
+  EXPECT_EQ(review.RowAt(0).comments, u"Worn.");
   EXPECT_EQ(review.RememberedRow(), std::nullopt);
   review.Remember(m_Device.StepKey(u"20.2"));
   EXPECT_EQ(review.RememberedRow(), 1);

@@ -162,10 +162,12 @@ protected:
     m_Device.Library().AddCommentToStep(1, u"Steep.");
     m_Comments.ShowStep();
   }
-  // What happens in the picker that opens next; it is closed with OK.
-  void ExpectPicker(const std::function<void(CommentPicker&)>& work, bool ok = true) {
-    m_Dialogs.QueuePicker([work, ok](CommentPicker& picker) {
-      work(picker);
+  // What is done in the picker that opens next, and whether it is closed with OK.
+  void ExpectPicker(std::vector<std::size_t> chosen, std::optional<std::size_t> deleted = {},
+                    bool ok = true) {
+    m_Dialogs.QueuePicker([=](CommentPicker& picker) {
+      if (deleted) picker.Delete(*deleted);
+      for (const std::size_t comment : chosen) picker.ToggleChoice(comment);
       return ok;
     });
   }
@@ -177,10 +179,7 @@ protected:
 TEST_F(CommentEditingTest, PickedCommentsGoInOneAfterTheOther) {
   m_Sheet.SetComments(u"Before.");
   m_Comments.SaveSelection({7, 7});
-  ExpectPicker([](CommentPicker& picker) {
-    picker.ToggleChoice(1);
-    picker.ToggleChoice(0);
-  });
+  ExpectPicker({1, 0});
   m_Dialogs.QueueReplacement(u"ridge");
   Text replayed = u"Before.";
   for (const TextChange& change : m_Comments.OpenPicker()) change.ApplyTo(replayed);
@@ -192,12 +191,7 @@ TEST_F(CommentEditingTest, PickedCommentsGoInOneAfterTheOther) {
 }
 
 TEST_F(CommentEditingTest, CancellingChangesNothing) {
-  ExpectPicker(
-      [](CommentPicker& picker) {
-        picker.ToggleChoice(0);
-        picker.Delete(1);
-      },
-      false);
+  ExpectPicker({0}, 1, false);
   EXPECT_TRUE(m_Comments.OpenPicker().empty());
   m_Dialogs.QueueReplacement(std::nullopt);
   EXPECT_FALSE(m_Comments.Insert(u"^^ is loose."));
@@ -206,10 +200,7 @@ TEST_F(CommentEditingTest, CancellingChangesNothing) {
 }
 
 TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
-  ExpectPicker([](CommentPicker& picker) {
-    picker.Delete(1);
-    picker.ToggleChoice(0);
-  });
+  ExpectPicker({0}, 1);
   Prompts().Queue(u"Please confirm the deleting of these comments.", Answer::Yes);
   m_Comments.OpenPicker();
   EXPECT_EQ(Draft(), u"Steep.");
@@ -223,10 +214,7 @@ TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
 }
 
 TEST_F(CommentEditingTest, ATickedMaterialOffersItsComments) {
-  ExpectPicker([](CommentPicker& picker) {
-    EXPECT_FALSE(picker.MayDelete());
-    picker.ToggleChoice(1);
-  });
+  ExpectPicker({1}, 0);  // none of these can be deleted
   m_Comments.OfferMaterialComments(m_Sheet.Materials()[0].materialID);
   EXPECT_EQ(Draft(), u"Second comment.");
   EXPECT_TRUE(m_Comments.OfferMaterialComments(m_Sheet.Materials()[1].materialID).empty()) << "it has none";

@@ -38,23 +38,14 @@ protected:
 
 constexpr std::string_view kVisit = R"(type = "House"
 defaults = true
-[header]
-number = "7"
-client = "Halvorsen"
-general = "Dry day."
+header = { number = "7", client = "Halvorsen", general = "Dry day." }
 [[category]]
 title = "Roof"
 not_present = true
-[[category.step]]
-number = "20.1"
-rating = "Poor"
-materials = ["Wood", "Other:Slate"]
-comments = ["One.", "Two."]
+step = [{ number = "20.1", rating = "Poor", materials = ["Wood", "Other:Slate"], comments = ["One.", "Two."] }]
 [[category]]
 title = "Checklist"
-[[category.field]]
-label = "Stove off"
-value = "Yes"
+field = [{ label = "Stove off", value = "Yes" }]
 )";
 
 TEST_F(VisitScriptTest, PlaysIntoTheUntouchedInspectionElseIntoANewOne) {

@@ -17,6 +17,15 @@ inline void Fill(const QWidget& screen, const char* name, const std::string& wor
   field.setProperty(field.inherits("QPlainTextEdit") ? "plainText" : "text", QString::fromStdString(words));
 }
 
+// A screen as it stands on a handheld.
+template <typename View>
+void ShowOnHandheld(View& view) {
+  view.resize(480, 560);
+  view.show();
+  view.OnShow();
+  QApplication::processEvents();
+}
+
 // The cell of a list.
 inline std::string CellWords(device::ui::ListView& list, int row, int column) {
   return CellText(list, row, column).toStdString();

@@ -21,13 +21,7 @@ protected:
   void SetUp() override {
     m_Device.Visit(u"House");
     m_View.onOpen = [this](Screen screen) { m_Opened.push_back(screen); };
-    Show(m_View);
-  }
-  static void Show(CCategoryView& view) {
-    view.resize(480, 560);
-    view.show();
-    view.OnShow();
-    QApplication::processEvents();
+    tests::ShowOnHandheld(m_View);
   }
   void Click(int row, int column) { tests::ClickCell(m_View.Rows(), row, column); }
   bool IsTicked(int row) {
@@ -54,15 +48,6 @@ TEST_F(CategoryViewTest, MarksTogglesAndOpens) {
   Click(3, kStatus);
   Click(4, kTitle);
   EXPECT_THAT(m_Opened, ElementsAre(Screen::Steps, Screen::Form));
-}
-
-TEST_F(CategoryViewTest, KeysDoTheSame) {
-  for (const auto key : {Qt::Key_Down, Qt::Key_Space, Qt::Key_Return}) QTest::keyClick(&m_View.Rows(), key);
-  EXPECT_TRUE(IsTicked(kRoof));
-  EXPECT_THAT(m_Opened, ElementsAre(Screen::Steps));
-  EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Roof");
-  m_View.OnShow();
-  EXPECT_EQ(m_View.Rows().SelectedRow(), kRoof) << "back on the same row";
 }
 
 TEST_F(CategoryViewTest, SearchLeavesWhatHoldsTheWords) {
@@ -100,7 +85,7 @@ TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
   const int top = m_View.Rows().TopRow();
   EXPECT_GT(top, 20);
   CCategoryView again(Document(), m_Dialogs);
-  Show(again);
+  tests::ShowOnHandheld(again);
   EXPECT_EQ(again.Rows().TopRow(), top);
 
   // A mark that was set before does not draw a person away from where a category was opened.

@@ -24,10 +24,7 @@ protected:
     for (const Text weather : {u"Clear", u"Rain"}) m_Device.Library().AddPicker(u"Kind 5", weather);
     m_Device.Visit(u"House");
     ASSERT_TRUE(Document().SetCurrentCategory(4));
-    m_View.resize(480, 560);
-    m_View.show();
-    m_View.OnShow();
-    QApplication::processEvents();
+    tests::ShowOnHandheld(m_View);
   }
   // The values of the fields.
   std::string Stored() { return m_Device.Visits().Ask("SELECT group_concat(AssignedValue, '|') FROM Field"); }

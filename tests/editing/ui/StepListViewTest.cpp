@@ -16,15 +16,12 @@ class StepListViewTest : public tests::VisitTest {
 protected:
   void SetUp() override {
     m_Device.Visit(u"House");
-    m_View.resize(480, 560);
     Show(u"Roof");
   }
   void Show(const Text& category) {
     for (int n = 0; Document().Categories().m_CategoryTitle != category; ++n)
       ASSERT_TRUE(Document().SetCurrentCategory(n));
-    m_View.show();
-    m_View.OnShow();
-    QApplication::processEvents();
+    tests::ShowOnHandheld(m_View);
   }
   void Rate(int row, const char* choice) {
     ClickCell(m_View.Rows(), row, StepList::kRating);
