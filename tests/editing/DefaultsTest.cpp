@@ -73,15 +73,15 @@ TEST_F(DefaultsTest, FirstOfSeveralDefaultsWinsAndItsCommentIsAppendedWithoutASe
 // Whatever cannot be read or written: no step is made, no result lost, no category completed. When the
 // choices cannot be read, every rating looks as if its type did not know it.
 TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
-  const auto roof = m_Device.OpenCategory(u"Roof");
-  m_Device.Enter(u"20.1", "InspectResult = 'Poor'");
+  const auto cellar = m_Device.OpenCategory(u"Cellar");
+  m_Device.Enter(u"9.1", "InspectResult = 'No'");
   const Text before = Outline();
   for (const std::string table : {"CategoryTemplate", "StepTemplate", "CategoryStep", "RatingType",
                                   "MaterialComment", "MaterialTemplate", "RatingChoices"}) {
     const tests::MissingTable missing(m_Device, table);
     EXPECT_EQ(Apply(), DefaultsResult::Failed) << table;
     if (table == "MaterialTemplate" || table == "RatingChoices") {
-      EXPECT_FALSE(ApplyStepDefaults(Data(), roof)) << table;
+      EXPECT_FALSE(ApplyStepDefaults(Data(), cellar)) << table;
     }
     EXPECT_EQ(Outline(), before) << table;
   }
