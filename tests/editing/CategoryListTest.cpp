@@ -18,10 +18,7 @@ const Text kAll = u"Attic, Roof, Safety, Cellar, Checklist";
 
 class CategoryListTest : public tests::VisitTest {
 protected:
-  void SetUp() override {
-    m_Key = m_Device.Visit(u"House");
-    m_List.Show();
-  }
+  void SetUp() override { m_List.Show(); }
   // The titles in their order, a star behind a mark, and the status of what is not incomplete.
   Text Rows() {
     Text rows;
@@ -48,7 +45,7 @@ protected:
         std::span(lines).subspan(first, count), [](const Text& line) { return line; }, u"\n");
   }
 
-  std::int32_t m_Key = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
   tests::ScriptedEditingDialogs m_Dialogs;
   CategoryList m_List{m_Device.Document(), m_Dialogs};
 };

@@ -8,8 +8,7 @@ namespace {
 
 class CategoryOpeningTest : public tests::VisitTest {
 protected:
-  void SetUp() override { m_Key = m_Device.Visit(u"House"); }
-  std::int32_t m_Key = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
 };
 
 TEST_F(CategoryOpeningTest, StepsAndFieldsComeFromTheTemplatesOnce) {

@@ -13,7 +13,6 @@ constexpr auto kQuestion = u"Please confirm the applying of all defaults. This a
 
 class DefaultsTest : public tests::VisitTest {
 protected:
-  void SetUp() override { m_Key = m_Device.Visit(u"House"); }
   DefaultsResult Apply() {
     Prompts().Queue(kQuestion, device::Answer::Yes);
     return ApplyDefaults(Document());
@@ -21,7 +20,7 @@ protected:
   Text Outline() { return tests::Joined(m_Device.Outline(m_Key), u"\n"); }
   Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
 
-  std::int32_t m_Key = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
 };
 
 TEST_F(DefaultsTest, WholeInspectionFromEmptyCategories) {

@@ -10,14 +10,6 @@ using Result = StepEditing::Result;
 
 class StepEditingTest : public tests::VisitTest {
 protected:
-  void SetUp() override {
-    m_Key = m_Device.Visit(u"House");
-    m_Device.OpenCategory(u"Roof");
-    m_Device.OpenCategory(u"Cellar");
-    m_Shingles = m_Device.StepKey(u"20.1");
-    m_Gutters = m_Device.StepKey(u"20.2");
-    m_Sump = m_Device.StepKey(u"9.1");
-  }
   // The cellar's line and that of its step.
   Text Cellar() { return m_Device.Outline(m_Key)[6] + m_Device.Outline(m_Key)[7]; }
   Result Add(TextView material, StepEditing::MaterialNote* note = nullptr) {
@@ -27,10 +19,12 @@ protected:
     return device::FromUtf8(m_Device.Visits().Ask("SELECT Materials FROM Step WHERE StepNumber = '20.1'"));
   }
 
-  std::int32_t m_Key = 0;
-  std::int32_t m_Shingles = 0;
-  std::int32_t m_Gutters = 0;
-  std::int32_t m_Sump = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
+  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
+  const std::int32_t m_Cellar = m_Device.OpenCategory(u"Cellar");
+  const std::int32_t m_Sump = m_Device.StepKey(u"9.1");
   StepEditing m_Editing{m_Device.GetWorkspace()};
 };
 
@@ -71,7 +65,7 @@ TEST_F(StepEditingTest, FailureOnTheWayKeepsStepAndFlagTogether) {
 }
 
 TEST_F(StepEditingTest, CommentsAreSeparatedByTheOption) {
-  for (const TextView comment : {u"\r\nFirst.", u"", u"\t", u"Se\ncond \"quoted\""})
+  for (const TextView comment : {u"\r\nFirst.", u"Se\ncond \"quoted\"", u"", u"\t"})
     EXPECT_EQ(m_Editing.AppendComment(m_Shingles, comment), Result::Done);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||First.  Se\ncond \"quoted\"");
   m_Device.GetWorkspace().Options().m_BlankLineBetweenComments = -1;

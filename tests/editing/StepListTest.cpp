@@ -15,7 +15,6 @@ enum { kShingles, kGutters, kNotes };
 class StepListTest : public tests::VisitTest {
 protected:
   void SetUp() override {
-    m_Key = m_Device.Visit(u"House");
     m_Device.GetWorkspace().Options().m_ShowStepNumbers = -1;
     Show(u"Roof");
   }
@@ -43,7 +42,7 @@ protected:
   Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsComplete() { return Document().Categories().m_CompleteFlag != 0; }
 
-  std::int32_t m_Key = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
   tests::ScriptedEditingDialogs m_Dialogs;
   StepList m_List{m_Device.Document(), m_Dialogs};
 };
@@ -81,8 +80,10 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   ASSERT_TRUE(m_List.Show());
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
   const device::ListRow row = m_List.ShownRow(kShingles);
-  EXPECT_EQ(std::pair(row.warnings.back().cell, row.warnings.back().words),
-            std::pair(int{StepList::kPicture}, Text(u"a picture is missing")));
+  EXPECT_EQ(
+      tests::Joined(row.warnings,
+                    [](const auto& warning) { return device::Decimal(warning.cell) + u" " + warning.words; }),
+      u"4 a picture is missing");
   EXPECT_EQ(row.tone, device::RowTone::Attention);
   m_Device.Put("gone.jpg");
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "looked for once while the list stands";

@@ -14,18 +14,15 @@ using Page = StepSheet::Page;
 
 class StepSheetTest : public tests::VisitTest {
 protected:
-  void SetUp() override {
-    m_Device.Visit(u"House");
-    m_Roof = m_Device.OpenCategory(u"Roof");
-    ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1")));
-  }
+  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
   Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsRoofComplete() {
     return m_Device.Visits().Ask("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }
   bool Tick(std::size_t box, bool ticked = true) { return m_Sheet.TickMaterial(m_Dialogs, box, ticked); }
 
-  std::int32_t m_Roof = 0;
+  const std::int32_t m_Visit = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   tests::ScriptedSheetDialogs m_Dialogs;
   StepSheet m_Sheet{Document()};
 };
@@ -166,8 +163,8 @@ protected:
   void ExpectPicker(std::vector<std::size_t> chosen, std::optional<std::size_t> deleted = {},
                     bool ok = true) {
     m_Dialogs.QueuePicker([=](CommentPicker& picker) {
-      if (deleted) picker.Delete(*deleted);
       for (const std::size_t comment : chosen) picker.ToggleChoice(comment);
+      if (deleted) picker.Delete(*deleted);
       return ok;
     });
   }
@@ -214,7 +211,7 @@ TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
 }
 
 TEST_F(CommentEditingTest, ATickedMaterialOffersItsComments) {
-  ExpectPicker({1}, 0);  // none of these can be deleted
+  ExpectPicker({1}, 1);  // none of these can be deleted
   m_Comments.OfferMaterialComments(m_Sheet.Materials()[0].materialID);
   EXPECT_EQ(Draft(), u"Second comment.");
   EXPECT_TRUE(m_Comments.OfferMaterialComments(m_Sheet.Materials()[1].materialID).empty()) << "it has none";

@@ -19,12 +19,10 @@ constexpr auto kSinceThen =
 class UndoTest : public tests::VisitTest {
 protected:
   void SetUp() override {
-    m_Device.RunInVisits("ALTER TABLE Step ADD COLUMN Foreign_ BLOB");
-    m_House = m_Device.Visit(u"House");
-    m_Device.OpenCategory(u"Checklist");
-    m_Roof = m_Device.OpenCategory(u"Roof");
-    m_Device.RunInVisits("UPDATE Step SET Foreign_ = x'0001', Comments = NULL WHERE StepNumber = '20.1'");
-    m_Condo = m_Device.Visit(u"Condo");
+    m_Device.RunInVisits(
+        "ALTER TABLE Step ADD COLUMN Foreign_ BLOB; UPDATE Step SET Foreign_ = x'0001', Comments = NULL "
+        "WHERE "
+        "StepNumber = '20.1'");
     ShowRoof();
     m_Log.emplace(Document());
   }
@@ -52,9 +50,10 @@ protected:
     return action;
   }
 
-  std::int32_t m_House = 0;
-  std::int32_t m_Roof = 0;
-  std::int32_t m_Condo = 0;
+  const std::int32_t m_House = m_Device.Visit(u"House");
+  const std::int32_t m_Checklist = m_Device.OpenCategory(u"Checklist");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t m_Condo = m_Device.Visit(u"Condo");
   tests::ScriptedEditingDialogs m_Dialogs;
   std::optional<inspection::UndoLog> m_Log;
   inspection::InspectionOverview m_Overview{Document()};

@@ -27,10 +27,6 @@ using tests::Words;
 class StepPropertySheetTest : public tests::VisitTest {
 protected:
   void SetUp() override {
-    m_Device.Visit(u"House");
-    m_Roof = m_Device.OpenCategory(u"Roof");
-    m_Shingles = m_Device.StepKey(u"20.1");
-    m_Gutters = m_Device.StepKey(u"20.2");
     ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
     m_Sheet.show();
     QApplication::processEvents();
@@ -77,9 +73,10 @@ protected:
   void WaitUntil(const std::function<bool()>& holds) { EXPECT_TRUE(QTest::qWaitFor(holds)); }
   void Pick(int entry) { tests::Choose(Find<QComboBox>("rating"), entry); }
 
-  std::int32_t m_Roof = 0;
-  std::int32_t m_Shingles = 0;
-  std::int32_t m_Gutters = 0;
+  const std::int32_t m_Visit = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
+  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
   tests::ScriptedDialogs m_Person;
   CStepPropertySheet m_Sheet{Document(), nullptr};
 };
@@ -279,11 +276,11 @@ TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
   PressButton(m_Sheet, "cameraButton");
   Drop({"a;b.png", "none.jpg"});
   EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is not there any more.");
-  const Text visit = device::Decimal(Document().Inspection().m_InspectionID);
-  const Text known = u" ***Path=\\My Documents\\Pictures\\" + visit + u"\\a-b.jpg;Scaling=100***";
+  const Text known =
+      u" ***Path=\\My Documents\\Pictures\\" + device::Decimal(m_Visit) + u"\\a-b.jpg;Scaling=100***";
   const Text numbered = u" ***Picture-1;Scaling=100***";
   EXPECT_EQ(Draft().comments, numbered + known);
-  const auto stored = m_Device.Root() / "My Documents/Pictures" / device::ToUtf8(visit) / "a-b.jpg";
+  const auto stored = m_Device.Root() / "My Documents/Pictures" / std::to_string(m_Visit) / "a-b.jpg";
   EXPECT_EQ(QImage(QString::fromStdString(stored)).size(), QSize(1600, 800));
 
   auto& strip = Find<QListWidget>("commentPictures");
