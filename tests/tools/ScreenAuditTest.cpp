@@ -1,11 +1,8 @@
 #include "tools/ScreenAudit.h"
 
 #include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTableView>
 #include <algorithm>
 #include <set>
 #include <sstream>
@@ -49,7 +46,8 @@ TEST(ScreenAuditTest, EveryWindowCanBeHeardTouchedReadAndTabbedThrough) {
       EXPECT_TRUE(!name.starts_with("report") || QSize(480, 480).boundedTo(least) == least) << name;
       return;
     }
-    EXPECT_THAT(tests::FaultsOf(window, setting.size), ::testing::IsEmpty()) << name << ", " << setting.name;
+    EXPECT_THAT(tests::ScreenAudit(window, setting.size).Faults(), ::testing::IsEmpty())
+        << name << ", " << setting.name;
   };
   ASSERT_TRUE(WalkScreens(home.Path(), kSettings, look));
   EXPECT_THAT(seen, ::testing::IsSupersetOf({"inspections", "header", "categories", "steps", "form", "step-4",
@@ -80,7 +78,7 @@ TEST(ScreenAuditTest, FindsWhatIsWrong) {
   dialog.show();
   QApplication::processEvents();
   std::vector<std::string> found;
-  for (const std::string& fault : tests::FaultsOf(dialog, {250, 800}))
+  for (const std::string& fault : tests::ScreenAudit(dialog, {250, 800}).Faults())
     found.push_back(fault.substr(0, fault.find_first_of(":\"0123456789")));
   EXPECT_THAT(found,
               UnorderedElementsAre("QDialog  is larger than the screen", "QLineEdit nameless has no name",
