@@ -2,13 +2,9 @@
 // last second of typing gone, and the next start where the person was.
 //
 //   inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <set>
-#include <sstream>
-#include <thread>
 
 #include "kill/Tablet.h"
 
@@ -16,7 +12,7 @@ namespace inspector::tests {
 namespace {
 
 constexpr long kMayBeLost = 1000;  // milliseconds
-constexpr Duration kLongest = std::chrono::milliseconds(2400);
+constexpr Tablet::Duration kLongest = std::chrono::milliseconds(2400);
 constexpr int kTablets = 5;  // at the same time: most of it is waiting
 
 struct Deed {
@@ -41,8 +37,10 @@ public:
   }
 
   void Kill() {
-    const Duration after(static_cast<long>(m_Tablet.Fraction() * static_cast<double>(kLongest.count())));
-    const Ending ending = m_Tablet.RunAndKill({std::to_string(m_Tablet.Random(1'000'000))}, after, m_Typist);
+    const Tablet::Duration after(
+        static_cast<long>(m_Tablet.Fraction() * static_cast<double>(kLongest.count())));
+    const Tablet::Ending ending =
+        m_Tablet.RunAndKill({std::to_string(m_Tablet.Random(1'000'000))}, after, m_Typist);
     m_Tablet.Expect(ending.killed, "the program ended by itself");
     m_Tablet.CheckDatabases();
     const std::vector<Deed> deeds = Deeds(ending.out);
