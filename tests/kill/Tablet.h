@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <random>
 #include <sstream>
 #include <thread>
@@ -80,6 +81,7 @@ public:
     const std::string out = m_Home.string() + ".out";
     const std::string err = m_Home.string() + ".err";
 
+    std::ofstream(out).flush();  // nothing of the last program, however early this one is killed
     const auto start = std::chrono::steady_clock::now();
     const auto lasted = [start] {
       return std::chrono::duration_cast<Duration>(std::chrono::steady_clock::now() - start);
