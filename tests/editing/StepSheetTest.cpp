@@ -28,14 +28,11 @@ protected:
 };
 
 TEST_F(StepSheetTest, PagesFollowTheMaterialsOfTheStep) {
-  EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
   EXPECT_EQ(m_Sheet.StepInfo(), u"Look");
   EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Materials, Page::Comments, Page::Picture, Page::Info));
-  EXPECT_FALSE(m_Sheet.MoveToPrevious());
   ASSERT_TRUE(m_Sheet.MoveTo(m_Device.StepKey(u"20.3")));
   EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Comments, Page::Picture, Page::Info));
   EXPECT_EQ(m_Sheet.PageAt(9), Page::Info);
-  EXPECT_FALSE(m_Sheet.MoveToNext());
   for (const auto& [option, page] :
        {std::pair(0, Page::Comments), {2, Page::Picture}, {3, Page::Info}, {7, Page::Comments}}) {
     m_Device.GetWorkspace().Options().m_DefStepTab = option;

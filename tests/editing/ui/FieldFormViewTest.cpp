@@ -18,7 +18,8 @@ protected:
   void SetUp() override {
     m_Device.RunInLibrary(
         "DELETE FROM FieldTemplate; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
-        "5) INSERT INTO FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT i, 'Kind ' || i, i, i, "
+        "5) INSERT INTO FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT 6 - i, 'Kind ' || i, i, "
+        "i, "
         "4 "
         "FROM n");
     for (const Text weather : {u"Clear", u"Rain"}) m_Device.Library().AddPicker(u"Kind 5", weather);
@@ -37,7 +38,7 @@ protected:
 };
 
 TEST_F(FieldFormViewTest, EveryKindIsStored) {
-  Fill(m_View, "field0", "Two\nlines");
+  Fill(m_View, "field0", "\nTwo\nlines");
   Fill(m_View, "field1", "about 72");
   Fill(m_View, "field2", "5/28/2026");
   EXPECT_TRUE(m_View.Flush());
@@ -56,6 +57,7 @@ TEST_F(FieldFormViewTest, EveryKindIsStored) {
 TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
   Store("'a' || char(10) || 'b'", "Kind 1");
   Store("'n/a'", "Kind 4");
+  m_Device.RunInVisits("UPDATE Field SET FieldType = 6 WHERE FieldType = 1");  // which is none: words again
   m_View.OnShow();
   EXPECT_EQ(Words(m_View, "doubt3"), "Stored: n/a");
   Store("'3'", "Kind 2");
@@ -78,9 +80,10 @@ TEST_F(FieldFormViewTest, TypingIsStoredAMomentLaterAlsoAfterAFailure) {
 TEST_F(FieldFormViewTest, ListIsEditedAndTheValueStays) {
   auto& picker = Part<QComboBox>(m_View, "field4");
   picker.setEditText(QStringLiteral("Hail"));
-  m_Dialogs.QueuePickerEdit([this] { m_Device.Library().AddPicker(u"Kind 5", u"Snow"); });
+  m_Dialogs.QueuePickerEdit([this] { m_Device.Library().AddPicker(u"Kind 5", u"Drizzle"); });
   tests::Choose(picker, picker.count() - 1);
-  EXPECT_GE(picker.findText(QStringLiteral("Snow")), 0);
+  EXPECT_EQ(m_Dialogs.PickersEdited(), std::vector<Text>{u"Kind 5"});
+  EXPECT_EQ(picker.findText(QStringLiteral("Drizzle")), 1) << "in the order of the alphabet";
   EXPECT_TRUE(m_View.Flush());
   EXPECT_EQ(Stored(), "||||Hail");
 }

@@ -219,6 +219,7 @@ TEST_F(StepPropertySheetTest, NothingIsPastedFromNowhere) {
     using CommentBox::canInsertFromMimeData;
     using CommentBox::insertFromMimeData;
   } box;
+  box.onPictures = Comment().onPictures;
   box.setPlainText(QStringLiteral("Worn."));
   const QMimeData empty;
   for (const QMimeData* source : {static_cast<const QMimeData*>(nullptr), &empty}) {
