@@ -113,115 +113,110 @@ protected:
     });
   }
 
-  void FillHeader(CMainFrame& frame);
-  void CommentOnGutters(QDialog& sheet);
-  void InspectRoof(CMainFrame& frame);
-  void ReviewAndReport(CMainFrame& frame);
+  void FillHeader(CMainFrame& frame) {
+    m_Dialogs.ExpectPress("messageBox", QStringLiteral("Yes"));
+    Tap(frame, "newButton");
+    Type(frame, "numberField", "A-17");
+    Type(frame, "clientField", "Ana Ru\u00EDz");
+    Type(frame, "addressField", "418 \"Juniper\" Lane");
+    Type(frame, "citystatezipField", "Salem, OR");
+    auto& type = Part<QComboBox>(frame, "docTypeField");
+    Pick(type, Qt::Key_Home);
+    // While the worker is at it.
+    Type(frame, "notesField", "Dog\nin the yard");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return type.isEnabled(); }));
+    Tap(frame, "agentsButton");
+    Type(frame, "agentField", "B. Lund");
+    Part<QDateTimeEdit>(frame, "dateField").setDateTime({{2026, 5, 31}, {14, 5}});
+  }
+
+  // The sheet has opened on the comments, because the rating asks for one.
+  void CommentOnGutters(QDialog& sheet) {
+    m_Dialogs.Expect("commentPickerDialog", [](QDialog& picker) {
+      QTest::keyClicks(&Part<QLineEdit>(picker, "filterField"), QStringLiteral("GUTTER lea"));
+      ClickCell(Part<ListView>(picker, "commentList"), 1, 1);  // below its group
+      Part<QDialogButtonBox>(picker, "").button(QDialogButtonBox::Ok)->click();
+    });
+    m_Dialogs.Expect("placeholderDialog", [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    Tap(sheet, "pickerButton");
+    auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+    QTest::keyClicks(&box, QStringLiteral("  No GFI,"));
+    const std::filesystem::path picture = m_Screens.Root() / "Camera/gutter.jpg";
+    ExpectFile("attachDialog", picture);
+    Tap(sheet, "attachButton");
+    EXPECT_EQ(box.toPlainText().toStdString(),
+              std::string("Leaves in the east gutter.  No ground fault,") + kTag);
+    Part<QDialogButtonBox>(sheet, "").button(QDialogButtonBox::Ok)->click();
+  }
+
+  void InspectRoof(CMainFrame& frame) {
+    Press(frame, Qt::Key_4, Qt::ControlModifier);
+    for (const char* button : {"Yes", "OK"})  // a question and "Done!"
+      m_Dialogs.ExpectPress("messageBox", QLatin1String(button));
+    Press(frame, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    ClickCell(Rows(frame), 1, 1);
+    m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) { CommentOnGutters(sheet); });
+    ClickCell(Rows(frame), 1, StepList::kRating);
+    Choose(frame, "Poor");
+    m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) {
+      QTest::keyClick(&Part<QAbstractButton>(sheet, "material1"), Qt::Key_Space);
+      m_Dialogs.Expect("textEntryDialog", [](QDialog& entry) {
+        QTest::keyClicks(&Part<QLineEdit>(entry, "entryField"), QStringLiteral("Slate"));
+        QTest::keyClick(&entry, Qt::Key_Return);
+      });
+      QTest::keyClick(&Part<QAbstractButton>(sheet, "material3"), Qt::Key_Space);
+      QTest::keyClick(&sheet, Qt::Key_Escape);
+    });
+    ClickCell(Rows(frame), 0, StepList::kMaterials);
+    Press(frame, Qt::Key_Left, Qt::AltModifier);
+    ClickCell(Rows(frame), 4, 1);  // the checklist
+  }
+
+  void ReviewAndReport(CMainFrame& frame) {
+    Press(frame, Qt::Key_5, Qt::ControlModifier);
+    ListView& commented = Rows(frame, "commentedSteps");
+    ASSERT_EQ(commented.Model().rowCount(), 2);
+    Pick(Part<QComboBox>(frame, "ratingFilter"), Qt::Key_End);
+    ASSERT_EQ(commented.Model().rowCount(), 1) << "for the summary";
+    m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+      auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+      QTextCursor cursor = box.textCursor();
+      cursor.setPosition(static_cast<int>(box.toPlainText().indexOf(QStringLiteral(" ***"))));
+      box.setTextCursor(cursor);
+      QTest::keyClicks(&box, QStringLiteral(" seen."));
+      QTest::keyClick(&sheet, Qt::Key_Escape);
+    });
+    ClickCell(commented, 0, 2);
+
+    const std::filesystem::path reports = m_Screens.Root() / "Reports";
+    const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
+    m_Dialogs.ExpectPress("reportDialog", QStringLiteral("Cancel"));
+    write();
+    m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+      tests::Fill(dialog, "reportTarget", reports / "a.rtf");
+      m_Dialogs.ExpectPress("messageBox", QStringLiteral("No"));
+      dialog.accept();
+      dialog.reject();
+    });
+    write();
+    EXPECT_EQ(tests::Words(frame, "message").find("report"), std::string::npos);
+    EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
+    m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+      Pick(Part<QComboBox>(dialog, "reportLayout"), Qt::Key_Home);
+      ExpectFile("saveDialog", reports / "visit");
+      tests::PressButton(dialog, "reportBrowse");
+      m_Dialogs.ExpectPress("reportWritten", QStringLiteral("Close"));
+      dialog.accept();
+    });
+    write();
+    EXPECT_EQ(tests::Words(frame, "message"), "The report is written: " + (reports / "visit.rtf").string());
+  }
 
   tests::ScriptedDialogs m_Dialogs;
   Tablet m_Screens;
   Tablet m_Commands;
 };
-
-void WholeVisitTest::FillHeader(CMainFrame& frame) {
-  m_Dialogs.ExpectPress("messageBox", QStringLiteral("Yes"));
-  Tap(frame, "newButton");
-  Type(frame, "numberField", "A-17");
-  Type(frame, "clientField", "Ana Ru\u00EDz");
-  Type(frame, "addressField", "418 \"Juniper\" Lane");
-  Type(frame, "citystatezipField", "Salem, OR");
-  auto& type = Part<QComboBox>(frame, "docTypeField");
-  Pick(type, Qt::Key_Home);
-  // While the worker is at it.
-  Type(frame, "notesField", "Dog\nin the yard");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return type.isEnabled(); }));
-  Tap(frame, "agentsButton");
-  Type(frame, "agentField", "B. Lund");
-  Part<QDateTimeEdit>(frame, "dateField").setDateTime({{2026, 5, 31}, {14, 5}});
-}
-
-// The sheet has opened on the comments, because the rating asks for one.
-void WholeVisitTest::CommentOnGutters(QDialog& sheet) {
-  m_Dialogs.Expect("commentPickerDialog", [](QDialog& picker) {
-    QTest::keyClicks(&Part<QLineEdit>(picker, "filterField"), QStringLiteral("GUTTER lea"));
-    ClickCell(Part<ListView>(picker, "commentList"), 1, 1);  // below its group
-    Part<QDialogButtonBox>(picker, "").button(QDialogButtonBox::Ok)->click();
-  });
-  m_Dialogs.Expect("placeholderDialog", [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
-  Tap(sheet, "pickerButton");
-  auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
-  QTest::keyClicks(&box, QStringLiteral("  No GFI,"));
-  const std::filesystem::path picture = m_Screens.Root() / "Camera/gutter.jpg";
-  ExpectFile("attachDialog", picture);
-  Tap(sheet, "attachButton");
-  EXPECT_EQ(box.toPlainText().toStdString(),
-            std::string("Leaves in the east gutter.  No ground fault,") + kTag);
-  Part<QDialogButtonBox>(sheet, "").button(QDialogButtonBox::Ok)->click();
-}
-
-void WholeVisitTest::InspectRoof(CMainFrame& frame) {
-  Press(frame, Qt::Key_4, Qt::ControlModifier);
-  for (const char* button : {"Yes", "OK"})  // a question and "Done!"
-    m_Dialogs.ExpectPress("messageBox", QLatin1String(button));
-  Press(frame, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
-  ClickCell(Rows(frame), 1, 1);
-  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) { CommentOnGutters(sheet); });
-  ClickCell(Rows(frame), 1, StepList::kRating);
-  Choose(frame, "Poor");
-  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) {
-    QTest::keyClick(&Part<QAbstractButton>(sheet, "material1"), Qt::Key_Space);
-    m_Dialogs.Expect("textEntryDialog", [](QDialog& entry) {
-      QTest::keyClicks(&Part<QLineEdit>(entry, "entryField"), QStringLiteral("Slate"));
-      QTest::keyClick(&entry, Qt::Key_Return);
-    });
-    QTest::keyClick(&Part<QAbstractButton>(sheet, "material3"), Qt::Key_Space);
-    QTest::keyClick(&sheet, Qt::Key_Escape);
-  });
-  ClickCell(Rows(frame), 0, StepList::kMaterials);
-  Press(frame, Qt::Key_Left, Qt::AltModifier);
-  ClickCell(Rows(frame), 4, 1);  // the checklist
-}
-
-void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
-  Press(frame, Qt::Key_5, Qt::ControlModifier);
-  ListView& commented = Rows(frame, "commentedSteps");
-  ASSERT_EQ(commented.Model().rowCount(), 2);
-  Pick(Part<QComboBox>(frame, "ratingFilter"), Qt::Key_End);
-  ASSERT_EQ(commented.Model().rowCount(), 1) << "for the summary";
-  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
-    auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
-    QTextCursor cursor = box.textCursor();
-    cursor.setPosition(static_cast<int>(box.toPlainText().indexOf(QStringLiteral(" ***"))));
-    box.setTextCursor(cursor);
-    QTest::keyClicks(&box, QStringLiteral(" seen."));
-    QTest::keyClick(&sheet, Qt::Key_Escape);
-  });
-  ClickCell(commented, 0, 2);
-
-  const std::filesystem::path reports = m_Screens.Root() / "Reports";
-  const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
-  m_Dialogs.ExpectPress("reportDialog", QStringLiteral("Cancel"));
-  write();
-  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
-    tests::Fill(dialog, "reportTarget", reports / "a.rtf");
-    m_Dialogs.ExpectPress("messageBox", QStringLiteral("No"));
-    dialog.accept();
-    dialog.reject();
-  });
-  write();
-  EXPECT_EQ(tests::Words(frame, "message").find("report"), std::string::npos);
-  EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
-  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
-    Pick(Part<QComboBox>(dialog, "reportLayout"), Qt::Key_Home);
-    ExpectFile("saveDialog", reports / "visit");
-    tests::PressButton(dialog, "reportBrowse");
-    m_Dialogs.ExpectPress("reportWritten", QStringLiteral("Close"));
-    dialog.accept();
-  });
-  write();
-  EXPECT_EQ(tests::Words(frame, "message"), "The report is written: " + (reports / "visit.rtf").string());
-}
 
 TEST_F(WholeVisitTest, ScreensAndCommandsStoreTheSameAndWriteTheSameReport) {
   std::filesystem::create_directories(m_Screens.Root() / "Reports");

@@ -184,22 +184,20 @@ TEST_F(CommentEditingTest, PickedCommentsGoInOneAfterTheOther) {
   EXPECT_EQ(Draft(), u"Before.  Worn at ridge.  Steep.\r\n\r\nNext.");
 }
 
-TEST_F(CommentEditingTest, CancellingChangesNothing) {
+TEST_F(CommentEditingTest, PickerDeletesBeforeItInsertsUnlessItIsCancelled) {
   ExpectPicker({0}, 1, false);
   EXPECT_TRUE(m_Comments.OpenPicker().empty());
   m_Dialogs.QueueReplacement(std::nullopt);
   EXPECT_FALSE(m_Comments.Insert(u"^^ is loose."));
   EXPECT_EQ(Draft(), u"");
-  EXPECT_EQ(m_Comments.Picklist().Comments().size(), 2u);
-}
-
-TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
   ExpectPicker({0}, 1);
   Prompts().Queue(u"Please confirm the deleting of these comments.", Answer::Yes);
   m_Comments.OpenPicker();
   EXPECT_EQ(Draft(), u"Steep.");
   EXPECT_EQ(m_Comments.Picklist().Comments().size(), 1u);
+}
 
+TEST_F(CommentEditingTest, WhatIsSelectedBecomesAPreparedComment) {
   m_Sheet.SetComments(u"Typed words.");
   m_Comments.SaveSelection({0, 5});
   Prompts().Queue(u"Are you sure you want to add this comment to your picklist?", Answer::Yes);
