@@ -1,9 +1,9 @@
 #include "app/MainFrame.h"
 
-#include "app/OptionsForm.h"
+#include "device/ui/ListView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
-#include "support/Screens.h"
+#include "support/ScreenWords.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -15,17 +15,15 @@ TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   CMainFrame frame(Document());
   frame.show();
   device::ui::Screen& overview = *frame.CurrentScreen();
-  EXPECT_EQ(overview.findChild<QTableView*>()->model()->rowCount(), 1);
   EXPECT_FALSE(frame.GoBack());
-  EXPECT_TRUE(frame.Bring(frame.Header()));
-  EXPECT_TRUE(frame.Bring(frame.SetUp()));
+  EXPECT_TRUE(frame.Bring(frame.Header()) && frame.Bring(frame.SetUp()));
   tests::PressButton(frame, "backButton");
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   tests::PressButton(frame, "agentsButton");
   EXPECT_EQ(frame.CurrentScreen(), &frame.SetUp());
   EXPECT_TRUE(frame.Bring(overview));
   EXPECT_FALSE(frame.GoBack()) << "the list is where everything begins";
-  EXPECT_TRUE(frame.findChild<QPushButton*>(QStringLiteral("openButton"))->isEnabled());
+  EXPECT_TRUE(tests::Part<QPushButton>(frame, "openButton").isEnabled());
 }
 
 TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
@@ -35,7 +33,7 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
     CMainFrame frame(Document());
     frame.show();
     frame.Bring(frame.Header());
-    frame.findChild<QLineEdit*>(QStringLiteral("clientField"))->setText(QStringLiteral("Ana Ruiz"));
+    tests::Fill(frame, "clientField", "Ana Ruiz");
     EXPECT_TRUE(frame.close());
   }
   m_Device.Close();
@@ -44,44 +42,70 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
   frame.Restore();
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz") << "closing wrote what was typed";
-  EXPECT_TRUE(tests::Part<QLabel>(frame, "message").text().contains(QStringLiteral("418 Juniper Lane")));
+  EXPECT_THAT(tests::Words(frame, "message"), ::testing::HasSubstr("418 Juniper Lane"));
 }
 
 TEST_F(MainFrameTest, AWrongCounterIsSetRightWhenThePersonSaysSo) {
   m_Device.Visit(u"House");
-  const auto next = [this] { return Document().CreateInspection({}); };
   CMainFrame frame(Document());
   frame.show();
-  const auto repair = [&frame] { frame.findChild<QAction*>(QStringLiteral("repairCounters"))->trigger(); };
-  repair();
+  tests::Run(frame, "repairCounters");
   EXPECT_TRUE(device::Contains(Prompts().Transcript().back(), u"are right."));
   m_Device.RunInVisits("UPDATE UniqueID SET NextID = 999 WHERE TableName = 'Inspection'");
-  Prompts().Queue(u"Caution", device::Answer::No);
-  repair();
-  EXPECT_FALSE(next()) << "its key would be that of another one";
-  Prompts().Queue(u"Caution", device::Answer::Yes);
-  repair();
-  EXPECT_TRUE(next());
+  for (const auto answer : {device::Answer::No, device::Answer::Yes}) {
+    Prompts().Queue(u"Caution", answer);
+    tests::Run(frame, "repairCounters");
+    EXPECT_EQ(Document().CreateInspection({}).has_value(), answer == device::Answer::Yes)
+        << "its key would be that of another one";
+  }
 }
 
-TEST_F(MainFrameTest, OptionsAreSavedWholeOrRefused) {
-  data::Workspace& workspace = m_Device.GetWorkspace();
-  OptionsForm form(workspace);
-  OptionsForm::Values values = form.Load();
-  values[u"Port"] = u"x";
-  EXPECT_EQ(form.WhyNot(values)->text, u"\"Port\" does not take \"x\".");
-  values[u"Port"] = u"4000";
-  values[u"ShowStepNumbers"] = u"TRUE";
-  values[u"OwnerName"] = u"Ana Ruiz";
-  EXPECT_FALSE(form.WhyNot(values));
-  EXPECT_EQ(form.Save(values), data::OptionsSaved::Done);
-  workspace.ForgetOptions();
-  EXPECT_EQ(OptionsForm(workspace).Load(), values);
-  EXPECT_EQ(workspace.Options().m_Port, 4000);
+// The screens of the visit, with the list of categories in front.
+class VisitScreensTest : public tests::VisitTest {
+protected:
+  void SetUp() override {
+    m_Frame.show();
+    m_Frame.Bring(m_Frame.Header());
+    m_Frame.Bring(m_Frame.Visit().Categories());
+  }
+  device::ui::ListView& Rows() { return tests::Part<device::ui::ListView>(*m_Frame.CurrentScreen(), "rows"); }
+  std::string Title() { return m_Frame.CurrentScreen()->Title().toStdString(); }
+  tests::ScriptedDialogs m_Dialogs;
+  const std::int32_t m_Visit = m_Device.Visit(u"House");
+  CMainFrame m_Frame{Document()};
+};
 
-  // The letters' case alone makes it another path.
-  values[u"TemplatePath"] = u"\\my documents\\Template_Data.cdb";
-  EXPECT_EQ(form.Save(values), data::OptionsSaved::MustQuit);
+TEST_F(VisitScreensTest, UnfinishedLeadsToWhatIsLeftAndTheTextStays) {
+  m_Frame.Bring(m_Frame.Visit().WhatIsLeft());
+  Rows().onClick(0, 0);
+  EXPECT_NE(Title(), "Unfinished") << "a category that was never opened shows its steps";
+  const std::int32_t roof = m_Device.OpenCategory(u"Roof");
+  ASSERT_TRUE(m_Frame.Visit().OpenPlace(roof, m_Device.StepKey(u"20.1")));
+  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+    tests::Fill(sheet, "commentBox", "Loose.");
+    sheet.reject();
+  });
+  m_Frame.Visit().OpenNextUnfinished();
+  EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.2")), u"20.2|Gutters|||Loose.") << "the one after 20.1";
+  EXPECT_FALSE(m_Frame.Visit().OpenPlace(99, 0));
+}
+
+TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) {
+  m_Frame.Bring(m_Frame.Header());
+  Document().ChangeDocType(u"Condo");
+  Document().FinishDocTypeChange();
+  m_Frame.Bring(m_Frame.Visit().Categories());
+  Rows().onClick(0, 1);
+  EXPECT_EQ(Title(), "Kitchen");
+  QCoreApplication::processEvents();
+  // The steps of the kitchen were made since.
+  Prompts().Queue(u"Caution", device::Answer::Yes);
+  tests::PressButton(m_Frame, "undoButton");
+  EXPECT_EQ(Title(), "CATEGORY LIST");
+  EXPECT_EQ(Document().Categories().RecordCount(), 5);
+  EXPECT_EQ(tests::Words(m_Frame, "message"), "Taken back: Doc Type");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(m_Frame.findChild<QPushButton*>(QStringLiteral("undoButton")), nullptr);
 }
 
 }  // namespace

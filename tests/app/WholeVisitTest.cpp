@@ -13,7 +13,7 @@
 #include "app/Program.h"
 #include "cli/CommandLine.h"
 #include "editing/StepList.h"
-#include "support/Screens.h"
+#include "support/ScreenWords.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
@@ -65,12 +65,13 @@ protected:
     EXPECT_EQ(RunProgram(*qApp, {tablet.Root()}), 0);
     QApplication::setQuitOnLastWindowClosed(false);
   }
-  static std::string RunCommand(const Tablet& tablet, Lines words) {
-    words.insert(words.begin(), {"--home", tablet.Root(), "--yes"});
-    std::ostringstream out;
-    std::ostringstream problems;
-    EXPECT_EQ(cli::RunCommandLine(words, out, problems), 0) << words[3] << ": " << problems.str();
-    return out.str();
+  void RunCommands(const std::vector<Lines>& commands) {
+    for (Lines words : commands) {
+      words.insert(words.begin(), {"--home", m_Commands.Root(), "--yes"});
+      std::ostringstream out;
+      std::ostringstream problems;
+      EXPECT_EQ(cli::RunCommandLine(words, out, problems), 0) << words[3] << ": " << problems.str();
+    }
   }
 
   // A command's key. Without a display no window becomes active by itself when another one has closed.
@@ -98,7 +99,6 @@ protected:
     QTest::keyClick(box.view(), way);
     QTest::keyClick(box.view(), Qt::Key_Return);
   }
-  static QString Message(CMainFrame& frame) { return Part<QLabel>(frame, "message").text(); }
   static void Choose(CMainFrame& frame, const char* rating) {
     auto& menu = Part<QMenu>(*frame.CurrentScreen(), "ratingMenu");
     for (QAction* action : menu.actions())
@@ -108,133 +108,115 @@ protected:
   }
   void ExpectFile(const char* dialog, const std::filesystem::path& file) {
     m_Dialogs.Expect(dialog, [file](QDialog& files) {
-      Part<QLineEdit>(files, "fileNameEdit").setText(QString::fromStdString(file));
+      tests::Fill(files, "fileNameEdit", file);
       files.accept();
     });
   }
-  void ExpectChoice(int row) {
-    m_Dialogs.Expect("choiceDialog", [row](QDialog& dialog) {
-      ClickCell(Part<ListView>(dialog, "choiceList"), row, 0);
-      QTest::keyClick(&dialog, Qt::Key_Return);
-    });
+
+  void FillHeader(CMainFrame& frame) {
+    m_Dialogs.ExpectPress("messageBox", QStringLiteral("Yes"));
+    Tap(frame, "newButton");
+    Type(frame, "numberField", "A-17");
+    Type(frame, "clientField", "Ana Ru\u00EDz");
+    Type(frame, "addressField", "418 \"Juniper\" Lane");
+    Type(frame, "citystatezipField", "Salem, OR");
+    auto& type = Part<QComboBox>(frame, "docTypeField");
+    Pick(type, Qt::Key_Home);
+    // While the worker is at it.
+    Type(frame, "notesField", "Dog\nin the yard");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return type.isEnabled(); }));
+    Tap(frame, "agentsButton");
+    Type(frame, "agentField", "B. Lund");
+    Part<QDateTimeEdit>(frame, "dateField").setDateTime({{2026, 5, 31}, {14, 5}});
   }
 
-  void FillHeader(CMainFrame& frame);
-  void CommentOnGutters(QDialog& sheet);
-  void InspectRoof(CMainFrame& frame);
-  void ReviewAndReport(CMainFrame& frame);
+  // The sheet has opened on the comments, because the rating asks for one.
+  void CommentOnGutters(QDialog& sheet) {
+    m_Dialogs.Expect("commentPickerDialog", [](QDialog& picker) {
+      QTest::keyClicks(&Part<QLineEdit>(picker, "filterField"), QStringLiteral("GUTTER lea"));
+      ClickCell(Part<ListView>(picker, "commentList"), 1, 1);  // below its group
+      Part<QDialogButtonBox>(picker, "").button(QDialogButtonBox::Ok)->click();
+    });
+    m_Dialogs.Expect("placeholderDialog", [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+    Tap(sheet, "pickerButton");
+    auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+    QTest::keyClicks(&box, QStringLiteral("  No GFI,"));
+    const std::filesystem::path picture = m_Screens.Root() / "Camera/gutter.jpg";
+    ExpectFile("attachDialog", picture);
+    Tap(sheet, "attachButton");
+    EXPECT_EQ(box.toPlainText().toStdString(),
+              std::string("Leaves in the east gutter.  No ground fault,") + kTag);
+    Part<QDialogButtonBox>(sheet, "").button(QDialogButtonBox::Ok)->click();
+  }
+
+  void InspectRoof(CMainFrame& frame) {
+    Press(frame, Qt::Key_4, Qt::ControlModifier);
+    for (const char* button : {"Yes", "OK"})  // a question and "Done!"
+      m_Dialogs.ExpectPress("messageBox", QLatin1String(button));
+    Press(frame, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+    ClickCell(Rows(frame), 1, 1);
+    m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) { CommentOnGutters(sheet); });
+    ClickCell(Rows(frame), 1, StepList::kRating);
+    Choose(frame, "Poor");
+    m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) {
+      QTest::keyClick(&Part<QAbstractButton>(sheet, "material1"), Qt::Key_Space);
+      m_Dialogs.Expect("textEntryDialog", [](QDialog& entry) {
+        QTest::keyClicks(&Part<QLineEdit>(entry, "entryField"), QStringLiteral("Slate"));
+        QTest::keyClick(&entry, Qt::Key_Return);
+      });
+      QTest::keyClick(&Part<QAbstractButton>(sheet, "material3"), Qt::Key_Space);
+      QTest::keyClick(&sheet, Qt::Key_Escape);
+    });
+    ClickCell(Rows(frame), 0, StepList::kMaterials);
+    Press(frame, Qt::Key_Left, Qt::AltModifier);
+    ClickCell(Rows(frame), 4, 1);  // the checklist
+  }
+
+  void ReviewAndReport(CMainFrame& frame) {
+    Press(frame, Qt::Key_5, Qt::ControlModifier);
+    ListView& commented = Rows(frame, "commentedSteps");
+    ASSERT_EQ(commented.Model().rowCount(), 2);
+    Pick(Part<QComboBox>(frame, "ratingFilter"), Qt::Key_End);
+    ASSERT_EQ(commented.Model().rowCount(), 1) << "for the summary";
+    m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+      auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
+      QTextCursor cursor = box.textCursor();
+      cursor.setPosition(static_cast<int>(box.toPlainText().indexOf(QStringLiteral(" ***"))));
+      box.setTextCursor(cursor);
+      QTest::keyClicks(&box, QStringLiteral(" seen."));
+      QTest::keyClick(&sheet, Qt::Key_Escape);
+    });
+    ClickCell(commented, 0, 2);
+
+    const std::filesystem::path reports = m_Screens.Root() / "Reports";
+    const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
+    m_Dialogs.ExpectPress("reportDialog", QStringLiteral("Cancel"));
+    write();
+    m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+      tests::Fill(dialog, "reportTarget", reports / "a.rtf");
+      m_Dialogs.ExpectPress("messageBox", QStringLiteral("No"));
+      dialog.accept();
+      dialog.reject();
+    });
+    write();
+    EXPECT_EQ(tests::Words(frame, "message").find("report"), std::string::npos);
+    EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
+    m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
+      Pick(Part<QComboBox>(dialog, "reportLayout"), Qt::Key_Home);
+      ExpectFile("saveDialog", reports / "visit");
+      tests::PressButton(dialog, "reportBrowse");
+      m_Dialogs.ExpectPress("reportWritten", QStringLiteral("Close"));
+      dialog.accept();
+    });
+    write();
+    EXPECT_EQ(tests::Words(frame, "message"), "The report is written: " + (reports / "visit.rtf").string());
+  }
 
   tests::ScriptedDialogs m_Dialogs;
   Tablet m_Screens;
   Tablet m_Commands;
 };
-
-void WholeVisitTest::FillHeader(CMainFrame& frame) {
-  m_Dialogs.ExpectPress("messageBox", QStringLiteral("Yes"));
-  Tap(frame, "newButton");
-  Type(frame, "numberField", "A-17");
-  Type(frame, "clientField", "Ana Ru\u00EDz");
-  Type(frame, "addressField", "418 \"Juniper\" Lane");
-  Type(frame, "citystatezipField", "Salem, OR");
-  auto& type = Part<QComboBox>(frame, "docTypeField");
-  Pick(type, Qt::Key_Home);
-  EXPECT_EQ(type.currentText(), QStringLiteral("House"));
-  // While the worker is at it.
-  Type(frame, "notesField", "Dog\nin the yard");
-  ASSERT_TRUE(QTest::qWaitFor([&] { return type.isEnabled(); }));
-  Tap(frame, "agentsButton");
-  Type(frame, "agentField", "B. Lund");
-  Part<QDateTimeEdit>(frame, "dateField").setDateTime({{2026, 5, 31}, {14, 5}});
-}
-
-// The sheet has opened on the comments, because the rating asks for one.
-void WholeVisitTest::CommentOnGutters(QDialog& sheet) {
-  m_Dialogs.Expect("commentPickerDialog", [](QDialog& picker) {
-    QTest::keyClicks(&Part<QLineEdit>(picker, "filterField"), QStringLiteral("GUTTER lea"));
-    ClickCell(Part<ListView>(picker, "commentList"), 1, 1);  // below its group
-    Part<QDialogButtonBox>(picker, "").button(QDialogButtonBox::Ok)->click();
-  });
-  m_Dialogs.Expect("placeholderDialog", [](QDialog& dialog) {
-    EXPECT_EQ(Part<QComboBox>(dialog, "replacementChoices").currentText(), QStringLiteral("east"));
-    QTest::keyClick(&dialog, Qt::Key_Return);
-  });
-  Tap(sheet, "pickerButton");
-  auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
-  QTest::keyClicks(&box, QStringLiteral("  No GFI,"));
-  const std::filesystem::path picture = m_Screens.Root() / "Camera/gutter.jpg";
-  ExpectFile("attachDialog", picture);
-  Tap(sheet, "attachButton");
-  EXPECT_EQ(box.toPlainText().toStdString(),
-            std::string("Leaves in the east gutter.  No ground fault,") + kTag);
-  Part<QDialogButtonBox>(sheet, "").button(QDialogButtonBox::Ok)->click();
-}
-
-void WholeVisitTest::InspectRoof(CMainFrame& frame) {
-  Press(frame, Qt::Key_4, Qt::ControlModifier);
-  for (int box = 0; box < 2; ++box)  // a question and "Done!"
-    m_Dialogs.ExpectPress("messageBox", box == 0 ? QStringLiteral("Yes") : QStringLiteral("OK"));
-  Press(frame, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
-  ClickCell(Rows(frame), 1, 1);
-  EXPECT_EQ(frame.CurrentScreen()->Title(), QStringLiteral("Roof"));
-
-  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) { CommentOnGutters(sheet); });
-  ClickCell(Rows(frame), 1, StepList::kRating);
-  Choose(frame, "Poor");
-  m_Dialogs.Expect("stepPropertySheet", [this](QDialog& sheet) {
-    QTest::keyClick(&Part<QAbstractButton>(sheet, "material1"), Qt::Key_Space);
-    m_Dialogs.Expect("textEntryDialog", [](QDialog& entry) {
-      QTest::keyClicks(&Part<QLineEdit>(entry, "entryField"), QStringLiteral("Slate"));
-      QTest::keyClick(&entry, Qt::Key_Return);
-    });
-    QTest::keyClick(&Part<QAbstractButton>(sheet, "material3"), Qt::Key_Space);
-    QTest::keyClick(&sheet, Qt::Key_Escape);
-  });
-  ClickCell(Rows(frame), 0, StepList::kMaterials);
-  Press(frame, Qt::Key_Left, Qt::AltModifier);
-  ClickCell(Rows(frame), 4, 1);
-  EXPECT_EQ(frame.CurrentScreen()->Title(), QStringLiteral("Checklist"));
-}
-
-void WholeVisitTest::ReviewAndReport(CMainFrame& frame) {
-  Press(frame, Qt::Key_5, Qt::ControlModifier);
-  ListView& commented = Rows(frame, "commentedSteps");
-  ASSERT_EQ(commented.Model().rowCount(), 2);
-  Pick(Part<QComboBox>(frame, "ratingFilter"), Qt::Key_End);
-  ASSERT_EQ(commented.Model().rowCount(), 1) << "for the summary";
-  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
-    auto& box = Part<QPlainTextEdit>(sheet, "commentBox");
-    QTextCursor cursor = box.textCursor();
-    cursor.setPosition(static_cast<int>(box.toPlainText().indexOf(QStringLiteral(" ***"))));
-    box.setTextCursor(cursor);
-    QTest::keyClicks(&box, QStringLiteral(" seen."));
-    QTest::keyClick(&sheet, Qt::Key_Escape);
-  });
-  ClickCell(commented, 0, 2);
-
-  const std::filesystem::path reports = m_Screens.Root() / "Reports";
-  const auto write = [&frame] { Press(frame, Qt::Key_R, Qt::ControlModifier); };
-  m_Dialogs.ExpectPress("reportDialog", QStringLiteral("Cancel"));
-  write();
-  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
-    Part<QLineEdit>(dialog, "reportTarget").setText(QString::fromStdString(reports / "a.rtf"));
-    m_Dialogs.ExpectPress("messageBox", QStringLiteral("No"));
-    dialog.accept();
-    dialog.reject();
-  });
-  write();
-  EXPECT_FALSE(Message(frame).contains(QStringLiteral("report")));
-  EXPECT_EQ(tests::ContentOf(reports / "a.rtf"), "of last week");
-  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(reports), {}), 1);
-  m_Dialogs.Expect("reportDialog", [&](QDialog& dialog) {
-    Pick(Part<QComboBox>(dialog, "reportLayout"), Qt::Key_Home);
-    ExpectFile("saveDialog", reports / "visit");
-    tests::PressButton(dialog, "reportBrowse");
-    m_Dialogs.ExpectPress("reportWritten", QStringLiteral("Close"));
-    dialog.accept();
-  });
-  write();
-  EXPECT_EQ(Message(frame).toStdString(), "The report is written: " + (reports / "visit.rtf").string());
-}
 
 TEST_F(WholeVisitTest, ScreensAndCommandsStoreTheSameAndWriteTheSameReport) {
   std::filesystem::create_directories(m_Screens.Root() / "Reports");
@@ -250,27 +232,24 @@ TEST_F(WholeVisitTest, ScreensAndCommandsStoreTheSameAndWriteTheSameReport) {
     ReviewAndReport(frame);
   });
 
-  const auto run = [this](Lines words) { return RunCommand(m_Commands, std::move(words)); };
-  EXPECT_EQ(run({"new"}), "1001\n");
-  run({"set", "1001", "number=A-17", "client=Ana Ru\u00EDz", "address=418 \"Juniper\" Lane",
-       "citystatezip=Salem, OR", "notes=Dog\r\nin the yard"});
-  run({"apply-type", "1001", "House"});
-  run({"set", "1001", "agent=B. Lund", "date=2026-05-31 14:05"});
-  run({"defaults", "1001"});
-  const auto step = [this](const char* number) {
-    return m_Commands.Visits().Ask(std::string("SELECT StepID FROM Step WHERE StepNumber = '") + number +
-                                   "'");
-  };
-  run({"rate", step("20.2"), "Poor"});
   const std::filesystem::path pictures = m_Commands.Root() / "My Documents/Pictures/1001";
   std::filesystem::create_directories(pictures);
   std::filesystem::copy(camera, pictures / "gutter.jpg");
-  run({"comment", step("20.2"), std::string(kComment) + kTag});
-  run({"material", step("20.1"), "Wood"});
-  run({"material", step("20.1"), "Slate"});
-  run({"steps",
-       m_Commands.Visits().Ask("SELECT CategoryID FROM Category WHERE CategoryTitle = 'Checklist'")});
-  run({"report", "1001", "--layout", "4 Column", "--out", m_Commands.Root() / "visit.rtf"});
+  RunCommands({{"new"},
+               {"set", "1001", "number=A-17", "client=Ana Ru\u00EDz", "address=418 \"Juniper\" Lane",
+                "citystatezip=Salem, OR", "notes=Dog\r\nin the yard"},
+               {"apply-type", "1001", "House"},
+               {"set", "1001", "agent=B. Lund", "date=2026-05-31 14:05"},
+               {"defaults", "1001"}});
+  const auto key = [this](const std::string& sql) { return m_Commands.Visits().Ask("SELECT " + sql); };
+  const std::string shingles = key("StepID FROM Step WHERE StepNumber = '20.1'");
+  const std::string gutters = key("StepID FROM Step WHERE StepNumber = '20.2'");
+  RunCommands({{"rate", gutters, "Poor"},
+               {"comment", gutters, std::string(kComment) + kTag},
+               {"material", shingles, "Wood"},
+               {"material", shingles, "Slate"},
+               {"steps", key("CategoryID FROM Category WHERE CategoryTitle = 'Checklist'")},
+               {"report", "1001", "--layout", "4 Column", "--out", m_Commands.Root() / "visit.rtf"}});
 
   EXPECT_EQ(m_Screens.Visit(), m_Commands.Visit());
   const std::string report = tests::ContentOf(m_Screens.Root() / "Reports/visit.rtf");

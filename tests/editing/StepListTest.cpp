@@ -1,7 +1,8 @@
 #include "editing/StepList.h"
 
+#include "support/Lines.h"
+#include "support/MissingTable.h"
 #include "support/ScriptedEditingDialogs.h"
-#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
@@ -9,42 +10,39 @@ namespace {
 using ::testing::ElementsAre;
 using Attention = StepList::Attention;
 
-constexpr int kShingles = 0;
-constexpr int kGutters = 1;
-constexpr int kNotes = 2;
+enum { kShingles, kGutters, kNotes };
 
 class StepListTest : public tests::VisitTest {
 protected:
   void SetUp() override {
-    m_Key = m_Device.Visit(u"House");
     m_Device.GetWorkspace().Options().m_ShowStepNumbers = -1;
     Show(u"Roof");
   }
   void Show(const Text& category) {
-    data::CategoryTable& categories = Document().Categories();
-    for (int n = 0; n < categories.RecordCount(); ++n) {
+    for (int n = 0; n == 0 || m_List.CategoryTitle() != category; ++n)
       ASSERT_TRUE(Document().SetCurrentCategory(n));
-      if (categories.m_CategoryTitle == category) break;
-    }
-    ASSERT_EQ(m_List.CategoryTitle(), category);
     ASSERT_TRUE(m_List.Show());
   }
   // "label|rating|materials|comments|picture".
   Text Shown(int row) {
     const auto shown = m_List.RowAt(row);
     if (!shown) return u"gone";
-    return shown->label + u"|" + shown->rating + u"|" + shown->materials + u"|" + shown->comments + u"|" +
-           shown->picture;
+    return tests::Joined({shown->label, shown->rating, shown->materials, shown->comments, shown->picture});
   }
-  // The number of the step whose sheet was opened last, and the place of its page.
-  std::pair<Text, int> LastSheet() {
-    const auto [step, tab] = m_Dialogs.SheetsOpened().back();
-    return {m_Device.Finding(step).substr(0, 4), tab};
+  // The number of each step whose sheet was opened, and the place of its page.
+  Text Sheets() {
+    return tests::Joined(m_Dialogs.SheetsOpened(), [this](const auto& sheet) {
+      return m_Device.Finding(sheet.first).substr(0, 4) + u" " + device::Decimal(sheet.second);
+    });
+  }
+  std::optional<std::int32_t> Duplicate(int row, const std::optional<Text>& name) {
+    Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
+    return m_List.DuplicateStep(row);
   }
   Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsComplete() { return Document().Categories().m_CompleteFlag != 0; }
 
-  std::int32_t m_Key = 0;
+  const std::int32_t m_Key = m_Device.Visit(u"House");
   tests::ScriptedEditingDialogs m_Dialogs;
   StepList m_List{m_Device.Document(), m_Dialogs};
 };
@@ -60,18 +58,18 @@ TEST_F(StepListTest, MakesTheStepsAndShowsWhatIsDone) {
   m_Device.GetWorkspace().Options().m_ShowStepNumbers = 0;
   EXPECT_EQ(Shown(kNotes), u"Notes|Fine|Complete|Complete|Complete");
   EXPECT_EQ(m_List.LeftCaption(), u"2 of 3 steps to rate");
+  Show(u"Attic");
+  EXPECT_TRUE(IsComplete()) << "without steps it is complete once seen";
 }
 
 TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   const auto marked = [this] {
     std::vector<int> rows;
     for (int row = 0; row < m_List.RowCount(); ++row)
-      for (const auto& warning : m_List.ShownRow(row).warnings)
-        if (warning.cell == StepList::kPicture) rows.push_back(row);
+      if (m_List.RowAt(row)->lacksPicture) rows.push_back(row);
     return rows;
   };
-  m_Device.Put("there.jpg");
-  m_Device.Put("card/1.jpg");
+  for (const char* there : {"there.jpg", "card/1.jpg"}) m_Device.Put(there);
   m_Device.GetWorkspace().Options().m_DefaultPictCardPath = u"\\card\\";
   m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Good'");
   m_Device.Enter(u"20.1", "BitmapPath = '\\gone.jpg'");
@@ -81,8 +79,10 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   ASSERT_TRUE(m_List.Show());
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
   const device::ListRow row = m_List.ShownRow(kShingles);
-  EXPECT_EQ(row.cells[StepList::kPicture], u"Complete");
-  EXPECT_EQ(row.warnings.back().words, u"a picture is missing");
+  EXPECT_EQ(
+      tests::Joined(row.warnings,
+                    [](const auto& warning) { return device::Decimal(warning.cell) + u" " + warning.words; }),
+      u"4 a picture is missing");
   EXPECT_EQ(row.tone, device::RowTone::Attention);
   m_Device.Put("gone.jpg");
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "looked for once while the list stands";
@@ -90,43 +90,15 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   EXPECT_THAT(marked(), ElementsAre(kNotes));
 }
 
-TEST_F(StepListTest, CategoryWithoutStepsIsCompleteOnceSeen) {
-  Show(u"Attic");
-  EXPECT_EQ(m_List.RowCount(), 0);
-  EXPECT_TRUE(IsComplete());
-}
-
 TEST_F(StepListTest, ColumnOpensItsPage) {
-  struct Case {
-    int row;
-    int column;
-    int tab;  // -1: nothing opens
-  };
-  for (const Case& each :
-       {Case{kShingles, StepList::kRating, -1}, Case{kShingles, StepList::kMaterials, 0},
-        Case{kShingles, StepList::kComments, 1}, Case{kShingles, StepList::kPicture, 2},
-        Case{kShingles, StepList::kInfo, 3}, Case{kNotes, StepList::kMaterials, -1},
-        Case{kNotes, StepList::kComments, 0}, Case{kNotes, StepList::kPicture, 1},
-        Case{kNotes, StepList::kInfo, 2}, Case{kNotes, -1, -1}, Case{3, StepList::kComments, -1}}) {
-    const std::size_t opened = m_Dialogs.SheetsOpened().size();
-    if (each.tab >= 0) m_Dialogs.QueueSheet([] { return true; });
-    EXPECT_EQ(m_List.Click(each.row, each.column), each.tab >= 0) << each.row << " " << each.column;
-    if (each.tab < 0) continue;
-    ASSERT_EQ(m_Dialogs.SheetsOpened().size(), opened + 1);
-    EXPECT_EQ(LastSheet(), (std::pair{Text(each.row == kNotes ? u"20.3" : u"20.1"), each.tab}));
-  }
-}
-
-TEST_F(StepListTest, ListShowsWhatWasDoneOnTheSheet) {
-  m_List.SetFilter(u"gutt");
-  m_Dialogs.QueueSheet([this] {
-    m_List.RowAt(0);  // the list paints behind the sheet
-    EXPECT_EQ(LastSheet().first, u"20.2");
-    m_Device.Enter(u"20.2", "Comments = 'Leaves.'");
-    return true;
-  });
-  EXPECT_TRUE(m_List.Click(0, StepList::kComments));
-  EXPECT_EQ(Shown(0), u"20.2. Gutters||Incomplete|Complete|Incomplete");
+  for (int n = 0; n < 7; ++n) m_Dialogs.QueueSheet([] { return true; });
+  int opened = 0;
+  for (const int row : {int{kShingles}, int{kNotes}, 3})
+    for (const int column : {-1, int{StepList::kRating}, int{StepList::kMaterials}, int{StepList::kComments},
+                             int{StepList::kPicture}, int{StepList::kInfo}})
+      opened += m_List.Click(row, column);
+  EXPECT_EQ(opened, 7);
+  EXPECT_EQ(Sheets(), u"20.1 0|20.1 1|20.1 2|20.1 3|20.3 0|20.3 1|20.3 2") << "without a page of materials";
 }
 
 TEST_F(StepListTest, RatingIsStoredAndCompletes) {
@@ -135,13 +107,13 @@ TEST_F(StepListTest, RatingIsStoredAndCompletes) {
   EXPECT_TRUE(m_List.ChangeRating(kNotes, u"<no ratings>"));
   EXPECT_EQ(Finding(u"20.3"), u"20.3|Notes|<no ratings>||");
   EXPECT_FALSE(m_List.ChangeRating(kShingles, u"Yes")) << "no choice of its type";
-
-  // What cannot be read is not the same as a type without choices.
-  m_Device.RunInLibrary("ALTER TABLE RatingChoices RENAME TO Gone");
-  ASSERT_TRUE(m_List.Show());
-  EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre());
-  EXPECT_FALSE(m_List.ChangeRating(kShingles, u"<no ratings>"));
-  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO RatingChoices");
+  {
+    // What cannot be read is not the same as a type without choices.
+    const tests::MissingTable missing(m_Device, "RatingChoices");
+    ASSERT_TRUE(m_List.Show());
+    EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre());
+    EXPECT_FALSE(m_List.ChangeRating(kShingles, u"<no ratings>"));
+  }
   EXPECT_EQ(m_List.RatingEntries(kShingles).size(), 4U) << "asked for again";
 
   Show(u"Cellar");
@@ -163,14 +135,15 @@ TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
   EXPECT_TRUE(m_List.ChangeRating(kShingles, u"Poor"));
   EXPECT_EQ(m_List.RowAt(kShingles)->attention, Attention::CommentAsked);
   m_Dialogs.QueueSheet([this] {
+    m_List.RowAt(0);  // the list paints behind the sheet
     m_Device.Enter(u"20.3", "Comments = 'Loose.'");
     return true;
   });
-  EXPECT_TRUE(m_List.ChangeRating(kNotes, u"Poor"));
-  EXPECT_EQ(Shown(kNotes), u"20.3. Notes|Poor|None|Complete|Incomplete");
-  EXPECT_EQ(m_List.RowAt(kNotes)->attention, Attention::None);
-  EXPECT_EQ(m_Dialogs.SheetsOpened().front().second, 1);
-  EXPECT_EQ(LastSheet(), (std::pair{Text(u"20.3"), 0}));
+  m_List.SetFilter(u"note");
+  EXPECT_TRUE(m_List.ChangeRating(0, u"Poor"));
+  EXPECT_EQ(Shown(0), u"20.3. Notes|Poor|None|Complete|Incomplete");
+  EXPECT_EQ(m_List.RowAt(0)->attention, Attention::None);
+  EXPECT_EQ(Sheets(), u"20.1 1|20.3 0");
 }
 
 TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
@@ -178,17 +151,15 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
       u"20.2",
       "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = 'Clean.', "
       "Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
-  const auto duplicate = [this](int row, const Text& suggested, const Text& name) {
-    Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
-    const std::optional<std::int32_t> copy = m_List.DuplicateStep(row);
+  for (const auto& [row, suggested, name, copyRow] :
+       {std::tuple(1, u"Gutters #2", u"Downspouts", 2),
+        {1, u"Gutters #2", u"Gutters #2", 3},  // another name does not count
+        {1, u"Gutters #3", u"Gutters #3", 4},
+        {3, u"Gutters #4", u"Gutters", 4}}) {  // of a copy: 20.2ac
+    EXPECT_EQ(m_List.RowOf(Duplicate(row, name).value_or(-1)), copyRow);
     EXPECT_EQ(Prompts().TextQuestions().back().title, u"Duplicate Step");
     EXPECT_EQ(Prompts().TextQuestions().back().initial, suggested);
-    return m_List.RowOf(copy.value_or(-1));
-  };
-  EXPECT_EQ(duplicate(kGutters, u"Gutters #2", u"Downspouts"), 2);
-  EXPECT_EQ(duplicate(kGutters, u"Gutters #2", u"Gutters #2"), 3) << "another name does not count";
-  EXPECT_EQ(duplicate(kGutters, u"Gutters #3", u"Gutters #3"), 4);
-  EXPECT_EQ(duplicate(3, u"Gutters #4", u"Gutters"), 4) << "of a copy: 20.2ac";
+  }
   EXPECT_THAT(
       m_Device.Outline(m_Key),
       ::testing::IsSupersetOf({u"  20.2|Gutters|Good|Copper;|Leaves.", u"  20.2a|Downspouts|||",
@@ -197,16 +168,14 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
   EXPECT_EQ(m_Device.Visits().Ask("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
                                   "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
             "RoofGutters #3*|8|9|\\a.jpg||1|Condition");
-  Prompts().QueueText(u"Duplicate Step", std::nullopt);
-  EXPECT_EQ(m_List.DuplicateStep(kGutters), std::nullopt);
+  EXPECT_EQ(Duplicate(kGutters, std::nullopt), std::nullopt);
   EXPECT_EQ(m_List.RowCount(), 7);
 }
 
 TEST_F(StepListTest, CopyMakesACompleteCategoryIncomplete) {
   Show(u"Cellar");
   EXPECT_TRUE(m_List.ChangeRating(0, u"No"));
-  Prompts().QueueText(u"Duplicate Step", u"Pit");
-  EXPECT_EQ(m_List.RowOf(m_List.DuplicateStep(0).value_or(-1)), 1);
+  EXPECT_EQ(m_List.RowOf(Duplicate(0, u"Pit").value_or(-1)), 1);
   EXPECT_FALSE(IsComplete());
   m_Device.RunInVisits("DELETE FROM Step WHERE StepTitle = 'Pit'");
   EXPECT_EQ(Shown(1), u"gone");

@@ -2,8 +2,8 @@
 
 #include "editing/CommentEditing.h"
 #include "editing/CommentPicker.h"
+#include "support/MissingTable.h"
 #include "support/ScriptedSheetDialogs.h"
-#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
@@ -14,44 +14,30 @@ using Page = StepSheet::Page;
 
 class StepSheetTest : public tests::VisitTest {
 protected:
-  void SetUp() override {
-    m_Visit = m_Device.Visit(u"House");
-    m_Roof = m_Device.OpenCategory(u"Roof");
-    m_Shingles = m_Device.StepKey(u"20.1");
-    m_Gutters = m_Device.StepKey(u"20.2");
-    m_Notes = m_Device.StepKey(u"20.3");
-    ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Shingles));
+  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
+  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
+  bool IsRoofComplete() {
+    return m_Device.Visits().Ask("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }
-  Text RoofStatus() {
-    for (const Text& line : m_Device.Outline(m_Visit))
-      if (line.starts_with(u"20 Roof")) return line;
-    return {};
-  }
-  std::int32_t m_Visit = 0;
-  std::int32_t m_Roof = 0;
-  std::int32_t m_Shingles = 0;
-  std::int32_t m_Gutters = 0;
-  std::int32_t m_Notes = 0;
+  bool Tick(std::size_t box, bool ticked = true) { return m_Sheet.TickMaterial(m_Dialogs, box, ticked); }
+
+  const std::int32_t m_Visit = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   tests::ScriptedSheetDialogs m_Dialogs;
   StepSheet m_Sheet{Document()};
 };
 
 TEST_F(StepSheetTest, PagesFollowTheMaterialsOfTheStep) {
-  EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
   EXPECT_EQ(m_Sheet.StepInfo(), u"Look");
   EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Materials, Page::Comments, Page::Picture, Page::Info));
-  EXPECT_FALSE(m_Sheet.MoveToPrevious());
-
-  ASSERT_TRUE(m_Sheet.MoveTo(m_Notes));
+  ASSERT_TRUE(m_Sheet.MoveTo(m_Device.StepKey(u"20.3")));
   EXPECT_THAT(m_Sheet.Pages(), ElementsAre(Page::Comments, Page::Picture, Page::Info));
   EXPECT_EQ(m_Sheet.PageAt(9), Page::Info);
-  EXPECT_FALSE(m_Sheet.MoveToNext());
-  for (const auto& [option, page] : {std::pair{0, Page::Comments}, std::pair{2, Page::Picture},
-                                     std::pair{3, Page::Info}, std::pair{7, Page::Comments}}) {
+  for (const auto& [option, page] :
+       {std::pair(0, Page::Comments), {2, Page::Picture}, {3, Page::Info}, {7, Page::Comments}}) {
     m_Device.GetWorkspace().Options().m_DefStepTab = option;
-    EXPECT_EQ(m_Sheet.DefaultPage(), page);
+    EXPECT_EQ(m_Sheet.DefaultPage(), page) << option;
   }
-  ASSERT_TRUE(m_Sheet.MoveToPrevious());
   EXPECT_FALSE(m_Sheet.Open(m_Roof, 4711));
   EXPECT_FALSE(m_Sheet.HasStep());
 }
@@ -64,11 +50,11 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
   m_Sheet.SetMaterialNote(u"North side.");
   m_Sheet.SetBitmapPath(u"\\roof.jpg");
   m_Sheet.SetPictureBefore(true);
-  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 1, true));
-  EXPECT_EQ(RoofStatus(), u"20 Roof (Incomplete)");
+  EXPECT_TRUE(Tick(1));
+  EXPECT_FALSE(IsRoofComplete());
   ASSERT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_EQ(RoofStatus(), u"20 Roof (Complete)");
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor|Wood;|Worn.\r\n\"Twice\"");
+  EXPECT_TRUE(IsRoofComplete());
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor|Wood;|Worn.\r\n\"Twice\"");
   EXPECT_EQ(
       m_Device.Visits().Ask("SELECT SummaryComment, MaterialNote, BitmapPath, PictureBefore FROM Step WHERE "
                             "StepNumber = '20.1'"),
@@ -77,28 +63,22 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
   EXPECT_EQ(m_Sheet.Draft().result, u"Good");
   m_Sheet.PickRating(3);  // "<clear>"
   ASSERT_TRUE(m_Sheet.MoveToPrevious());
-  EXPECT_EQ(RoofStatus(), u"20 Roof (Incomplete)");
-  EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters|||");
+  EXPECT_FALSE(IsRoofComplete());
+  EXPECT_EQ(Finding(u"20.2"), u"20.2|Gutters|||");
   EXPECT_EQ(m_Sheet.Draft().comments, u"Worn.\r\n\"Twice\"");
-}
-
-TEST_F(StepSheetTest, NothingIsWrittenWithoutAChange) {
   m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
-  EXPECT_TRUE(m_Sheet.SaveNow());
-  EXPECT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_TRUE(m_Sheet.MoveToPrevious());
+  EXPECT_TRUE(m_Sheet.SaveNow() && m_Sheet.MoveToNext() && m_Sheet.MoveToNext() && m_Sheet.MoveToPrevious())
+      << "nothing is written without a change";
 }
 
 TEST_F(StepSheetTest, LeavingBuildsTheMaterialsAnewAndSaysWhatGoes) {
   m_Device.Enter(u"20.1", "Materials = 'Asphalt;Tin;'");
-  ASSERT_TRUE(m_Sheet.Open(m_Sheet.CategoryID(), m_Sheet.StepID()));
+  ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Sheet.StepID()));
   EXPECT_TRUE(m_Sheet.SaveNow());
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;Tin;|")
-      << "a pause in typing drops nothing";
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles||Asphalt;Tin;|") << "a pause in typing drops nothing";
   EXPECT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Asphalt;|");
-  EXPECT_EQ(m_Device.Prompts().Messages().back().text,
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles||Asphalt;|");
+  EXPECT_EQ(Prompts().Messages().back().text,
             u"20.1. Shingles\r\nNo longer among the materials of this step, so taken out: Tin");
 }
 
@@ -106,19 +86,18 @@ TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {
   m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
   m_Sheet.SetComments(u"Typed.");
   EXPECT_FALSE(m_Sheet.MoveToNext());
-  EXPECT_EQ(m_Sheet.Caption(), u"20.1. Shingles");
-  EXPECT_EQ(m_Sheet.Draft().comments, u"Typed.");
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
+  EXPECT_EQ(m_Sheet.Caption() + m_Sheet.Draft().comments, u"20.1. ShinglesTyped.");
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||");
   m_Device.RunInVisits(tests::kRoomAgain);
   EXPECT_TRUE(m_Sheet.SaveNow());
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||Typed.");
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||Typed.");
 }
 
 TEST_F(StepSheetTest, AnotherProgramsWritingStaysWhereThePersonChangedNothing) {
   m_Device.Enter(u"20.1", "InspectResult = 'Poor', Materials = 'Wood;'");
   m_Sheet.SetComments(u"Mine.");
   EXPECT_TRUE(m_Sheet.SaveNow());
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|Poor|Wood;|Mine.");
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor|Wood;|Mine.");
 
   m_Device.RunInVisits("DELETE FROM Step WHERE StepNumber IN ('20.1', '20.2')");
   m_Sheet.SetComments(u"Too late.");
@@ -126,48 +105,47 @@ TEST_F(StepSheetTest, AnotherProgramsWritingStaysWhereThePersonChangedNothing) {
   EXPECT_EQ(m_Device.Faults().Count(), 1);
   m_Sheet.Discard();
   EXPECT_TRUE(m_Sheet.MoveToNext()) << "over the step that is gone as well";
-  EXPECT_EQ(m_Sheet.StepID(), m_Notes);
+  EXPECT_EQ(m_Sheet.Title(), u"Notes");
 }
 
 TEST_F(StepSheetTest, FreeMaterialAndPlaceholdersAreAskedFor) {
   m_Device.Library().AddMaterial(1, u"^(Tin,Lead)^ sheet");
-  ASSERT_TRUE(m_Sheet.MoveToNext());
-  ASSERT_TRUE(m_Sheet.MoveToPrevious());
-  const Text question = u"Enter the new material for: \r\nShingles";
-  for (const std::optional<Text>& nothing : {std::optional<Text>(), std::optional<Text>(u"  ")}) {
-    Prompts().QueueText(question, nothing);
-    EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
-    EXPECT_FALSE(m_Sheet.Materials()[3].ticked);
-  }
-  Prompts().QueueText(question, u"Slate; black");
-  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
+  ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Sheet.StepID()));
+  const auto tickFree = [this](const std::optional<Text>& entered) {
+    Prompts().QueueText(u"Enter the new material for: \r\nShingles", entered);
+    return Tick(3);
+  };
+  EXPECT_FALSE(tickFree(std::nullopt));
+  EXPECT_FALSE(tickFree(u"  "));
+  EXPECT_FALSE(m_Sheet.Materials()[3].ticked);
+  EXPECT_TRUE(tickFree(u"Slate; black"));
   EXPECT_EQ(Prompts().TextQuestions()[0].title, u"Other Material");
   m_Dialogs.QueueReplacement(std::nullopt);
-  EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 4, true));
+  EXPECT_FALSE(Tick(4));
   m_Dialogs.QueueReplacement(u"Lead");
-  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 4, true));
+  EXPECT_TRUE(Tick(4));
   ASSERT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles||Other:Slate, black;Lead sheet;|");
+  EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles||Other:Slate, black;Lead sheet;|");
 
   ASSERT_TRUE(m_Sheet.MoveToPrevious());
   EXPECT_EQ(m_Sheet.Materials()[4].caption, u"Lead sheet");
   EXPECT_TRUE(m_Sheet.Materials()[4].ticked);
-  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 4, false));
+  EXPECT_TRUE(Tick(4, false));
   EXPECT_EQ(m_Sheet.Materials()[4].caption, u"^(Tin,Lead)^ sheet");
-  EXPECT_TRUE(m_Sheet.TickMaterial(m_Dialogs, 3, false));
-  Prompts().QueueText(question, std::nullopt);
-  EXPECT_FALSE(m_Sheet.TickMaterial(m_Dialogs, 3, true));
+  EXPECT_TRUE(Tick(3, false));
+  EXPECT_FALSE(tickFree(std::nullopt));
   EXPECT_EQ(Prompts().TextQuestions().back().initial, u"Slate, black");
 }
 
 TEST_F(StepSheetTest, MaterialsThatCouldNotBeReadAreLeftAlone) {
   m_Device.Enter(u"20.2", "Materials = 'Copper;'");
-  m_Device.RunInLibrary("ALTER TABLE MaterialTemplate RENAME TO Gone");
-  ASSERT_TRUE(m_Sheet.MoveToNext());
-  m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO MaterialTemplate");
+  {
+    const tests::MissingTable missing(m_Device, "MaterialTemplate");
+    ASSERT_TRUE(m_Sheet.MoveToNext());
+  }
   m_Sheet.SetComments(u"Dented.");
   ASSERT_TRUE(m_Sheet.MoveToNext());
-  EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters||Copper;|Dented.");
+  EXPECT_EQ(Finding(u"20.2"), u"20.2|Gutters||Copper;|Dented.");
 }
 
 class CommentEditingTest : public StepSheetTest {
@@ -178,11 +156,16 @@ protected:
     m_Device.Library().AddCommentToStep(1, u"Steep.");
     m_Comments.ShowStep();
   }
-  // The draft again, from what was handed back.
-  Text Replayed(Text before, const std::vector<TextChange>& changes) {
-    for (const TextChange& change : changes) change.ApplyTo(before);
-    return before;
+  // What is done in the picker that opens next, and whether it is closed with OK.
+  void ExpectPicker(std::vector<std::size_t> chosen, std::optional<std::size_t> deleted = {},
+                    bool ok = true) {
+    m_Dialogs.QueuePicker([=](CommentPicker& picker) {
+      for (const std::size_t comment : chosen) picker.ToggleChoice(comment);
+      if (deleted) picker.Delete(*deleted);
+      return ok;
+    });
   }
+  const Text& Draft() { return m_Sheet.Draft().comments; }
 
   CommentEditing m_Comments{m_Sheet, m_Dialogs};
 };
@@ -190,45 +173,31 @@ protected:
 TEST_F(CommentEditingTest, PickedCommentsGoInOneAfterTheOther) {
   m_Sheet.SetComments(u"Before.");
   m_Comments.SaveSelection({7, 7});
-  m_Dialogs.QueuePicker([](CommentPicker& picker) {
-    picker.ToggleChoice(1);
-    picker.ToggleChoice(0);
-    return true;
-  });
+  ExpectPicker({1, 0});
   m_Dialogs.QueueReplacement(u"ridge");
-  const auto changes = m_Comments.OpenPicker();
-  EXPECT_EQ(m_Sheet.Draft().comments, u"Before.  Worn at ridge.  Steep.");
-  EXPECT_EQ(Replayed(u"Before.", changes), m_Sheet.Draft().comments);
-
+  Text replayed = u"Before.";
+  for (const TextChange& change : m_Comments.OpenPicker()) change.ApplyTo(replayed);
+  EXPECT_EQ(Draft(), u"Before.  Worn at ridge.  Steep.");
+  EXPECT_EQ(replayed, Draft());
   m_Device.GetWorkspace().Options().m_BlankLineBetweenComments = -1;
   EXPECT_TRUE(m_Comments.Insert(u"Next."));
-  EXPECT_EQ(m_Sheet.Draft().comments, u"Before.  Worn at ridge.  Steep.\r\n\r\nNext.");
+  EXPECT_EQ(Draft(), u"Before.  Worn at ridge.  Steep.\r\n\r\nNext.");
 }
 
-TEST_F(CommentEditingTest, CancellingInsertsNothing) {
-  m_Dialogs.QueuePicker([](CommentPicker& picker) {
-    picker.ToggleChoice(0);
-    picker.Delete(1);
-    return false;
-  });
+TEST_F(CommentEditingTest, PickerDeletesBeforeItInsertsUnlessItIsCancelled) {
+  ExpectPicker({0}, 1, false);
   EXPECT_TRUE(m_Comments.OpenPicker().empty());
   m_Dialogs.QueueReplacement(std::nullopt);
   EXPECT_FALSE(m_Comments.Insert(u"^^ is loose."));
-  EXPECT_EQ(m_Sheet.Draft().comments, u"");
-  EXPECT_EQ(m_Comments.Picklist().Comments().size(), 2u);
-}
-
-TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
-  m_Dialogs.QueuePicker([](CommentPicker& picker) {
-    picker.Delete(1);
-    picker.ToggleChoice(0);
-    return true;
-  });
+  EXPECT_EQ(Draft(), u"");
+  ExpectPicker({0}, 1);
   Prompts().Queue(u"Please confirm the deleting of these comments.", Answer::Yes);
   m_Comments.OpenPicker();
-  EXPECT_EQ(m_Sheet.Draft().comments, u"Steep.");
+  EXPECT_EQ(Draft(), u"Steep.");
   EXPECT_EQ(m_Comments.Picklist().Comments().size(), 1u);
+}
 
+TEST_F(CommentEditingTest, WhatIsSelectedBecomesAPreparedComment) {
   m_Sheet.SetComments(u"Typed words.");
   m_Comments.SaveSelection({0, 5});
   Prompts().Queue(u"Are you sure you want to add this comment to your picklist?", Answer::Yes);
@@ -237,26 +206,19 @@ TEST_F(CommentEditingTest, PickerDeletesBeforeItInserts) {
 }
 
 TEST_F(CommentEditingTest, ATickedMaterialOffersItsComments) {
-  m_Dialogs.QueuePicker([](CommentPicker& picker) {
-    EXPECT_FALSE(picker.MayDelete());
-    picker.ToggleChoice(1);
-    return true;
-  });
+  ExpectPicker({1}, 1);  // none of these can be deleted
   m_Comments.OfferMaterialComments(m_Sheet.Materials()[0].materialID);
-  EXPECT_EQ(m_Sheet.Draft().comments, u"Second comment.");
-  EXPECT_TRUE(m_Comments.OfferMaterialComments(m_Sheet.Materials()[1].materialID).empty())
-      << "without comments nothing is asked";
+  EXPECT_EQ(Draft(), u"Second comment.");
+  EXPECT_TRUE(m_Comments.OfferMaterialComments(m_Sheet.Materials()[1].materialID).empty()) << "it has none";
 }
 
 TEST_F(CommentEditingTest, CameraPicturesAreNumberedOn) {
   m_Device.GetWorkspace().Options().m_NextPictNumber = -3;
   m_Sheet.SetComments(u"See.");
-  ASSERT_TRUE(m_Comments.AddCameraPicture());
-  ASSERT_TRUE(m_Comments.AddCameraPicture());
-  EXPECT_EQ(m_Sheet.Draft().comments, u"See. ***Picture-1;Scaling=100*** ***Picture-2;Scaling=100***");
+  ASSERT_TRUE(m_Comments.AddCameraPicture() && m_Comments.AddCameraPicture());
+  EXPECT_EQ(Draft(), u"See. ***Picture-1;Scaling=100*** ***Picture-2;Scaling=100***");
   m_Device.GetWorkspace().ForgetOptions();
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
-
   m_Device.RunInLibrary(tests::NoRoomFor("UPDATE ON Options"));
   EXPECT_FALSE(m_Comments.AddCameraPicture()) << "a number must not be given twice";
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);

@@ -3,12 +3,11 @@
 #include "data/OptionFields.h"
 #include "data/StartUp.h"
 #include "device/OwnerRecord.h"
+#include "support/Lines.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
-
-using ::testing::ElementsAre;
 
 class VisitScriptTest : public tests::VisitTest {
 protected:
@@ -22,8 +21,15 @@ protected:
     EXPECT_TRUE(script) << device::ToUtf8(m_Problem);
     return script ? script->Play(Document(), m_Problem) : std::nullopt;
   }
-  std::optional<std::vector<std::uint8_t>> Owner() {
-    return Machine().registry.ReadBinary(Text(data::kOwnerKey), u"Owner");
+  bool SetUpDevice(std::string_view content) {
+    return Read(content)->SetUpDevice(m_Device.GetWorkspace(), m_Problem);
+  }
+  // The owner's name and the inspector's entry.
+  Text WhoseDevice() {
+    const auto owner = Machine().registry.ReadBinary(Text(data::kOwnerKey), u"Owner");
+    EXPECT_TRUE(owner.has_value());
+    return device::OwnerRecord::Decode(*owner).name + u"|" +
+           m_Device.GetWorkspace().Options().m_InspectorEntry;
   }
 
   tests::TemporaryFolder m_Scripts;
@@ -32,69 +38,47 @@ protected:
 
 constexpr std::string_view kVisit = R"(type = "House"
 defaults = true
-[header]
-number = "7"
-client = "Halvorsen"
-general = "Dry day."
+header = { number = "7", client = "Halvorsen", general = "Dry day." }
 [[category]]
 title = "Roof"
 not_present = true
-[[category.step]]
-number = "20.1"
-rating = "Poor"
-materials = ["Wood", "Other:Slate"]
-comments = ["One.", "Two."]
+step = [{ number = "20.1", rating = "Poor", materials = ["Wood", "Other:Slate"], comments = ["One.", "Two."] }]
 [[category]]
 title = "Checklist"
-[[category.field]]
-label = "Stove off"
-value = "Yes"
+field = [{ label = "Stove off", value = "Yes" }]
 )";
 
 TEST_F(VisitScriptTest, PlaysIntoTheUntouchedInspectionElseIntoANewOne) {
-  EXPECT_EQ(Play(kVisit), 1000);
-  const std::vector<Text> expected = {u"15 Attic (Complete)",
-                                      u"20 Roof (Not Present)",
-                                      u"  20.1|Shingles|Poor|Wood;Other:Slate;|One.  Two.",
-                                      u"  20.2|Gutters|Good|Copper;|",
-                                      u"  20.3|Notes|||",
-                                      u"30 Safety (Incomplete)",
-                                      u"9 Cellar (Incomplete)",
-                                      u"  9.1|Sump|||",
-                                      u"99 Checklist (Complete)",
-                                      u"  Stove off=Yes",
-                                      u"  Doors locked="};
-  EXPECT_EQ(m_Device.Outline(1000), expected);
-  EXPECT_EQ(Document().Inspection().m_ClientName, u"Halvorsen");
-  EXPECT_EQ(Document().Inspection().m_GeneralInformation, u"Dry day.  Seen from the ground.  Built in 1968.");
-  EXPECT_EQ(Play(kVisit), 1001);
-  EXPECT_EQ(m_Device.Outline(1001), expected);
+  for (const std::int32_t key : {1000, 1001}) {
+    EXPECT_EQ(Play(kVisit), key);
+    EXPECT_EQ(tests::Joined(m_Device.Outline(key), u"\n"),
+              u"15 Attic (Complete)\n20 Roof (Not Present)\n"
+              u"  20.1|Shingles|Poor|Wood;Other:Slate;|One.  Two.\n  20.2|Gutters|Good|Copper;|\n"
+              u"  20.3|Notes|||\n30 Safety (Incomplete)\n9 Cellar (Incomplete)\n  9.1|Sump|||\n"
+              u"99 Checklist (Complete)\n  Stove off=Yes\n  Doors locked=");
+    EXPECT_EQ(Document().Inspection().m_ClientName + Document().Inspection().m_GeneralInformation,
+              u"HalvorsenDry day.  Seen from the ground.  Built in 1968.");
+  }
 }
 
 TEST_F(VisitScriptTest, RefusesWhatTheLibraryDoesNotOfferAndLeavesNothing) {
   const Text counts = m_Device.RowCounts();
-  struct Case {
-    std::string_view script;
-    TextView names;
+  const auto category = [](const std::string& title, const std::string& content) {
+    return "[[category]]\ntitle = \"" + title + "\"\n" + content;
   };
-  for (const auto& [script, names] : std::initializer_list<Case>{
-           {"type = \"House\"\n[header]\ncolour = \"red\"", u"colour"},
-           {"type = \"House\"\n[header]\ndate = \"soon\"", u"date"},
-           {"type = \"House\"\n[[category]]\ntitle = \"Pool\"", u"Pool"},
-           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.9\"",
-            u"20.9"},
-           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = \"20.1\"\nrating "
-            "= \"Superb\"",
-            u"Superb"},
-           {"type = \"House\"\n[[category]]\ntitle = \"Roof\"\n[[category.step]]\nnumber = "
-            "\"20.2\"\nmaterials = [\"Gold\"]",
-            u"Gold"},
-           {"type = \"House\"\n[[category]]\ntitle = \"Checklist\"\n[[category.field]]\nlabel = \"Cat fed\"",
-            u"Cat fed"}}) {
+  for (const auto& [script, name] : std::vector<std::pair<std::string, Text>>{
+           {"[header]\ncolour = \"red\"", u"colour"},
+           {"[header]\ndate = \"soon\"", u"date"},
+           {category("Pool", ""), u"Pool"},
+           {category("Roof", "[[category.step]]\nnumber = \"20.9\""), u"20.9"},
+           {category("Roof", "[[category.step]]\nnumber = \"20.1\"\nrating = \"Superb\""), u"Superb"},
+           {category("Roof", "[[category.step]]\nnumber = \"20.2\"\nmaterials = [\"Gold\"]"), u"Gold"},
+           {category("Checklist", "[[category.field]]\nlabel = \"Cat fed\""), u"Cat fed"}}) {
+    SCOPED_TRACE(script);
     m_Problem.clear();
-    EXPECT_EQ(Play(script), std::nullopt) << script;
-    EXPECT_TRUE(device::Contains(m_Problem, names)) << device::ToUtf8(m_Problem);
-    EXPECT_EQ(m_Device.RowCounts(), counts) << script;
+    EXPECT_EQ(Play("type = \"House\"\n" + script), std::nullopt);
+    EXPECT_TRUE(device::Contains(m_Problem, name)) << device::ToUtf8(m_Problem);
+    EXPECT_EQ(m_Device.RowCounts(), counts);
     EXPECT_EQ(Document().Inspection().m_DocType, u"") << "the document does not hold what was rolled back";
   }
   EXPECT_EQ(Read("type = "), nullptr);
@@ -103,29 +87,18 @@ TEST_F(VisitScriptTest, RefusesWhatTheLibraryDoesNotOfferAndLeavesNothing) {
 }
 
 TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
-  const auto script = Read(
-      "[owner]\nname = \"Marguerite\"\n[options]\nInspectorEntry = \"Marguerite; 4417\"\nNextPictNumber = "
-      "15\n"
-      "HideRatings = true");
-  ASSERT_TRUE(script);
-  const auto entry = [this] {
-    return *data::OptionText(m_Device.GetWorkspace().Options(), u"InspectorEntry");
-  };
   EXPECT_TRUE(IsUnused(Data()));
-  EXPECT_TRUE(script->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
+  EXPECT_TRUE(
+      SetUpDevice("[owner]\nname = \"Marguerite\"\n[options]\nInspectorEntry = \"M; 4417\"\n"
+                  "NextPictNumber = 15\nHideRatings = true"));
   m_Device.Open();
-  EXPECT_EQ(entry(), u"Marguerite; 4417");
+  EXPECT_EQ(WhoseDevice(), u"Marguerite|M; 4417");
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 15);
   EXPECT_NE(m_Device.GetWorkspace().Options().m_HideRatings, 0);
-  ASSERT_TRUE(Owner().has_value());
-  EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
-
-  const auto other = Read("[owner]\nname = \"Someone\"\n[options]\nInspectorEntry = \"Someone\"");
-  EXPECT_TRUE(other->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
-  EXPECT_EQ(entry(), u"Marguerite; 4417");
-  EXPECT_EQ(device::OwnerRecord::Decode(*Owner()).name, u"Marguerite");
+  EXPECT_TRUE(SetUpDevice("[owner]\nname = \"Someone\"\n[options]\nInspectorEntry = \"Someone\""));
+  EXPECT_EQ(WhoseDevice(), u"Marguerite|M; 4417");
   m_Device.GetWorkspace().Options().m_InspectorEntry.clear();
-  EXPECT_FALSE(Read("[options]\nColour = 1")->SetUpDevice(m_Device.GetWorkspace(), m_Problem));
+  EXPECT_FALSE(SetUpDevice("[options]\nColour = 1"));
   EXPECT_TRUE(device::Contains(m_Problem, u"Colour"));
 
   Document().Inspection().m_PrivateNotes = u"Ask about the roof.";
@@ -134,14 +107,13 @@ TEST_F(VisitScriptTest, SetsUpOnlyADeviceThatNobodyHasSetUp) {
 }
 
 TEST_F(VisitScriptTest, CopiesFilesOnceAndWhole) {
-  m_Scripts.Put("house.jpg", std::string(200'000, 'x'));
+  const std::string whole(200'000, 'x');
   const auto script = Read("[[file]]\nfrom = \"house.jpg\"\nto = \"\\\\Storage Card\\\\House.jpg\"");
-  EXPECT_TRUE(script->CopyFiles(Machine(), m_Problem));
-  EXPECT_EQ(tests::ContentOf(m_Device.Root() / "Storage Card/House.jpg"), std::string(200'000, 'x'));
-  m_Scripts.Put("house.jpg", "other");
-  EXPECT_TRUE(script->CopyFiles(Machine(), m_Problem));
-  EXPECT_EQ(tests::ContentOf(m_Device.Root() / "Storage Card/House.jpg").size(), 200'000U)
-      << "never replaced";
+  for (const std::string& content : {whole, std::string("other")}) {
+    m_Scripts.Put("house.jpg", content);
+    EXPECT_TRUE(script->CopyFiles(Machine(), m_Problem));
+    EXPECT_EQ(tests::ContentOf(m_Device.Root() / "Storage Card/House.jpg"), whole) << "never replaced";
+  }
   EXPECT_FALSE(Read("[[file]]\nfrom = \"none.jpg\"\nto = \"\\\\None.jpg\"")->CopyFiles(Machine(), m_Problem));
   EXPECT_FALSE(std::filesystem::exists(m_Device.Root() / "None.jpg"));
 }

@@ -2,13 +2,9 @@
 // last second of typing gone, and the next start where the person was.
 //
 //   inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
+#include <memory>
 #include <set>
-#include <sstream>
-#include <thread>
 
 #include "kill/Tablet.h"
 
@@ -16,7 +12,7 @@ namespace inspector::tests {
 namespace {
 
 constexpr long kMayBeLost = 1000;  // milliseconds
-constexpr Duration kLongest = std::chrono::milliseconds(2400);
+constexpr Tablet::Duration kLongest = std::chrono::milliseconds(2400);
 constexpr int kTablets = 5;  // at the same time: most of it is waiting
 
 struct Deed {
@@ -41,17 +37,16 @@ public:
   }
 
   void Kill() {
-    const Duration after(static_cast<long>(m_Tablet.Fraction() * static_cast<double>(kLongest.count())));
-    const Ending ending = m_Tablet.RunAndKill({std::to_string(m_Tablet.Random(1'000'000))}, after, m_Typist);
+    const Tablet::Duration after(
+        static_cast<long>(m_Tablet.Fraction() * static_cast<double>(kLongest.count())));
+    const Tablet::Ending ending =
+        m_Tablet.RunAndKill({std::to_string(m_Tablet.Random(1'000'000))}, after, m_Typist);
     m_Tablet.Expect(ending.killed, "the program ended by itself");
     m_Tablet.CheckDatabases();
     const std::vector<Deed> deeds = Deeds(ending.out);
-    CheckStart(deeds);
+    if (!deeds.empty()) CheckStart(deeds.front());
     CheckComments(deeds);
-    if (deeds.empty()) return;
     FollowPlace(deeds);
-    m_Letters += static_cast<int>(
-        std::count_if(deeds.begin(), deeds.end(), [](const Deed& deed) { return deed.kind == 't'; }));
   }
   int Letters() const { return m_Letters; }
   int Returns() const { return m_Returns; }
@@ -59,17 +54,13 @@ public:
 private:
   using Place = std::pair<int, int>;
 
-  void CheckStart(const std::vector<Deed>& deeds) {
-    if (deeds.empty()) return;
-    if (deeds.front().kind != 's')
-      return m_Tablet.Expect(m_Places.count({0, 0}) > 0, "it did not say where it was");
-    const Place place(deeds.front().first, deeds.front().second);
-    std::string expected;
-    for (const auto& [category, step] : m_Places)
-      expected += " " + std::to_string(category) + "/" + std::to_string(step);
-    m_Tablet.Expect(m_Places.count(place) > 0, "it started at " + std::to_string(place.first) + "/" +
-                                                   std::to_string(place.second) + " instead of" + expected);
-    ++m_Returns;
+  void CheckStart(const Deed& first) {
+    const bool isTold = first.kind == 's';
+    const Place place = isTold ? Place(first.first, first.second) : Place();
+    m_Tablet.Expect(m_Places.contains(place), "it did not start where the person was, but at " +
+                                                  std::to_string(place.first) + "/" +
+                                                  std::to_string(place.second));
+    m_Returns += isTold;
   }
 
   // Of what the person typed everything is there that is older than a second, and nothing else.
@@ -78,6 +69,7 @@ private:
     std::map<int, std::string> sure = m_Comments;
     for (const Deed& deed : deeds) {
       if (deed.kind != 't') continue;
+      ++m_Letters;
       typed[deed.first] += static_cast<char>(deed.second);
       if (deed.at <= deeds.back().at - kMayBeLost) sure[deed.first] = typed[deed.first];
     }
@@ -91,8 +83,7 @@ private:
     for (const auto& [key, text] : typed) {
       const std::string& stored = m_Comments[key];
       m_Tablet.Expect(stored.starts_with(sure[key]) && text.starts_with(stored),
-                      "step " + std::to_string(key) + " holds \"" + stored + "\" of \"" + text +
-                          "\", at least expected: \"" + sure[key] + "\"");
+                      "it holds \"" + stored + "\" of \"" + text + "\", at least expected: " + sure[key]);
     }
     m_Tablet.Expect(m_Comments.size() == typed.size(), "a comment that nobody typed");
   }
@@ -114,44 +105,32 @@ private:
   int m_Returns = 0;
 };
 
-int Main(const std::string& typist, const std::string& commands, int kills, unsigned seed) {
-  std::string pattern = std::filesystem::temp_directory_path() / "inspector-kill-XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) return 1;
-  std::printf("Seed %u\n", seed);
-  std::fflush(stdout);
-  std::vector<std::thread> hands;
-  int letters[kTablets] = {};
-  int returns[kTablets] = {};
-  for (unsigned n = 0; n < kTablets; ++n)
-    hands.emplace_back([&, n] {
-      Typing typing(typist, commands, std::filesystem::path(pattern) / std::to_string(n), seed + n);
-      for (int kill = 0; kill < kills / kTablets; ++kill) typing.Kill();
-      letters[n] = typing.Letters();
-      returns[n] = typing.Returns();
-    });
-  int allLetters = 0;
-  int allReturns = 0;
-  for (int n = 0; n < kTablets; ++n) {
-    hands[static_cast<std::size_t>(n)].join();
-    allLetters += letters[n];
-    allReturns += returns[n];
-  }
-  std::printf("%d kills, %d letters typed, %d starts where the person was.\n", kills / kTablets * kTablets,
-              allLetters, allReturns);
-  std::filesystem::remove_all(pattern);
-  // Otherwise nothing was tested.
-  return allLetters > 5 * kills && allReturns > kills / 4 ? 0 : 1;
-}
-
 }  // namespace
 }  // namespace inspector::tests
 
 int main(int count, char** words) {
-  if (count < 3) {
-    std::fprintf(stderr, "Usage: inspector_screen_kill TYPIST COMMANDS [KILLS [SEED]]\n");
-    return 2;
+  using inspector::tests::Typing;
+  const inspector::tests::KillRun run(count, words, 2);
+  std::vector<std::unique_ptr<Typing>> typings;
+  for (unsigned n = 0; n < inspector::tests::kTablets; ++n)
+    typings.push_back(std::make_unique<Typing>(run.programs[0], run.programs[1],
+                                               run.folder / std::to_string(n), run.seed + n));
+  std::printf("Seed %u\n", run.seed);
+  std::fflush(stdout);
+  std::vector<std::thread> hands;
+  for (const auto& typing : typings)
+    hands.emplace_back([&] {
+      for (int kill = 0; kill < run.kills / inspector::tests::kTablets; ++kill) typing->Kill();
+    });
+  int letters = 0;
+  int returns = 0;
+  for (std::size_t n = 0; n < hands.size(); ++n) {
+    hands[n].join();
+    letters += typings[n]->Letters();
+    returns += typings[n]->Returns();
   }
-  const int kills = count > 3 ? std::atoi(words[3]) : 200;
-  const unsigned seed = count > 4 ? static_cast<unsigned>(std::atoi(words[4])) : std::random_device()();
-  return inspector::tests::Main(words[1], words[2], kills, seed);
+  std::printf("%d kills, %d letters typed, %d starts where the person was.\n", run.kills, letters, returns);
+  std::filesystem::remove_all(run.folder);
+  // Otherwise nothing was tested.
+  return letters > 5 * run.kills && returns > run.kills / 4 ? 0 : 1;
 }

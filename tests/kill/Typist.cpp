@@ -60,9 +60,9 @@ private:
       return ActOn(*steps);
     if (auto* categories = dynamic_cast<editing::ui::CCategoryView*>(m_Frame->CurrentScreen()))
       return ActOn(*categories);
-    if (auto* list = m_Frame->CurrentScreen()->findChild<QTableView*>(QStringLiteral("inspectionList"))) {
-      auto& rows = *static_cast<device::ui::ListView*>(list);
-      rows.SelectRow(rows.Model().rowCount() - 1);
+    if (auto* rows =
+            m_Frame->CurrentScreen()->findChild<device::ui::ListView*>(QStringLiteral("inspectionList"))) {
+      rows->SelectRow(rows->Model().rowCount() - 1);
       m_Frame->findChild<QAction*>(QStringLiteral("open"))->trigger();
     }
     m_Frame->Bring(m_Frame->Visit().Categories());
@@ -89,12 +89,8 @@ private:
     Tell(QStringLiteral("p %1 0").arg(m_Frame->Visit().Place().categoryID));
   }
   void ActOn(editing::ui::CStepListView& steps) {
-    if (Chance(30) || steps.Rows().Model().rowCount() == 0)
-      GoBack();
-    else
-      Open(steps.Rows(), editing::StepList::kComments);
-  }
-  void GoBack() {
+    if (!Chance(30) && steps.Rows().Model().rowCount() > 0)
+      return Open(steps.Rows(), editing::StepList::kComments);
     m_Frame->GoBack();
     Tell(QStringLiteral("p 0 0"));  // the list of categories
   }
