@@ -156,6 +156,7 @@ void CMainFrame::AddScreen(Screen& screen) {
   screen.onStored = [this](bool stored) {
     const bool isNews = stored == m_IsNotStored;
     m_IsNotStored = !stored;
+    if (isNews && stored) m_Told.clear();
     if (isNews) ShowMessage();
   };
   m_Stack->addWidget(&screen);
@@ -403,6 +404,7 @@ bool CMainFrame::MayLeave() {
     return false;
   CurrentScreen()->Discard();
   m_IsNotStored = false;
+  m_Told.clear();  // that it stays there until it is stored
   ShowMessage();
   return true;
 }
@@ -598,8 +600,10 @@ void CMainFrame::OpenOptions() {
 void CMainFrame::RepairCounters() {
   if (!IsStored()) return;
   data::Databases& databases = m_Document.GetWorkspace().GetDatabases();
+  const int faultsBefore = m_Machine.faults.Count();
   device::Text faults;
   for (const device::Text& fault : data::FindCounterFaults(databases)) faults += fault + u"\n";
+  if (m_Machine.faults.Count() > faultsBefore) return;  // unread is not right
   if (faults.empty())
     return device::Alert(m_Machine.prompts, u"The counters that new keys come from are right.");
   const device::Text question = device::Format(

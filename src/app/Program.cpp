@@ -7,6 +7,7 @@
 #include "app/MainFrame.h"
 #include "data/StartUp.h"
 #include "device/DefaultHome.h"
+#include "device/ui/QtProgressWindow.h"
 #include "device/ui/Theme.h"
 
 namespace inspector::app {
@@ -35,6 +36,7 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
     // The upgrade lets signals in while nothing runs yet that could be left.
     settings.signals->onEnd = [&mustEnd] {
       mustEnd = true;
+      device::ui::QtProgressWindow::CancelAll();
       QApplication::exit(1);
     };
     settings.signals->Listen();

@@ -28,23 +28,21 @@ public:
 
   // The pages for viewing name each other by their places on the device, which lead nowhere else: in the copy
   // they find each other. Empty when there is no room.
-  std::filesystem::path Make(const std::filesystem::path& pages) {
+  std::filesystem::path Make(const device::Machine& machine, const std::filesystem::path& pages) {
     if (!m_Folder.isValid()) return {};
     const std::filesystem::path folder = QFile::encodeName(m_Folder.path()).toStdString();
+    std::vector<std::string> names = {device::ToUtf8(reports::kInspectionPage),
+                                      device::ToUtf8(reports::kContentsPage)};
+    const reports::PageRecord record(machine, pages);
+    for (const auto& [name, picture] : record.Pictures()) names.push_back(name);
     std::error_code error;
-    std::filesystem::directory_iterator entry(pages, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-      const std::string name = entry->path().filename().string();
-      if (name == device::ToUtf8(reports::kFramesPage) ||
-          !(name.ends_with(".htm") || name.starts_with("picture")) || !entry->is_regular_file(error))
-        continue;
-      if (!std::filesystem::copy_file(entry->path(), folder / name, error)) return {};
-    }
+    for (const std::string& name : names)
+      if (!std::filesystem::copy_file(pages / name, folder / name, error)) return {};
     QFile index(m_Folder.filePath(device::ui::ToQString(reports::kFramesPage)));
     const std::string frames = device::ToUtf8(reports::HtmlReport::FramesPage({}));
     const bool isWritten =
         index.open(QIODevice::WriteOnly) && index.write(frames.c_str()) > 0 && index.flush();
-    return !error && isWritten ? folder / reports::kFramesPage : std::filesystem::path();
+    return isWritten ? folder / reports::kFramesPage : std::filesystem::path();
   }
 
 private:
@@ -117,7 +115,8 @@ Text WriteReport(inspection::CInspectorDoc& document, QWidget& window, const Ope
   if (box.clickedButton() == openButton) {
     wanted = outcome.file;
     if (isFolder) wanted /= reports::kFramesPage;
-    if (form.Kind().Used().ownFolder) wanted = (new CopyOfPages(&window))->Make(outcome.file);
+    if (form.Kind().Used().ownFolder)
+      wanted = (new CopyOfPages(&window))->Make(workspace.GetMachine(), outcome.file);
     if (wanted.empty())
       device::ShowError(
           workspace.GetPrompts(),

@@ -118,8 +118,8 @@ bool TakeRating(Session& session, const Input& input, reports::ReportChoices& ch
     if (rating == choices.rating) return true;
     known.push_back(device::ToUtf8(rating));
   }
-  session.Fail(
-      device::Phrase(u"The library has no rating \"%s\". It must be %s.", choices.rating, Listed(known)));
+  session.Fail(device::Phrase(u"Neither the library nor the visit has a rating \"%s\". It must be %s.",
+                              choices.rating, Listed(known)));
   return false;
 }
 

@@ -15,7 +15,7 @@ namespace inspector::data {
 // get a key that is taken. Tables that are missing are passed over, and nothing is altered.
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
 
-// Only those of the counters, in both databases.
+// Only those of the counters, in both databases. What cannot be read is reported and has none.
 std::vector<Text> FindCounterFaults(Databases& databases);
 
 // Sets each wrong counter to the highest key that is in use, at least to the one before the first. What was

@@ -93,7 +93,7 @@ Text ReadDataVersion(Databases& databases) {
 }
 
 Text KeepCopy(Connection& connection, device::Files& files, const std::string& suffix,
-              std::filesystem::path* copy) {
+              std::filesystem::path* copy, device::ProgressWindow* progress) {
   const std::filesystem::path& file = connection.File();
   const std::filesystem::path journal = file.string() + "-wal";
   std::error_code noJournal;
@@ -117,6 +117,7 @@ Text KeepCopy(Connection& connection, device::Files& files, const std::string& s
   for (std::int64_t at = 0; written; at += count) {
     count = connection.ReadFile(at, block.data(), static_cast<int>(block.size()));
     if (count <= 0) break;
+    if (progress && progress->Cancelled()) return u"The copy was cancelled.";
     written = output->Write(std::string_view(block.data(), static_cast<std::size_t>(count)));
   }
   if (count < 0) {
@@ -135,6 +136,32 @@ Text KeepCopy(Connection& connection, device::Files& files, const std::string& s
   return {};
 }
 
+namespace {
+
+// What takes long in an upgrade, and can be stopped: then nothing has happened.
+UpgradeResult KeepBoth(Workspace& workspace) {
+  const device::Machine& machine = workspace.GetMachine();
+  std::vector<std::filesystem::path> copies;
+  auto progress = machine.prompts.OpenProgress(u"Keeping a copy...", true);
+  for (Connection* connection :
+       {&workspace.GetDatabases().Template(), &workspace.GetDatabases().Inspection()}) {
+    progress->SetStatus(device::FromUtf8(connection->File().filename().string()));
+    const Text problem =
+        KeepCopy(*connection, machine.files, kBeforeUpgrade, &copies.emplace_back(), progress.get());
+    if (problem.empty()) continue;
+    const bool isCancelled = progress->Cancelled();
+    progress.reset();  // before a box asks for a tap
+    if (!isCancelled) return Say(workspace, problem);
+    for (const std::filesystem::path& copy : copies)
+      if (!copy.empty()) machine.files.Remove(copy);
+    device::Alert(machine.prompts, u"Cancelled. Nothing was changed.");
+    return UpgradeResult::Refused;
+  }
+  return UpgradeResult::Sound;
+}
+
+}  // namespace
+
 UpgradeResult UpgradeStructure(Workspace& workspace) {
   Databases& databases = workspace.GetDatabases();
   const device::Machine& machine = workspace.GetMachine();
@@ -144,20 +171,10 @@ UpgradeResult UpgradeStructure(Workspace& workspace) {
   if (IsCurrent(version)) return UpgradeResult::Sound;
   if (!device::ConfirmUpdate(machine.prompts, Text(kQuestion))) return UpgradeResult::Refused;
 
-  for (Connection* connection : {&databases.Template(), &databases.Inspection()})
-    if (const Text problem = KeepCopy(*connection, machine.files, kBeforeUpgrade); !problem.empty())
-      return Say(workspace, problem);
-
-  const auto progress = machine.prompts.OpenProgress(u"Updating Structure...", true);
+  if (const UpgradeResult kept = KeepBoth(workspace); kept != UpgradeResult::Sound) return kept;
+  const auto progress = machine.prompts.OpenProgress(u"Updating Structure...", false);
   progress->SetRange(0, static_cast<int>(TablesInOrder().size()));
   for (const MakeTable& make : TablesInOrder()) {
-    if (progress->Cancelled()) {
-      device::Alert(
-          machine.prompts,
-          u"The update was stopped. Your data files are whole; the update goes on where it stopped when "
-          u"Inspector is started the next time.");
-      return UpgradeResult::Refused;
-    }
     const auto table = make(databases);
     progress->SetStatus(Format(u"Checking %s...", table->TableName()));
     if (table->CheckStructure(machine.prompts) == TableRecordset::StructureResult::Fatal)

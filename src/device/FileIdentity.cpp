@@ -5,15 +5,24 @@
 
 #include <system_error>
 
+#include "device/Text.h"
+
 namespace inspector::device {
 
 std::filesystem::path WholePath(const std::filesystem::path& path) {
   std::error_code error;
   const std::filesystem::path named =
       path.has_filename() || !path.has_relative_path() ? path : path.parent_path();
-  std::filesystem::path whole =
-      std::filesystem::weakly_canonical(std::filesystem::absolute(named, error), error);
+  const std::filesystem::path absolute = std::filesystem::absolute(named, error);
+  if (error) return named;
+  std::filesystem::path whole = std::filesystem::weakly_canonical(absolute, error);
   return error ? named : whole;
+}
+
+bool IsSamePlace(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code notThere;
+  return std::filesystem::equivalent(one, other, notThere) ||
+         EqualIgnoringCase(FromUtf8(WholePath(one).native()), FromUtf8(WholePath(other).native()));
 }
 
 std::string IdentityOf(const std::filesystem::path& file) {

@@ -2,10 +2,17 @@
 
 #include <algorithm>
 
+#include "editing/PictureTags.h"
+#include "editing/Placeholders.h"
+
 namespace inspector::editing {
 
 bool HasWords(TextView text) {
   return text.find_first_not_of(u" \r\n\t") != TextView::npos;
+}
+
+bool HasGapInComment(TextView text) {
+  return text.find(u'^') != TextView::npos && HasUnfilledGap(StripTags(text));
 }
 
 TextChange InsertComment(TextView text, const TextSelection& selection, TextView comment,

@@ -12,6 +12,9 @@ using device::TextView;
 // Anything but blanks, tabs and line ends.
 bool HasWords(TextView text);
 
+// A gap that nobody has filled, outside of picture tags.
+bool HasGapInComment(TextView text);
+
 // Positions in code units. A caret is a selection whose ends meet; a fresh one stands at the beginning.
 struct TextSelection {
   std::size_t begin = 0;

@@ -63,6 +63,22 @@ Text LossOfMaterials(TextView lost) {
   return device::Format(u"No longer among the materials of this step, so taken out: %s", lost);
 }
 
+bool MaterialOffers::HasAny(std::int32_t stepTemplateID) {
+  const auto known = m_Known.find(stepTemplateID);
+  if (known != m_Known.end()) return known->second;
+  data::MaterialTemplateTable materials(*m_Databases);
+  materials.OpenSQL(device::Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder",
+                                   stepTemplateID));
+  if (materials.Failed()) return false;
+  return m_Known.emplace(stepTemplateID, materials.RecordCount() > 0).first->second;
+}
+
+bool HasGapInMaterials(TextView stored) {
+  if (stored.find(u'^') == TextView::npos) return false;
+  const std::vector<Text> materials = device::Split(stored, u';');
+  return std::any_of(materials.begin(), materials.end(), HasUnfilledGap);
+}
+
 Text MaterialsForDisplay(TextView stored) {
   if (stored.ends_with(u';')) stored.remove_suffix(1);
   if (stored.starts_with(kFree)) stored.remove_prefix(kFree.size());

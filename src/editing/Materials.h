@@ -4,6 +4,7 @@
 // inspector's words and ";".
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "data/Databases.h"
@@ -21,6 +22,20 @@ Text LossOfMaterials(TextView lost);
 
 // For reading: without the final ";" and without the "Other:" markers. ";" stands between materials.
 Text MaterialsForDisplay(TextView stored);
+
+// Which steps have materials to tick; each template is looked up once.
+class MaterialOffers {
+public:
+  explicit MaterialOffers(data::Databases& databases) : m_Databases(&databases) {}
+  bool HasAny(std::int32_t stepTemplateID);
+
+private:
+  data::Databases* m_Databases;
+  std::map<std::int32_t, bool> m_Known;
+};
+
+// A gap that nobody has filled in one of the materials.
+bool HasGapInMaterials(TextView stored);
 
 struct MaterialBox {
   std::int32_t materialID = 0;

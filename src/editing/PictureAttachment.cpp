@@ -18,8 +18,9 @@ const Text kOff = u"no";
 
 constexpr std::size_t kLongestStem = 60;
 
-// "=" would make "Path=" possible, ":" and "\" a drive; the others are no part of a name somewhere.
-constexpr TextView kForbidden = u";*=:\\/\"<>|?";
+// "=" would make "Path=" possible, ":" and "\" a drive, "^" a gap; the others are no part of a name
+// somewhere.
+constexpr TextView kForbidden = u";*=^:\\/\"<>|?";
 
 // Also the blanks and line ends that a text field or a report may write otherwise.
 bool IsControlOrSpace(char16_t unit) {

@@ -73,7 +73,7 @@ std::optional<Text> FillPlaceholders(data::Databases& databases, SheetDialogs& d
 bool IsFilledFrom(TextView filled, TextView prepared, bool withWords) {
   // Where the words of the next gap end at the earliest; npos for none where some are needed.
   const auto leastOf = [withWords](TextView rest) {
-    const std::size_t word = withWords ? rest.find_first_not_of(u' ') : 0;
+    const std::size_t word = withWords ? rest.find_first_not_of(u" \t\r\n") : 0;
     return withWords && word != TextView::npos ? word + 1 : word;
   };
   std::optional<Placeholder> gap = FindPlaceholder(prepared);

@@ -82,8 +82,7 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
     return static_cast<std::size_t>(found - boxes.Boxes().begin());
   };
   Text entered = device::StripLeadingControls(material);
-  if (!HasWords(entered) || entered.find(u';') != Text::npos || FindPlaceholder(entered))
-    return Result::NotOffered;
+  if (!HasWords(entered) || HasUnfilledGap(entered)) return Result::NotOffered;
   std::optional<std::size_t> box =
       find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
   const auto isFilled = [&](const MaterialBox& each) {
@@ -93,6 +92,8 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
                                   [&](TextView marker) { return entered.starts_with(marker); });
   if (box) {
     boxes.Tick(*box, true);
+  } else if (entered.find(u';') != Text::npos) {
+    return Result::NotOffered;
   } else if (!isFree && (box = find(isFilled))) {
     boxes.TickFilled(*box, entered);
   } else {

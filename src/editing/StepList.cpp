@@ -9,7 +9,6 @@
 #include "editing/CommentText.h"
 #include "editing/Completeness.h"
 #include "editing/Defaults.h"
-#include "editing/Placeholders.h"
 #include "editing/RatingDropDown.h"
 #include "editing/RowFilter.h"
 #include "editing/StepDuplication.h"
@@ -38,7 +37,8 @@ StepList::StepList(inspection::CInspectorDoc& document, EditingDialogs& dialogs)
     : m_Document(document),
       m_Dialogs(dialogs),
       m_Databases(document.GetWorkspace().GetDatabases()),
-      m_List(m_Databases) {}
+      m_List(m_Databases),
+      m_Offers(m_Databases) {}
 
 std::vector<device::ListColumn> StepList::Columns() {
   // The status columns are as narrow as a finger, so that the words of a step have room beside them.
@@ -58,7 +58,7 @@ Text StepList::Caption() const {
 bool StepList::Show() {
   m_Document.FinishDocTypeChange();
   m_Choices.clear();
-  m_OffersMaterials.clear();
+  m_Offers = MaterialOffers(m_Databases);
   const auto waiting = m_Document.GetWorkspace().GetPrompts().ShowWaiting();
   const bool opened = OpenCategory(m_Databases, m_Document.Categories());
   m_Document.LoadCategories();  // without steps it is complete now
@@ -84,16 +84,6 @@ void StepList::FilterRows() {
 
 bool StepList::Read(int row) {
   return row >= 0 && row < RowCount() && m_List.GetRecord(m_Shown[static_cast<std::size_t>(row)]);
-}
-
-bool StepList::HasMaterials(std::int32_t stepTemplateID) {
-  const auto known = m_OffersMaterials.find(stepTemplateID);
-  if (known != m_OffersMaterials.end()) return known->second;
-  data::MaterialTemplateTable materials(m_Databases);
-  materials.OpenSQL(
-      Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder", stepTemplateID));
-  if (materials.Failed()) return false;
-  return m_OffersMaterials.emplace(stepTemplateID, materials.RecordCount() > 0).first->second;
 }
 
 const std::vector<RatingChoice>* StepList::Choices(const Text& ratingType) {
@@ -122,12 +112,12 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
                     ? Format(u"%s. %s", m_List.m_StepNumber, m_List.m_StepTitle)
                     : m_List.m_StepTitle;
   shown.rating = m_List.m_InspectResult;
-  shown.hasMaterials = HasMaterials(m_List.m_StepTemplateID);
+  shown.hasMaterials = m_Offers.HasAny(m_List.m_StepTemplateID);
   shown.materials =
       m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
-  shown.gapInMaterials = HasUnfilledGap(m_List.m_Materials);
+  shown.gapInMaterials = shown.hasMaterials && HasGapInMaterials(m_List.m_Materials);
   shown.comments = Done(!m_List.m_Comments.empty());
-  shown.gapInComments = HasUnfilledGap(m_List.m_Comments);
+  shown.gapInComments = HasGapInComment(m_List.m_Comments);
   shown.picture = Done(!m_List.m_BitmapPath.empty());
   shown.lacksPicture = m_Pictures->IsLackedBy(m_List);
   shown.hasInfo = m_List.m_StepInfoExists != 0;

@@ -8,6 +8,7 @@
 #include "device/RowSource.h"
 #include "device/WordFilter.h"
 #include "editing/EditingDialogs.h"
+#include "editing/Materials.h"
 #include "editing/MissingPictures.h"
 #include "editing/Ratings.h"
 #include "inspection/InspectorDoc.h"
@@ -79,7 +80,6 @@ private:
   void Refill();
   void FilterRows();
   bool Read(int row);
-  bool HasMaterials(std::int32_t stepTemplateID);
   const std::vector<RatingChoice>* Choices(const Text& ratingType);  // none when they cannot be read
   Attention AttentionFor(const data::StepTable& step);
   bool OpenColumn(int row, int column);
@@ -93,7 +93,7 @@ private:
   device::WordFilter m_Filter;
   std::optional<MissingPictures> m_Pictures;            // as they were when the steps were read
   std::map<Text, std::vector<RatingChoice>> m_Choices;  // by rating type, since the last Show
-  std::map<std::int32_t, bool> m_OffersMaterials;       // by step template, since the last Show
+  MaterialOffers m_Offers;                              // as it is since the last Show
 };
 
 }  // namespace inspector::editing

@@ -8,7 +8,6 @@
 #include "editing/CategoryOpening.h"
 #include "editing/CommentText.h"
 #include "editing/Completeness.h"
-#include "editing/Placeholders.h"
 
 namespace inspector::editing {
 namespace {
@@ -18,10 +17,6 @@ using device::Format;
 // What sorts before a blank counts as empty.
 bool IsEmpty(const Text& text) {
   return text < u" ";
-}
-
-bool HasGap(const data::StepTable& step) {
-  return HasUnfilledGap(step.m_Comments) || HasUnfilledGap(step.m_Materials);
 }
 
 }  // namespace
@@ -44,7 +39,7 @@ Text UnfinishedStep::Reasons() const {
 }
 
 Unfinished::Unfinished(data::Workspace& workspace, std::int32_t inspectionID)
-    : m_Workspace(workspace), m_InspectionID(inspectionID) {}
+    : m_Workspace(workspace), m_InspectionID(inspectionID), m_Offers(workspace.GetDatabases()) {}
 
 bool Unfinished::ReadChoices() {
   data::Databases& databases = m_Workspace.GetDatabases();
@@ -149,6 +144,12 @@ bool Unfinished::CountIn(const data::CategoryTable& category, Left& left) {
     if (rated.GetRecord(row) && (NeedsComment(rated) || HasGap(rated) || m_Pictures->IsLackedBy(rated)))
       ++left.steps;
   return !rated.Failed();
+}
+
+// What stands among the materials of a step that offers none cannot be changed any more.
+bool Unfinished::HasGap(const data::StepTable& step) {
+  return HasGapInComment(step.m_Comments) ||
+         (HasGapInMaterials(step.m_Materials) && m_Offers.HasAny(step.m_StepTemplateID));
 }
 
 bool Unfinished::NeedsComment(const data::StepTable& step) const {

@@ -9,6 +9,7 @@
 #include "data/CategoryTable.h"
 #include "data/StepTable.h"
 #include "data/Workspace.h"
+#include "editing/Materials.h"
 #include "editing/MissingPictures.h"
 
 namespace inspector::editing {
@@ -61,11 +62,13 @@ public:
 private:
   bool ReadChoices();
   bool NeedsComment(const data::StepTable& step) const;
+  bool HasGap(const data::StepTable& step);
   bool AddCategory(const data::CategoryTable& category);
   bool CountIn(const data::CategoryTable& category, Left& left);
 
   data::Workspace& m_Workspace;
   std::int32_t m_InspectionID;
+  MaterialOffers m_Offers;
   std::set<std::pair<Text, Text>> m_Prompting;                    // (rating type, choice)
   std::optional<MissingPictures> m_Pictures;                      // as it is since the last refresh
   std::vector<std::int32_t> m_Categories;                         // in their order

@@ -37,7 +37,8 @@ std::vector<const HeaderField*> FieldsOn(HeaderPage page) {
 
 bool HeaderForm::MustFill() {
   const std::int32_t current = m_Document.Inspection().m_InspectionID;
-  const bool differs = !m_HasShown || m_ShownID != current || std::exchange(m_MustFill, false);
+  const bool wasForgotten = std::exchange(m_MustFill, false);
+  const bool differs = !m_HasShown || m_ShownID != current || wasForgotten;
   if (m_ShownID != current) m_HasUnwritten = false;
   m_HasShown = true;
   m_ShownID = current;

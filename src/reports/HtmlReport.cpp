@@ -55,35 +55,23 @@ bool RefuseFolder(ReportRun& run, const Text& folder, DeviceError error) {
   return false;
 }
 
-bool IsThere(const std::error_code& error) {
+bool WasThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
-bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path& other) {
-  std::error_code notThere;
-  return std::filesystem::equivalent(one, other, notThere);
-}
-
 // Pages and their pictures must not lie among those that reports are made from: a number in a comment would
-// mean another picture, and a copy could be taken for an original.
-Text WhyNotInto(const std::filesystem::path& folder, const ReportSource& source, const PageRecord& record) {
+// mean another picture, and a copy could be taken for an original. `pictures` are all of the inspection.
+Text WhyNotInto(const std::filesystem::path& folder, const PageRecord& record,
+                const std::vector<std::filesystem::path>& pictures) {
   const Text name = device::FromUtf8(folder.native());
   if (!device::WholePath(folder).has_relative_path())
-    return name + u" is no folder for pages. Choose one below it.";
-  if (source.pictures.IsCardFolder(folder))
-    return device::Format(
-        u"%s is the folder of the camera's card. More pictures there would change which ones the numbers in "
-        u"comments mean. Make the pages in a folder of their own.",
-        name);
+    return name + u" cannot hold the pages. Choose a folder below it.";
   if (!record.Problem().empty()) return record.Problem();
-  std::error_code error;
-  const bool isOwn = record.Inspection() == source.inspection;
-  if (isOwn || !std::filesystem::is_directory(folder, error)) return {};  // nothing of the person's is there
-  for (const std::filesystem::path& picture :
-       source.pictures.FilesOf(source.content.header.documentNumber, source.comments())) {
+  for (const std::filesystem::path& picture : pictures) {
+    if (record.IsOwn(picture.filename().string())) continue;
     std::error_code notThere;
-    if (IsSameFolder(picture.parent_path(), folder) ||
-        IsSameFolder(std::filesystem::canonical(picture, notThere).parent_path(), folder))
+    if (device::IsSamePlace(picture.parent_path(), folder) ||
+        device::IsSamePlace(std::filesystem::canonical(picture, notThere).parent_path(), folder))
       return device::Format(
           u"%s is the folder of a picture of this inspection. Make the pages in a folder of their own.",
           name);
@@ -96,17 +84,22 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   const bool isThere = std::any_of(std::begin(kPages), std::end(kPages), [&](TextView page) {
     return run.GetMachine().files.Exists(run.Target().path / page);
   });
-  if (!isThere || record.Inspection() == source.inspection) return true;
-  const bool isOfAnother = !record.Inspection().empty();
+  const bool isOfThis = record.Inspection() == source.inspection;
+  const bool areOwn = record.ArePagesOwn() && !record.Inspection().empty();
+  if (!isThere || (isOfThis && areOwn)) return true;
+  const bool isOfAnother = areOwn && !isOfThis;
   if (run.Target().mayReplace && !isOfAnother) return true;
-  constexpr TextView kOfAnother =
-      u"%s already holds the pages of another inspection. Do you want to replace them?";
-  constexpr TextView kOfNobody =
-      u"%s already holds pages that were not made of this inspection, or files of yours with the same names. "
-      u"Do you want to replace them?";
-  return device::ConfirmLoss(
-      run.GetMachine().prompts,
-      device::Format(isOfAnother ? kOfAnother : kOfNobody, device::FromUtf8(run.Target().path.native())));
+  const TextView question =
+      isOfAnother ? u"%s already holds the pages of another inspection, or of this one in another copy of "
+                    u"the database. Do "
+                    u"you want to replace them and their pictures?"
+      : isOfThis
+          ? u"%s already holds pages of this inspection, which were changed since they were made. Do you "
+            u"want to replace them?"
+          : u"%s already holds pages that were not made from this inspection, or files of yours with the "
+            u"same names. Do you want to replace them?";
+  return device::ConfirmLoss(run.GetMachine().prompts,
+                             device::Format(question, device::FromUtf8(run.Target().path.native())));
 }
 
 // False when the page is too large and the person does not want a part of it. A full disk is told at the end.
@@ -143,19 +136,26 @@ Text HtmlReport::FramesPage(TextView folder) {
 void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   // Until the end, whichever it is.
   const auto pictures = std::make_shared<PagePictures>(source.pictures, run);
-  if (const Text problem = WhyNotInto(run.Target().path, source, pictures->Record()); !problem.empty()) {
+  std::vector<std::filesystem::path> named;
+  std::error_code error;
+  // In a new folder there are none.
+  if (std::filesystem::is_directory(run.Target().path, error)) {
+    auto all = source.allPictures();
+    if (!all) return run.Refuse();
+    named = std::move(*all);
+  }
+  if (const Text problem = WhyNotInto(run.Target().path, pictures->Record(), named); !problem.empty()) {
     device::ShowError(run.GetMachine().prompts, problem);
     return run.Refuse();
   }
-  if (!Prepare(source, pictures->Record(), run) || !pictures->Plan(source.content, source.comments))
-    return run.Refuse();
-  run.AtEnd([pictures, inspection = source.inspection] { pictures->Finish(inspection); },
-            [pictures] { pictures->Forget(); });
+  if (!Prepare(source, pictures->Record(), run) || !pictures->Plan(source.content)) return run.Refuse();
+  run.WhenDone([pictures, named, inspection = source.inspection] { pictures->Finish(inspection, named); },
+               [pictures] { pictures->Forget(); });
   HtmlPages pages(source.content, *pictures, source.options.m_HideRatings != 0);
   ReportProgress& progress = run.Progress();
   progress.SetStatus(u"Building Categories...");
   for (const ReportSection& category : source.content.sections) {
-    if (!pages.AddCategory(category, progress) || !progress.PartDone()) return;
+    if (!pages.AddCategory(category, progress) || run.HasFailed() || !progress.PartDone()) return;
   }
   pages.AddEnd();
   progress.SetStatus(u"Saving to file...");
@@ -171,6 +171,14 @@ device::SaveQuestion HtmlExport::Question(const ReportHeader& header) const {
 }
 
 bool HtmlExport::Prepare(const ReportSource& source, const PageRecord& record, ReportRun& run) const {
+  if (device::IsSamePlace(run.Target().path, run.GetMachine().paths.Resolve(kProgramFolder))) {
+    device::ShowError(
+        run.GetMachine().prompts,
+        device::Format(u"%s is for the pages that are looked at on the device. Make these pages in "
+                       u"another folder.",
+                       device::FromUtf8(run.Target().path.native())));
+    return false;
+  }
   return MayReplacePages(source, record, run) && MakeFolder(source.content.header, run);
 }
 
@@ -183,10 +191,10 @@ bool HtmlExport::MakeFolder(const ReportHeader& header, ReportRun& run) const {
     if (!CanNameFolder(header.documentNumber)) return RefuseFolder(run, shown, DeviceError::InvalidName);
     // The program's own folder is the device's business, whether anything lies in it yet or not.
     for (const auto& above : {folder.parent_path().parent_path(), folder.parent_path()})
-      if (const auto error = run.MakeFolder(above); error && !IsThere(error))
+      if (const auto error = run.MakeFolder(above); error && !WasThere(error))
         return RefuseFolder(run, shown, DeviceErrorOf(error));
   }
-  if (const auto error = run.MakeFolder(folder); error && !IsThere(error))
+  if (const auto error = run.MakeFolder(folder); error && !WasThere(error))
     return RefuseFolder(run, shown, DeviceErrorOf(error));
   return true;
 }

@@ -10,7 +10,7 @@ class CMajorSystemsRTFFile : public CSummaryRTFFile {
 public:
   using CSummaryRTFFile::CSummaryRTFFile;
 
-  void WriteReport(ReportProgress& progress) {
+  void WriteSystems(ReportProgress& progress) {
     WriteDocumentHeader();
     for (const ReportSection& system : Content().sections) {
       bool hasTitle = false;
@@ -41,7 +41,7 @@ int MajorSystemsReport::Parts(const ReportContent& content) const {
 void MajorSystemsReport::Write(const ReportSource& source, ReportRun& run) const {
   CMajorSystemsRTFFile file(run.Create(), source.pictures, source.content,
                             SettingsOf(source, RtfSettings::kSummary), StyleOf(source.options), false);
-  file.WriteReport(run.Progress());
+  file.WriteSystems(run.Progress());
 }
 
 }  // namespace inspector::reports

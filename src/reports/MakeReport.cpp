@@ -61,10 +61,14 @@ std::optional<ReportTarget> TargetOf(const device::Machine& machine, const Repor
 }
 
 bool IsOneOf(const std::filesystem::path& file, const std::vector<std::filesystem::path>& others) {
-  return std::any_of(others.begin(), others.end(), [&](const auto& other) {
-    std::error_code notThere;
-    return std::filesystem::equivalent(file, other, notThere);
-  });
+  return std::any_of(others.begin(), others.end(),
+                     [&](const auto& other) { return device::IsSamePlace(file, other); });
+}
+
+bool BeginsLike(const std::filesystem::path& name, const std::filesystem::path& other) {
+  const Text begin = device::FromUtf8(other.filename().native());
+  return device::EqualIgnoringCase(
+      device::TextView(device::FromUtf8(name.filename().native())).substr(0, begin.size()), begin);
 }
 
 // One that the program needs, or that a person may want back: what is kept of a database has its name with
@@ -74,13 +78,14 @@ bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
   const std::filesystem::path folder = std::filesystem::absolute(file, notThere).parent_path();
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
   const std::filesystem::path home = registry.parent_path();
-  if (IsOneOf(file, {registry, home / device::kLogFile}) || IsOneOf(folder, {home / PageRecord::kFolder}))
+  const std::filesystem::path records = home / PageRecord::kFolder;
+  if (IsOneOf(file, {registry, home / device::kLogFile, records}) || device::IsSamePlace(folder, records))
     return true;
   data::Databases& databases = workspace.GetDatabases();
   const std::filesystem::path files[] = {databases.Template().File(), databases.Inspection().File()};
   return std::any_of(std::begin(files), std::end(files), [&](const std::filesystem::path& database) {
-    return IsOneOf(file, {database}) || (file.filename().native().starts_with(database.filename().native()) &&
-                                         IsOneOf(folder, {database.parent_path()}));
+    return device::IsSamePlace(file, database) ||
+           (BeginsLike(file, database) && device::IsSamePlace(folder, database.parent_path()));
   });
 }
 
@@ -92,30 +97,43 @@ bool HasNameOrContentOfPicture(const device::Machine& machine, const std::filesy
                      [&](TextView each) { return device::EqualIgnoringCase(end, each); });
 }
 
-// Why a report must not replace this file; empty when it may.
-Text WhyNotReplace(data::Workspace& workspace, const std::filesystem::path& file,
-                   const std::function<std::vector<std::filesystem::path>()>& pictures) {
-  // Also one that is not there at the moment: it would be taken for what its name says.
+using AllPictures = std::function<std::optional<std::vector<std::filesystem::path>>()>;
+
+// Why a report must not go there; empty when it may.
+Text WhyNotThere(data::Workspace& workspace, const std::filesystem::path& file,
+                 const ReportPictures& pictures, const AllPictures& allPictures) {
+  const Text name = device::FromUtf8(file.native());
+  // Also what is not there at the moment: it would be taken for what its name says.
   if (IsOwnFile(workspace, file))
     return device::Format(
-        u"%s is a database of this program, or a file beside it. Give the report another name.",
-        device::FromUtf8(file.native()));
-  std::error_code notThere;
-  if (!std::filesystem::exists(file, notThere) || std::filesystem::is_directory(file, notThere)) return {};
-  if (HasNameOrContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, pictures()))
-    return device::Format(u"%s is a picture, and would be lost. Give the report another name.",
-                          device::FromUtf8(file.native()));
+        u"%s is a database of this program, or a file that it needs. Give the report another name.", name);
+  std::error_code error;
+  const bool isThere = std::filesystem::exists(file, error);
+  if (pictures.IsCardFolder(file) ||
+      (!isThere && pictures.IsCardFolder(std::filesystem::absolute(file, error).parent_path())))
+    return device::Format(
+        u"%s is in the folder of the camera's card. One more entry there would change which pictures the "
+        u"numbers in "
+        u"comments mean. Choose another folder.",
+        name);
+  if (!isThere || std::filesystem::is_directory(file, error)) return {};
+  const auto all = allPictures();
+  if (!all) return u"The comments of the inspection could not be read. Nothing was written.";
+  if (HasNameOrContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, *all))
+    return device::Format(u"%s is a picture, and would be lost. Give the report another name.", name);
   return {};
 }
 
-// Of all its steps, those that this report leaves out as well.
-std::vector<Text> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
+// Of all its steps, those that this report leaves out as well. Nothing when they could not all be read.
+std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
   std::vector<Text> comments;
   data::StepTable steps(workspace.GetDatabases());
   steps.OpenSQL(device::Format(inspection::kStepsOfInspection, inspectionID));
-  for (int n = 0; n < steps.RecordCount(); ++n)
+  for (int n = 0; n < steps.RecordCount(); ++n) {
     if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
-  return comments;
+    if (steps.Failed()) return std::nullopt;
+  }
+  return steps.Failed() ? std::nullopt : std::optional(std::move(comments));
 }
 
 }  // namespace
@@ -132,17 +150,20 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
     return Refuse(machine.prompts, problem);
   if (request.target && format->Used().ownFolder)
     return Refuse(machine.prompts,
-                  u"These pages lie in the program's own folder, by which they name each other. Make "
-                  u"the web pages in a folder to put them elsewhere.");
+                  u"These pages lie in the program's own folder, because they refer to each other by it. "
+                  u"Make the web pages in a folder to put them elsewhere.");
   const auto target = TargetOf(machine, request, *format, content.header);
   if (!target) return {ReportResult::Cancelled, {}, {}};
 
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
                           request.choices.pictures && options.m_OmitPictures == 0);
-  const auto comments = [&] { return CommentsOf(workspace, request.inspectionID); };
-  const auto files = [&] { return pictures.FilesOf(content.header.documentNumber, comments()); };
-  if (const Text problem = WhyNotReplace(workspace, target->path, files); !problem.empty())
+  const AllPictures allPictures = [&]() -> std::optional<std::vector<std::filesystem::path>> {
+    const auto comments = CommentsOf(workspace, request.inspectionID);
+    if (!comments) return std::nullopt;
+    return pictures.FilesOf(content.header.documentNumber, *comments);
+  };
+  if (const Text problem = WhyNotThere(workspace, target->path, pictures, allPictures); !problem.empty())
     return Refuse(machine.prompts, problem);
   // Every new database begins with the same keys.
   const Text inspection =
@@ -150,7 +171,7 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
                      device::FromUtf8(device::IdentityOf(workspace.GetDatabases().Inspection().File())));
   ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
   pictures.StopWhen([&run] { return run.Progress().IsCancelled(); });
-  format->Write({content, pictures, options, request.choices, inspection, comments}, run);
+  format->Write({content, pictures, options, request.choices, inspection, allPictures}, run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
   std::vector<Text> notes = pictures.Notes();

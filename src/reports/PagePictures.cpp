@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "device/FileIdentity.h"
 #include "device/Format.h"
 #include "editing/PictureTags.h"
 #include "reports/MediaType.h"
@@ -12,50 +13,7 @@ namespace {
 
 constexpr std::size_t kBlock = 64 * 1024;
 
-}  // namespace
-
-bool PagePictures::Plan(const ReportContent& content, const std::function<std::vector<Text>()>& comments) {
-  PlanOne(ReportPictures::HousePhotoPath(content.header.documentNumber));
-  for (const ReportSection& section : content.sections) {
-    if (section.isSkipped) continue;
-    for (const ReportStep& step : section.steps) {
-      if (!step.isReported || editing::FindFirstTag(step.comments).empty()) continue;
-      for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) PlanOne(picture.path);
-    }
-  }
-  m_LacksSome = !m_Former.empty() && m_Pictures.AreIncluded() && m_Pictures.LacksAnyOf(comments());
-  PageRecord::Sizes all = m_Former;
-  for (const auto& [source, copy] : m_Copies) all[copy.name] = copy.size;
-  if (all == m_Former || m_Record.Keep(Text(m_Record.Inspection()), all)) return true;
-  device::ShowError(m_Run.GetMachine().prompts, m_Record.LastError());
-  return false;
-}
-
-void PagePictures::PlanOne(TextView path) {
-  if (m_Copies.contains(m_Pictures.FileOf(path))) return;
-  const auto file = m_Pictures.Open(path);
-  const auto size = file == nullptr ? std::nullopt : file->Size();
-  if (!size || !IsPicture(*file)) return;
-  Copy copy{OwnCopyOf(path, *size), *size};
-  copy.isThere = !copy.name.empty();
-  while (!copy.isThere &&
-         (copy.name.empty() || m_Run.GetMachine().files.Exists(m_Run.Target().path / copy.name)))
-    copy.name = device::ToUtf8(device::Format(u"picture%d.jpg", ++m_Last));
-  m_Taken.insert(copy.name);
-  m_Copies.emplace(m_Pictures.FileOf(path), std::move(copy));
-}
-
-std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
-  for (const auto& [name, bytes] : m_Former)
-    if (bytes == size && !m_Taken.contains(name) && m_Record.IsOwn(name) &&
-        IsSame(path, m_Run.Target().path / name))
-      return name;
-  return {};
-}
-
-bool PagePictures::IsSame(TextView path, const std::filesystem::path& other) const {
-  const auto one = m_Pictures.Open(path);
-  const auto two = m_Run.GetMachine().files.OpenForReading(other);
+bool HaveSameBytes(device::InputFile* one, device::InputFile* two) {
   std::vector<char> left(kBlock);
   std::vector<char> right(kBlock);
   std::int64_t count = one == nullptr || two == nullptr ? -1 : 1;
@@ -68,13 +26,67 @@ bool PagePictures::IsSame(TextView path, const std::filesystem::path& other) con
   return count == 0;
 }
 
+}  // namespace
+
+bool PagePictures::Plan(const ReportContent& content) {
+  PlanOne(ReportPictures::HousePhotoPath(content.header.documentNumber));
+  for (const ReportSection& section : content.sections) {
+    if (section.isSkipped) continue;
+    for (const ReportStep& step : section.steps) {
+      if (!step.isReported || editing::FindFirstTag(step.comments).empty()) continue;
+      for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) PlanOne(picture.path);
+    }
+  }
+  PageRecord::Copies all = m_Former;
+  for (const auto& [source, copy] : m_Copies) all[copy.name] = copy.record;
+  if (all == m_Former || m_Record.Keep(Text(m_Record.Inspection()), all)) return true;
+  device::ShowError(m_Run.GetMachine().prompts, m_Record.LastError());
+  return false;
+}
+
+void PagePictures::PlanOne(TextView path) {
+  if (m_Copies.contains(m_Pictures.FileOf(path))) return;
+  const auto file = m_Pictures.Open(path);
+  const auto size = file == nullptr ? std::nullopt : file->Size();
+  if (!size || !IsPicture(*file)) return;
+  Copy copy{OwnCopyOf(path, *size), {*size, Text(path)}};
+  copy.isThere = !copy.name.empty();
+  // A link that leads nowhere has taken its name, too.
+  const auto isTaken = [this](const std::string& name) {
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::symlink_status(m_Run.Target().path / name, error));
+  };
+  while (!copy.isThere && (copy.name.empty() || isTaken(copy.name)))
+    copy.name = device::ToUtf8(device::Format(u"picture%d.jpg", ++m_Last));
+  m_Taken.insert(copy.name);
+  m_Copies.emplace(m_Pictures.FileOf(path), std::move(copy));
+}
+
+std::string PagePictures::OwnCopyOf(TextView path, std::uint64_t size) const {
+  for (const auto& [name, copy] : m_Former)
+    if (copy.size == size && !m_Taken.contains(name) && m_Record.IsOwn(name) &&
+        HaveSameBytes(m_Pictures.Open(path).get(),
+                      m_Run.GetMachine().files.OpenForReading(m_Run.Target().path / name).get()))
+      return name;
+  return {};
+}
+
+bool PagePictures::CanBeMadeAgain(const std::string& name, const PageRecord::Copy& copy) const {
+  const std::filesystem::path file = m_Run.Target().path / name;
+  const std::filesystem::path original = m_Pictures.FileOf(copy.original);
+  // A comment may have named the copy itself.
+  if (copy.original.empty() || device::IsSamePlace(file, original)) return false;
+  return m_Run.GetMachine().files.Exists(original);
+}
+
 std::optional<PagePicture> PagePictures::Place(TextView path, int scaling) {
   const auto planned = m_Copies.find(m_Pictures.FileOf(path));
   if (path.empty() || planned == m_Copies.end()) return std::nullopt;
   Copy& copy = planned->second;
   if (!copy.isThere && !copy.isLost) {
     const auto file = m_Pictures.Open(path);
-    copy.isThere = file != nullptr && m_Run.Copy(*file, copy.size, m_Run.Target().path / copy.name);
+    copy.isThere = file != nullptr && !m_Run.HasFailed() &&
+                   m_Run.Copy(*file, copy.record.size, m_Run.Target().path / copy.name);
     copy.isLost = !copy.isThere;
   }
   if (copy.isLost) return std::nullopt;
@@ -87,8 +99,6 @@ std::vector<PagePicture> PagePictures::OfText(TextView comments, TextView place)
     if (auto one = Place(picture.path, picture.scaling)) {
       placed.push_back(std::move(*one));
     } else {
-      m_LacksSome =
-          m_LacksSome || (m_Pictures.AreIncluded() && editing::ClassifyTag(picture.tag) != editing::kError);
       m_Pictures.NoteMissing(picture);
     }
   }
@@ -98,10 +108,7 @@ std::vector<PagePicture> PagePictures::OfText(TextView comments, TextView place)
 std::optional<PagePicture> PagePictures::OfHouse(TextView documentNumber) {
   const Text path = ReportPictures::HousePhotoPath(documentNumber);
   auto photo = Place(path, 100);
-  if (!photo && m_Pictures.Exists(path)) {
-    m_LacksSome = true;
-    m_Pictures.NoteUnreadable(path);
-  }
+  if (!photo && m_Pictures.Exists(path)) m_Pictures.NoteUnreadable(path);
   return photo;
 }
 
@@ -110,20 +117,27 @@ void PagePictures::Forget() {
     m_Run.GetMachine().faults.Report(m_Record.LastError());
 }
 
-void PagePictures::Finish(const Text& inspection) {
-  PageRecord::Sizes shown;
+void PagePictures::Finish(const Text& inspection, const std::vector<std::filesystem::path>& named) {
+  PageRecord::Copies kept;
   for (const auto& [source, copy] : m_Copies)
-    if (copy.isThere) shown.emplace(copy.name, copy.size);
-  const bool mayGo = !m_LacksSome || m_Record.Inspection() != inspection;
-  for (const auto& [name, size] : m_Former) {
-    if (shown.contains(name) || !m_Record.IsOwn(name)) continue;
-    if (mayGo) {
-      m_Run.GetMachine().files.Remove(m_Run.Target().path / name);
-    } else {
-      shown.emplace(name, size);
+    if (copy.isThere) kept.emplace(copy.name, copy.record);
+  const bool isOfAnother = m_Record.Inspection() != inspection;
+  Text left;
+  for (const auto& [name, copy] : m_Former) {
+    if (kept.contains(name) || !m_Record.IsOwn(name)) continue;
+    const std::filesystem::path file = m_Run.Target().path / name;
+    const bool isNamed = std::any_of(named.begin(), named.end(), [&](const std::filesystem::path& picture) {
+      return device::IsSamePlace(picture, file);
+    });
+    if (!isNamed && (isOfAnother || CanBeMadeAgain(name, copy))) {
+      m_Run.GetMachine().files.Remove(file);
+      continue;
     }
+    kept.emplace(name, copy);
+    if (!isNamed) left += (left.empty() ? u"" : u", ") + device::FromUtf8(name);
   }
-  if (!m_Record.Keep(inspection, shown)) m_Run.GetMachine().faults.Report(m_Record.LastError());
+  if (!left.empty()) m_Pictures.NoteLeft(left);
+  if (!m_Record.Keep(inspection, kept)) m_Run.GetMachine().faults.Report(m_Record.LastError());
 }
 
 }  // namespace inspector::reports

@@ -29,22 +29,24 @@ public:
 
   // Gives every picture of the report its name, and writes the names down before the first copy is made, so
   // that the next run can tidy up after one that was killed. False when they cannot be written, which the
-  // person knows then. `comments` reads those of all steps, also of the ones that are not reported.
-  bool Plan(const ReportContent& content, const std::function<std::vector<Text>()>& comments);
+  // person knows then.
+  bool Plan(const ReportContent& content);
   // Those of a comment's tags that can be had; the others are noted. `place` is where it stands.
   std::vector<PagePicture> OfText(TextView comments, TextView place);
   // The photograph of the house; nothing when there is none.
   std::optional<PagePicture> OfHouse(TextView documentNumber);
-  // The pages are there: copies that only those before have shown go, since they may be another client's. As
-  // long as a picture of this inspection cannot be had, none goes: the copy may be all that is left of it.
-  void Finish(const Text& inspection);
+  // The pages are there: copies that only those before have shown go. Those of another inspection do so
+  // because they may be another client's; of this one, only those that can be made again, because a copy may
+  // be all that is left of a picture. `named` are the pictures of the inspection, which stay wherever they
+  // lie.
+  void Finish(const Text& inspection, const std::vector<std::filesystem::path>& named);
   // There are no new pages, and the copies have gone.
   void Forget();
 
 private:
   struct Copy {
     std::string name;
-    std::uint64_t size = 0;
+    PageRecord::Copy record;
     bool isThere = false;
     bool isLost = false;  // the file went away, or changed, before it was copied
   };
@@ -53,13 +55,13 @@ private:
   void PlanOne(TextView path);
   // The name of a copy of the same bytes that an earlier run has left; empty when there is none.
   std::string OwnCopyOf(TextView path, std::uint64_t size) const;
-  bool IsSame(TextView path, const std::filesystem::path& other) const;
+  // The original is still there, though perhaps changed by now.
+  bool CanBeMadeAgain(const std::string& name, const PageRecord::Copy& copy) const;
 
   ReportPictures& m_Pictures;
   ReportRun& m_Run;
   PageRecord m_Record;
-  const PageRecord::Sizes m_Former;
-  bool m_LacksSome = false;                        // pictures that the report names
+  const PageRecord::Copies m_Former;
   int m_Last = 0;                                  // number that was tried
   std::map<std::filesystem::path, Copy> m_Copies;  // of the file on the machine
   std::set<std::string> m_Taken;                   // names of those

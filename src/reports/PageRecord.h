@@ -25,27 +25,37 @@ class PageRecord {
 public:
   // Beside the registry; a file for each folder of pages.
   static constexpr const char* kFolder = "page-records";
-  using Sizes = std::map<std::string, std::uint64_t>;  // bytes, by the name in the folder
+  struct Copy {
+    std::uint64_t size = 0;  // bytes
+    Text original;           // the picture's place on the device; empty when that is not known
+    bool operator==(const Copy&) const = default;
+  };
+  using Copies = std::map<std::string, Copy>;  // by the name in the folder
 
-  // Reads what is known of `folder`, which need not be there. Pages of other sizes than those that were made
-  // are nobody's: another disk may be in that place by now.
+  // Reads what is known of `folder`, which need not be there.
   PageRecord(const device::Machine& machine, const std::filesystem::path& folder);
 
   // Why it could not be read: then it is not known whose pages those are. Empty when it could.
   const Text& Problem() const { return m_Problem; }
-  // Empty when the pages that may lie there are none of the program's.
+  // Of which the pages were made last; empty when none were.
   const Text& Inspection() const { return m_Inspection; }
-  const Sizes& Pictures() const { return m_Pictures; }
+  // The pages that lie there have the sizes of those that were made. Else somebody has changed them, or
+  // another disk is in that place by now.
+  bool ArePagesOwn() const { return m_Pages == PagesThere(); }
+  const Copies& Pictures() const { return m_Pictures; }
   // A copy that nobody has replaced or changed since.
   bool IsOwn(const std::string& name) const;
 
   // `inspection` is the same in every report of one inspection, and in no other. False when it cannot be
   // written; LastError says why.
-  bool Keep(const Text& inspection, const Sizes& pictures);
+  bool Keep(const Text& inspection, const Copies& pictures);
   const Text& LastError() const { return m_Store.LastError(); }
 
 private:
+  using Sizes = std::map<std::string, std::uint64_t>;
+
   Sizes PagesThere() const;
+  void TakeLine(TextView line);
 
   device::Files& m_Files;
   std::filesystem::path m_Folder;
@@ -54,7 +64,7 @@ private:
   Text m_Problem;
   Text m_Inspection;
   Sizes m_Pages;
-  Sizes m_Pictures;
+  Copies m_Pictures;
 };
 
 }  // namespace inspector::reports

@@ -24,6 +24,10 @@ Text FolderOf(const Text& target) {
   return target.substr(0, target.find_last_of(u"/\\") + 1);
 }
 
+Text WithSlash(const Text& folder) {
+  return folder.ends_with(u'/') || folder.ends_with(u'\\') ? folder : folder + u'/';
+}
+
 bool EndsWith(TextView target, TextView end) {
   return target.size() > end.size() &&
          device::EqualIgnoringCase(target.substr(target.size() - end.size()), end);
@@ -31,8 +35,11 @@ bool EndsWith(TextView target, TextView end) {
 
 // "visit.HTML", but not "Elm St. 12" or "J.Smith".
 bool HasExtension(TextView target) {
-  constexpr TextView kEnds[] = {u".rtf", u".html", u".htm", u".txt"};
-  return std::any_of(std::begin(kEnds), std::end(kEnds), [&](TextView end) { return EndsWith(target, end); });
+  const auto formats = Formats();
+  return EndsWith(target, u".htm") ||
+         std::any_of(formats.begin(), formats.end(), [&](const ReportFormat* format) {
+           return !format->Used().folder && EndsWith(target, u"." + format->Question({}).defaultExtension);
+         });
 }
 
 }  // namespace
@@ -135,8 +142,7 @@ std::filesystem::path ReportForm::Resolved() const {
   Text target = Target();
   // A folder means the usual name in it.
   if (!m_Kind->Used().folder && NamesFolder(target)) {
-    if (!target.ends_with(u'/') && !target.ends_with(u'\\')) target += u'/';
-    target += m_Kind->Question(m_Header).suggestedName;
+    target = WithSlash(target) + m_Kind->Question(m_Header).suggestedName;
   }
   if (!IsWhole(target)) target = u"\\My Documents\\" + target;
   if (!m_Kind->Used().folder && !HasExtension(target)) target += EndOf(*m_Kind);
@@ -166,7 +172,8 @@ void ReportForm::Remember() {
       !machine.registry.Write(kKey, kRating, m_Choices.rating) ||
       !machine.registry.Write(kKey, kPictures, m_Choices.pictures ? kYes : kNo) ||
       (!m_OwnFile.empty() && !m_Kind->Used().folder &&
-       !machine.registry.Write(kKey, kFolder, FolderOf(m_OwnFile))))
+       !machine.registry.Write(kKey, kFolder,
+                               NamesFolder(m_OwnFile) ? WithSlash(m_OwnFile) : FolderOf(m_OwnFile))))
     machine.faults.Report(machine.registry.LastError());
 }
 

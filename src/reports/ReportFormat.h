@@ -28,13 +28,14 @@ struct ReportSource {
   const data::OptionsTable& options;
   const ReportChoices& choices;
   const Text& inspection;  // the same in every report of this inspection, and in no other
-  // Of every step of the inspection, those that the report leaves out as well; read anew each time.
-  std::function<std::vector<Text>()> comments;
+  // All that the inspection's reports could show, those that this one leaves out as well; read anew each
+  // time. Nothing when that failed, which has been reported.
+  std::function<std::optional<std::vector<std::filesystem::path>>()> allPictures;
 };
 
 class ReportFormat {
 public:
-  // Which of the choices make a difference.
+  // Which of the choices make a difference, and what kind of place it goes to.
   struct Uses {
     bool layout = false;
     bool rating = false;

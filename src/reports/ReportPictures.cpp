@@ -83,16 +83,6 @@ std::vector<std::filesystem::path> ReportPictures::FilesOf(TextView documentNumb
   return {files.begin(), files.end()};
 }
 
-bool ReportPictures::LacksAnyOf(const std::vector<Text>& comments) {
-  return std::any_of(comments.begin(), comments.end(), [&](const Text& comment) {
-    const std::vector<TagPicture> pictures = editing::PicturesOf(comment, m_Card);
-    return std::any_of(pictures.begin(), pictures.end(), [&](const TagPicture& picture) {
-      return editing::ClassifyTag(picture.tag) != editing::kError &&
-             (picture.path.empty() || picture.path == editing::kError || !Exists(picture.path));
-    });
-  });
-}
-
 bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
   if (m_Card.Folder().empty()) return false;
   // Also one that is not in the device at the moment, and one that is named without a slash at its end.
@@ -135,7 +125,10 @@ Text ReportPictures::HousePhotoPath(TextView documentNumber) {
 
 void ReportPictures::NoteMissing(const TagPicture& picture) {
   if (!m_Included || editing::ClassifyTag(picture.tag) == editing::kError) return;
-  if (picture.path.empty() || picture.path == editing::kError) {
+  if (editing::ClassifyTag(picture.tag) != editing::kGenericPicture &&
+      (picture.path.empty() || picture.path == editing::kError)) {
+    Note(device::Format(u"The tag %s names no picture, so the report goes without one.", picture.tag));
+  } else if (picture.path.empty() || picture.path == editing::kError) {
     Note(m_Card.Folder().empty()
              ? device::Format(
                    u"The picture of %s is not in the report, because the options name no folder of the "
@@ -157,6 +150,14 @@ void ReportPictures::NoteUnknown(TextView path) {
       u"%s is no picture, and some word processors refuse a report that holds it. Take it out of "
       u"the comment and make the report again.",
       path));
+}
+
+void ReportPictures::NoteLeft(TextView names) {
+  Note(
+      device::Format(u"No page shows these pictures any more, but they were left in the folder because their "
+                     u"originals are not "
+                     u"to be found: %s. Remove them if the client is not to have them.",
+                     names));
 }
 
 void ReportPictures::NoteCutShort(TextView path) {

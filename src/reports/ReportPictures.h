@@ -24,13 +24,9 @@ public:
   // One picture for each distinct tag of the text, in their order. A tag of no known kind is told in a box,
   // once in a report; a note says that it stands in `place`.
   std::vector<TagPicture> OfText(TextView text, TextView place);
-  // False when the person, or the office, leaves pictures out.
-  bool AreIncluded() const { return m_Included; }
   // Everything that readers of the inspection's reports could be shown, whether it is there or not, and
   // whether pictures are left out or not.
   std::vector<std::filesystem::path> FilesOf(TextView documentNumber, const std::vector<Text>& comments);
-  // A tag of these comments names a picture that is not there, on this card or elsewhere.
-  bool LacksAnyOf(const std::vector<Text>& comments);
   // Where the camera puts its pictures: one more of them there, and the numbers in comments mean others.
   bool IsCardFolder(const std::filesystem::path& folder) const;
   // Reading pictures is what takes time: from when `isStopped` says so, none can be read.
@@ -52,6 +48,8 @@ public:
   void NoteUnreadable(TextView path);
   // A file that was put into the report though no reader knows it as a picture.
   void NoteUnknown(TextView path);
+  // Copies beside the pages that no page shows any more.
+  void NoteLeft(TextView names);
   // A picture that broke off in the middle of a block that had begun.
   void NoteCutShort(TextView path);
   bool Exists(TextView path) const;

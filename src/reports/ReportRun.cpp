@@ -101,12 +101,12 @@ ReportRun::~ReportRun() {
   for (const std::filesystem::path& file : m_NewFiles) m_Machine.files.Remove(file);
   for (auto folder = m_MadeFolders.rbegin(); folder != m_MadeFolders.rend(); ++folder)
     m_Machine.files.Remove(*folder);
-  m_AtFailure();
+  m_WhenFailed();
 }
 
-void ReportRun::AtEnd(std::function<void()> written, std::function<void()> failed) {
-  m_AtEnd = std::move(written);
-  m_AtFailure = std::move(failed);
+void ReportRun::WhenDone(std::function<void()> written, std::function<void()> failed) {
+  m_WhenWritten = std::move(written);
+  m_WhenFailed = std::move(failed);
 }
 
 device::OutputFile& ReportRun::Create(const std::filesystem::path& file) {
@@ -157,8 +157,8 @@ ReportResult ReportRun::Finish() {
   }
   m_NewFiles.clear();
   m_MadeFolders.clear();
-  m_AtFailure = [] {};
-  m_AtEnd();
+  m_WhenFailed = [] {};
+  m_WhenWritten();
   return ReportResult::Written;
 }
 
@@ -182,7 +182,7 @@ void ReportRun::PutBack(std::size_t count) {
     if (m_Parts[n].isNew) appeared.push_back(m_Parts[n].file);
   if (m_Replaced.empty()) return;
   m_NewFiles.clear();
-  m_AtFailure = [] {};
+  m_WhenFailed = [] {};
 }
 
 }  // namespace inspector::reports

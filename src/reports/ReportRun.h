@@ -1,5 +1,5 @@
-// How a report comes into being, whatever it says and in whatever format: how far, stop or not, and files
-// that appear whole or not at all.
+// How a report comes into being, whatever it says and in whatever format: its progress, how it is
+// cancelled, and files that appear whole or not at all.
 #pragma once
 
 #include <cstdint>
@@ -73,12 +73,13 @@ public:
   device::OutputFile& Create() { return Create(m_Target.path); }
   // One of several. They appear in the order in which they were created.
   device::OutputFile& Create(const std::filesystem::path& file);
-  // A file that stays in another program's format, at once; there must be none of its name. False when the
+  // A file that is taken as it is and appears at once; there must be none of its name. False when the
   // person wishes to stop, or when `source` does not hold `size` bytes up to its end: then there is no copy.
-  // What the disk refuses is told by Finish.
+  // What the disk refuses is told by Finish; HasFailed then.
   bool Copy(device::InputFile& source, std::uint64_t size, const std::filesystem::path& file);
+  bool HasFailed() const { return m_CopyFailure.has_value(); }
   // What is left to do once all files are there; and what when they are not.
-  void AtEnd(std::function<void()> written, std::function<void()> failed);
+  void WhenDone(std::function<void()> written, std::function<void()> failed);
   // Makes a folder, whose parent is there. It is removed again when the report is not written.
   std::error_code MakeFolder(const std::filesystem::path& folder);
   // Nothing is to be written; the person knows why.
@@ -106,9 +107,9 @@ private:
   std::vector<std::filesystem::path> m_NewFiles;  // that are removed unless all are there
   std::vector<std::filesystem::path> m_MadeFolders;
   std::optional<std::pair<std::filesystem::path, std::string>> m_CopyFailure;
-  std::vector<std::filesystem::path> m_Replaced;  // files of the report that could not be put back
-  std::function<void()> m_AtEnd = [] {};
-  std::function<void()> m_AtFailure = [] {};
+  std::vector<std::filesystem::path> m_Replaced;  // files that stay, because not all could be put back
+  std::function<void()> m_WhenWritten = [] {};
+  std::function<void()> m_WhenFailed = [] {};
   bool m_IsRefused = false;
 };
 

@@ -1,8 +1,20 @@
 #include "reports/ReportWords.h"
 
+#include <algorithm>
+
 #include "editing/PictureTags.h"
 
 namespace inspector::reports {
+
+bool IsControl(char16_t unit) {
+  return (unit < u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') || (unit >= 0x7F && unit <= 0x9F) ||
+         unit >= 0xFFFE;
+}
+
+bool HasWords(TextView words) {
+  return std::any_of(words.begin(), words.end(),
+                     [](char16_t unit) { return unit > u' ' && !IsControl(unit); });
+}
 
 Text Joined(const Text& first, TextView between, const Text& second) {
   if (first.empty() || second.empty()) return first + second;

@@ -7,6 +7,10 @@
 
 namespace inspector::reports {
 
+// A page may hold line ends and tabs but no other control character.
+bool IsControl(char16_t unit);
+// Something for the eye, or for the voice that reads a page.
+bool HasWords(TextView words);
 // `between` only where neither is empty.
 Text Joined(const Text& first, TextView between, const Text& second);
 // "12.03 Flashing".

@@ -41,18 +41,6 @@ constexpr std::string_view kStyle =
     "text-decoration:none}h2,h3{break-after:avoid}figure,li{break-inside:avoid}img{max-height:11cm;object-"
     "fit:contain;object-position:left}}\n";
 
-// A page may hold line ends and tabs but no other control character.
-bool IsControl(char16_t unit) {
-  return (unit < u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') || (unit >= 0x7F && unit <= 0x9F) ||
-         unit >= 0xFFFE;
-}
-
-// Something for the eye, or for the voice that reads a page.
-bool HasWords(TextView words) {
-  return std::any_of(words.begin(), words.end(),
-                     [](char16_t unit) { return unit > u' ' && !IsControl(unit); });
-}
-
 Text AnchorOf(const ReportSection& category) {
   return device::Format(u"cat%d", category.categoryID);
 }
@@ -76,6 +64,10 @@ bool WebPageWriter::IsShown(const ReportSection& section) const {
   return !section.isSkipped && !section.steps.empty();
 }
 
+bool WebPageWriter::HasGeneralInformation() const {
+  return m_Content.HasGeneralInformation() && HasWords(m_Content.generalInformation);
+}
+
 bool WebPageWriter::NeedsAttention(const ReportStep& step) const {
   return step.isReported && (step.isSummary || step.isRed);
 }
@@ -97,12 +89,11 @@ void WebPageWriter::WritePage(ReportProgress& progress) {
   WriteContents();
   Put("<main>\n");
   WriteAttention();
-  if (m_Content.HasGeneralInformation())
-    WriteText(u"general", u"General information", m_Content.generalInformation);
+  if (HasGeneralInformation()) WriteText(u"general", u"General information", m_Content.generalInformation);
   for (const ReportSection& category : m_Content.sections) {
     if (!WriteCategory(category, progress) || !progress.PartDone()) return;
   }
-  if (!m_Content.definitionOfTerms.empty())
+  if (HasWords(m_Content.definitionOfTerms))
     WriteText(u"terms", u"Definition of terms", m_Content.definitionOfTerms);
   Put("</main>\n");
   WriteEnd();
@@ -139,7 +130,7 @@ void WebPageWriter::WriteTitle() {
   Put("<header>\n");
   bool isName = true;
   for (const Text& line : m_Content.companyLines) {
-    if (!line.empty()) {
+    if (HasWords(line)) {
       Put(isName ? "<p class=\"company\"><strong>" : "<p class=\"company\">");
       PutWords(line);
       Put(isName ? "</strong></p>\n" : "</p>\n");
@@ -178,10 +169,10 @@ void WebPageWriter::WriteContents() {
   };
   Put("<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n");
   writeLink(u"attention", u"What needs attention");
-  if (m_Content.HasGeneralInformation()) writeLink(u"general", u"General information");
+  if (HasGeneralInformation()) writeLink(u"general", u"General information");
   for (const ReportSection& section : m_Content.sections)
     if (IsShown(section)) writeLink(AnchorOf(section), section.title);
-  if (!m_Content.definitionOfTerms.empty()) writeLink(u"terms", u"Definition of terms");
+  if (HasWords(m_Content.definitionOfTerms)) writeLink(u"terms", u"Definition of terms");
   Put("</ol>\n</nav>\n");
 }
 
@@ -249,7 +240,7 @@ bool WebPageWriter::WriteCategory(const ReportSection& category, ReportProgress&
   Put("</h2>\n");
   for (std::size_t n = 0; n < category.steps.size(); ++n) {
     if (category.steps[n].isReported) WriteStep(category.steps[n], AnchorOf(category, n + 1));
-    if (!progress.StepDone()) return false;
+    if (!progress.StepDone() || !m_Output.Error().empty()) return false;
   }
   Put("</section>\n");
   return true;
@@ -283,7 +274,7 @@ void WebPageWriter::WriteParagraphs(TextView words) {
   AppendEscaped(escaped, words, u"\n");
   bool isOpen = false;
   for (const Text& line : device::Split(escaped, u'\n')) {
-    const bool isBlank = line.find_first_not_of(u" \t") == Text::npos;
+    const bool isBlank = !HasWords(line);
     if (isOpen && isBlank) Put("</p>\n");
     if (isOpen && !isBlank) Put("<br>\n");
     if (!isOpen && !isBlank) Put("<p>");

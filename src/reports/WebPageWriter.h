@@ -35,6 +35,7 @@ private:
   void WriteParagraphs(TextView words);
 
   bool IsShown(const ReportSection& section) const;
+  bool HasGeneralInformation() const;
   bool NeedsAttention(const ReportStep& step) const;
 
   // Tags, which are ASCII.

@@ -57,8 +57,8 @@ TEST_F(ReportCommandsTest, ReportSkipsCategoriesByTitleOrKey) {
 
 TEST_F(ReportCommandsTest, WhatMakesNoDifferenceIsSaidAndWhatIsUnknownRefused) {
   const std::tuple<const char*, int, const char*> kCases[] = {
-      {"--kind summary --rating Nix", 1, "The library has no rating \"Nix\". It must be \""},
-      {"--kind summary --rating ''", 1, "The library has no rating"},
+      {"--kind summary --rating Nix", 1, "nor the visit has a rating \"Nix\". It must be \""},
+      {"--kind summary --rating ''", 1, "nor the visit has a rating \"\""},
       {"--rating Nix", 0, "--rating makes no difference to the inspection report."},
       {"--kind major-systems --layout '1 Column'", 0,
        "--layout makes no difference to the major systems report."},

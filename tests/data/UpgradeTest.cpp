@@ -69,9 +69,9 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
     EXPECT_EQ(m_Prompts.Messages()[0].text,
               u"Warning! The Structure you are using needs to be updated in order to work with this version "
               u"of Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?");
-    ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
-    EXPECT_EQ(m_Prompts.ProgressWindows()[0]->high, 22);
-    EXPECT_EQ(m_Prompts.ProgressWindows()[0]->steps, 22);
+    ASSERT_EQ(m_Prompts.ProgressWindows().size(), 2u) << "for the copies, and for the tables";
+    EXPECT_EQ(m_Prompts.ProgressWindows()[1]->high, 22);
+    EXPECT_EQ(m_Prompts.ProgressWindows()[1]->steps, 22);
     data::StepTable step(start.workspace->GetDatabases());
     ASSERT_TRUE(step.OpenSQL(u"SELECT * FROM Step WHERE MajorSystem = \"Heating\"") && step.GetRecord(0));
     EXPECT_EQ(step.m_StepTitle, u"Flue");

@@ -81,7 +81,7 @@ TEST_F(HtmlReportTest, OnlyOwnCopiesAreUsedAgainOrRemoved) {
   m_Folder.Put("pages/picture3.jpg", kMended + "!");
   PageRecord record(m_Machine, m_Pages);
   auto copies = record.Pictures();
-  copies["picture9.jpg"] = kRoof.size();
+  copies["picture9.jpg"] = {kRoof.size(), u"\\shots\\roof.jpg"};
   ASSERT_TRUE(record.Keep(Text(record.Inspection()), copies));
   m_Folder.Put("pages/picture9.jpg", kRoof);
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
@@ -101,7 +101,7 @@ TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
   for (const std::filesystem::path& folder :
        {m_Folder / "card", m_Folder / "shots", m_Folder / "link", m_Folder / "absent", m_Folder.Path(),
         std::filesystem::path("/")}) {
-    for (const bool with : {true, false}) ExpectFails(folder, "Error: " + folder.native() + " is ", with);
+    for (const bool with : {true, false}) ExpectFails(folder, "Error: " + folder.native(), with);
     EXPECT_FALSE(std::filesystem::exists(folder / "index.htm")) << folder;
   }
 }

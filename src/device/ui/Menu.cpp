@@ -1,7 +1,6 @@
 #include "device/ui/Menu.h"
 
-#include <QEvent>
-#include <QStyleOptionMenuItem>
+#include <utility>
 
 #include "device/ui/Theme.h"
 
@@ -9,25 +8,23 @@ namespace inspector::device::ui {
 
 Menu::Menu(const QString& title, QWidget& user, QWidget* parent) : QMenu(title, parent) {
   connect(this, &QMenu::aboutToShow, this, [this, &user] { Fit(user.window()->width()); });
+  connect(this, &QMenu::aboutToHide, this, [this] { PutKeysBack(); });
 }
 
 void Menu::Fit(int width) {
-  ShowKeys(true);
+  PutKeysBack();
   setFont(QFont());
   if (sizeHint().width() <= width) return;
-  ShowKeys(false);
+  for (QAction* const action : actions()) {
+    m_Keys.emplace_back(action, action->shortcuts());
+    action->setShortcuts(QList<QKeySequence>());
+  }
   ShrinkToFit(*this, width);
 }
 
-void Menu::ShowKeys(bool show) {
-  m_ShowsKeys = show;
-  QEvent change(QEvent::FontChange);  // else the menu would not measure its entries again
-  changeEvent(&change);
-}
-
-void Menu::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
-  QMenu::initStyleOption(option, action);
-  if (!m_ShowsKeys) option->text = option->text.section(u'\t', 0, 0);
+void Menu::PutKeysBack() {
+  for (const auto& [action, keys] : std::exchange(m_Keys, {}))
+    if (actions().contains(action)) action->setShortcuts(keys);
 }
 
 }  // namespace inspector::device::ui

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMenu>
+#include <vector>
 
 namespace inspector::device::ui {
 
@@ -11,14 +12,12 @@ public:
   // `user` lies in the window that the menu belongs to, and outlives it.
   Menu(const QString& title, QWidget& user, QWidget* parent);
 
-protected:
-  void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
-
 private:
   void Fit(int width);
-  void ShowKeys(bool show);
+  void PutKeysBack();
 
-  bool m_ShowsKeys = true;
+  // Of the entries, while the menu is open without them: it would leave room for keys that it does not show.
+  std::vector<std::pair<QAction*, QList<QKeySequence>>> m_Keys;
 };
 
 }  // namespace inspector::device::ui

@@ -66,12 +66,19 @@ void PickerCombo::showPopup() {
   DropDown::showPopup();
 }
 
+void PickerCombo::hidePopup() {
+  DropDown::hidePopup();
+  // Later: what was chosen is said after the list has closed.
+  QMetaObject::invokeMethod(
+      this, [this] { m_BeforeList.reset(); }, Qt::QueuedConnection);
+}
+
 // As if it had been typed over the former value, so that undo knows both.
 void PickerCombo::TakeChosen() {
   // Leaving the field with the words of an entry counts as choosing it, too; those were typed.
   const std::optional<QString> before = std::exchange(m_BeforeList, std::nullopt);
-  if (!before) return;
   const QString chosen = currentText();
+  if (!before || *before == chosen) return;
   {
     const QSignalBlocker quiet(this);
     const QSignalBlocker quietLine(lineEdit());

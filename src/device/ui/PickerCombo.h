@@ -36,6 +36,7 @@ public:
   Text Value() const;
 
   void showPopup() override;
+  void hidePopup() override;
 
   std::function<void()> onEditList;
 

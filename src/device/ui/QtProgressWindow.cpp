@@ -38,6 +38,10 @@ QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget*
   if (cancellable) {
     m_Cancel = new QPushButton(QStringLiteral("Cancel"), m_Window);
     m_Cancel->setObjectName(QStringLiteral("cancelButton"));
+    // Enter that was pressed twice for the question before must not cancel; Escape does.
+    m_Cancel->setAutoDefault(false);
+    m_Status->setFocusPolicy(Qt::ClickFocus);
+    m_Status->setFocus();
     layout->addWidget(m_Cancel, 0, Qt::AlignRight);
   }
   // Escape closes a dialog; here it must ask to stop and leave the window where it is.

@@ -50,9 +50,10 @@ void FitToScreen(QMessageBox& box) {
   constexpr int kBesideWords = 120;  // logical pixels: the icon and the margins
   constexpr int kBelowWords = 200;   // the buttons and the title bar
   constexpr int kWideScreen = 900;
+  constexpr int kLeastWidth = 320;
+  constexpr int kToolkitsWidth = 500;  // that it makes a box at most, and half of the screen
   auto* const words = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
   if (words == nullptr) return;
-  constexpr int kLeastWidth = 320;
   QSize room = box.screen()->availableSize();
   // The main window shows how much there is of a screen; small dialogs do not.
   if (const QWidget* const parent = box.parentWidget())
@@ -65,7 +66,8 @@ void FitToScreen(QMessageBox& box) {
   if (lines.width() <= words->minimumWidth() && lines.height() < room.height() - kBelowWords) return;
   words->setWordWrap(true);
   const QFont full = words->font();
-  ShrinkToFit(*words, full, std::max(words->minimumWidth(), std::min(room.width() / 2, 500) - kBesideWords),
+  ShrinkToFit(*words, full,
+              std::max(words->minimumWidth(), std::min(room.width() / 2, kToolkitsWidth) - kBesideWords),
               room.height() - kBelowWords);
 }
 

@@ -11,12 +11,12 @@ namespace inspector::device::ui {
 namespace {
 
 constexpr int kCheckSize = 24;
-constexpr int kMargins = 8;  // beside the words of a cell
-
+constexpr int kMargins = 8;        // beside the words of a cell
 constexpr double kSmallest = 0.5;  // of the size of a cell's words
+constexpr double kSmaller = 0.96;  // one step towards it
+constexpr int kLongestName = 40;   // letters: what is longer is read as a text, at one size
 constexpr QChar kMayEnd(0x200B);   // a line may end here
 
-// Between digits a hyphen does not end a line by itself.
 bool EndsPiece(QChar letter) {
   return letter == u'-' || letter == u'/';
 }
@@ -39,13 +39,14 @@ QString BreakLongWords(const QString& text, const QFontMetrics& metrics, int wid
   QString word;
   for (const QChar letter : text) {
     const bool ends = letter.isSpace();
-    if (!ends && !word.isEmpty() && metrics.horizontalAdvance(word + letter) > width) {
+    const bool begins = !letter.isLowSurrogate() && !letter.isMark();  // not what belongs to the one before
+    if (!ends && begins && !word.isEmpty() && metrics.horizontalAdvance(word + letter) > width) {
       broken += kMayEnd;
       word.clear();
     }
     word = ends ? QString() : word + letter;
     broken += letter;
-    if (EndsPiece(letter)) {
+    if (EndsPiece(letter)) {  // between digits a hyphen does not do so by itself
       broken += kMayEnd;
       word.clear();
     }
@@ -82,16 +83,24 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
   FitWords(*option);
 }
 
+// Until no word is wider; not at all when that would take too small a size.
+void RowDelegate::ShrinkWords(QStyleOptionViewItem& option, int width) {
+  QFont font = option.font;
+  const double least = font.pointSizeF() * kSmallest;
+  while (WidthOfLongestWord(option.text, QFontMetrics(font)) > width) {
+    if (font.pointSizeF() * kSmaller < least) return;
+    font.setPointSizeF(font.pointSizeF() * kSmaller);
+  }
+  option.font = font;
+  option.fontMetrics = QFontMetrics(font);
+}
+
 void RowDelegate::FitWords(QStyleOptionViewItem& option) {
   const bool hasDecoration = option.features & QStyleOptionViewItem::HasDecoration;
   const int taken = hasDecoration ? option.decorationSize.width() + kMargins : 0;
   const int width = option.rect.width() - kMargins - taken;
   if (width <= 0 || option.fontMetrics.horizontalAdvance(option.text) <= width) return;
-  const int longest = WidthOfLongestWord(option.text, option.fontMetrics);
-  if (longest > width && width >= longest * kSmallest) {
-    option.font.setPointSizeF(option.font.pointSizeF() * width / (longest + 1));
-    option.fontMetrics = QFontMetrics(option.font);
-  }
+  if (option.text.size() <= kLongestName) ShrinkWords(option, width);
   option.text = BreakLongWords(option.text, option.fontMetrics, width);
 }
 

@@ -20,9 +20,10 @@ protected:
   virtual void Decorate(QStyleOptionViewItem&, const QModelIndex&) const {}
 
 private:
-  // Makes words that are wider than the cell smaller, down to half their size; those that are wider still go
-  // on in the next line.
+  // Makes a name with a word that is wider than the cell smaller, down to half its size. Words that are wider
+  // still, and those of longer texts, go on in the next line.
   static void FitWords(QStyleOptionViewItem& option);
+  static void ShrinkWords(QStyleOptionViewItem& option, int width);
 
   double m_PointSize = 0;
 };

@@ -134,6 +134,7 @@ QPushButton* CCommentsPage::AddButton(const QString& caption, const char* name) 
 void CCommentsPage::ShowStep() {
   m_Editing.ShowStep();
   m_Comment->Load(m_Sheet.Draft().comments);
+  m_Comment->moveCursor(QTextCursor::End);
   m_Summary->Load(m_Sheet.Draft().summaryComment);
   m_Pictures->BeginStep();
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);
@@ -141,7 +142,6 @@ void CCommentsPage::ShowStep() {
 }
 
 void CCommentsPage::BeginTyping() {
-  m_Comment->moveCursor(QTextCursor::End);
   m_Comment->setFocus();
 }
 
