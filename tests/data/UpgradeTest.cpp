@@ -88,6 +88,14 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
   EXPECT_TRUE(AreAsBefore(""));
   EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
 
+  // Or cancelled while its copies are made.
+  m_Prompts.CancelAtStep(0);
+  EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Refused);
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("Cancelled. Nothing was changed."));
+  EXPECT_TRUE(AreAsBefore(""));
+  EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
+  m_Prompts.CancelAtStep(INT_MAX);
+
   // Nor is anything altered when no copy can be kept.
   m_Files.FailCommit(1);
   EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Refused);
@@ -97,11 +105,11 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
 
 TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
   CreateOld();
-  for (const int tables : {0, 3, 4, 20, 21}) {
-    SCOPED_TRACE(tables);
-    RunUntilKilled([this, tables] {
-      m_Prompts.AtStatus([left = tables]() mutable {
-        if (left-- == 0) raise(SIGKILL);  // as this table is about to be checked
+  for (const int status : {0, 1, 3, 4, 20, 21}) {  // of the copies, then of the tables
+    SCOPED_TRACE(status);
+    RunUntilKilled([this, status] {
+      m_Prompts.AtStatus([left = status]() mutable {
+        if (left-- == 0) raise(SIGKILL);  // as this one is about to be copied or checked
       });
       StartAndAnswer(device::Answer::Ok);
     });

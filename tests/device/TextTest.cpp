@@ -91,6 +91,11 @@ TEST(TextTest, LeadingIntegerReadsWhatStandsInFront) {
 }
 
 TEST(TextTest, TextsAreTakenApartAndReplaced) {
+  const Text house = u"a\U0001F3E0b";  // two units between two letters
+  EXPECT_EQ(Shortened(house, 4), house);
+  EXPECT_EQ(Shortened(house, 3), house.substr(0, 3));
+  EXPECT_EQ(Shortened(house, 2), u"a") << "no half of a character";
+  EXPECT_EQ(Shortened(house, 0), u"");
   EXPECT_EQ(Split(u"a;b;", u';'), (std::vector<Text>{u"a", u"b", u""}));
   EXPECT_EQ(Split(u"", u';'), (std::vector<Text>{u""}));
   EXPECT_EQ(ReplaceAll(u"a<p>b<p>", u"<p>", u"<p><p>"), u"a<p><p>b<p><p>");

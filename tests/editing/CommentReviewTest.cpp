@@ -91,6 +91,22 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   EXPECT_EQ(shown(),
             u"Attic : Not opened yet|Roof 20.2: A picture is missing|Cellar 9.1: A picture is missing");
   EXPECT_EQ(unfinished.NextAfter({m_Roof, notes})->stepID, sump) << "from a step that is done";
+
+  // What is only counted agrees with what is listed.
+  const std::pair<TextView, TextView> comments[] = {
+      {u"\t\r\n", u"The rating asks for a comment"},
+      {u"A ^size^ crack, ^(old,new)^.", u"A gap (^) is not filled"},
+      {u"Wet: 8 ft^2 of 40 ft^2.", u""},
+      {u"Seen ***Path=\\plan^a^.jpg***", u"A picture is missing"},
+      {u" \u00a0", u""}};
+  for (const auto& [comment, reason] : comments) {
+    Find(u"20.1", u"Poor", Text(comment));
+    ASSERT_TRUE(unfinished.Refresh());
+    const UnfinishedStep& first = unfinished.Steps()[1];
+    EXPECT_EQ(first.stepNumber == u"20.1" ? first.Reasons() : u"", reason);
+    EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, reason.empty() ? 1 : 2)
+        << device::ToUtf8(comment);
+  }
 }
 
 }  // namespace

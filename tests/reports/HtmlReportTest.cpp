@@ -90,6 +90,30 @@ TEST_F(HtmlReportTest, OnlyOwnCopiesAreUsedAgainOrRemoved) {
   EXPECT_EQ(m_Prompts.Messages().size(), 1u) << "nothing but the failure was told";
 }
 
+// It may be all that is left of a photograph.
+TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  const auto expectKept = [this](bool pictures) {
+    ASSERT_EQ(Write(m_Pages, pictures), ReportResult::Written);
+    EXPECT_EQ(ContentOf(m_Pages / "picture1.jpg"), kRoof);
+    EXPECT_THAT(device::ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
+  };
+  std::filesystem::rename(m_Folder / "shots/roof.jpg", m_Folder / "shots/away.jpg");
+  expectKept(true);
+  expectKept(false);
+  m_Folder.Put("pages/toc.htm", "changed by a person");
+  expectKept(true);
+  Comment("Nothing to see.");
+  expectKept(true);
+  Comment("***Path=\\pages\\picture1.jpg***");
+  ASSERT_EQ(Write(m_Pages, false), ReportResult::Written);
+  EXPECT_TRUE(IsThere("picture1.jpg")) << "a comment names the copy itself";
+  Comment("Nothing to see.");
+  std::filesystem::rename(m_Folder / "shots/away.jpg", m_Folder / "shots/roof.jpg");
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  EXPECT_FALSE(IsThere("picture1.jpg")) << "it can be made again";
+}
+
 TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
   ASSERT_TRUE(m_Workspace->TemplateConnection().ExecuteNative(
       "DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')"));
