@@ -13,7 +13,7 @@ from collections import Counter
 from pathlib import Path
 
 sys.dont_write_bytecode = True
-from visits import Home, display_materials, strip_tags
+from visits import Home, display_materials, strip_tags, units
 
 SKIPPED = 77
 BEGINNING = 24  # letters
@@ -70,8 +70,9 @@ def faults(pdf_text, images, home, arguments, is_summary, is_by_category):
             if "Full Narrative" not in arguments:
                 told.update(words(display_materials(step["Materials"])) + words(step["StepTitle"]))
             expected += len(home.pictures(step, device)) if is_by_category else 0
-    if is_by_category:
-        yield from order_faults(pdf_text, in_order, arguments)
+    if not is_by_category:
+        in_order.sort(key=lambda step: (units(step["MajorSystem"]), units(step["StepNumber"]), step["StepID"]))
+    yield from order_faults(pdf_text, in_order, arguments)
     missing = told - said
     # The end of a line in a narrow column cuts some words in two.
     whole = "".join(pdf_text.split())
@@ -79,7 +80,7 @@ def faults(pdf_text, images, home, arguments, is_summary, is_by_category):
                if word not in whole and not any(said[word[:at]] and said[word[at:]] for at in range(1, len(word)))]
     if missing:
         yield "words that are not there: %s" % sorted(missing)[:20]
-    if images < expected:
+    if images < expected or (images > 0 and not is_by_category):
         yield "%d pictures, not %d" % (images, expected)
 
 
