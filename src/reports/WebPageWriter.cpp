@@ -288,10 +288,13 @@ void WebPageWriter::WriteParagraphs(TextView words) {
 }
 
 void WebPageWriter::WritePictures(const ReportStep& step) {
-  int number = 0;
+  int number = 1;
   for (const TagPicture& picture : m_Pictures.OfText(step.comments, NameOf(step))) {
-    const Text description = device::Format(u"%s, picture %d", NameOf(step), ++number);
-    if (!WritePicture(picture.path, picture.scaling, description)) m_Pictures.NoteMissing(picture);
+    const Text description = device::Format(u"%s, picture %d", NameOf(step), number);
+    if (WritePicture(picture.path, picture.scaling, description))
+      ++number;
+    else
+      m_Pictures.NoteMissing(picture);
   }
 }
 

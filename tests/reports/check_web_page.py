@@ -270,9 +270,8 @@ def content_of(home, visit):
                 content["urgentRed"] += [words(rating)] if kind in flagged else []
             if kind in flagged:
                 urgent += [heading, rating, comments]
-            for number, scaling, data in home.shown(step, device) if pictured else []:
-                if data[:3] not in MEDIA:
-                    continue
+            shown = [(scaling, data) for _, scaling, data in home.shown(step, device) if data[:3] in MEDIA]
+            for number, (scaling, data) in enumerate(shown if pictured else [], 1):
                 size = jpeg_size(data) if scaling > 0 and scaling != 100 else None
                 name = " ".join(part for part in (step["StepNumber"], step["StepTitle"]) if part)
                 content["pictures"].append(data)
