@@ -209,10 +209,8 @@ std::vector<Command> ReportCommands() {
         {"--out", "DIR", "the folder; pages that lie there are replaced", false},
         {"--view", "", "write the pages for viewing, into the program's folder", false}},
        "The folder holds index.htm, toc.htm, inspection.htm and the pictures. Without --out it lies in "
-       "\"Program "
-       "Files/Brindlecove\" on the device and is called Inspection and the document number. A page cannot "
-       "hold "
-       "more than 100,096 bytes; --yes writes as much of a larger one.",
+       "\"Program Files/Brindlecove\" on the device and is called Inspection and the document number. A page "
+       "cannot hold more than 100,096 bytes; --yes writes as much of a larger one.",
        RunHtml},
       {"text",
        "write plain text and print where it is",
@@ -226,8 +224,7 @@ std::vector<Command> ReportCommands() {
        {visit},
        {skip, noPictures, out},
        "The page holds its pictures and needs no other file; what needs attention stands first. Without "
-       "--out "
-       "it lies in \"My Documents\" on the device and is called Inspection_ and the document number.",
+       "--out it lies in \"My Documents\" on the device and is called Inspection_ and the document number.",
        RunWeb},
   };
 }

@@ -181,8 +181,7 @@ std::vector<Command> SetUpCommands() {
        {{"--sample", "", "add the sample visit, once", false},
         {"--sample-if-unused", "", "the same, where nobody has recorded anything yet", false}},
        "Never overwrites anything. The databases lie where the registry says, by default in \"My Documents\" "
-       "under "
-       "the device root.",
+       "under the device root.",
        RunInit,
        false},
       {"check",

@@ -157,8 +157,7 @@ std::vector<Command> StepCommands() {
        {kStep, {"TEXT", "the comment", Argument::Kind::Text, false}},
        {},
        "Between two comments stands a blank line or two blanks, by the option BlankLineBetweenComments. The "
-       "text is "
-       "stored as given; a line break of its own is carriage return and line feed.",
+       "text is stored as given; a line break of its own is carriage return and line feed.",
        RunComment},
       {"material",
        "tick a material of a step",

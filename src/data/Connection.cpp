@@ -437,8 +437,7 @@ bool Connection::HasGone() {
   if (moved != 0)
     m_Faults.Report(device::Format(
         u"The database %s is no longer where it was: it was deleted, emptied, replaced or renamed, or the "
-        u"card was "
-        u"taken out. Nothing can be stored. Bring it back, or leave the program and start it again.",
+        u"card was taken out. Nothing can be stored. Bring it back, or leave the program and start it again.",
         device::FromUtf8(m_File.native())));
   return moved != 0;
 }

@@ -175,10 +175,12 @@ private:
     // An equal, non-empty text is never NULL, and without the wrapping an index serves.
     const bool mayBeNull = !(symbol == "=" && (right.kind == Kind::Column || IsNonEmptyText(right)));
     m_Result.sql += '(';
-    const bool isLike = symbol == "LIKE";  // which does not look into a text that is stored as bytes
-    if (isLike) m_Result.sql += "CAST(";
+    // Another program may have stored a text as bytes, which LIKE does not look into and which sort behind
+    // every text.
+    const bool readsWords = IsText(left) && symbol != "=" && symbol != "<>";
+    if (readsWords) m_Result.sql += "CAST(";
     EmitOperand(left, mayBeNull);
-    m_Result.sql += (isLike ? " AS TEXT) " : " ") + symbol + " ";
+    m_Result.sql += (readsWords ? " AS TEXT) " : " ") + symbol + " ";
     EmitOperand(right, mayBeNull);
     m_Result.sql += ')';
   }

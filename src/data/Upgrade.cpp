@@ -73,8 +73,7 @@ constexpr char kBeforeUpgrade[] = ".before-5.0";
 
 constexpr TextView kQuestion =
     u"Warning! The Structure you are using needs to be updated in order to work with this version of "
-    u"Inspector.  Tap "
-    u"OK to automatically update your data files. \r\r Do you wish to proceed?";
+    u"Inspector.  Tap OK to automatically update your data files. \r\r Do you wish to proceed?";
 
 bool IsCurrent(TextView version) {
   return device::EqualIgnoringCase(version, kDataVersion);

@@ -19,8 +19,7 @@ using device::TextView;
 
 constexpr TextView kStepTemplates =
     u"SELECT StepTemplate.* FROM CategoryTemplate INNER JOIN (StepTemplate INNER JOIN CategoryStep ON "
-    u"StepTemplate.ID "
-    u"= CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE "
+    u"StepTemplate.ID = CategoryStep.StepID) ON CategoryStep.CategoryID = CategoryTemplate.ID WHERE "
     u"(((CategoryTemplate.ID)=%d));";
 
 // Nothing when that cannot be told.

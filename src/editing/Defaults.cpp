@@ -24,8 +24,7 @@ constexpr TextView kDefaultMaterial =
     u"SELECT * FROM MaterialTemplate WHERE (StepID = %d) AND (DefaultMaterial = TRUE);";
 constexpr TextView kCommentsOfMaterial =
     u"SELECT Comments.* FROM MaterialTemplate INNER JOIN (Comments INNER JOIN MaterialComment ON Comments.ID "
-    u"= "
-    u"MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
+    u"= MaterialComment.CommentID) ON MaterialTemplate.ID = MaterialComment.MaterialID WHERE "
     u"(((MaterialTemplate.ID)=%d));";
 constexpr TextView kStepsInOrder = u"SELECT * FROM %s WHERE CategoryID = %d Order By StepNumber";
 

@@ -14,16 +14,15 @@ using device::Format;
 
 constexpr TextView kChoices =
     u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-    u"RatingChoices.RatingTypeID "
-    u"WHERE (((RatingType.RatingType)=\"%s\"))";
+    u"RatingChoices.RatingTypeID WHERE (((RatingType.RatingType)=\"%s\"))";
 constexpr TextView kNamedChoice =
     u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-    u"RatingChoices.RatingTypeID "
-    u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = \"%s\"));";
+    u"RatingChoices.RatingTypeID WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.ChoiceName) = "
+    u"\"%s\"));";
 constexpr TextView kDefaultChoice =
     u"SELECT RatingChoices.* FROM RatingType INNER JOIN RatingChoices ON RatingType.ID = "
-    u"RatingChoices.RatingTypeID "
-    u"WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.DefaultFlag) = TRUE));";
+    u"RatingChoices.RatingTypeID WHERE (((RatingType.RatingType) = \"%s\") AND ((RatingChoices.DefaultFlag) "
+    u"= TRUE));";
 
 // The first row of a query about choices.
 bool ReadFirst(data::RatingChoicesTable& choices, const Text& query, bool* failed) {

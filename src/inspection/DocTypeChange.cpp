@@ -15,19 +15,17 @@ using device::Format;
 
 constexpr TextView kCommentsOfType =
     u"SELECT Comments.* FROM InspectionType INNER JOIN (Comments INNER JOIN InspectionTypeComment ON "
-    u"Comments.ID = "
-    u"InspectionTypeComment.CommentID) ON InspectionType.ID = InspectionTypeComment.InspectionTypeID WHERE "
-    u"(((InspectionType.id)=%d));";
+    u"Comments.ID = InspectionTypeComment.CommentID) ON InspectionType.ID = "
+    u"InspectionTypeComment.InspectionTypeID WHERE (((InspectionType.id)=%d));";
 constexpr TextView kCommentsOfCategory =
     u"SELECT Comments.* FROM CategoryTemplate INNER JOIN (Comments INNER JOIN CategoryComment ON Comments.ID "
-    u"= "
-    u"CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
+    u"= CategoryComment.CommentID) ON CategoryTemplate.ID = CategoryComment.CategoryID WHERE "
     u"(((CategoryTemplate.ID)=%d));";
 constexpr TextView kTemplatesOfType =
     u"SELECT CategoryTemplate.* FROM InspectionType INNER JOIN (CategoryTemplate INNER JOIN "
-    u"InspectionTypeCategory ON "
-    u"CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON InspectionType.ID = "
-    u"InspectionTypeCategory.InspectionTypeID WHERE (((InspectionType.InspectionType)=\"%s\"));";
+    u"InspectionTypeCategory ON CategoryTemplate.ID = InspectionTypeCategory.CategoryID) ON "
+    u"InspectionType.ID = InspectionTypeCategory.InspectionTypeID WHERE "
+    u"(((InspectionType.InspectionType)=\"%s\"));";
 
 bool AppendDefaultComments(data::Databases& databases, Text& text, TextView query, std::int32_t owner) {
   data::CommentsTable comments(databases);

@@ -255,8 +255,7 @@ bool CInspectorDoc::DeleteSelectedInspection(int selectedCount) {
   }
   const Text question = Format(
       u"Are you sure you want to delete this inspection?\n\nClient Name: %s\nDwelling Address: %s\nCity "
-      u"State "
-      u"Zip: %s\nDoc #: %s",
+      u"State Zip: %s\nDoc #: %s",
       m_Inspection.m_ClientName, m_Inspection.m_DwellingAddress, m_Inspection.m_CityStateZip,
       m_Inspection.m_InspectionNum);
   if (!device::ConfirmWarning(prompts, question)) return false;

@@ -91,8 +91,7 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   if (run.Target().mayReplace && !isOfAnother) return true;
   const TextView question =
       isOfAnother ? u"%s already holds the pages of another inspection, or of this one in another copy of "
-                    u"the database. Do "
-                    u"you want to replace them and their pictures?"
+                    u"the database. Do you want to replace them and their pictures?"
       : isOfThis
           ? u"%s already holds pages of this inspection, which were changed since they were made. Do you "
             u"want to replace them?"

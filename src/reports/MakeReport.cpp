@@ -113,8 +113,7 @@ Text WhyNotThere(data::Workspace& workspace, const std::filesystem::path& file,
       (!isThere && pictures.IsCardFolder(std::filesystem::absolute(file, error).parent_path())))
     return device::Format(
         u"%s is in the folder of the camera's card. One more entry there would change which pictures the "
-        u"numbers in "
-        u"comments mean. Choose another folder.",
+        u"numbers in comments mean. Choose another folder.",
         name);
   if (!isThere || std::filesystem::is_directory(file, error)) return {};
   const auto all = allPictures();

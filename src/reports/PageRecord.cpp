@@ -56,8 +56,7 @@ PageRecord::PageRecord(const device::Machine& machine, const std::filesystem::pa
   if (!m_Store.LastError().empty())
     m_Problem = device::Format(
         u"What was noted about the pages in %s cannot be read. %s Without it, the pictures that lie there "
-        u"are "
-        u"taken for yours and stay.",
+        u"are taken for yours and stay.",
         device::FromUtf8(folder.native()), m_Store.LastError());
 }
 

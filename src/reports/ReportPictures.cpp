@@ -155,8 +155,7 @@ void ReportPictures::NoteUnknown(TextView path) {
 void ReportPictures::NoteLeft(TextView names) {
   Note(
       device::Format(u"No page shows these pictures any more, but they were left in the folder because their "
-                     u"originals are not "
-                     u"to be found: %s. Remove them if the client is not to have them.",
+                     u"originals are not to be found: %s. Remove them if the client is not to have them.",
                      names));
 }
 

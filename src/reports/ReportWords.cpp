@@ -16,6 +16,10 @@ bool HasWords(TextView words) {
                      [](char16_t unit) { return unit > u' ' && !IsControl(unit); });
 }
 
+TextView NameOrNone(TextView title) {
+  return HasWords(title) ? title : u"(no name)";
+}
+
 Text Joined(const Text& first, TextView between, const Text& second) {
   if (first.empty() || second.empty()) return first + second;
   return Text(first).append(between).append(second);

@@ -11,6 +11,8 @@ namespace inspector::reports {
 bool IsControl(char16_t unit);
 // Something for the eye, or for the voice that reads a page.
 bool HasWords(TextView words);
+// A title as it stands, "(no name)" for one that has no words.
+TextView NameOrNone(TextView title);
 // `between` only where neither is empty.
 Text Joined(const Text& first, TextView between, const Text& second);
 // "12.03 Flashing".

@@ -30,7 +30,7 @@ public:
 
   void WriteHeader() {
     for (const Text& line : m_Content.companyLines)
-      if (!line.empty()) m_Writer.WriteCentred(line);
+      if (HasWords(line)) m_Writer.WriteCentred(line);
     m_Writer.WriteRule(u'=');
     m_Writer.WriteCentred(u"INSPECTION REPORT");
     m_Writer.WriteRule(u'=');
@@ -42,7 +42,7 @@ public:
   void WriteCategory(const ReportSection& category) {
     if (category.isSkipped || category.steps.empty()) return;
     m_Writer.WriteBlankLine();
-    m_Writer.WriteTitle(InCapitals(category.title), u'-');
+    m_Writer.WriteTitle(InCapitals(NameOrNone(category.title)), u'-');
     for (const ReportStep& step : category.steps)
       if (step.isReported) WriteStep(step);
   }
@@ -50,7 +50,7 @@ public:
   void WriteEnd() {
     WriteBlock(u"DEFINITION OF TERMS", m_Content.definitionOfTerms);
     WriteBlock(u"TERMS OF THIS REPORT", m_Content.finePrint);
-    if (m_Content.footer.empty()) return;
+    if (!HasWords(m_Content.footer)) return;
     m_Writer.WriteBlankLine();
     m_Writer.WriteRule(u'=');
     m_Writer.WriteCentred(m_Content.footer);
@@ -63,7 +63,7 @@ private:
   }
 
   void WriteBlock(TextView title, const Text& words) {
-    if (words.empty()) return;
+    if (!HasWords(words)) return;
     m_Writer.WriteBlankLine();
     m_Writer.WriteTitle(title, u'-');
     m_Writer.WriteWrapped(words, 0);

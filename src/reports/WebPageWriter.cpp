@@ -80,7 +80,7 @@ void WebPageWriter::PutWords(TextView words, TextView lineEnd) {
 }
 
 void WebPageWriter::PutName(TextView name) {
-  PutWords(HasWords(name) ? name : u"(no name)");
+  PutWords(NameOrNone(name));
 }
 
 void WebPageWriter::WritePage(ReportProgress& progress) {

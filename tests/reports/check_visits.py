@@ -78,8 +78,11 @@ class Visits:
         choices = [{**choice, **{flag: pick.random() < 0.5 for flag in ("bold", "red", "summary")}} for choice in choices]
         texts = {name: self.text(True, 8, 0.3) for name in ("FinePrint", "DefinitionOfTerms", "FooterText", "Inspector",
                                                             "SummaryDisclaimer")}
+        # The record of the owner cuts what is longer.
+        owner = {name: self.text(True, 6, 0.3).replace("\x00", "")[:room]
+                 for name, room in (("name", 35), ("company", 35), ("address", 185), ("phone", 125))}
         labels = ["<%d> & \u00c9t\u00e9" % at for at in range(8)] if pick.random() < 0.5 else [""] * 8
-        return {"options": {**texts, "HeaderLabels": labels, "HideRatings": pick.random() < 0.3,
+        return {"owner": owner, "options": {**texts, "HeaderLabels": labels, "HideRatings": pick.random() < 0.3,
                             "LeavePicturesOut": pick.random() < 0.2, "StepSpacing": pick.randint(1, 2)},
                 "ratingChoices": choices}
 
@@ -95,10 +98,10 @@ def prepare(home, base):
             else:
                 (path / entry["name"]).write_bytes(bytes.fromhex(entry["hex"]) if "hex" in entry
                                                    else (EXPECTED / entry["file"]).read_bytes())
-    home.run("owner", *("%s=%s" % pair for pair in base["owner"].items()))
 
 
 def apply(home, visit):
+    home.run("owner", *("%s=%s" % pair for pair in visit["owner"].items()))
     options, choices = visit["options"], visit["ratingChoices"]
     names = {"LeavePicturesOut": "OmitPictures", "Inspector": "InspectorEntry"}
     values = {names.get(name, name): value for name, value in options.items() if not isinstance(value, list)}

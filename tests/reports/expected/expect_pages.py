@@ -197,7 +197,7 @@ class Pages(Readable):
 class PlainText(Readable):
     def produce(self):
         self.lines = []
-        for line in filter(None, self.company_lines()):
+        for line in filter(has_words, self.company_lines()):
             self.centred(line)
         self.lines.append("=" * WIDTH)
         self.centred("INSPECTION REPORT")
@@ -210,12 +210,13 @@ class PlainText(Readable):
         for _, title, is_found, steps in self.reported:
             if not is_found:
                 continue
+            title = title if has_words(title) else "(no name)"
             self.heading("".join(c.upper() if len(c.upper()) == 1 and c.upper() in LARGE else c for c in title))
             for step in steps:
                 self.step(step)
         self.section("DEFINITION OF TERMS", self.options["DefinitionOfTerms"])
         self.section("TERMS OF THIS REPORT", self.options["FinePrint"])
-        if self.options["FooterText"]:
+        if has_words(self.options["FooterText"]):
             self.lines += ["", "=" * WIDTH]
             self.centred(self.options["FooterText"])
         return "\r\n".join(self.lines + [""]).encode("latin-1")
@@ -234,7 +235,7 @@ class PlainText(Readable):
         self.lines += ["", *lines, "-" * max(map(len, lines))]
 
     def section(self, title, text):
-        if text:
+        if has_words(text):
             self.heading(title)
             self.hanging("", 0, text)
 
@@ -252,6 +253,10 @@ class PlainText(Readable):
     def centred(self, text):
         for line in wrapped(text, WIDTH):
             self.lines.append(" " * ((WIDTH - len(line)) // 2) + line)
+
+
+def has_words(text):
+    return re.search("[^\x00- \x7f-\x9f\ufffe\uffff]", text) is not None
 
 
 def wrapped(text, width):
