@@ -42,6 +42,7 @@ constexpr double kHeadingPoints = 12;
 constexpr int kShareOfWords = 8;          // title and message are at most this part of the window's height
 constexpr qsizetype kLongestTitle = 300;  // letters
 constexpr qsizetype kLongestMessage = 600;
+constexpr char kStaysHere[] = "What you entered could not be stored yet. It stays here until it is.";
 constexpr int kTopMargin = 8;
 constexpr int kTopSpacing = 14;
 
@@ -156,7 +157,7 @@ void CMainFrame::AddScreen(Screen& screen) {
   screen.onStored = [this](bool stored) {
     const bool isNews = stored == m_IsNotStored;
     m_IsNotStored = !stored;
-    if (isNews && stored) m_Told.clear();
+    if (isNews && stored && m_Told == QLatin1String(kStaysHere)) m_Told.clear();
     if (isNews) ShowMessage();
   };
   m_Stack->addWidget(&screen);
@@ -410,7 +411,7 @@ bool CMainFrame::MayLeave() {
 }
 
 bool CMainFrame::TellNotStored() {
-  Tell(QStringLiteral("What you entered could not be stored yet. It stays here until it is."));
+  Tell(QLatin1String(kStaysHere));
   return false;
 }
 

@@ -50,7 +50,7 @@ void VisitScreens::Connect() {
       m_Unfinished->OnShow();
       return;
     }
-    OpenSheet(step.categoryID, step.stepID, std::nullopt);
+    OpenSheet(step.categoryID, step.stepID, std::nullopt, step.Where());
     m_Unfinished->OnShow();
   };
 }
@@ -80,7 +80,8 @@ bool VisitScreens::IsAtCategory(const Screen& screen) const {
   return m_Document.Categories().m_CategoryID == (isForm ? m_Form->CategoryID() : m_Steps->CategoryID());
 }
 
-bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
+bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab,
+                             std::optional<editing::StepSheet::Page> page) {
   editing::ui::CStepPropertySheet sheet(m_Document, &m_Window);
   sheet.onStepShown = [&] {
     SetPlace({sheet.Logic().CategoryID(), sheet.Logic().StepID()});
@@ -90,6 +91,7 @@ bool VisitScreens::OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::
     m_Document.GetWorkspace().InspectionConnection().ReportVanishedRow(u"Step");
     return false;
   }
+  if (page) sheet.ShowPage(*page);
   m_Sheet = &sheet;
   const bool accepted = sheet.exec() == QDialog::Accepted;
   m_Sheet = nullptr;
@@ -147,7 +149,7 @@ void VisitScreens::OpenNextUnfinished() {
   }
   if (!ShowCategory(next->categoryID) || next->stepID == 0) return;
   m_Steps->SelectStep(next->stepID);
-  OpenSheet(next->categoryID, next->stepID, std::nullopt);
+  OpenSheet(next->categoryID, next->stepID, std::nullopt, next->Where());
   m_Steps->OnShow();
 }
 

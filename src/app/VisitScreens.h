@@ -56,7 +56,9 @@ private:
   void Connect();
   bool ShowCategory(std::int32_t categoryID);
   void SetPlace(const editing::PlaceInVisit& place);
-  bool OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
+  // On `page`, where one is given and the step has it.
+  bool OpenSheet(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab,
+                 std::optional<editing::StepSheet::Page> page = std::nullopt);
 
   inspection::CInspectorDoc& m_Document;
   QWidget& m_Window;

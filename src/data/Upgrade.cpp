@@ -70,6 +70,8 @@ const std::vector<MakeTable>& TablesInOrder() {
 }
 
 constexpr char kBeforeUpgrade[] = ".before-5.0";
+constexpr std::size_t kBlock = 1 << 16;  // bytes that are copied at a time
+constexpr TextView kCancelled = u"The copy was cancelled.";
 
 constexpr TextView kQuestion =
     u"Warning! The Structure you are using needs to be updated in order to work with this version of "
@@ -110,13 +112,14 @@ Text KeepCopy(Connection& connection, device::Files& files, const std::string& s
         u"left as it is. Close that program, then try again.",
         device::FromUtf8(file.string()));
   const auto output = files.Create(target);
-  std::vector<char> block(1 << 16);
+  std::vector<char> block(kBlock);
   std::int64_t count = 0;
   bool written = true;
   for (std::int64_t at = 0; written; at += count) {
     count = connection.ReadFile(at, block.data(), static_cast<int>(block.size()));
     if (count <= 0) break;
-    if (progress && progress->Cancelled()) return u"The copy was cancelled.";
+    if (progress && progress->Cancelled()) return Text(kCancelled);
+    if (progress) progress->Step();
     written = output->Write(std::string_view(block.data(), static_cast<std::size_t>(count)));
   }
   if (count < 0) {
@@ -132,7 +135,7 @@ Text KeepCopy(Connection& connection, device::Files& files, const std::string& s
         name, device::FromUtf8(output->Error()));
   }
   if (copy) *copy = target;
-  return {};
+  return progress && progress->Cancelled() ? Text(kCancelled) : Text();
 }
 
 namespace {
@@ -141,18 +144,25 @@ namespace {
 UpgradeResult KeepBoth(Workspace& workspace) {
   const device::Machine& machine = workspace.GetMachine();
   std::vector<std::filesystem::path> copies;
+  Connection* const both[] = {&workspace.GetDatabases().Template(), &workspace.GetDatabases().Inspection()};
   auto progress = machine.prompts.OpenProgress(u"Keeping a copy...", true);
-  for (Connection* connection :
-       {&workspace.GetDatabases().Template(), &workspace.GetDatabases().Inspection()}) {
+  std::uintmax_t blocks = 0;
+  for (const Connection* connection : both) {
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(connection->File(), unknown);
+    if (!unknown) blocks += (size + kBlock - 1) / kBlock;
+  }
+  progress->SetRange(0, static_cast<int>(blocks));
+  for (Connection* connection : both) {
     progress->SetStatus(device::FromUtf8(connection->File().filename().string()));
     const Text problem =
         KeepCopy(*connection, machine.files, kBeforeUpgrade, &copies.emplace_back(), progress.get());
     if (problem.empty()) continue;
     const bool isCancelled = progress->Cancelled();
     progress.reset();  // before a box asks for a tap
-    if (!isCancelled) return Say(workspace, problem);
     for (const std::filesystem::path& copy : copies)
       if (!copy.empty()) machine.files.Remove(copy);
+    if (!isCancelled) return Say(workspace, problem);
     device::Alert(machine.prompts, u"Cancelled. Nothing was changed.");
     return UpgradeResult::Refused;
   }

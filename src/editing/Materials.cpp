@@ -69,7 +69,10 @@ bool MaterialOffers::HasAny(std::int32_t stepTemplateID) {
   data::MaterialTemplateTable materials(*m_Databases);
   materials.OpenSQL(device::Format(u"SELECT * FROM MaterialTemplate WHERE StepID = %d ORDER BY MaterialOrder",
                                    stepTemplateID));
-  if (materials.Failed()) return false;
+  if (materials.Failed()) {
+    m_Failed = true;
+    return false;
+  }
   return m_Known.emplace(stepTemplateID, materials.RecordCount() > 0).first->second;
 }
 

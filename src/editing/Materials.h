@@ -27,11 +27,14 @@ Text MaterialsForDisplay(TextView stored);
 class MaterialOffers {
 public:
   explicit MaterialOffers(data::Databases& databases) : m_Databases(&databases) {}
+  // False, too, for one that could not be looked up: Failed then.
   bool HasAny(std::int32_t stepTemplateID);
+  bool Failed() const { return m_Failed; }
 
 private:
   data::Databases* m_Databases;
   std::map<std::int32_t, bool> m_Known;
+  bool m_Failed = false;
 };
 
 // A gap that nobody has filled in one of the materials.

@@ -29,8 +29,8 @@ bool MissingPictures::IsLackedBy(TextView comment) {
 }
 
 bool MissingPictures::IsLackedBy(const data::StepTable& step) {
-  return (!step.m_BitmapPath.empty() && IsMissing(step.m_BitmapPath)) ||
-         IsLackedBy(TextView(step.m_Comments)) || IsLackedBy(TextView(step.m_SummaryComment));
+  return IsLackedOn(step) || IsLackedBy(TextView(step.m_Comments)) ||
+         IsLackedBy(TextView(step.m_SummaryComment));
 }
 
 }  // namespace inspector::editing

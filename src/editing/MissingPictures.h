@@ -18,6 +18,10 @@ public:
   // The step's own picture, or one that a tag of its comments names, is not there. A tag that names nothing
   // is no picture.
   bool IsLackedBy(const data::StepTable& step);
+  // The step's own picture alone.
+  bool IsLackedOn(const data::StepTable& step) {
+    return !step.m_BitmapPath.empty() && IsMissing(step.m_BitmapPath);
+  }
 
 private:
   bool IsMissing(const Text& path);

@@ -83,8 +83,9 @@ StepEditing::Result StepEditing::AddMaterial(std::int32_t stepID, TextView mater
   };
   Text entered = device::StripLeadingControls(material);
   if (!HasWords(entered) || HasUnfilledGap(entered)) return Result::NotOffered;
-  std::optional<std::size_t> box =
-      find([&](const MaterialBox& each) { return !each.IsFree() && each.caption == entered; });
+  std::optional<std::size_t> box = find([&](const MaterialBox& each) {
+    return !each.IsFree() && each.caption == entered && !FindPlaceholder(each.caption);
+  });
   const auto isFilled = [&](const MaterialBox& each) {
     return FindPlaceholder(each.offered) && IsFilledFrom(entered, each.offered, true);
   };

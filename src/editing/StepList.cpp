@@ -117,7 +117,7 @@ std::optional<StepList::Row> StepList::RowAt(int row) {
       m_List.m_Materials.empty() && !shown.hasMaterials ? Text(kNone) : Done(!m_List.m_Materials.empty());
   shown.gapInMaterials = shown.hasMaterials && HasGapInMaterials(m_List.m_Materials);
   shown.comments = Done(!m_List.m_Comments.empty());
-  shown.gapInComments = HasGapInComment(m_List.m_Comments);
+  shown.gapInComments = HasGapInComment(m_List.m_Comments) || HasGapInComment(m_List.m_SummaryComment);
   shown.picture = Done(!m_List.m_BitmapPath.empty());
   shown.lacksPicture = m_Pictures->IsLackedBy(m_List);
   shown.hasInfo = m_List.m_StepInfoExists != 0;

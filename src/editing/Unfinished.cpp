@@ -31,11 +31,18 @@ Text UnfinishedStep::Reasons() const {
   add(stepID == 0, u"not opened yet");
   add(needsRating, u"no rating");
   add(needsComment, u"the rating asks for a comment");
-  add(hasGap, u"a gap (^) is not filled");
+  add(hasGap || hasGapInMaterials, u"a gap (^) is not filled");
   add(lacksPicture, u"a picture is missing");
   if (!reasons.empty() && reasons.front() >= u'a' && reasons.front() <= u'z')
     reasons.front() = static_cast<char16_t>(reasons.front() - u'a' + u'A');
   return reasons;
+}
+
+std::optional<StepSheet::Page> UnfinishedStep::Where() const {
+  if (needsRating) return std::nullopt;
+  if (needsComment || hasGap) return StepSheet::Page::Comments;
+  if (hasGapInMaterials) return StepSheet::Page::Materials;
+  return lacksOwnPicture ? StepSheet::Page::Picture : StepSheet::Page::Comments;
 }
 
 Unfinished::Unfinished(data::Workspace& workspace, std::int32_t inspectionID)
@@ -64,6 +71,7 @@ bool Unfinished::Refresh() {
   data::Databases& databases = m_Workspace.GetDatabases();
   const data::ReadScope reading(databases.Inspection());
   m_Pictures.emplace(m_Workspace);
+  m_Offers = MaterialOffers(databases);
   m_Categories.clear();
   m_StepOrder.clear();
   m_Steps.clear();
@@ -77,7 +85,7 @@ bool Unfinished::Refresh() {
     m_Categories.push_back(categories.m_CategoryID);
     complete = AddCategory(categories) && complete;
   }
-  return complete && !categories.Failed();
+  return complete && !categories.Failed() && !m_Offers.Failed();
 }
 
 bool Unfinished::AddCategory(const data::CategoryTable& category) {
@@ -97,6 +105,8 @@ bool Unfinished::AddCategory(const data::CategoryTable& category) {
     step.needsRating = IsEmpty(steps.m_InspectResult);
     step.needsComment = !step.needsRating && NeedsComment(steps);
     step.hasGap = HasGap(steps);
+    step.hasGapInMaterials = MayFillMaterials(steps);
+    step.lacksOwnPicture = m_Pictures->IsLackedOn(steps);
     step.lacksPicture = m_Pictures->IsLackedBy(steps);
     if (!step.IsAny()) continue;
     step.stepID = steps.m_StepID;
@@ -111,6 +121,7 @@ std::optional<std::map<std::int32_t, Unfinished::Left>> Unfinished::CountByCateg
   data::Databases& databases = m_Workspace.GetDatabases();
   const data::ReadScope reading(databases.Inspection());
   m_Pictures.emplace(m_Workspace);
+  m_Offers = MaterialOffers(databases);
   bool complete = ReadChoices();
   std::map<std::int32_t, Left> left;
   data::CategoryTable categories(databases);
@@ -118,7 +129,8 @@ std::optional<std::map<std::int32_t, Unfinished::Left>> Unfinished::CountByCateg
   for (int n = 0; n < categories.RecordCount(); ++n)
     if (categories.GetRecord(n) && !categories.m_NotPresentFlag && categories.m_Type != kFormCategory)
       complete = CountIn(categories, left[categories.m_CategoryID]) && complete;
-  return complete && !categories.Failed() ? std::optional(std::move(left)) : std::nullopt;
+  return complete && !categories.Failed() && !m_Offers.Failed() ? std::optional(std::move(left))
+                                                                : std::nullopt;
 }
 
 // A step without a rating counts whatever else it wants. Of those with one only few have to be read: no words
@@ -138,18 +150,22 @@ bool Unfinished::CountIn(const data::CategoryTable& category, Left& left) {
   rated.OpenSQL(Format(
       u"SELECT * FROM %s WHERE (CategoryID = %d) AND (InspectResult >= \" \") AND ((Comments < \"!\") OR "
       u"(BitmapPath > \"\") OR (Comments LIKE \"%%***%%\") OR (SummaryComment LIKE \"%%***%%\") OR "
-      u"(Comments LIKE \"%%^%%^%%\") OR (Materials LIKE \"%%^%%^%%\"))",
+      u"(Comments LIKE \"%%^%%^%%\") OR (SummaryComment LIKE \"%%^%%^%%\") OR (Materials LIKE \"%%^%%^%%\"))",
       rated.TableName(), category.m_CategoryID));
   for (int row = 0; row < rated.RecordCount(); ++row)
-    if (rated.GetRecord(row) && (NeedsComment(rated) || HasGap(rated) || m_Pictures->IsLackedBy(rated)))
+    if (rated.GetRecord(row) &&
+        (NeedsComment(rated) || HasGap(rated) || MayFillMaterials(rated) || m_Pictures->IsLackedBy(rated)))
       ++left.steps;
   return !rated.Failed();
 }
 
-// What stands among the materials of a step that offers none cannot be changed any more.
 bool Unfinished::HasGap(const data::StepTable& step) {
-  return HasGapInComment(step.m_Comments) ||
-         (HasGapInMaterials(step.m_Materials) && m_Offers.HasAny(step.m_StepTemplateID));
+  return HasGapInComment(step.m_Comments) || HasGapInComment(step.m_SummaryComment);
+}
+
+// What stands among the materials of a step that offers none cannot be changed any more.
+bool Unfinished::MayFillMaterials(const data::StepTable& step) {
+  return HasGapInMaterials(step.m_Materials) && m_Offers.HasAny(step.m_StepTemplateID);
 }
 
 bool Unfinished::NeedsComment(const data::StepTable& step) const {

@@ -11,6 +11,7 @@
 #include "data/Workspace.h"
 #include "editing/Materials.h"
 #include "editing/MissingPictures.h"
+#include "editing/StepSheet.h"
 
 namespace inspector::editing {
 
@@ -25,10 +26,14 @@ struct UnfinishedStep {
   Text title;
   bool needsRating = false;
   bool needsComment = false;  // its rating asks for one
-  bool hasGap = false;        // its comments or materials have a gap to fill
-  bool lacksPicture = false;  // a tag, or the step's picture, names a file that is not there
+  bool hasGap = false;        // its comments have a gap to fill
+  bool hasGapInMaterials = false;
+  bool lacksPicture = false;     // a tag, or the step's picture, names a file that is not there
+  bool lacksOwnPicture = false;  // the latter
 
-  bool IsAny() const { return needsRating || needsComment || hasGap || lacksPicture; }
+  bool IsAny() const { return needsRating || needsComment || hasGap || hasGapInMaterials || lacksPicture; }
+  // The page of its sheet where that is done; nothing where any will do.
+  std::optional<StepSheet::Page> Where() const;
   // "No rating, a picture is missing"
   Text Reasons() const;
 };
@@ -62,7 +67,8 @@ public:
 private:
   bool ReadChoices();
   bool NeedsComment(const data::StepTable& step) const;
-  bool HasGap(const data::StepTable& step);
+  static bool HasGap(const data::StepTable& step);
+  bool MayFillMaterials(const data::StepTable& step);
   bool AddCategory(const data::CategoryTable& category);
   bool CountIn(const data::CategoryTable& category, Left& left);
 

@@ -16,6 +16,8 @@ void Menu::Fit(int width) {
   setFont(QFont());
   if (sizeHint().width() <= width) return;
   for (QAction* const action : actions()) {
+    // Another menu that is open may have taken them.
+    if (action->shortcuts().isEmpty()) continue;
     m_Keys.emplace_back(action, action->shortcuts());
     action->setShortcuts(QList<QKeySequence>());
   }
@@ -24,7 +26,7 @@ void Menu::Fit(int width) {
 
 void Menu::PutKeysBack() {
   for (const auto& [action, keys] : std::exchange(m_Keys, {}))
-    if (actions().contains(action)) action->setShortcuts(keys);
+    if (action) action->setShortcuts(keys);
 }
 
 }  // namespace inspector::device::ui

@@ -1,7 +1,9 @@
 // A menu that is never wider than the window it belongs to.
 #pragma once
 
+#include <QAction>
 #include <QMenu>
+#include <QPointer>
 #include <vector>
 
 namespace inspector::device::ui {
@@ -17,7 +19,8 @@ private:
   void PutKeysBack();
 
   // Of the entries, while the menu is open without them: it would leave room for keys that it does not show.
-  std::vector<std::pair<QAction*, QList<QKeySequence>>> m_Keys;
+  // One that has left the menu meanwhile gets its own back, too.
+  std::vector<std::pair<QPointer<QAction>, QList<QKeySequence>>> m_Keys;
 };
 
 }  // namespace inspector::device::ui

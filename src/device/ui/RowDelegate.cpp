@@ -13,6 +13,7 @@ namespace {
 constexpr int kCheckSize = 24;
 constexpr int kMargins = 8;        // beside the words of a cell
 constexpr double kSmallest = 0.5;  // of the size of a cell's words
+constexpr double kReadable = 0.8;  // of the usual size, whatever a cell has
 constexpr double kSmaller = 0.96;  // one step towards it
 constexpr int kLongestName = 40;   // letters: what is longer is read as a text, at one size
 constexpr QChar kMayEnd(0x200B);   // a line may end here
@@ -86,7 +87,7 @@ void RowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInde
 // Until no word is wider; not at all when that would take too small a size.
 void RowDelegate::ShrinkWords(QStyleOptionViewItem& option, int width) {
   QFont font = option.font;
-  const double least = font.pointSizeF() * kSmallest;
+  const double least = std::max(font.pointSizeF() * kSmallest, kUsualPoints * kReadable);
   while (WidthOfLongestWord(option.text, QFontMetrics(font)) > width) {
     if (font.pointSizeF() * kSmaller < least) return;
     font.setPointSizeF(font.pointSizeF() * kSmaller);

@@ -135,6 +135,7 @@ void CCommentsPage::ShowStep() {
   m_Editing.ShowStep();
   m_Comment->Load(m_Sheet.Draft().comments);
   m_Comment->moveCursor(QTextCursor::End);
+  m_Editing.SaveSelection(m_Comment->StoredSelection());  // where one sees it, also before one was there
   m_Summary->Load(m_Sheet.Draft().summaryComment);
   m_Pictures->BeginStep();
   m_Pictures->ShowPicturesOf(m_Sheet.Draft().comments);

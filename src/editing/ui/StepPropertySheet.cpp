@@ -136,12 +136,15 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
 bool CStepPropertySheet::OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab) {
   if (!m_Sheet.Open(categoryID, stepID)) return false;
   ShowStep();
-  const StepSheet::Page page = tab ? m_Sheet.PageAt(*tab) : m_Sheet.DefaultPage();
+  ShowPage(tab ? m_Sheet.PageAt(*tab) : m_Sheet.DefaultPage());
+  return true;
+}
+
+void CStepPropertySheet::ShowPage(StepSheet::Page page) {
   for (std::size_t n = 0; n < m_Sheet.Pages().size(); ++n)
     if (m_Sheet.Pages()[n] == page) m_Tabs->setCurrentIndex(static_cast<int>(n));
   // Who is asked to explain a rating types at once; in the rating the letters would choose another one.
   if (page == StepSheet::Page::Comments) m_Comments->BeginTyping();
-  return true;
 }
 
 void CStepPropertySheet::ShowStep() {

@@ -30,6 +30,8 @@ public:
   // On the page that stands at `tab` among those the step has; without, on the option's. False when there is
   // no such step.
   bool OpenStep(std::int32_t categoryID, std::int32_t stepID, std::optional<int> tab);
+  // Where the step has that page.
+  void ShowPage(StepSheet::Page page);
   StepSheet& Logic() { return m_Sheet; }
   // The person left with the command that leads to the next unfinished step.
   bool WantsNextUnfinished() const { return m_WantsNextUnfinished; }
