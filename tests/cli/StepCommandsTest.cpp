@@ -3,12 +3,11 @@
 namespace inspector::cli {
 namespace {
 
-using device::Text;
 using ::testing::Contains;
 
 // Inspection 1001 of type House: categories 1000 Roof, 1001 Cellar, 1002 Safety, 1003 Checklist, 1004 Attic.
 // Opening Roof makes the steps 1000 to 1002.
-class StepCommandsTest : public tests::CommandLineTest {
+class StepCommandsTest : public CommandLineTest {
 protected:
   void SetUp() override {
     CommandLineTest::SetUp();
@@ -67,8 +66,8 @@ TEST_F(StepCommandsTest, AnyTextIsAText) {
   const Text behind = u"-x  NAME=VALUE  [a]  \"q\"  it is  --yes and --json";
   Out("comment 1002 -- --json");
   EXPECT_THAT(Outline(1001),
-              ::testing::IsSupersetOf({u"  20.1|Shingles" + before + u"--  " + behind,
-                                       u"  20.2|Gutters" + before + behind, Text(u"  20.3|Notes|||--json")}));
+              IsSupersetOf({u"  20.1|Shingles" + before + u"--  " + behind,
+                            u"  20.2|Gutters" + before + behind, Text(u"  20.3|Notes|||--json")}));
   for (const std::string wrong : {"1002 --jsn", "1002", "1002 one two", "x one", "99999999999 one"})
     ExpectRefused(2, "comment " + wrong);
 }

@@ -10,8 +10,6 @@
 namespace inspector::tests {
 namespace {
 
-using ::testing::EndsWith;
-
 constexpr const char16_t* kUpdateRequired = u"Update Required";
 
 class UpgradeTest : public StoreTest {
@@ -31,7 +29,7 @@ protected:
         "'', 9, 0, 'Heating')");
     m_Before = {ContentOf(TemplateFile()), ContentOf(InspectionFile())};
   }
-  StartUpResult StartAndAnswer(device::Answer answer) {
+  StartUpResult StartAndAnswer(Answer answer) {
     m_Prompts.Queue(kUpdateRequired, answer);
     return Start().result;
   }
@@ -139,7 +137,7 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
   for (const data::TableLayout& layout : data::AllLayouts())
     EXPECT_EQ(Table(layout.name, layout.database)->CheckStructure(m_Prompts),
               TableRecordset::StructureResult::Sound)
-        << device::ToUtf8(layout.name);
+        << ToUtf8(layout.name);
 }
 
 // A table class with any columns.
@@ -164,7 +162,7 @@ protected:
     m_Prompts.Forget();
     EXPECT_EQ(Check(columns), TableRecordset::StructureResult::Fatal);
     ASSERT_FALSE(m_Prompts.Messages().empty());
-    EXPECT_THAT(device::ToUtf8(m_Prompts.Messages()[0].text), ::testing::StartsWith(says));
+    EXPECT_THAT(ToUtf8(m_Prompts.Messages()[0].text), StartsWith(says));
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Hand);
   }
 

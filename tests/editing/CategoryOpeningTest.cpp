@@ -1,12 +1,12 @@
 #include "editing/CategoryOpening.h"
 
 #include "editing/Completeness.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class CategoryOpeningTest : public tests::VisitTest {
+class CategoryOpeningTest : public VisitTest {
 protected:
   const std::int32_t m_Key = m_Device.Visit(u"House");
 };
@@ -46,10 +46,10 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
                                    {"CategoryStep", 1},
                                    {"CategoryTemplate", 1},
                                    {"FieldTemplate", 4}}) {
-    const tests::MissingTable missing(m_Device, table);
+    const MissingTable missing(m_Device, table);
     EXPECT_FALSE(open(row)) << table;
   }
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step WHEN new.StepNumber = '20.3'"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step WHEN new.StepNumber = '20.3'"));
   EXPECT_FALSE(open(1));
   EXPECT_EQ(m_Device.Outline(m_Key), before);
 }

@@ -1,13 +1,12 @@
 #include "editing/CommentReview.h"
 
 #include "editing/Unfinished.h"
-#include "support/Lines.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class VisitReviewTest : public tests::VisitTest {
+class VisitReviewTest : public VisitTest {
 protected:
   void SetUp() override {
     // Another visit, which must not be seen.
@@ -22,8 +21,7 @@ protected:
     Find(u"9.1", u"Poor", u"Not a choice of its type.");
   }
   std::int32_t Find(const Text& number, const Text& result, const Text& comments) {
-    m_Device.Enter(number,
-                   "InspectResult = " + tests::Quoted(result) + ", Comments = " + tests::Quoted(comments));
+    m_Device.Enter(number, "InspectResult = " + Quoted(result) + ", Comments = " + Quoted(comments));
     return m_Device.StepKey(number);
   }
 
@@ -35,14 +33,13 @@ protected:
 TEST_F(VisitReviewTest, ShowsCommentedStepsByRating) {
   Find(u"20.3", u"Good", u"");  // without a comment
   CommentReview review(m_Device.GetWorkspace(), m_Visit);
-  EXPECT_EQ(tests::Joined(review.Filters()),
-            u"<All Ratings>|Good|Poor|Good \"as new\"|Yes|No|***Summary Only***");
+  EXPECT_EQ(Joined(review.Filters()), u"<All Ratings>|Good|Poor|Good \"as new\"|Yes|No|***Summary Only***");
   const auto shown = [&review](TextView filter) {
     EXPECT_TRUE(review.SetFilter(filter));
     std::vector<Text> lines;
     for (int n = 0; n < review.RowCount(); ++n)
       lines.push_back(review.RowAt(n).stepNumber + u" " + review.RowAt(n).result);
-    return tests::Joined(lines);
+    return Joined(lines);
   };
   EXPECT_EQ(shown(u"***Summary Only***"), u"20.1 Poor");
   EXPECT_EQ(shown(u"Poor"), u"20.1 Poor|9.1 Poor");
@@ -66,7 +63,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   Unfinished unfinished(m_Device.GetWorkspace(), m_Visit);
   const auto shown = [&unfinished] {
     EXPECT_TRUE(unfinished.Refresh());
-    return tests::Joined(unfinished.Steps(), [](const UnfinishedStep& step) {
+    return Joined(unfinished.Steps(), [](const UnfinishedStep& step) {
       return step.categoryTitle + u" " + step.stepNumber + u": " + step.Reasons();
     });
   };
@@ -77,7 +74,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   EXPECT_EQ(unfinished.Count(), 5);
   EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, 3);
   {
-    const tests::MissingTable missing(m_Device, "RatingChoices");
+    const MissingTable missing(m_Device, "RatingChoices");
     EXPECT_FALSE(unfinished.CountByCategory()) << "not known is not none";
   }
   EXPECT_EQ(unfinished.NextAfter({})->categoryTitle, u"Attic") << "the first, when the place is unknown";
@@ -104,8 +101,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
     ASSERT_TRUE(unfinished.Refresh());
     const UnfinishedStep& first = unfinished.Steps()[1];
     EXPECT_EQ(first.stepNumber == u"20.1" ? first.Reasons() : u"", reason);
-    EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, reason.empty() ? 1 : 2)
-        << device::ToUtf8(comment);
+    EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, reason.empty() ? 1 : 2) << ToUtf8(comment);
   }
 }
 

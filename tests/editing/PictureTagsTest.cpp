@@ -2,13 +2,10 @@
 
 #include "editing/PictureAttachment.h"
 #include "editing/PictureTagText.h"
-#include "support/Lines.h"
 #include "support/TestSupport.h"
 
 namespace inspector::editing {
 namespace {
-
-using device::ToUtf8;
 
 TEST(PictureTagsTest, WordsAndTagsArePartedInTheirOrder) {
   for (const auto& [text, words, tags] : std::vector<std::tuple<Text, Text, std::vector<Text>>>{
@@ -112,7 +109,7 @@ TEST(PictureTagTextTest, ARepeatedTagIsOnePicture) {
             u"***Picture-1**** x ***Picture-2***");
 }
 
-class AttachmentTest : public ::testing::Test, protected tests::ScriptedMachine {};
+class AttachmentTest : public ::testing::Test, protected ScriptedMachine {};
 
 TEST_F(AttachmentTest, ANameCanStandInATag) {
   for (const auto& [original, name] : std::vector<std::pair<Text, Text>>{
@@ -146,10 +143,10 @@ TEST_F(AttachmentTest, CopiesStandInTheInspectionsOwnFolder) {
   EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"wall.jpg", "three"), std::nullopt);
   EXPECT_EQ(m_Faults.Count(), 1);
   const std::map<std::string, std::string> stored = {{"roof.jpg", "one"}, {"roof-2.jpg", "two"}};
-  EXPECT_EQ(tests::FilesBelow(onHost), stored);
+  EXPECT_EQ(FilesBelow(onHost), stored);
   EXPECT_EQ(PicturePathOf(m_Paths, onHost / "roof.jpg"), folder + u"roof.jpg");
   for (const std::string& elsewhere : {std::string("/elsewhere"), m_Folder.Path().native() + "x"})
-    EXPECT_EQ(PicturePathOf(m_Paths, elsewhere + "/a.jpg"), device::FromUtf8(elsewhere + "/a.jpg"));
+    EXPECT_EQ(PicturePathOf(m_Paths, elsewhere + "/a.jpg"), FromUtf8(elsewhere + "/a.jpg"));
 }
 
 TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
@@ -158,11 +155,10 @@ TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
   const Text comment =
       u"***Picture-1;Scaling=30*** ***Picture-9*** ***Path=\\pictures\\ROOF.jpg*** ***Path=\\no.jpg*** "
       u"***odd***";
-  EXPECT_EQ(tests::Joined(PicturesOfComment(comment, card, m_Machine),
-                          [](const CommentPicture& picture) {
-                            return picture.path + (picture.missing ? u" missing " : u" ") +
-                                   device::Decimal(picture.scaling);
-                          }),
+  EXPECT_EQ(Joined(PicturesOfComment(comment, card, m_Machine),
+                   [](const CommentPicture& picture) {
+                     return picture.path + (picture.missing ? u" missing " : u" ") + Decimal(picture.scaling);
+                   }),
             u"\\Card\\a.jpg 30| missing 100|\\pictures\\ROOF.jpg 100|\\no.jpg missing 100")
       << "a tag of another kind names no picture";
 }

@@ -8,15 +8,13 @@
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
-
 constexpr auto kStepName = u"Enter the name for the new duplicated step:";
 constexpr auto kDeleteAll = u"Would you like to delete all inspections.";
 constexpr auto kSinceThen =
     u"Something was entered in this visit since then, and would be taken back too. Do you wish to proceed?";
 
 // A house with its roof opened and a foreign program's column, and a condo; the house's roof is current.
-class UndoTest : public tests::VisitTest {
+class UndoTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Device.RunInVisits(
@@ -54,7 +52,7 @@ protected:
   const std::int32_t m_Checklist = m_Device.OpenCategory(u"Checklist");
   const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   const std::int32_t m_Condo = m_Device.Visit(u"Condo");
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   std::optional<inspection::UndoLog> m_Log;
   inspection::InspectionOverview m_Overview{Document()};
   CategoryList m_Categories{Document(), m_Dialogs};
@@ -84,7 +82,7 @@ TEST_F(UndoTest, EveryActionLeavesNoTraceOnceTakenBack) {
            {u"Duplicate Inspection", -1, [&] { m_Overview.OnDuplicate(row()); }},
            {u"Delete", -1, [&] { m_Overview.OnDelete(row(), 1); }},
            {u"Delete All", -1, deleteSome}}) {
-    SCOPED_TRACE(device::ToUtf8(action));
+    SCOPED_TRACE(ToUtf8(action));
     ShowRoof();
     const std::string before = Everything();
     work();
@@ -103,10 +101,10 @@ TEST_F(UndoTest, RefusedActionsLeaveWhatCouldBeTakenBackAndWhatWasEnteredSinceIs
   EXPECT_TRUE(m_Steps.ApplyDefaults());
   Prompts().QueueText(kStepName, std::nullopt);
   EXPECT_FALSE(m_Steps.DuplicateStep(0));
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step"));
   Prompts().QueueText(kStepName, u"Porch");
   EXPECT_FALSE(m_Steps.DuplicateStep(0));
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   m_Device.RunInVisits("UPDATE Step SET Comments = 'Loose.'");
   const std::string since = Everything();
   Prompts().Queue(kSinceThen, Answer::No);
@@ -125,10 +123,10 @@ TEST_F(UndoTest, DeletedInspectionsComeBackBesideNewOnesAndAFailureChangesNothin
   EXPECT_TRUE(Document().DeleteAllInspections());
   const std::int32_t other = m_Device.Visit(u"Condo");
   const std::string since = Everything();
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step"));
   EXPECT_EQ(Undo(false), u"Delete All");
   EXPECT_EQ(Everything(), since);
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   Undo();
   EXPECT_EQ(m_Device.Outline(m_House), house);
   EXPECT_EQ(m_Device.Outline(m_Condo), condo);

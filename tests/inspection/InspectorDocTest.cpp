@@ -7,15 +7,11 @@
 namespace inspector::inspection {
 namespace {
 
-using device::Answer;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
-class InspectorDocTest : public tests::VisitTest {
+class InspectorDocTest : public VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    return device::FromUtf8(InVisits(
+    return FromUtf8(InVisits(
         "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
         std::to_string(key)));
   }
@@ -168,8 +164,7 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   const auto before = m_Device.Outline(key);
   for (const auto& [kind, breaks, repairs] :
        {std::tuple{data::DatabaseKind::Inspection,
-                   tests::NoRoomFor("INSERT ON Category WHEN new.CategoryTitle = 'Safety'"),
-                   tests::kRoomAgain},
+                   NoRoomFor("INSERT ON Category WHEN new.CategoryTitle = 'Safety'"), kRoomAgain},
         {data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
          "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
     m_Device.Run(kind, breaks);
@@ -264,7 +259,7 @@ TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspectionOrWhatCancelKept) {
 TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  m_Device.RunInVisits(tests::NoRoomFor("DELETE ON Inspection WHEN old.InspectionID = 1000"));
+  m_Device.RunInVisits(NoRoomFor("DELETE ON Inspection WHEN old.InspectionID = 1000"));
   EXPECT_FALSE(DeleteAll());
   ExpectRows(counts);
   EXPECT_EQ(Document().Categories().RecordCount(), 5) << "what could not be deleted stays current";
@@ -284,7 +279,7 @@ TEST(DefaultCommentTest, AddsTheSentenceBehindTheBracket) {
   for (const auto& [before, comment, after] : kCases) {
     Text text = before;
     AppendDefaultComment(text, comment);
-    EXPECT_EQ(text, after) << device::ToUtf8(comment);
+    EXPECT_EQ(text, after) << ToUtf8(comment);
   }
 }
 

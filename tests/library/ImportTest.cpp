@@ -4,9 +4,6 @@
 namespace inspector::tests {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
-
 using ImportTest = LibraryTest;
 
 TEST_F(ImportTest, ReadsFilesInPathOrderAndRowsInTheirLines) {
@@ -104,7 +101,7 @@ TEST_F(ImportTest, NamesFileLineAndKeyAndChangesNothing) {
   for (const auto& [content, problem] : kCases) {
     const std::string said = ImportText(content);
     EXPECT_THAT(said, StartsWith("library.toml, line " + problem)) << content;
-    EXPECT_THAT(said, testing::EndsWith(" Nothing was changed.")) << content;
+    EXPECT_THAT(said, EndsWith(" Nothing was changed.")) << content;
     EXPECT_EQ(m_Copy, "");
   }
   EXPECT_TRUE(Everything() == before);

@@ -6,9 +6,6 @@
 namespace inspector::tests {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-
 class RoundTripTest : public LibraryTest {
 protected:
   // Exports, imports on a second device, and exports there again.
@@ -17,7 +14,7 @@ protected:
     LibraryDevice other;
     ASSERT_EQ(other.Import(m_Folder / "out"), "");
     const Library after = other.Everything();
-    for (const auto& [name, rows] : Everything()) EXPECT_TRUE(after.at(name) == rows) << device::ToUtf8(name);
+    for (const auto& [name, rows] : Everything()) EXPECT_TRUE(after.at(name) == rows) << ToUtf8(name);
     ASSERT_EQ(other.Export(other.m_Folder / "again"), "");
     EXPECT_EQ(FilesBelow(other.m_Folder / "again"), FilesBelow(m_Folder / "out"));
   }

@@ -7,15 +7,11 @@
 namespace inspector::reports {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
-using tests::ContentOf;
-
 const std::string kJpeg = "\xFF\xD8\xFF";
 const std::string kRoof = kJpeg + "the roof";
 const std::string kMended = kJpeg + "the roof, mended";
 
-class HtmlReportTest : public tests::ReportTest {
+class HtmlReportTest : public ReportTest {
 protected:
   using Folder = std::optional<std::filesystem::path>;
 
@@ -42,7 +38,7 @@ protected:
     EXPECT_THAT(m_Prompts.Last(), HasSubstr(says));
   }
   void Comment(const std::string& words) { RunInVisits("UPDATE Step SET Comments = '" + words + "'"); }
-  std::map<std::string, std::string> Files() const { return tests::FilesBelow(m_Pages); }
+  std::map<std::string, std::string> Files() const { return FilesBelow(m_Pages); }
   std::string Page() const { return ContentOf(m_Pages / "inspection.htm"); }
   bool IsThere(const std::string& name) const { return std::filesystem::exists(m_Pages / name); }
 
@@ -96,7 +92,7 @@ TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
   const auto expectKept = [this](bool pictures) {
     ASSERT_EQ(Write(m_Pages, pictures), ReportResult::Written);
     EXPECT_EQ(ContentOf(m_Pages / "picture1.jpg"), kRoof);
-    EXPECT_THAT(device::ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
+    EXPECT_THAT(ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
   };
   std::filesystem::rename(m_Folder / "shots/roof.jpg", m_Folder / "shots/away.jpg");
   expectKept(true);
@@ -173,13 +169,13 @@ TEST_F(HtmlReportTest, WhatIsNoWholePictureIsLeftOutWithANote) {
     std::filesystem::remove(m_Folder / "shots/gone.jpg");
   });
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
-  EXPECT_THAT(Files(), testing::SizeIs(4)) << "three pages and the roof";
-  EXPECT_THAT(Page(), testing::AllOf(HasSubstr("picture1.jpg"), Not(HasSubstr("picture2.jpg"))));
+  EXPECT_THAT(Files(), SizeIs(4)) << "three pages and the roof";
+  EXPECT_THAT(Page(), AllOf(HasSubstr("picture1.jpg"), Not(HasSubstr("picture2.jpg"))));
   ASSERT_EQ(m_Notes.size(), 6u);
   EXPECT_EQ(m_Notes[0],
             u"The tag ***Foo*** in 2 Eaves is of no kind that a report knows. Correct it, or take it out.");
   for (std::size_t n = 0; n < std::size(files); ++n)
-    EXPECT_TRUE(device::Contains(m_Notes[n + 1], device::FromUtf8(files[n].first) + u".jpg")) << n;
+    EXPECT_TRUE(device::Contains(m_Notes[n + 1], FromUtf8(files[n].first) + u".jpg")) << n;
   EXPECT_EQ(m_Prompts.Messages().size(), 1u) << "an unknown tag is told once in a report";
 }
 

@@ -5,14 +5,7 @@
 namespace inspector::reports {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
-using tests::ContentOf;
-
-class InspectionReportTest : public tests::ReportTest {
+class InspectionReportTest : public ReportTest {
 protected:
   // Three categories with two steps each.
   void SetUp() override {
@@ -37,7 +30,7 @@ protected:
   void ExpectOnlyThere(const std::string& report) {
     std::map<std::string, std::string> expected;
     if (!report.empty()) expected["report.rtf"] = report;
-    EXPECT_EQ(tests::FilesBelow(m_Target.parent_path()), expected);
+    EXPECT_EQ(FilesBelow(m_Target.parent_path()), expected);
   }
 
   std::filesystem::path m_Target = m_Folder / "out" / "report.rtf";
@@ -52,7 +45,7 @@ TEST_F(InspectionReportTest, CancelledAtAnyMomentItLeavesWhatWasThere) {
     for (int step = 0; step <= 3; ++step) {
       m_Prompts.CancelAtStep(step);
       EXPECT_EQ(Write().result, ReportResult::Cancelled) << step;
-      EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|" + device::Decimal(step));
+      EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|" + Decimal(step));
       ExpectOnlyThere(old);
     }
   }

@@ -32,7 +32,7 @@ struct MemoryOutput : device::OutputFile {
   std::string content;
 };
 
-class RtfWriterTest : public tests::ReportTest {
+class RtfWriterTest : public ReportTest {
 protected:
   // What was written since the last call.
   std::string Taken() { return std::exchange(m_Output.content, {}); }
@@ -92,8 +92,8 @@ TEST_F(RtfWriterTest, WhatCannotBeReadLeavesNoHalfGroup) {
   std::filesystem::create_directories(m_Folder / "Card/folder.jpg");
   m_Folder.Put("Card/a.jpg", std::string(kBlock + 5, 'x'));
   for (const Text path : {u"", u"ERROR", u"\\Card\\none.jpg", u"\\Card\\folder.jpg"}) {
-    EXPECT_FALSE(m_Writer.WritePicture(path, 100)) << device::ToUtf8(path);
-    EXPECT_FALSE(m_Writer.WriteLogo(path)) << device::ToUtf8(path);
+    EXPECT_FALSE(m_Writer.WritePicture(path, 100)) << ToUtf8(path);
+    EXPECT_FALSE(m_Writer.WriteLogo(path)) << ToUtf8(path);
   }
   m_Files.FailRead(1);
   EXPECT_FALSE(m_Writer.WritePicture(u"\\Card\\a.jpg", 100));

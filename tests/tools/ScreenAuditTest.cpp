@@ -14,8 +14,6 @@
 namespace inspector::tools {
 namespace {
 
-using ::testing::UnorderedElementsAre;
-
 // Where little has room, the rows have it first.
 bool ShowsTwoRows(const QWidget& window) {
   const QList<QTableView*> lists = window.findChildren<QTableView*>();
@@ -26,7 +24,7 @@ bool ShowsTwoRows(const QWidget& window) {
 }
 
 TEST(ScreenAuditTest, EveryWindowCanBeHeardTouchedReadAndTabbedThrough) {
-  const tests::TemporaryFolder home;
+  const TemporaryFolder home;
   std::ostringstream out;
   std::ostringstream problems;
   ASSERT_EQ(cli::RunCommandLine({"--home", home.Path(), "init", "--sample"}, out, problems), 0)
@@ -46,14 +44,12 @@ TEST(ScreenAuditTest, EveryWindowCanBeHeardTouchedReadAndTabbedThrough) {
       EXPECT_TRUE(!name.starts_with("report") || QSize(480, 480).boundedTo(least) == least) << name;
       return;
     }
-    EXPECT_THAT(tests::ScreenAudit(window, setting.size).Faults(), ::testing::IsEmpty())
-        << name << ", " << setting.name;
+    EXPECT_THAT(ScreenAudit(window, setting.size).Faults(), IsEmpty()) << name << ", " << setting.name;
   };
   ASSERT_TRUE(WalkScreens(home.Path(), kSettings, look));
-  EXPECT_THAT(seen, ::testing::IsSupersetOf({"inspections", "header", "categories", "steps", "form", "step-4",
-                                             "review", "comment-picker", "pickers", "shortcuts", "report",
-                                             "report-categories", "save", "question", "about", "progress",
-                                             "menu-go"}));
+  EXPECT_THAT(seen, IsSupersetOf({"inspections", "header", "categories", "steps", "form", "step-4", "review",
+                                  "comment-picker", "pickers", "shortcuts", "report", "report-categories",
+                                  "save", "question", "about", "progress", "menu-go"}));
 }
 
 // What is looked for is found: a window with every fault.
@@ -78,7 +74,7 @@ TEST(ScreenAuditTest, FindsWhatIsWrong) {
   dialog.show();
   QApplication::processEvents();
   std::vector<std::string> found;
-  for (const std::string& fault : tests::ScreenAudit(dialog, {250, 800}).Faults())
+  for (const std::string& fault : ScreenAudit(dialog, {250, 800}).Faults())
     found.push_back(fault.substr(0, fault.find_first_of(":\"0123456789")));
   EXPECT_THAT(found,
               UnorderedElementsAre("QDialog  is larger than the screen", "QLineEdit nameless has no name",
