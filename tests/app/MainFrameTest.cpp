@@ -1,5 +1,6 @@
 #include "app/MainFrame.h"
 
+#include "device/LastPlace.h"
 #include "device/ui/ListView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
@@ -81,12 +82,20 @@ TEST_F(VisitScreensTest, UnfinishedLeadsToWhatIsLeftAndTheTextStays) {
   EXPECT_NE(Title(), "Unfinished") << "a category that was never opened shows its steps";
   const std::int32_t roof = m_Device.OpenCategory(u"Roof");
   ASSERT_TRUE(m_Frame.Visit().OpenPlace(roof, m_Device.StepKey(u"20.1")));
-  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
+  const std::int32_t gutters = m_Device.StepKey(u"20.2");
+  const device::LastPlace place = {m_Visit, roof, gutters};
+  m_Dialogs.Expect("stepPropertySheet", [&](QDialog& sheet) {
+    device::Registry& registry = m_Device.GetWorkspace().GetMachine().registry;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return device::ReadLastPlace(registry) == place; }))
+        << "kept a moment later, whatever becomes of the program";
     Fill(sheet, "commentBox", "Loose.");
     sheet.reject();
   });
   m_Frame.Visit().OpenNextUnfinished();
-  EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.2")), u"20.2|Gutters|||Loose.") << "the one after 20.1";
+  EXPECT_EQ(m_Device.Finding(gutters), u"20.2|Gutters|||Loose.") << "the one after 20.1";
+  CMainFrame next(Document());
+  next.Restore();
+  EXPECT_EQ(next.Visit().Place().stepID, gutters);
   EXPECT_FALSE(m_Frame.Visit().OpenPlace(99, 0));
 }
 

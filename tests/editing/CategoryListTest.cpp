@@ -185,8 +185,8 @@ TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
   EXPECT_EQ(Outline(5, 6),
             u"21 Shed (Not Present)\n  21.2b|Gutters|Poor|Copper;|Sagging.\n  21.3|Notes|||\n"
             u"22 Roof #3 (Not Present)\n  22.2b|Gutters|Poor|Copper;|Sagging.\n  22.3|Notes|||");
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN "
-                                  "Category USING (CategoryID) WHERE StepNumber = '21.2b'"),
+  EXPECT_EQ(InVisits("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN "
+                     "Category USING (CategoryID) WHERE StepNumber = '21.2b'"),
             "Steep.|Walked on.|Replace.|1");
   // Of a form what was entered.
   m_Device.OpenCategory(u"Checklist");

@@ -15,9 +15,7 @@ protected:
   Result Add(TextView material, StepEditing::MaterialNote* note = nullptr) {
     return m_Editing.AddMaterial(m_Shingles, material, note);
   }
-  Text Materials() {
-    return FromUtf8(m_Device.Visits().Ask("SELECT Materials FROM Step WHERE StepNumber = '20.1'"));
-  }
+  Text Materials() { return FromUtf8(InVisits("SELECT Materials FROM Step WHERE StepNumber = '20.1'")); }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
   const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");

@@ -161,8 +161,8 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
               IsSupersetOf({u"  20.2|Gutters|Good|Copper;|Leaves.", u"  20.2a|Downspouts|||",
                             u"  20.2a|Gutters #2|||", u"  20.2b|Gutters #3|||", u"  20.2ac|Gutters|||"}));
   // The hyphen is dropped, the star kept.
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
-                                  "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
+  EXPECT_EQ(InVisits("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
+                     "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
             "RoofGutters #3*|8|9|\\a.jpg||1|Condition");
   EXPECT_EQ(Duplicate(kGutters, std::nullopt), std::nullopt);
   EXPECT_EQ(m_List.RowCount(), 7);

@@ -15,7 +15,7 @@ protected:
   void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
   Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsRoofComplete() {
-    return m_Device.Visits().Ask("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
+    return InVisits("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }
   bool Tick(std::size_t box, bool ticked = true) { return m_Sheet.TickMaterial(m_Dialogs, box, ticked); }
 
@@ -53,10 +53,9 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
   ASSERT_TRUE(m_Sheet.MoveToNext());
   EXPECT_TRUE(IsRoofComplete());
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor|Wood;|Worn.\r\n\"Twice\"");
-  EXPECT_EQ(
-      m_Device.Visits().Ask("SELECT SummaryComment, MaterialNote, BitmapPath, PictureBefore FROM Step WHERE "
-                            "StepNumber = '20.1'"),
-      "In short.|North side.|\\roof.jpg|1");
+  EXPECT_EQ(InVisits("SELECT SummaryComment, MaterialNote, BitmapPath, PictureBefore FROM Step WHERE "
+                     "StepNumber = '20.1'"),
+            "In short.|North side.|\\roof.jpg|1");
 
   EXPECT_EQ(m_Sheet.Draft().result, u"Good");
   m_Sheet.PickRating(3);  // "<clear>"

@@ -38,7 +38,7 @@ protected:
   std::string Everything() {
     std::string rows;
     for (const char* table : {"Inspection", "Category", "Step", "Field"})
-      rows += m_Device.Visits().Ask(std::string("SELECT rowid, * FROM ") + table + " ORDER BY rowid") + "\n";
+      rows += InVisits(std::string("SELECT rowid, * FROM ") + table + " ORDER BY rowid") + "\n";
     return rows;
   }
   // The action that can be taken back, which is then done, as it is told.

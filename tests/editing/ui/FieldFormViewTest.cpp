@@ -24,7 +24,7 @@ protected:
     ShowOnHandheld(m_View);
   }
   // The values of the fields.
-  std::string Stored() { return m_Device.Visits().Ask("SELECT group_concat(AssignedValue, '|') FROM Field"); }
+  std::string Stored() { return InVisits("SELECT group_concat(AssignedValue, '|') FROM Field"); }
   void Store(const std::string& value, const std::string& field) {
     m_Device.RunInVisits("UPDATE Field SET AssignedValue = " + value + " WHERE FieldLabel = '" + field + "'");
   }
