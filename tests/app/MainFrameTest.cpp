@@ -53,10 +53,10 @@ TEST_F(MainFrameTest, AWrongCounterIsSetRightWhenThePersonSaysSo) {
   RunCommand(frame, "repairCounters");
   EXPECT_TRUE(device::Contains(Prompts().Transcript().back(), u"are right."));
   m_Device.RunInVisits("UPDATE UniqueID SET NextID = 999 WHERE TableName = 'Inspection'");
-  for (const auto answer : {device::Answer::No, device::Answer::Yes}) {
+  for (const auto answer : {Answer::No, Answer::Yes}) {
     Prompts().Queue(u"Caution", answer);
     RunCommand(frame, "repairCounters");
-    EXPECT_EQ(Document().CreateInspection({}).has_value(), answer == device::Answer::Yes)
+    EXPECT_EQ(Document().CreateInspection({}).has_value(), answer == Answer::Yes)
         << "its key would be that of another one";
   }
 }
@@ -108,7 +108,7 @@ TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) 
   EXPECT_EQ(Title(), "Kitchen");
   QCoreApplication::processEvents();
   // The steps of the kitchen were made since.
-  Prompts().Queue(u"Caution", device::Answer::Yes);
+  Prompts().Queue(u"Caution", Answer::Yes);
   PressButton(m_Frame, "undoButton");
   EXPECT_EQ(Title(), "CATEGORY LIST");
   EXPECT_EQ(Document().Categories().RecordCount(), 5);

@@ -31,8 +31,7 @@ TEST_F(OptionsSheetTest, OptionsAreSavedWholeOrRefused) {
     if (name.starts_with(u"ColumnWidth")) value = u"0";
   EXPECT_EQ(m_Form.Save(m_Values), data::OptionsSaved::Done);
   EXPECT_GT(m_Workspace.Options().m_ColumnWidth[0], 0);
-  // The letters' case alone makes it another path.
-  m_Values[u"TemplatePath"] = u"\\my documents\\Template_Data.cdb";
+  m_Values[u"TemplatePath"] = u"\\my documents\\Template_Data.cdb";  // another path by its case alone
   EXPECT_EQ(m_Form.Save(m_Values), data::OptionsSaved::MustQuit);
 }
 

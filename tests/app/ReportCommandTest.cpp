@@ -81,8 +81,15 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
 }
 
 TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
-  m_Device.Put("report.html");
-  Prompts().Queue(u"Caution", device::Answer::Yes);
+  m_Device.Put("report.html", "of last week");
+  Look([this](QDialog& dialog) {
+    ChooseKind(dialog, "Web page in one file");
+    Fill(dialog, "reportTarget", m_Device.Root() / "report.html");
+    Prompts().Queue(u"Caution", Answer::No);
+    dialog.accept();
+  });
+  EXPECT_EQ(ContentOf(m_Device.Root() / "report.html"), "of last week");
+  Prompts().Queue(u"Caution", Answer::Yes);
   Write("Web page in one file", "report.html", QStringLiteral("Open"));
   Write("Web pages in a folder", "pages", QStringLiteral("Open"));
   Write("Web pages on the device", "", QStringLiteral("Open"));

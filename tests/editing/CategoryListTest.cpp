@@ -172,10 +172,9 @@ TEST_F(CategoryListTest, BaseNameEndsBeforeTheCharacterBeforeTheMark) {
 
 TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
   m_Device.OpenCategory(u"Roof");
-  m_Device.Enter(
-      u"20.2",
-      "InspectResult = 'Poor', Comments = 'Sagging.', Materials = 'Copper;', StepNumber = '20.2b', "
-      "SummaryComment = 'Replace.', PictureBefore = 1");
+  m_Device.Enter(u"20.2",
+                 "InspectResult = 'Poor', Comments = 'Sagging.', Materials = 'Copper;', StepNumber = "
+                 "'20.2b', SummaryComment = 'Replace.', PictureBefore = 1");
   m_Device.Enter(u"20.1", "StepTemplateID = 4711");
   m_Device.RunInVisits(
       "UPDATE Category SET Remarks = 'Steep.', NotPresentFlag = 1 WHERE CategoryTitle = 'Roof'");
@@ -185,8 +184,8 @@ TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
   EXPECT_EQ(Outline(5, 6),
             u"21 Shed (Not Present)\n  21.2b|Gutters|Poor|Copper;|Sagging.\n  21.3|Notes|||\n"
             u"22 Roof #3 (Not Present)\n  22.2b|Gutters|Poor|Copper;|Sagging.\n  22.3|Notes|||");
-  EXPECT_EQ(InVisits("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN "
-                     "Category USING (CategoryID) WHERE StepNumber = '21.2b'"),
+  EXPECT_EQ(InVisits("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN Category "
+                     "USING (CategoryID) WHERE StepNumber = '21.2b'"),
             "Steep.|Walked on.|Replace.|1");
   // Of a form what was entered.
   m_Device.OpenCategory(u"Checklist");

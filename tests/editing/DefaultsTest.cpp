@@ -11,11 +11,10 @@ constexpr auto kQuestion = u"Please confirm the applying of all defaults. This a
 class DefaultsTest : public VisitTest {
 protected:
   DefaultsResult Apply() {
-    Prompts().Queue(kQuestion, device::Answer::Yes);
+    Prompts().Queue(kQuestion, Answer::Yes);
     return ApplyDefaults(Document());
   }
   Text Outline() { return Joined(m_Device.Outline(m_Key), u"\n"); }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
 };

@@ -37,7 +37,6 @@ protected:
     Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
     return m_List.DuplicateStep(row);
   }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsComplete() { return Document().Categories().m_CompleteFlag != 0; }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
@@ -144,10 +143,9 @@ TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
 }
 
 TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
-  m_Device.Enter(
-      u"20.2",
-      "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = 'Clean.', "
-      "Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
+  m_Device.Enter(u"20.2",
+                 "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = "
+                 "'Clean.', Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
   for (const auto& [row, suggested, name, copyRow] :
        {std::tuple(1, u"Gutters #2", u"Downspouts", 2),
         {1, u"Gutters #2", u"Gutters #2", 3},  // another name does not count

@@ -13,7 +13,6 @@ using Page = StepSheet::Page;
 class StepSheetTest : public VisitTest {
 protected:
   void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsRoofComplete() {
     return InVisits("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }

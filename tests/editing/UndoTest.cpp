@@ -19,8 +19,7 @@ protected:
   void SetUp() override {
     m_Device.RunInVisits(
         "ALTER TABLE Step ADD COLUMN Foreign_ BLOB; UPDATE Step SET Foreign_ = x'0001', Comments = NULL "
-        "WHERE "
-        "StepNumber = '20.1'");
+        "WHERE StepNumber = '20.1'");
     ShowRoof();
     m_Log.emplace(Document());
   }

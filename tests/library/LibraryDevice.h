@@ -27,7 +27,6 @@ struct LibraryDevice : StartedMachine {
     m_Folder.Put("edited/library.toml", content);
     return Import(m_Folder / "edited");
   }
-  void Execute(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
   // What another program finds in the Template database.
   std::string Ask(const std::string& sql) { return Shell(Connection().File()).Ask(sql); }
   // Every table of the Template database.

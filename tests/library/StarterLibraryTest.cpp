@@ -25,10 +25,9 @@ protected:
 };
 
 TEST_F(StarterLibraryTest, IsLargeEnoughToStartABusinessWith) {
-  EXPECT_EQ(
-      Ask("SELECT (SELECT count(*) FROM StepTemplate) >= 120, (SELECT count(*) FROM MaterialTemplate) >= "
-          "250, (SELECT count(*) FROM Comments) >= 500, (SELECT count(*) FROM ExpandedText) >= 40"),
-      "1|1|1|1");
+  EXPECT_EQ(Ask("SELECT (SELECT count(*) FROM StepTemplate) >= 120, (SELECT count(*) FROM MaterialTemplate) "
+                ">= 250, (SELECT count(*) FROM Comments) >= 500, (SELECT count(*) FROM ExpandedText) >= 40"),
+            "1|1|1|1");
   EXPECT_EQ(Ask("SELECT Layout FROM InspectionType ORDER BY ID"),
             "4 Column\n3 Column\n2 Column\n2 Column French");
   EXPECT_EQ(Ask("SELECT count(*) FROM CategoryTemplate WHERE FormType = 1"), "2");

@@ -1,8 +1,9 @@
 // Pages in a folder that is not empty, or cannot be made.
 #include "reports/HtmlReport.h"
 
-#include "ReportFixture.h"
+#include "reports/MakeReport.h"
 #include "reports/PageRecord.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::reports {
 namespace {
@@ -11,7 +12,7 @@ const std::string kJpeg = "\xFF\xD8\xFF";
 const std::string kRoof = kJpeg + "the roof";
 const std::string kMended = kJpeg + "the roof, mended";
 
-class HtmlReportTest : public ReportTest {
+class HtmlReportTest : public ::testing::Test, protected StartedMachine {
 protected:
   using Folder = std::optional<std::filesystem::path>;
 
@@ -111,8 +112,7 @@ TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
 }
 
 TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
-  ASSERT_TRUE(m_Workspace->TemplateConnection().ExecuteNative(
-      "DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')"));
+  RunInLibrary("DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')");
   m_Workspace->ForgetOptions();
   m_Folder.Put("card/a.jpg", kRoof);
   std::filesystem::create_directory(m_Folder / "absent");
@@ -133,20 +133,20 @@ TEST_F(HtmlReportTest, PagesOfAnotherInspectionAreAskedAbout) {
   const auto first = Files();
   EXPECT_TRUE(first.contains("picture1.jpg"));
   for (const bool isNamed : {false, true}) {
-    m_Prompts.Queue(u"Caution", device::Answer::No);
+    m_Prompts.Queue(u"Caution", Answer::No);
     EXPECT_EQ(Make(1002, isNamed ? Folder(m_Pages) : Folder(), isNamed), ReportResult::Failed);
     EXPECT_THAT(m_Prompts.Last(), HasSubstr("the pages of another inspection"));
     EXPECT_TRUE(m_Prompts.Messages().back().isNoFirst);
     EXPECT_EQ(Files(), first);
   }
-  m_Prompts.Queue(u"Caution", device::Answer::Yes);
+  m_Prompts.Queue(u"Caution", Answer::Yes);
   EXPECT_EQ(Make(1002, {}, false), ReportResult::Written);
   EXPECT_FALSE(IsThere("picture1.jpg")) << "the first client's";
 
   // Files that nobody knows: asked about where no person has named the folder for it.
   m_Folder.Put("pages/index.htm", "notes");
   m_Pages = m_Folder / "pages";
-  m_Prompts.Queue(u"Caution", device::Answer::No);
+  m_Prompts.Queue(u"Caution", Answer::No);
   EXPECT_EQ(Make(1001, m_Pages, false), ReportResult::Failed);
   EXPECT_THAT(m_Prompts.Last(), HasSubstr("files of yours"));
   EXPECT_EQ(ContentOf(m_Pages / "index.htm"), "notes");
@@ -245,10 +245,10 @@ TEST_F(HtmlReportTest, APageThatIsTooLargeIsAskedAbout) {
   const auto before = Files();
 
   fill(most + " + 1");
-  m_Prompts.Queue(u"Caution", device::Answer::No);
+  m_Prompts.Queue(u"Caution", Answer::No);
   ExpectFails(m_Pages, "The page inspection.htm has 100097 bytes");
   EXPECT_EQ(Files(), before);
-  m_Prompts.Queue(u"Caution", device::Answer::Yes);
+  m_Prompts.Queue(u"Caution", Answer::Yes);
   EXPECT_EQ(Write(m_Pages), ReportResult::Written);
   EXPECT_EQ(Page().size(), 100'096u);
   EXPECT_THAT(ContentOf(m_Pages / "index.htm"), HasSubstr("</frameset></html>"));

@@ -1,11 +1,12 @@
 // Making a report: what is asked, what is told, and what is left on the disk whichever way it ends.
 
-#include "ReportFixture.h"
+#include "reports/MakeReport.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::reports {
 namespace {
 
-class InspectionReportTest : public ReportTest {
+class InspectionReportTest : public ::testing::Test, protected StartedMachine {
 protected:
   // Three categories with two steps each.
   void SetUp() override {
@@ -101,13 +102,12 @@ TEST_F(InspectionReportTest, WhatDoesNotExistIsNamed) {
 // Without the flags of the ratings nothing would be red or bold, as if no finding were serious.
 TEST_F(InspectionReportTest, StepsOrRatingsThatCannotBeReadMakeNoReport) {
   m_Folder.Put("out/report.rtf", "an older report");
-  for (const auto& [connection, damage] :
-       {std::pair{&m_Workspace->TemplateConnection(), "DROP TABLE RatingChoices"},
-        {&m_Workspace->TemplateConnection(), "CREATE VIEW RatingChoices AS SELECT * FROM Gone"},
-        {&m_Workspace->InspectionConnection(), "DROP TABLE Step"},
-        {&m_Workspace->InspectionConnection(), "CREATE TABLE Step (StepID integer)"}}) {
-    ASSERT_TRUE(connection->ExecuteNative(damage));
-    connection->SchemaChanged();
+  for (const auto& [run, damage] :
+       {std::pair{&StartedMachine::RunInLibrary, "DROP TABLE RatingChoices"},
+        {&StartedMachine::RunInLibrary, "CREATE VIEW RatingChoices AS SELECT * FROM Gone"},
+        {&StartedMachine::RunInVisits, "DROP TABLE Step"},
+        {&StartedMachine::RunInVisits, "CREATE TABLE Step (StepID integer)"}}) {
+    (this->*run)(damage);
     m_Prompts.Forget();
     EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
     EXPECT_FALSE(m_Prompts.Messages().empty()) << damage;

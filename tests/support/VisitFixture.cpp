@@ -118,9 +118,4 @@ Text VisitDevice::RowCounts() {
       "(SELECT count(*) FROM Category), (SELECT count(*) FROM Step), (SELECT count(*) FROM Field))"));
 }
 
-void VisitDevice::Run(data::DatabaseKind kind, const std::string& sql) {
-  EXPECT_TRUE(Databases().Get(kind).ExecuteNative(sql)) << sql;
-  Databases().Get(kind).SchemaChanged();
-}
-
 }  // namespace inspector::tests

@@ -99,10 +99,7 @@ public:
   std::vector<Text> Outline(std::int32_t inspectionID);
   // How many rows each table has: "Inspection 1, Category 5, Step 0, Field 0".
   Text RowCounts();
-  // A table that is gone makes every statement about it fail: in another program's words.
-  void Run(data::DatabaseKind kind, const std::string& sql);
-  void RunInLibrary(const std::string& sql) { Run(data::DatabaseKind::Template, sql); }
-  void RunInVisits(const std::string& sql) { Run(data::DatabaseKind::Inspection, sql); }
+  using StartedMachine::Run, StartedMachine::RunInLibrary, StartedMachine::RunInVisits;
 
   // Another program that has the Inspection database open.
   Shell Visits() const { return Shell(m_Folder / "My Documents/Inspection_Data.cdb"); }
@@ -124,6 +121,9 @@ protected:
   ScriptedPrompts& Prompts() { return m_Device.Prompts(); }
   // What another program finds in the Inspection database.
   std::string InVisits(const std::string& sql) { return m_Device.Visits().Ask(sql); }
+
+  // "number|title|result|materials|comments" of the step with this number in the current inspection.
+  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
 
   VisitDevice m_Device;
 };

@@ -65,7 +65,7 @@ TEST_F(CategoryViewTest, CommandsShowTheirWork) {
   EXPECT_TRUE(RunCommand(m_View, "duplicate"));
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 7);
   EXPECT_EQ(CellWords(m_View.Rows(), m_View.Rows().SelectedRow(), kTitle), "Shed");
-  Prompts().Queue(u"Caution", device::Answer::Yes);
+  Prompts().Queue(u"Caution", Answer::Yes);
   EXPECT_TRUE(RunCommand(m_View, "defaults"));
   EXPECT_EQ(CellWords(m_View.Rows(), 0, kStatus), "Complete");
   EXPECT_EQ(Words(m_View, "whatIsLeft"), "5 of 7 categories to complete (1 not opened yet), 4 steps to do");

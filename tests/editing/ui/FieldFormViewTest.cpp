@@ -15,9 +15,7 @@ protected:
     m_Device.RunInLibrary(
         "DELETE FROM FieldTemplate; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
         "5) INSERT INTO FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT 6 - i, 'Kind ' || i, i, "
-        "i, "
-        "4 "
-        "FROM n");
+        "i, 4 FROM n");
     for (const Text weather : {u"Clear", u"Rain"}) m_Device.Library().AddPicker(u"Kind 5", weather);
     m_Device.Visit(u"House");
     ASSERT_TRUE(Document().SetCurrentCategory(4));

@@ -342,19 +342,12 @@ TEST(PictureFileTest, ReadsTheDevicesBitmap) {
   const TemporaryFolder folder;
   std::string bitmap = QByteArray::fromHex(
                            "424D0000000000000000"  // then, where the pixels begin
-                           "46000000"
-                           "28000000"  // and the size of what follows:
-                           "05000000"
-                           "02000000"  // five columns, two rows
-                           "0100"
-                           "0200"  // two bits a pixel
+                           "4600000028000000"      // and the size of what follows:
+                           "0500000002000000"      // five columns, two rows
+                           "01000200"              // two bits a pixel
                            "000000000000000000000000000000000000000000000000"
-                           "00000000"
-                           "0000FF00"
-                           "00FF0000"
-                           "FFFFFF00"  // black, red, green, white
-                           "1B400000"
-                           "E4C00000")  // 0 1 2 3 1; 3 2 1 0 3
+                           "000000000000FF0000FF0000FFFFFF00"  // black, red, green, white
+                           "1B400000E4C00000")                 // 0 1 2 3 1; 3 2 1 0 3
                            .toStdString();
   const QImage picture = ReadPicture(folder.Put("a.2bp", bitmap), {100, 100});
   ASSERT_EQ(picture.size(), QSize(5, 2));
