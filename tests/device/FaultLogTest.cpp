@@ -8,13 +8,10 @@
 namespace inspector::device {
 namespace {
 
-class FaultLogTest : public testing::Test {
+class FaultLogTest : public testing::Test, protected ScriptedMachine {
 protected:
   std::size_t Shown() const { return m_Prompts.Messages().size(); }
 
-  TemporaryFolder m_Folder;
-  ScriptedPrompts m_Prompts;
-  FixedClock m_Clock;
   FaultLog m_Log{m_Prompts, m_Clock, m_Folder / "logs/faults.log"};
 };
 

@@ -10,11 +10,9 @@ namespace {
 
 using namespace std::string_literals;
 
-class RegistryTest : public testing::Test {
+class RegistryTest : public testing::Test, protected ScriptedMachine {
 protected:
   const Text m_Key = u"HKEY_USERS\\.Default\\Software\\Pellory\\Inspector";
-  TemporaryFolder m_Folder;
-  FaultyFiles m_Files;
   Registry m_Registry{m_Files, m_Folder / "home/registry.toml"};
 };
 

@@ -6,19 +6,18 @@ namespace inspector::editing {
 namespace {
 
 TEST(MaterialsForDisplayTest, ShowsTheInspectorsWordsOnly) {
-  for (const auto& [stored, shown] : std::vector<std::pair<Text, Text>>{
-           {u"", u""},
-           {u";", u""},
-           {u"Asphalt;", u"Asphalt"},
-           {u"Asphalt", u"Asphalt"},
-           {u"Asphalt;Wood;Other:Slate;", u"Asphalt;Wood;Slate"},
-           {u"Other:Slate;", u"Slate"},
-           {u"Other:Slate;Other:Tin;", u"Slate;Tin"},
-           {u"other:Slate;", u"other:Slate"},  // of an older step; only the capital form is a marker here
-           {u"Wood;Other:;", u"Wood;"},
-           {u"No Other:marker;", u"No Other:marker"},
-       })
-    EXPECT_EQ(MaterialsForDisplay(stored), shown) << ToUtf8(stored);
+  ExpectEach<Text, Text>(
+      {{u"", u""},
+       {u";", u""},
+       {u"Asphalt;", u"Asphalt"},
+       {u"Asphalt", u"Asphalt"},
+       {u"Asphalt;Wood;Other:Slate;", u"Asphalt;Wood;Slate"},
+       {u"Other:Slate;", u"Slate"},
+       {u"Other:Slate;Other:Tin;", u"Slate;Tin"},
+       {u"other:Slate;", u"other:Slate"},  // of an older step; only the capital form is a marker here
+       {u"Wood;Other:;", u"Wood;"},
+       {u"No Other:marker;", u"No Other:marker"}},
+      MaterialsForDisplay);
 }
 
 using MaterialBoxesTest = VisitTest;

@@ -28,43 +28,38 @@ TEST(PictureTagsTest, WordsAndTagsArePartedInTheirOrder) {
 }
 
 TEST(PictureTagsTest, TheKindGoesByTheWordsInTheTag) {
-  for (const auto& [tag, kind] :
-       std::vector<std::pair<Text, TextView>>{{u"***Path=\\a.jpg***", kKnownPicture},
-                                              {u"***Picture-12***", kGenericPicture},
-                                              {u"***Picture-1 Path=***", kKnownPicture},
-                                              {u"***path=\\a.jpg***", kError},
-                                              {u"***picture-1***", kError},
-                                              {u"******", kError}})
-    EXPECT_EQ(ClassifyTag(tag), kind) << ToUtf8(tag);
+  ExpectEach<Text, TextView>({{u"***Path=\\a.jpg***", kKnownPicture},
+                              {u"***Picture-12***", kGenericPicture},
+                              {u"***Picture-1 Path=***", kKnownPicture},
+                              {u"***path=\\a.jpg***", kError},
+                              {u"***picture-1***", kError},
+                              {u"******", kError}},
+                             ClassifyTag);
 }
 
 TEST(PictureTagsTest, TheScalingIsWhatTheTagSays) {
-  for (const auto& [tag, scaling] : std::vector<std::pair<Text, int>>{
-           {u"***Picture-1***", 100},
-           {u"***Picture-1;Scaling=50***", 50},
-           {u"***Picture-2;Scaling=abc***", 0},
-           {u"***Picture-2;Scaling= -7%***", -7},
-           {u"***Picture-2;Scaling=***", 0},
-           {u"***Picture-2;scaling=50***", 100},
-           {u"***Path=a;Note=3;Scaling=40;Scaling=60***", 40},
-           {u"***Path=a;Sc*aling=30***", 30},  // asterisks are dropped first
-           {u"***Picture-1;Scaling=99999999999***", 2147483647},
-       })
-    EXPECT_EQ(GetTagScaling(tag), scaling) << ToUtf8(tag);
+  ExpectEach<Text, int>({{u"***Picture-1***", 100},
+                         {u"***Picture-1;Scaling=50***", 50},
+                         {u"***Picture-2;Scaling=abc***", 0},
+                         {u"***Picture-2;Scaling= -7%***", -7},
+                         {u"***Picture-2;Scaling=***", 0},
+                         {u"***Picture-2;scaling=50***", 100},
+                         {u"***Path=a;Note=3;Scaling=40;Scaling=60***", 40},
+                         {u"***Path=a;Sc*aling=30***", 30},  // asterisks are dropped first
+                         {u"***Picture-1;Scaling=99999999999***", 2147483647}},
+                        GetTagScaling);
 }
 
 TEST(PictureTagsTest, AKnownPictureHasItsPath) {
-  for (const auto& [tag, path] : std::vector<std::pair<Text, Text>>{
-           {u"***Path=\\Storage Card\\house.jpg;Scaling=50***", u"\\Storage Card\\house.jpg"},
-           {u"***Path=C:\\pics\\a.jpg***", u"\\Storage Card\\pics\\a.jpg"},
-           {u"***Path=C:\\C:\\a.jpg***", u"\\Storage Card\\\\Storage Card\\a.jpg"},
-           {u"***Path=D:\\C:\\a.jpg***", u"D:\\C:\\a.jpg"},
-           {u"***my Path=a Path=b.jpg***", u"my a b.jpg"},
-           {u"***;Path=a***", u""},
-           {u"***Path=***", u""},
-           {u"Path=", u""},  // too short to have lost its asterisks
-       })
-    EXPECT_EQ(GetKnownPicturePath(tag, u"\\Storage Card\\"), path) << ToUtf8(tag);
+  ExpectEach<Text, Text>({{u"***Path=\\Storage Card\\house.jpg;Scaling=50***", u"\\Storage Card\\house.jpg"},
+                          {u"***Path=C:\\pics\\a.jpg***", u"\\Storage Card\\pics\\a.jpg"},
+                          {u"***Path=C:\\C:\\a.jpg***", u"\\Storage Card\\\\Storage Card\\a.jpg"},
+                          {u"***Path=D:\\C:\\a.jpg***", u"D:\\C:\\a.jpg"},
+                          {u"***my Path=a Path=b.jpg***", u"my a b.jpg"},
+                          {u"***;Path=a***", u""},
+                          {u"***Path=***", u""},
+                          {u"Path=", u""}},
+                         [](const Text& tag) { return GetKnownPicturePath(tag, u"\\Storage Card\\"); });
 }
 
 TEST(PictureTagsTest, AGenericPictureHasItsNumber) {

@@ -39,12 +39,12 @@ TEST_F(PlaceholdersTest, CancelLeavesNothingAndEndsTheAsking) {
 
 TEST_F(PlaceholdersTest, AlternativesEndAtTheParenthesis) {
   m_Device.Library().AddPicker(u"(a,b", u"stored \"under\" this name");
-  for (const auto& [gap, choices] : {std::pair(u"(a,b", u"stored \"under\" this name|a|b"),
-                                     {u"(one) or two", u"one"},
-                                     {u"(PVC (white),Copper,Steel) pipe", u"PVC (white)|Copper|Steel"},
-                                     {u"(a,,b)", u"a||b"},
-                                     {u"\" OR \"1\"=\"1", u""}})
-    EXPECT_EQ(Joined(QuestionFor(Data(), gap).choices), choices);
+  ExpectEach<Text, Text>({{u"(a,b", u"stored \"under\" this name|a|b"},
+                          {u"(one) or two", u"one"},
+                          {u"(PVC (white),Copper,Steel) pipe", u"PVC (white)|Copper|Steel"},
+                          {u"(a,,b)", u"a||b"},
+                          {u"\" OR \"1\"=\"1", u""}},
+                         [this](const Text& gap) { return Joined(QuestionFor(Data(), gap).choices); });
 }
 
 TEST(IsFilledFromTest, KnowsWhatAPreparedTextBecomes) {

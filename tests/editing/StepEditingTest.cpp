@@ -8,19 +8,15 @@ namespace {
 
 using Result = StepEditing::Result;
 
-class StepEditingTest : public VisitTest {
+class StepEditingTest : public RoofTest {
 protected:
   // The cellar's line and that of its step.
-  Text Cellar() { return m_Device.Outline(m_Key)[6] + m_Device.Outline(m_Key)[7]; }
+  Text Cellar() { return m_Device.Outline(m_House)[6] + m_Device.Outline(m_House)[7]; }
   Result Add(TextView material, StepEditing::MaterialNote* note = nullptr) {
     return m_Editing.AddMaterial(m_Shingles, material, note);
   }
   Text Materials() { return FromUtf8(InVisits("SELECT Materials FROM Step WHERE StepNumber = '20.1'")); }
 
-  const std::int32_t m_Key = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
-  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
-  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
   const std::int32_t m_Cellar = m_Device.OpenCategory(u"Cellar");
   const std::int32_t m_Sump = m_Device.StepKey(u"9.1");
   StepEditing m_Editing{m_Device.GetWorkspace()};

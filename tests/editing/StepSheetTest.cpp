@@ -10,16 +10,14 @@ namespace {
 
 using Page = StepSheet::Page;
 
-class StepSheetTest : public VisitTest {
+class StepSheetTest : public RoofTest {
 protected:
-  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
+  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Shingles)); }
   bool IsRoofComplete() {
     return InVisits("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }
   bool Tick(std::size_t box, bool ticked = true) { return m_Sheet.TickMaterial(m_Dialogs, box, ticked); }
 
-  const std::int32_t m_Visit = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   ScriptedSheetDialogs m_Dialogs;
   StepSheet m_Sheet{Document()};
 };

@@ -14,7 +14,7 @@ constexpr auto kSinceThen =
     u"Something was entered in this visit since then, and would be taken back too. Do you wish to proceed?";
 
 // A house with its roof opened and a foreign program's column, and a condo; the house's roof is current.
-class UndoTest : public VisitTest {
+class UndoTest : public RoofTest {
 protected:
   void SetUp() override {
     m_Device.RunInVisits(
@@ -47,9 +47,7 @@ protected:
     return action;
   }
 
-  const std::int32_t m_House = m_Device.Visit(u"House");
   const std::int32_t m_Checklist = m_Device.OpenCategory(u"Checklist");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   const std::int32_t m_Condo = m_Device.Visit(u"Condo");
   ScriptedEditingDialogs m_Dialogs;
   std::optional<inspection::UndoLog> m_Log;

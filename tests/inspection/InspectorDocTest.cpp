@@ -180,13 +180,16 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   EXPECT_EQ(StoredHeader(key), u"House|1|Seen from the ground.  Built in 1968.");
 }
 
-TEST_F(InspectorDocTest, SecondChangeWaitsForTheFirst) {
+TEST_F(InspectorDocTest, ASecondChangeAndTheEndOfTheDocumentWaitForTheFirst) {
   const auto key = m_Device.Visit(u"");
   for (const TextView type : {u"House", u"Condo", u"House", u"Condo"}) Document().ChangeDocType(type);
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
   EXPECT_EQ(StoredHeader(key),
             u"Condo|2|Seen from the ground.  Built in 1968.  Seen from the ground.  Built in 1968.");
+  Document().ChangeDocType(u"House");
+  m_Device.Open();
+  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
 }
 
 TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
@@ -202,23 +205,12 @@ TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
   }
 }
 
-TEST_F(InspectorDocTest, DestructorWaitsForTheWorker) {
-  const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"House");
-  m_Device.Open();
-  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
-}
-
 TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
-  const auto fill = [](data::InspectionTable& row) {
-    row.m_ClientName = u"Halvorsen";
-    row.m_DwellingAddress = u"418 Juniper Lane";
-    row.m_CityStateZip = u"Alder Creek";
-    row.m_InspectionNum = u"7";
-  };
-  Document().CreateInspection(fill, u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
+  m_Device.RunInVisits(
+      "UPDATE Inspection SET ClientName = 'Halvorsen', DwellingAddress = '418 Juniper Lane', CityStateZip = "
+      "'Alder Creek', InspectionNum = '7' WHERE DocType = 'House'");
+  ASSERT_TRUE(Document().SelectInspection(key));
   const Text counts = m_Device.RowCounts();
   EXPECT_FALSE(Document().DeleteSelectedInspection(2));
   const Text question =

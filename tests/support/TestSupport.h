@@ -19,9 +19,7 @@
 #include "device/Machine.h"
 #include "device/Text.h"
 
-namespace inspector {
-
-namespace tests {
+namespace inspector::tests {
 
 using device::Answer;
 using device::Decimal;
@@ -38,15 +36,6 @@ using testing::IsSupersetOf;
 using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
-using testing::UnorderedElementsAre;
-
-}  // namespace tests
-
-using namespace tests;  // in the tests of every folder
-
-}  // namespace inspector
-
-namespace inspector::tests {
 
 // The next answer of a scripted person. A question that nobody expected fails the test and gets none.
 template <typename Value>
@@ -74,6 +63,13 @@ Text Joined(const List& list, Show show, const char16_t* between = u"|") {
 inline Text Joined(const std::vector<Text>& list, const char16_t* between = u"|") {
   return Joined(
       list, [](const Text& entry) { return entry; }, between);
+}
+
+// Of each row: what `make` makes of the first is the second. A failure shows the first.
+template <typename Given, typename Expected, typename Make>
+void ExpectEach(const std::vector<std::pair<Given, Expected>>& rows, Make make) {
+  for (const auto& [given, expected] : rows)
+    EXPECT_EQ(make(given), expected) << testing::PrintToString(given);
 }
 
 // A person whose answers are known beforehand. Answers are queued per question: `about` is the text or the
@@ -239,3 +235,7 @@ struct ScriptedMachine {
 };
 
 }  // namespace inspector::tests
+
+namespace inspector {
+using namespace tests;  // in the tests of every folder
+}

@@ -128,6 +128,15 @@ protected:
   VisitDevice m_Device;
 };
 
+// A visit of the type "House" whose roof has been opened.
+class RoofTest : public VisitTest {
+protected:
+  const std::int32_t m_House = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
+  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
+};
+
 // The table is gone, so that every statement about it fails, until the scope ends.
 class MissingTable {
 public:

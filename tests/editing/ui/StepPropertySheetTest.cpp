@@ -20,7 +20,7 @@
 namespace inspector::editing::ui {
 namespace {
 
-class StepPropertySheetTest : public VisitTest {
+class StepPropertySheetTest : public RoofTest {
 protected:
   void SetUp() override {
     ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
@@ -69,10 +69,6 @@ protected:
   void WaitUntil(const std::function<bool()>& holds) { EXPECT_TRUE(QTest::qWaitFor(holds)); }
   void Pick(int entry) { Choose(Find<QComboBox>("rating"), entry); }
 
-  const std::int32_t m_Visit = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
-  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
-  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
   ScriptedDialogs m_Person;
   CStepPropertySheet m_Sheet{Document(), nullptr};
 };
@@ -272,10 +268,10 @@ TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
   PressButton(m_Sheet, "cameraButton");
   Drop({"a;b.png", "none.jpg"});
   EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is not there any more.");
-  const Text known = u" ***Path=\\My Documents\\Pictures\\" + Decimal(m_Visit) + u"\\a-b.jpg;Scaling=100***";
+  const Text known = u" ***Path=\\My Documents\\Pictures\\" + Decimal(m_House) + u"\\a-b.jpg;Scaling=100***";
   const Text numbered = u" ***Picture-1;Scaling=100***";
   EXPECT_EQ(Draft().comments, numbered + known);
-  const auto stored = m_Device.Root() / "My Documents/Pictures" / std::to_string(m_Visit) / "a-b.jpg";
+  const auto stored = m_Device.Root() / "My Documents/Pictures" / std::to_string(m_House) / "a-b.jpg";
   EXPECT_EQ(QImage(QString::fromStdString(stored)).size(), QSize(1600, 800));
 
   auto& strip = Find<QListWidget>("commentPictures");
