@@ -6,13 +6,13 @@
 #include "device/LastPlace.h"
 #include "device/ui/QtProgressWindow.h"
 #include "inspection/ui/InspectorView.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
 namespace {
 
-class EndSignalsTest : public tests::VisitTest {
+class EndSignalsTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Signals.Listen();
@@ -34,11 +34,11 @@ TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
   const std::int32_t roof = m_Device.OpenCategory(u"Roof");
   const std::int32_t gutters = m_Device.StepKey(u"20.2");
   ASSERT_TRUE(m_Frame.Bring(m_Frame.Header()) && m_Frame.Visit().OpenPlace(roof, 0));
-  tests::ScriptedDialogs person;
+  ScriptedDialogs person;
   person.Expect("stepPropertySheet", [&](QDialog& sheet) {
-    tests::PressButton(sheet, "nextButton");
+    PressButton(sheet, "nextButton");
     auto action = std::make_unique<data::Transaction>(Data().Inspection());
-    tests::Part<QPlainTextEdit>(sheet, "commentBox").insertPlainText(QStringLiteral("Leaks."));
+    Part<QPlainTextEdit>(sheet, "commentBox").insertPlainText(QStringLiteral("Leaks."));
     std::raise(SIGTERM);
     EXPECT_FALSE(Ends(1000)) << "longer than typing waits to be written";
     action.reset();  // taken back, with all that was written in the middle of it
@@ -51,9 +51,9 @@ TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
   m_Ended = false;
   data::Workspace& workspace = m_Device.GetWorkspace();
   person.Expect("optionsSheet", [&](QDialog& sheet) {
-    tests::Fill(sheet, "UserName", "ana");
-    tests::Fill(sheet, "Port", "forty");
-    tests::Fill(sheet, "TemplatePath", "\\My Docu");
+    Fill(sheet, "UserName", "ana");
+    Fill(sheet, "Port", "forty");
+    Fill(sheet, "TemplatePath", "\\My Docu");
     std::raise(SIGTERM);
     EXPECT_TRUE(Ends(5000));
     workspace.ForgetOptions();

@@ -1,15 +1,16 @@
 #include "app/MainFrame.h"
 
+#include "device/LastPlace.h"
 #include "device/ui/ListView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
 namespace {
 
-using MainFrameTest = tests::VisitTest;
+using MainFrameTest = VisitTest;
 
 TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   CMainFrame frame(Document());
@@ -17,13 +18,13 @@ TEST_F(MainFrameTest, BackLeadsToWhereOneCameFrom) {
   device::ui::Screen& overview = *frame.CurrentScreen();
   EXPECT_FALSE(frame.GoBack());
   EXPECT_TRUE(frame.Bring(frame.Header()) && frame.Bring(frame.SetUp()));
-  tests::PressButton(frame, "backButton");
+  PressButton(frame, "backButton");
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
-  tests::PressButton(frame, "agentsButton");
+  PressButton(frame, "agentsButton");
   EXPECT_EQ(frame.CurrentScreen(), &frame.SetUp());
   EXPECT_TRUE(frame.Bring(overview));
   EXPECT_FALSE(frame.GoBack()) << "the list is where everything begins";
-  EXPECT_TRUE(tests::Part<QPushButton>(frame, "openButton").isEnabled());
+  EXPECT_TRUE(Part<QPushButton>(frame, "openButton").isEnabled());
 }
 
 TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
@@ -33,7 +34,7 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
     CMainFrame frame(Document());
     frame.show();
     frame.Bring(frame.Header());
-    tests::Fill(frame, "clientField", "Ana Ruiz");
+    Fill(frame, "clientField", "Ana Ruiz");
     EXPECT_TRUE(frame.close());
   }
   m_Device.Close();
@@ -42,35 +43,35 @@ TEST_F(MainFrameTest, TheNextStartGoesOnThereAndSaysSo) {
   frame.Restore();
   EXPECT_EQ(frame.CurrentScreen(), &frame.Header());
   EXPECT_EQ(Document().Inspection().m_ClientName, u"Ana Ruiz") << "closing wrote what was typed";
-  EXPECT_THAT(tests::Words(frame, "message"), ::testing::HasSubstr("418 Juniper Lane"));
+  EXPECT_THAT(Words(frame, "message"), HasSubstr("418 Juniper Lane"));
 }
 
 TEST_F(MainFrameTest, AWrongCounterIsSetRightWhenThePersonSaysSo) {
   m_Device.Visit(u"House");
   CMainFrame frame(Document());
   frame.show();
-  tests::Run(frame, "repairCounters");
+  RunCommand(frame, "repairCounters");
   EXPECT_TRUE(device::Contains(Prompts().Transcript().back(), u"are right."));
   m_Device.RunInVisits("UPDATE UniqueID SET NextID = 999 WHERE TableName = 'Inspection'");
-  for (const auto answer : {device::Answer::No, device::Answer::Yes}) {
+  for (const auto answer : {Answer::No, Answer::Yes}) {
     Prompts().Queue(u"Caution", answer);
-    tests::Run(frame, "repairCounters");
-    EXPECT_EQ(Document().CreateInspection({}).has_value(), answer == device::Answer::Yes)
+    RunCommand(frame, "repairCounters");
+    EXPECT_EQ(Document().CreateInspection({}).has_value(), answer == Answer::Yes)
         << "its key would be that of another one";
   }
 }
 
 // The screens of the visit, with the list of categories in front.
-class VisitScreensTest : public tests::VisitTest {
+class VisitScreensTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Frame.show();
     m_Frame.Bring(m_Frame.Header());
     m_Frame.Bring(m_Frame.Visit().Categories());
   }
-  device::ui::ListView& Rows() { return tests::Part<device::ui::ListView>(*m_Frame.CurrentScreen(), "rows"); }
+  device::ui::ListView& Rows() { return Part<device::ui::ListView>(*m_Frame.CurrentScreen(), "rows"); }
   std::string Title() { return m_Frame.CurrentScreen()->Title().toStdString(); }
-  tests::ScriptedDialogs m_Dialogs;
+  ScriptedDialogs m_Dialogs;
   const std::int32_t m_Visit = m_Device.Visit(u"House");
   CMainFrame m_Frame{Document()};
 };
@@ -81,12 +82,20 @@ TEST_F(VisitScreensTest, UnfinishedLeadsToWhatIsLeftAndTheTextStays) {
   EXPECT_NE(Title(), "Unfinished") << "a category that was never opened shows its steps";
   const std::int32_t roof = m_Device.OpenCategory(u"Roof");
   ASSERT_TRUE(m_Frame.Visit().OpenPlace(roof, m_Device.StepKey(u"20.1")));
-  m_Dialogs.Expect("stepPropertySheet", [](QDialog& sheet) {
-    tests::Fill(sheet, "commentBox", "Loose.");
+  const std::int32_t gutters = m_Device.StepKey(u"20.2");
+  const device::LastPlace place = {m_Visit, roof, gutters};
+  m_Dialogs.Expect("stepPropertySheet", [&](QDialog& sheet) {
+    device::Registry& registry = m_Device.GetWorkspace().GetMachine().registry;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return device::ReadLastPlace(registry) == place; }))
+        << "kept a moment later, whatever becomes of the program";
+    Fill(sheet, "commentBox", "Loose.");
     sheet.reject();
   });
   m_Frame.Visit().OpenNextUnfinished();
-  EXPECT_EQ(m_Device.Finding(m_Device.StepKey(u"20.2")), u"20.2|Gutters|||Loose.") << "the one after 20.1";
+  EXPECT_EQ(m_Device.Finding(gutters), u"20.2|Gutters|||Loose.") << "the one after 20.1";
+  CMainFrame next(Document());
+  next.Restore();
+  EXPECT_EQ(next.Visit().Place().stepID, gutters);
   EXPECT_FALSE(m_Frame.Visit().OpenPlace(99, 0));
 }
 
@@ -99,11 +108,11 @@ TEST_F(VisitScreensTest, UndoIsATapAwayAndACategoryThatGoesTakesItsScreenAlong) 
   EXPECT_EQ(Title(), "Kitchen");
   QCoreApplication::processEvents();
   // The steps of the kitchen were made since.
-  Prompts().Queue(u"Caution", device::Answer::Yes);
-  tests::PressButton(m_Frame, "undoButton");
+  Prompts().Queue(u"Caution", Answer::Yes);
+  PressButton(m_Frame, "undoButton");
   EXPECT_EQ(Title(), "CATEGORY LIST");
   EXPECT_EQ(Document().Categories().RecordCount(), 5);
-  EXPECT_EQ(tests::Words(m_Frame, "message"), "Taken back: Doc Type");
+  EXPECT_EQ(Words(m_Frame, "message"), "Taken back: Doc Type");
   QCoreApplication::processEvents();
   EXPECT_EQ(m_Frame.findChild<QPushButton*>(QStringLiteral("undoButton")), nullptr);
 }

@@ -2,13 +2,13 @@
 
 #include "app/ReportTextPages.h"
 #include "editing/PictureAttachment.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
 namespace {
 
-class OptionsSheetTest : public tests::VisitTest {
+class OptionsSheetTest : public VisitTest {
 protected:
   data::Workspace& m_Workspace = m_Device.GetWorkspace();
   OptionsForm m_Form{m_Workspace};
@@ -31,15 +31,14 @@ TEST_F(OptionsSheetTest, OptionsAreSavedWholeOrRefused) {
     if (name.starts_with(u"ColumnWidth")) value = u"0";
   EXPECT_EQ(m_Form.Save(m_Values), data::OptionsSaved::Done);
   EXPECT_GT(m_Workspace.Options().m_ColumnWidth[0], 0);
-  // The letters' case alone makes it another path.
-  m_Values[u"TemplatePath"] = u"\\my documents\\Template_Data.cdb";
+  m_Values[u"TemplatePath"] = u"\\my documents\\Template_Data.cdb";  // another path by its case alone
   EXPECT_EQ(m_Form.Save(m_Values), data::OptionsSaved::MustQuit);
 }
 
 TEST_F(OptionsSheetTest, WhatCouldNotBeSavedWholeIsTakenBack) {
   m_Device.RunInLibrary(
-      tests::NoRoomFor("INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;CREATE TRIGGER Full2 "
-                       "BEFORE UPDATE ON Options"));
+      NoRoomFor("INSERT ON Options BEGIN SELECT RAISE(FAIL, 'no room'); END;CREATE TRIGGER Full2 "
+                "BEFORE UPDATE ON Options"));
   m_Values[u"OwnerName"] = u"Somebody Else";
   m_Values[u"FinePrint"] = u"New.";
   EXPECT_EQ(m_Form.Save(m_Values), data::OptionsSaved::Failed);
@@ -49,11 +48,11 @@ TEST_F(OptionsSheetTest, WhatCouldNotBeSavedWholeIsTakenBack) {
 TEST_F(OptionsSheetTest, TheTextsOfTheReportsShowWhatIsToBeKnownAndAreSaved) {
   m_Workspace.Options().m_FinePrint = u"One.\rTwo.";  // in the line ends of another program
   COptionsSheet sheet(m_Workspace);
-  const QWidget& terms = *tests::Part<QPlainTextEdit>(sheet, "DefinitionOfTerms").parentWidget();
-  EXPECT_THAT(tests::Words(terms, "remark"), ::testing::HasSubstr("nine usual ratings"));
-  tests::Fill(terms, "DefinitionOfTerms", "Fair \u2713\nPoor");
-  EXPECT_EQ(tests::Words(terms, "remark"), "Reports print ? in the place of these characters: \u2713");
-  tests::Part<QCheckBox>(sheet, "AttachedSized").setChecked(false);
+  const QWidget& terms = *Part<QPlainTextEdit>(sheet, "DefinitionOfTerms").parentWidget();
+  EXPECT_THAT(Words(terms, "remark"), HasSubstr("nine usual ratings"));
+  Fill(terms, "DefinitionOfTerms", "Fair \u2713\nPoor");
+  EXPECT_EQ(Words(terms, "remark"), "Reports print ? in the place of these characters: \u2713");
+  Part<QCheckBox>(sheet, "AttachedSized").setChecked(false);
   sheet.accept();
   EXPECT_EQ(m_Workspace.Options().m_DefinitionOfTerms, u"Fair \u2713\r\nPoor");
   EXPECT_EQ(m_Workspace.Options().m_FinePrint, u"One.\rTwo.");

@@ -1,20 +1,13 @@
 #include "app/ReportCommand.h"
 
 #include "device/ui/ListView.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::app {
 namespace {
 
-using device::Text;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using tests::Part;
-using tests::PressButton;
-using tests::Words;
-
-class ReportCommandTest : public tests::VisitTest {
+class ReportCommandTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Device.Visit(u"House");
@@ -24,7 +17,7 @@ protected:
         "'Safety'");
   }
   static void ChooseKind(QDialog& dialog, const char* kind) {
-    tests::Choose(Part<QComboBox>(dialog, "reportKind"), kind);
+    Choose(Part<QComboBox>(dialog, "reportKind"), kind);
   }
   // In the dialog: the kind, where to, and what else `act` does. Then the report is written.
   Text Write(
@@ -32,7 +25,7 @@ protected:
       const std::function<void(QDialog&)>& act = [](QDialog&) {}) {
     m_Person.Expect("reportDialog", [=, this](QDialog& dialog) {
       ChooseKind(dialog, kind);
-      if (!target.empty()) tests::Fill(dialog, "reportTarget", m_Device.Root() / target);
+      if (!target.empty()) Fill(dialog, "reportTarget", m_Device.Root() / target);
       act(dialog);
       m_Person.ExpectPress("reportWritten", button);
       dialog.accept();
@@ -52,7 +45,7 @@ protected:
   }
 
   QWidget m_Window;
-  tests::ScriptedDialogs m_Person;
+  ScriptedDialogs m_Person;
   std::vector<std::filesystem::path> m_Opened;
   bool m_HasPrograms = true;
 };
@@ -71,12 +64,12 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
     });
     PressButton(dialog, "reportCategories");
     EXPECT_EQ(Words(dialog, "reportCategories"), "&Categories: 1 of 4...");
-    tests::Choose(Part<QComboBox>(dialog, "reportLayout"), "1 Column");
+    Choose(Part<QComboBox>(dialog, "reportLayout"), "1 Column");
     EXPECT_FALSE(Part<QComboBox>(dialog, "reportRating").isEnabled());
     Part<QCheckBox>(dialog, "reportPictures").click();
   });
-  EXPECT_THAT(m_Opened, ::testing::ElementsAre(m_Device.Root()));
-  const std::string report = tests::ContentOf(m_Device.Root() / "report.rtf");
+  EXPECT_THAT(m_Opened, ElementsAre(m_Device.Root()));
+  const std::string report = ContentOf(m_Device.Root() / "report.rtf");
   EXPECT_THAT(report, HasSubstr("Shingles"));
   for (const char* leftOut : {"Alarms", "Sump"}) EXPECT_THAT(report, Not(HasSubstr(leftOut)));
   Look([](QDialog& dialog) {
@@ -88,8 +81,15 @@ TEST_F(ReportCommandTest, HoldsWhatWasChosenAndRemembersIt) {
 }
 
 TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
-  m_Device.Put("report.html");
-  Prompts().Queue(u"Caution", device::Answer::Yes);
+  m_Device.Put("report.html", "of last week");
+  Look([this](QDialog& dialog) {
+    ChooseKind(dialog, "Web page in one file");
+    Fill(dialog, "reportTarget", m_Device.Root() / "report.html");
+    Prompts().Queue(u"Caution", Answer::No);
+    dialog.accept();
+  });
+  EXPECT_EQ(ContentOf(m_Device.Root() / "report.html"), "of last week");
+  Prompts().Queue(u"Caution", Answer::Yes);
   Write("Web page in one file", "report.html", QStringLiteral("Open"));
   Write("Web pages in a folder", "pages", QStringLiteral("Open"));
   Write("Web pages on the device", "", QStringLiteral("Open"));
@@ -100,10 +100,10 @@ TEST_F(ReportCommandTest, WhatIsOpenedIsWhatCanBeRead) {
   EXPECT_EQ(m_Opened[0], m_Device.Root() / "report.html");
   EXPECT_EQ(m_Opened[1], m_Device.Root() / "pages/index.htm");
   // A copy, whose frames name what lies beside them.
-  EXPECT_THAT(tests::ContentOf(m_Opened[2]), HasSubstr("src=\"toc.htm\""));
-  EXPECT_THAT(tests::ContentOf(m_Device.Root() / "Program Files/Brindlecove/index.htm"),
+  EXPECT_THAT(ContentOf(m_Opened[2]), HasSubstr("src=\"toc.htm\""));
+  EXPECT_THAT(ContentOf(m_Device.Root() / "Program Files/Brindlecove/index.htm"),
               HasSubstr("src=\"file:///Program Files\\Brindlecove\\toc.htm\""));
-  EXPECT_THAT(tests::ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
+  EXPECT_THAT(ContentOf(m_Opened[2].parent_path() / "inspection.htm"), HasSubstr("Shingles"));
 }
 
 TEST_F(ReportCommandTest, ANameKeepsItsPlaceThroughEveryKind) {
@@ -113,14 +113,14 @@ TEST_F(ReportCommandTest, ANameKeepsItsPlaceThroughEveryKind) {
       return Words(dialog, "reportTarget");
     };
     nameAs("Inspection report");
-    tests::Fill(dialog, "reportTarget", "sub/Elm St. 12.rtf");
+    Fill(dialog, "reportTarget", "sub/Elm St. 12.rtf");
     EXPECT_EQ(nameAs("Plain text"), "sub/Elm St. 12.txt");
     EXPECT_THAT(nameAs("Web pages in a folder"), Not(HasSubstr("Elm")));
     EXPECT_EQ(nameAs("Web page in one file"), "sub/Elm St. 12.html");
     Prompts().QueueSavePath(std::nullopt);
     PressButton(dialog, "reportBrowse");
     EXPECT_EQ(Prompts().SaveQuestions().back().folder,
-              device::FromUtf8((m_Device.Root() / "My Documents/sub/").native()))
+              FromUtf8((m_Device.Root() / "My Documents/sub/").native()))
         << "where it would be written";
   });
 }

@@ -12,8 +12,6 @@
 
 namespace inspector::tests {
 
-using ::testing::HasSubstr;
-
 struct CliRun {
   int exit = 0;
   std::string out;

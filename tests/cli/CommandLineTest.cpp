@@ -4,10 +4,7 @@
 namespace inspector::cli {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-
-using WordsTest = tests::CommandLineTest;
+using WordsTest = CommandLineTest;
 
 TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
   for (const std::string typed :
@@ -17,15 +14,15 @@ TEST_F(WordsTest, WrongUsageIsTwoAndSaysWhy) {
 }
 
 TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
-  const std::string help = tests::RunTyped("--help").out;
-  const std::string man = tests::RunTyped("man").out;
-  const std::string completion = tests::RunTyped("completion").out;
+  const std::string help = RunTyped("--help").out;
+  const std::string man = RunTyped("man").out;
+  const std::string completion = RunTyped("completion").out;
   const auto escaped = [](const std::string& name) {
-    return device::ToUtf8(device::ReplaceAll(device::FromUtf8(name), u"-", u"\\-"));
+    return ToUtf8(device::ReplaceAll(FromUtf8(name), u"-", u"\\-"));
   };
-  EXPECT_THAT(man, ::testing::StartsWith(".TH INSPECTOR\\-CLI 1\n"));
+  EXPECT_THAT(man, StartsWith(".TH INSPECTOR\\-CLI 1\n"));
   for (const Command& command : AllCommands()) {
-    const tests::CliRun own = tests::RunTyped(command.name + " --help");
+    const CliRun own = RunTyped(command.name + " --help");
     EXPECT_EQ(own.exit, 0) << command.name;
     EXPECT_THAT(help, HasSubstr(command.name));
     EXPECT_THAT(own.out, HasSubstr(command.summary));
@@ -38,28 +35,28 @@ TEST_F(WordsTest, HelpAndPagesHoldEveryCommand) {
       EXPECT_THAT(man, HasSubstr("\n" + escaped(option.name)));
     }
   }
-  EXPECT_EQ(tests::RunTyped("--version").exit, 0);
+  EXPECT_EQ(RunTyped("--version").exit, 0);
 }
 
 TEST_F(WordsTest, HomeMayStandAnywhereAndComesFromTheEnvironment) {
   const std::string home = m_Device.Root();
   const std::string listed = Out("list");
-  EXPECT_EQ(tests::RunTyped("list --home " + home).out, listed);
-  EXPECT_EQ(tests::RunTyped("--home=" + home + " list").out, listed);
+  EXPECT_EQ(RunTyped("list --home " + home).out, listed);
+  EXPECT_EQ(RunTyped("--home=" + home + " list").out, listed);
   // A folder may be called like a command.
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(m_Device.Root());
   std::filesystem::create_directory_symlink(home, "new");
-  EXPECT_EQ(tests::RunTyped("--home new list").out, listed);
+  EXPECT_EQ(RunTyped("--home new list").out, listed);
   std::filesystem::current_path(before);
 
   setenv("INSPECTOR_HOME", home.c_str(), 1);
-  EXPECT_EQ(tests::RunTyped("list").out, listed);
+  EXPECT_EQ(RunTyped("list").out, listed);
   unsetenv("INSPECTOR_HOME");
   setenv("XDG_DATA_HOME", (m_Device.Root() / "xdg").c_str(), 1);
   std::filesystem::create_directories(m_Device.Root() / "xdg");
   std::filesystem::create_directory_symlink(home, m_Device.Root() / "xdg/inspector");
-  EXPECT_EQ(tests::RunTyped("list").out, listed);
+  EXPECT_EQ(RunTyped("list").out, listed);
   unsetenv("XDG_DATA_HOME");
 }
 
@@ -68,7 +65,7 @@ TEST_F(WordsTest, NothingFailsWithoutAWord) {
   Out("steps 1000");
   Between([this] { m_Device.RunInLibrary("DROP TABLE RatingChoices; DROP TABLE CategoryStep"); });
   for (const std::string typed : {"rate 1000 Good", "steps 1001", "defaults 1001 --yes"}) {
-    const tests::CliRun run = Cli(typed);
+    const CliRun run = Cli(typed);
     EXPECT_EQ(run.exit, 1) << typed;
     EXPECT_THAT(run.err, HasSubstr("RatingChoices")) << typed;
   }
@@ -76,7 +73,7 @@ TEST_F(WordsTest, NothingFailsWithoutAWord) {
   Between([this] {
     m_Device.RunInLibrary("DROP TABLE InspectionType; CREATE VIEW InspectionType AS SELECT * FROM Gone");
   });
-  const tests::CliRun run = Cli("types");
+  const CliRun run = Cli("types");
   EXPECT_EQ(run.exit, 1);
   EXPECT_EQ(run.out, "ID  NAME  LAYOUT\n");
   EXPECT_THAT(run.err, HasSubstr("Template_Data.cdb"));
@@ -87,7 +84,7 @@ TEST_F(WordsTest, CheckLooksAtBothDatabases) {
   const std::string inspections = m_Device.Root() / "My Documents/Inspection_Data.cdb";
   EXPECT_EQ(Out("check"), templates + inspections + ": sound\n");
   std::filesystem::resize_file(inspections, 8192);
-  const tests::CliRun cut = Cli("check");
+  const CliRun cut = Cli("check");
   EXPECT_EQ(cut.exit, 1);
   EXPECT_THAT(cut.out, AllOf(HasSubstr(templates), HasSubstr(inspections + " is damaged: it has been cut")));
 }
@@ -106,8 +103,8 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
         "FROM UniqueID WHERE TableName = 'InspectionCategory'");
   });
   const std::string folder = m_Device.Root() / "My Documents/";
-  const auto before = tests::FilesBelow(folder);
-  const tests::CliRun run = Cli("check --yes");
+  const auto before = FilesBelow(folder);
+  const CliRun run = Cli("check --yes");
   EXPECT_EQ(run.exit, 1);
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.out,
@@ -122,7 +119,7 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
                 "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
                 "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
                 "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n");
-  EXPECT_EQ(tests::FilesBelow(folder), before);
+  EXPECT_EQ(FilesBelow(folder), before);
 }
 
 // Counters as an older program or damage may leave them: nothing is stored under the key of another row, and
@@ -147,7 +144,7 @@ TEST_F(WordsTest, KeysInUseAreRefusedUntilTheCountersAreRepaired) {
   for (const auto& [damage, typed] : kDamages) {
     SCOPED_TRACE(damage);
     Between([&, &damage = damage] { m_Device.RunInVisits(damage); });
-    const device::Text counts = RowCounts();
+    const Text counts = RowCounts();
     ExpectRefused(1, typed,
                   "Nothing was added, and nothing was lost. Choose \"Repair counters\" in \"Tools\", or run "
                   "\"inspector-cli check --repair\", and do it again.");

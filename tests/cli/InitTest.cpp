@@ -5,20 +5,18 @@
 namespace inspector::cli {
 namespace {
 
-using ::testing::HasSubstr;
-
-class InitTest : public tests::CliTest {
+class InitTest : public CliTest {
 protected:
   std::filesystem::path Home() const override { return m_Folder / "device"; }
   // Every file of the device but the locks, which say nothing.
   std::map<std::string, std::string> Files() const {
-    auto files = tests::FilesBelow(Home());
+    auto files = FilesBelow(Home());
     std::erase_if(files, [](const auto& file) { return file.first.ends_with(".lock"); });
     return files;
   }
   std::string FirstClient() const { return Json("list")[0]["client"]; }
 
-  tests::TemporaryFolder m_Folder;
+  TemporaryFolder m_Folder;
 };
 
 TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
@@ -38,7 +36,7 @@ TEST_F(InitTest, MakesWhatIsMissingAndNeverOverwrites) {
 
   // One of the two files lost: only that one comes anew, and the library stays as the office has it.
   std::filesystem::remove(Home() / "My Documents/Inspection_Data.cdb");
-  EXPECT_THAT(Out("init"), ::testing::AllOf(HasSubstr("Inspection_Data.cdb"), Not(HasSubstr("library"))));
+  EXPECT_THAT(Out("init"), AllOf(HasSubstr("Inspection_Data.cdb"), Not(HasSubstr("library"))));
   EXPECT_EQ(Out("options ReportFontName"), "ReportFontName=Times New Roman\n");
 }
 
@@ -62,7 +60,7 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
   ASSERT_EQ(Json("list").size(), 1U) << "the first, empty inspection was taken";
   EXPECT_NE(FirstClient(), "");
 
-  tests::Shell visits(Home() / "My Documents/Inspection_Data.cdb");
+  Shell visits(Home() / "My Documents/Inspection_Data.cdb");
   EXPECT_EQ(
       visits.Ask("SELECT sum(InspectResult > '') >= 100, sum(Comments > '') >= 60, sum(instr(Materials, "
                  "'Other:') > 0) >= 1, sum(instr(Comments, '***') > 0) >= 8 FROM Step"),
@@ -76,7 +74,7 @@ TEST_F(InitTest, SampleVisitIsAddedOnceAndComplete) {
       << "a gap that nobody filled";
   EXPECT_NE(Out("owner name"), "name=\n");
   Cli("report 1000 --layout '4 Column' --out " + (m_Folder / "visit.rtf").string());
-  EXPECT_THAT(tests::ContentOf(m_Folder / "visit.rtf"), HasSubstr("describes the condition of the visible"));
+  EXPECT_THAT(ContentOf(m_Folder / "visit.rtf"), HasSubstr("describes the condition of the visible"));
 
   device::HostFiles host;
   const auto photographs = std::ranges::count_if(Files(), [&](const auto& file) {
@@ -121,7 +119,7 @@ TEST_F(InitTest, SampleVisitThatDoesNotFitLeavesNothing) {
   Out("init");
   m_Folder.Put("ours/types.toml", "[[InspectionType]]\nID = 1\nInspectionType = \"Full House Inspection\"\n");
   Cli("library import " + (m_Folder / "ours").string());
-  const tests::CliRun run = Cli("init --sample-if-unused");
+  const CliRun run = Cli("init --sample-if-unused");
   EXPECT_EQ(run.exit, 0);
   EXPECT_NE(run.err, "");
   EXPECT_EQ(Cli("init --sample").exit, 1);

@@ -3,11 +3,7 @@
 namespace inspector::cli {
 namespace {
 
-using device::Text;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-
-using InspectionCommandsTest = tests::CommandLineTest;
+using InspectionCommandsTest = CommandLineTest;
 
 TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out("types --json"),
@@ -16,7 +12,7 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
   EXPECT_EQ(Out("types"), "ID  NAME   LAYOUT\n1   House  4 Column\n2   Condo  3 Column\n");
   Out("set 1000 number=7 'client=Élise \"Bo\"\\\nNoor' 'address=418 Juniper Lane'");
   EXPECT_THAT(Out("list --json"), HasSubstr(R"("client": "Élise \"Bo\"\\\nNoor")"));
-  EXPECT_THAT(Json("list")[0], ::testing::SizeIs(5));
+  EXPECT_THAT(Json("list")[0], SizeIs(5));
   EXPECT_EQ(Out("list"),
             "ID    NUMBER  CLIENT            ADDRESS           TYPE\n"
             "1000  7       Élise \"Bo\"\\ Noor  418 Juniper Lane\n");
@@ -28,9 +24,6 @@ TEST_F(InspectionCommandsTest, TypesAndInspectionsForProgramsAndForPeople) {
 TEST_F(InspectionCommandsTest, NewPrintsNothingButTheKey) {
   EXPECT_EQ(Out("new"), "1001\n");
   EXPECT_EQ(Out("new number=2 --type House client=a=b general=- notes="), "1002\n");
-  EXPECT_THAT(Outline(1002),
-              ElementsAre(u"15 Attic (Incomplete)", u"20 Roof (Incomplete)", u"30 Safety (Incomplete)",
-                          u"9 Cellar (Incomplete)", u"99 Checklist (Incomplete)"));
   EXPECT_EQ(InVisits("SELECT ClientName, InspectionNum, DocType, GeneralInformation FROM "
                      "Inspection WHERE InspectionID = 1002"),
             "a=b|2|House|-Seen from the ground.  Built in 1968.");

@@ -4,16 +4,14 @@
 namespace inspector::cli {
 namespace {
 
-using ::testing::HasSubstr;
-
-class ReportCommandsTest : public tests::CommandLineTest {
+class ReportCommandsTest : public CommandLineTest {
 protected:
   void SetUp() override {
     CommandLineTest::SetUp();
     Out("new --type House number=7/8");
     Cli("--yes defaults 1001");
   }
-  std::string Report() const { return tests::ContentOf(m_Target); }
+  std::string Report() const { return ContentOf(m_Target); }
 
   const std::string m_Target = m_Device.Root() / "report.rtf";
   const std::string m_Into = " --out " + m_Target + " ";
@@ -22,12 +20,12 @@ protected:
 TEST_F(ReportCommandsTest, ReportGoesWhereItIsToldAndReplacesOnlyWhatItMay) {
   const std::filesystem::path target = m_Device.Root() / "My Documents/Inspection_7_8.rtf";
   EXPECT_EQ(Out("report 1001 --layout '4 Column'"), target.string() + "\n");
-  const std::string content = tests::ContentOf(target);
-  EXPECT_THAT(content, ::testing::StartsWith("{\\rtf1"));
+  const std::string content = ContentOf(target);
+  EXPECT_THAT(content, StartsWith("{\\rtf1"));
   ExpectRefused(1, "report 1001 --layout '3 Column'", "already exists");
-  EXPECT_EQ(tests::ContentOf(target), content);
+  EXPECT_EQ(ContentOf(target), content);
   EXPECT_EQ(Cli("report 1001 --layout '3 Column' --yes").exit, 0);
-  EXPECT_NE(tests::ContentOf(target), content);
+  EXPECT_NE(ContentOf(target), content);
   for (const auto& [place, says] : {std::pair{target.string() + "/below", "Inspection_7_8.rtf"},
                                     {m_Device.Root().string(), "Give the file a name in that folder"}})
     ExpectRefused(1, "report 1001 --layout '4 Column' --out '" + place + "'", says);
@@ -65,7 +63,7 @@ TEST_F(ReportCommandsTest, WhatMakesNoDifferenceIsSaidAndWhatIsUnknownRefused) {
       {"--kind major-systems --skip Roof", 0, "--skip makes no difference"}};
   for (const auto& [options, exit, says] : kCases) {
     m_Device.Put("report.rtf", "an older report");
-    const tests::CliRun run = Cli("report 1001" + m_Into + options);
+    const CliRun run = Cli("report 1001" + m_Into + options);
     EXPECT_EQ(run.exit, exit) << says;
     EXPECT_THAT(run.err, HasSubstr(says));
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
@@ -88,9 +86,9 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
         "My Documents/Inspection_Data.cdb"}) {
     const std::filesystem::path file = m_Device.Root() / name;
     if (!std::filesystem::exists(file)) m_Device.Put(name, "needed");
-    const std::string before = tests::ContentOf(file);
+    const std::string before = ContentOf(file);
     ExpectRefused(1, "text 1001 --out '" + file.string() + "'", "Give the report another name.");
-    EXPECT_TRUE(tests::ContentOf(file) == before) << name;
+    EXPECT_TRUE(ContentOf(file) == before) << name;
   }
 }
 
@@ -98,7 +96,7 @@ TEST_F(ReportCommandsTest, PagesOfAnotherInspectionAreKeptUnlessYesIsSaid) {
   const std::string folder = m_Device.Root() / "pages";
   for (int n = 0; n < 2; ++n) EXPECT_EQ(Out("html 1001 --out " + folder), folder + "\n");
   ExpectRefused(1, "html 1000 --out " + folder, "already holds the pages of another inspection");
-  EXPECT_THAT(tests::ContentOf(folder + "/inspection.htm"), HasSubstr("Roof"));
+  EXPECT_THAT(ContentOf(folder + "/inspection.htm"), HasSubstr("Roof"));
   EXPECT_EQ(Cli("--yes html 1000 --out " + folder).exit, 0);
 }
 

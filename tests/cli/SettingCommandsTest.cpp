@@ -4,10 +4,7 @@
 namespace inspector::cli {
 namespace {
 
-using device::Text;
-using ::testing::HasSubstr;
-
-using SettingCommandsTest = tests::CommandLineTest;
+using SettingCommandsTest = CommandLineTest;
 
 // What is shown can be typed again.
 TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {
@@ -29,7 +26,7 @@ TEST_F(SettingCommandsTest, OptionsAreReadBackAsTheyWereSet) {
     EXPECT_EQ(Out("options " + setting.substr(0, setting.find('='))), setting + "\n");
     EXPECT_THAT(all, HasSubstr(setting + "\n"));
   }
-  for (const Text& name : data::OptionNames()) EXPECT_THAT(all, HasSubstr(device::ToUtf8(name) + "="));
+  for (const Text& name : data::OptionNames()) EXPECT_THAT(all, HasSubstr(ToUtf8(name) + "="));
   EXPECT_THAT(all, HasSubstr("Pswrd=(set)\n")) << "a password is not shown among all";
   EXPECT_EQ(Out("options stepspacing=2 hideratings=no StepSpacing HideRatings"),
             "StepSpacing=2\nHideRatings=FALSE\n");

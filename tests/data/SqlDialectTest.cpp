@@ -53,7 +53,7 @@ protected:
   void Insert(TextView table, const std::string& ordinals, const std::string& rows) {
     data::Connection& connection = Data().Get(data::FindLayout(table)->database);
     std::string names;
-    for (const Text& ordinal : device::Split(device::FromUtf8(ordinals), u',')) {
+    for (const Text& ordinal : device::Split(FromUtf8(ordinals), u',')) {
       const auto at = static_cast<std::size_t>(device::LeadingInteger(ordinal));
       names += (names.empty() ? "" : ", ") + data::QuotedName(connection.ColumnsOf(table)->at(at).name);
     }
@@ -66,7 +66,7 @@ protected:
     const std::size_t begin = column == TextView::npos ? sql.find(u"FROM ") + 5 : 7;
     const auto rows = Table(sql.substr(begin, sql.find_first_of(u" .", begin) - begin));
     EXPECT_TRUE(rows->OpenSQL(sql));
-    EXPECT_FALSE(rows->Failed()) << device::ToUtf8(sql);
+    EXPECT_FALSE(rows->Failed()) << ToUtf8(sql);
     const auto key = std::ranges::find(rows->Columns(), data::ValueType::Integer, &data::ColumnDef::type);
     Ids found;
     for (int n = 0; n < rows->RecordCount() && rows->GetRecord(n); ++n)
@@ -151,7 +151,7 @@ TEST_P(SqlDialectTest, RowsAreFoundInTheirOrder) {
       {u"SELECT * FROM Pickers ORDER BY PickerName", {602, 600, 601}},
       {u"SELECT Pickers.* FROM Pickers WHERE PickerName = \"PickerName\" ORDER BY PickerChoice;", {601, 600}},
       {u"SELECT * FROM UniqueID WHERE TableName = \"TableName\"", {41}}};
-  for (const auto& [sql, expected] : kCases) EXPECT_EQ(Find(sql), expected) << device::ToUtf8(sql);
+  for (const auto& [sql, expected] : kCases) EXPECT_EQ(Find(sql), expected) << ToUtf8(sql);
 }
 
 TEST_P(SqlDialectTest, ADeletionTakesTheRowsMeantAndNoOthers) {
@@ -163,7 +163,7 @@ TEST_P(SqlDialectTest, ADeletionTakesTheRowsMeantAndNoOthers) {
   for (const auto& [rows, left] : kCases) {
     EXPECT_EQ(Find(Format(u"DELETE FROM %s", rows)), Ids{});
     const TextView table = rows.substr(0, rows.find(u' '));
-    EXPECT_EQ(Find(Format(u"SELECT * FROM %s", table)), left) << device::ToUtf8(rows);
+    EXPECT_EQ(Find(Format(u"SELECT * FROM %s", table)), left) << ToUtf8(rows);
   }
 }
 
@@ -180,7 +180,7 @@ TEST_P(SqlDialectTest, WhatIsNotUnderstoodFailsAloudAndReadsAsEmpty) {
   int count = m_Faults.Count();
   for (const Text& sql : kCases) {
     const auto steps = Table(u"Step");
-    EXPECT_TRUE(steps->OpenSQL(sql) && steps->Failed()) << device::ToUtf8(sql.substr(0, 80));
+    EXPECT_TRUE(steps->OpenSQL(sql) && steps->Failed()) << ToUtf8(sql.substr(0, 80));
     EXPECT_EQ(steps->RecordCount(), 0);
     EXPECT_EQ(m_Faults.Count(), ++count);
   }

@@ -32,7 +32,7 @@ protected:
 TEST_F(StartUpTest, AMissingFileIsAskedForUntilBothAreThere) {
   const auto moved = m_Folder.Put("elsewhere/Mine.cdb");
   std::filesystem::rename(InspectionFile(), moved);
-  const Text typed = device::FromUtf8(moved.string());
+  const Text typed = FromUtf8(moved.string());
   m_Prompts.QueueDatabasePaths(DatabasePaths{Text(kDefaultTemplatePath), u"\\elsewhere\\missing.cdb"});
   m_Prompts.QueueDatabasePaths(DatabasePaths{u"\\my documents\\template_data.cdb", typed});
   ExpectReady();
@@ -166,7 +166,7 @@ TEST_F(StartUpTest, AJournalThatAKilledProgramLeftIsPlayedBack) {
 
 TEST_F(StartUpTest, AFreshDatabaseNeverReplacesAFile) {
   const auto create = [this](const char* file) {
-    return device::ToUtf8(data::CreateFreshDatabase(m_Folder / file, data::DatabaseKind::Template, m_Faults));
+    return ToUtf8(data::CreateFreshDatabase(m_Folder / file, data::DatabaseKind::Template, m_Faults));
   };
   m_Folder.Put("office/T.cdb", "mine");
   EXPECT_THAT(create("office/T.cdb"), HasSubstr("File exists"));

@@ -12,8 +12,6 @@ using data::DatabaseKind;
 using data::Databases;
 using data::StartUpResult;
 using data::TableRecordset;
-using device::TextView;
-using ::testing::HasSubstr;
 
 class StoreTest : public ::testing::Test, protected ScriptedMachine {
 protected:

@@ -24,7 +24,7 @@ struct ValueAt {
 
   void Get(std::int32_t& value) const { value = isYesNo ? -1 : -100 * ordinal - 1; }
   void Get(double& value) const { value = ordinal + 0.125; }
-  void Get(Text& value) const { value = u"\u00e9 \"'" + device::Decimal(ordinal); }
+  void Get(Text& value) const { value = u"\u00e9 \"'" + Decimal(ordinal); }
   void Get(data::ByteArray& value) const { value = {0, 255, 7}; }
   void Get(device::CalendarTime& value) const { value = device::MakeCalendarTime(1999, 12, 31, 23, 59, 58); }
 };
@@ -38,7 +38,7 @@ TEST_F(TableRecordsetTest, EveryColumnOfEveryTableComesBackAtItsOrdinal) {
     }
   };
   for (const data::TableLayout& layout : data::AllLayouts()) {
-    SCOPED_TRACE(device::ToUtf8(layout.name));
+    SCOPED_TRACE(ToUtf8(layout.name));
     const auto written = Table(layout.name, layout.database);
     EXPECT_EQ(written->Columns().size(), layout.columns.size());
     EXPECT_TRUE(written->Open());
@@ -62,10 +62,8 @@ TEST_F(TableRecordsetTest, NullReadsAsTheNeutralValueAndIsWrittenBackAsSuch) {
   inspection.m_InspectionDate = m_Clock.Now();
   inspection.m_ClientName = u"left over";
   ASSERT_TRUE(inspection.Open() && inspection.GetRecord(0));
-  EXPECT_EQ(inspection.m_InspectionID, 0);
-  EXPECT_EQ(inspection.m_ClientName, u"");
-  EXPECT_TRUE(inspection.m_InspectionDate.IsZero());
-  EXPECT_TRUE(inspection.Write());
+  EXPECT_EQ(Decimal(inspection.m_InspectionID) + inspection.m_ClientName, u"0");
+  EXPECT_TRUE(inspection.m_InspectionDate.IsZero() && inspection.Write());
   EXPECT_EQ(
       InVisits("SELECT InspectionID, quote(ClientName), Reserve8, quote(InspectionDate) FROM Inspection"),
       "0|''|0|NULL");

@@ -10,8 +10,6 @@
 namespace inspector::tests {
 namespace {
 
-using ::testing::EndsWith;
-
 constexpr const char16_t* kUpdateRequired = u"Update Required";
 
 class UpgradeTest : public StoreTest {
@@ -31,7 +29,7 @@ protected:
         "'', 9, 0, 'Heating')");
     m_Before = {ContentOf(TemplateFile()), ContentOf(InspectionFile())};
   }
-  StartUpResult StartAndAnswer(device::Answer answer) {
+  StartUpResult StartAndAnswer(Answer answer) {
     m_Prompts.Queue(kUpdateRequired, answer);
     return Start().result;
   }
@@ -62,7 +60,7 @@ protected:
 
 TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
   CreateOld();
-  m_Prompts.Queue(kUpdateRequired, device::Answer::Ok);
+  m_Prompts.Queue(kUpdateRequired, Answer::Ok);
   {
     const data::StartUp start = Start();
     ASSERT_EQ(start.result, StartUpResult::Ready);
@@ -84,13 +82,13 @@ TEST_F(UpgradeTest, OldFilesAreBroughtUpToDateAfterAskingAndCopiesAreKept) {
 
 TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
   CreateOld();
-  EXPECT_EQ(StartAndAnswer(device::Answer::Cancel), StartUpResult::Refused);
+  EXPECT_EQ(StartAndAnswer(Answer::Cancel), StartUpResult::Refused);
   EXPECT_TRUE(AreAsBefore(""));
   EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
 
   // Or cancelled while its copies are made.
   m_Prompts.CancelAtStep(0);
-  EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Refused);
+  EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Refused);
   EXPECT_THAT(m_Prompts.Last(), HasSubstr("Cancelled. Nothing was changed."));
   EXPECT_TRUE(AreAsBefore(""));
   EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
@@ -98,7 +96,7 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
 
   // Nor is anything altered when no copy can be kept.
   m_Files.FailCommit(1);
-  EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Refused);
+  EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Refused);
   EXPECT_THAT(m_Prompts.Last(), HasSubstr("No copy of the database could be kept"));
   EXPECT_TRUE(AreAsBefore(""));
 }
@@ -111,10 +109,10 @@ TEST_F(UpgradeTest, KilledAfterAnyTableItRunsAgainToTheSameEnd) {
       m_Prompts.AtStatus([left = status]() mutable {
         if (left-- == 0) raise(SIGKILL);  // as this one is about to be copied or checked
       });
-      StartAndAnswer(device::Answer::Ok);
+      StartAndAnswer(Answer::Ok);
     });
   }
-  EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Ready);
+  EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Ready);
   ExpectUpgraded();  // also that the first copy is never replaced
 }
 
@@ -122,10 +120,10 @@ TEST_F(UpgradeTest, OnlyVersion5IsCurrentInAnyCase) {
   CreateFresh();
   for (const char* version : {"''", "NULL", "'5.0 '", "'6.0'"}) {
     InLibrary(std::string("UPDATE Options SET DataVersion = ") + version);
-    EXPECT_EQ(StartAndAnswer(device::Answer::Cancel), StartUpResult::Refused) << version;
+    EXPECT_EQ(StartAndAnswer(Answer::Cancel), StartUpResult::Refused) << version;
   }
   InLibrary("DELETE FROM Options");
-  EXPECT_EQ(StartAndAnswer(device::Answer::Ok), StartUpResult::Ready);
+  EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Ready);
   EXPECT_EQ(InLibrary("SELECT DataVersion, StepSpacing FROM Options"), "5.0|2");
 }
 
@@ -139,7 +137,7 @@ TEST_F(UpgradeTest, ATableMadeByTheProgramHasGeneratedNamesAndPassesTheCheck) {
   for (const data::TableLayout& layout : data::AllLayouts())
     EXPECT_EQ(Table(layout.name, layout.database)->CheckStructure(m_Prompts),
               TableRecordset::StructureResult::Sound)
-        << device::ToUtf8(layout.name);
+        << ToUtf8(layout.name);
 }
 
 // A table class with any columns.
@@ -164,7 +162,7 @@ protected:
     m_Prompts.Forget();
     EXPECT_EQ(Check(columns), TableRecordset::StructureResult::Fatal);
     ASSERT_FALSE(m_Prompts.Messages().empty());
-    EXPECT_THAT(device::ToUtf8(m_Prompts.Messages()[0].text), ::testing::StartsWith(says));
+    EXPECT_THAT(ToUtf8(m_Prompts.Messages()[0].text), StartsWith(says));
     EXPECT_EQ(m_Prompts.Messages()[0].icon, device::Icon::Hand);
   }
 
@@ -229,17 +227,16 @@ TEST_F(UniqueIDTableTest, KeysAreCountedDifferentlyInTheTwoDatabases) {
   InVisits("INSERT INTO UniqueID VALUES ('Negative', -5)");
   data::UniqueIDTable inspection(Data(), data::DatabaseKind::Inspection);
   data::UniqueIDTable library(Data(), data::DatabaseKind::Template);
-  EXPECT_EQ(inspection.NextID(u"Inspection"), 1000);
+  const auto next = [](data::UniqueIDTable& counters, const std::vector<TextView>& names) {
+    std::vector<std::int32_t> keys;
+    for (const TextView name : names) keys.push_back(counters.NextID(name));
+    return keys;
+  };
+  EXPECT_THAT(next(library, {u"Comments", u"Comments", u"Negative", u"Zero", u"Last"}),
+              ElementsAre(25000, 25001, 25000, 1, std::numeric_limits<std::int32_t>::min()));
+  EXPECT_THAT(next(inspection, {u"Inspection", u"UniqueID", u"Negative", u"InspectionCategory"}),
+              ElementsAre(1000, 1000, -4, 1000));
   EXPECT_EQ(data::NextInspectionID(Data(), u"Inspection"), 1001);
-  EXPECT_EQ(inspection.NextID(u"UniqueID"), 1000);
-  EXPECT_EQ(inspection.NextID(u"Negative"), -4);
-  EXPECT_EQ(library.NextID(u"Comments"), 25000);
-  EXPECT_EQ(library.NextID(u"Comments"), 25001);
-  EXPECT_EQ(library.NextID(u"Negative"), 25000);
-  EXPECT_EQ(library.NextID(u"Zero"), 1);
-  EXPECT_EQ(library.NextID(u"Last"), std::numeric_limits<std::int32_t>::min());
-
-  EXPECT_EQ(inspection.NextID(u"InspectionCategory"), 1000);
   data::KeyRange keys = inspection.TakeIDs(u"InspectionCategory", 3);
   EXPECT_EQ(inspection.NextID(u"InspectionCategory"), 1004);
   for (const int key : {1001, 1002, 1003}) EXPECT_EQ(keys.Next(), key);

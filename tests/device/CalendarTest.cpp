@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <ctime>
 #include <limits>
@@ -22,21 +23,19 @@ TEST(CalendarTest, VariantTimesOfKnownMoments) {
 }
 
 TEST(CalendarTest, EveryDayOfTwoCenturiesComesBackToTheSecond) {
-  constexpr int kLengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  int number = 2;
-  for (int month = 0; month < 201 * 12; ++month) {
-    const int year = 1900 + month / 12;
-    const bool leapDay = month % 12 == 1 && year % 4 == 0 && year != 1900 && year != 2100;
-    for (int day = 1; day <= kLengths[month % 12] + (leapDay ? 1 : 0); ++day, ++number) {
-      for (const int second : {0, 1, number * 7919 % 86400, 86399}) {
-        const auto time =
-            MakeCalendarTime(year, month % 12 + 1, day, second / 3600, second / 60 % 60, second % 60);
-        ASSERT_TRUE(IsValid(time)) << ToIso(time);
-        ASSERT_EQ(std::floor(ToVariantTime(time)), number) << ToIso(time);
-        ASSERT_EQ(FromVariantTime(ToVariantTime(time)), time) << ToIso(time);
-        ASSERT_EQ(FromIso(ToIso(time)), time);
-        ASSERT_EQ(time.dayOfWeek, (number + 6) % 7) << ToIso(time);
-      }
+  constexpr std::chrono::sys_days kDayZero = std::chrono::year(1899) / 12 / 30;
+  for (int number = 2; number < 201 * 365; ++number) {
+    const std::chrono::year_month_day date = kDayZero + std::chrono::days(number);
+    const int month = static_cast<int>(static_cast<unsigned>(date.month()));
+    const int day = static_cast<int>(static_cast<unsigned>(date.day()));
+    for (const int second : {0, 1, number * 7919 % 86400, 86399}) {
+      const auto time = MakeCalendarTime(static_cast<int>(date.year()), month, day, second / 3600,
+                                         second / 60 % 60, second % 60);
+      ASSERT_TRUE(IsValid(time)) << ToIso(time);
+      ASSERT_EQ(std::floor(ToVariantTime(time)), number) << ToIso(time);
+      ASSERT_EQ(FromVariantTime(ToVariantTime(time)), time) << ToIso(time);
+      ASSERT_EQ(FromIso(ToIso(time)), time);
+      ASSERT_EQ(time.dayOfWeek, (number + 6) % 7) << ToIso(time);
     }
   }
   // Before day zero the fraction counts away from it.

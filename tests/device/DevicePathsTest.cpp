@@ -18,7 +18,7 @@ protected:
     fs::create_symlink("nowhere", m_Folder / "device/Dangling");
   }
 
-  tests::TemporaryFolder m_Folder;
+  TemporaryFolder m_Folder;
   DevicePaths m_Paths{m_Folder / "device"};
 };
 

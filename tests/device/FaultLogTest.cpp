@@ -8,13 +8,10 @@
 namespace inspector::device {
 namespace {
 
-class FaultLogTest : public testing::Test {
+class FaultLogTest : public testing::Test, protected ScriptedMachine {
 protected:
   std::size_t Shown() const { return m_Prompts.Messages().size(); }
 
-  tests::TemporaryFolder m_Folder;
-  tests::ScriptedPrompts m_Prompts;
-  tests::FixedClock m_Clock;
   FaultLog m_Log{m_Prompts, m_Clock, m_Folder / "logs/faults.log"};
 };
 
@@ -24,14 +21,13 @@ TEST_F(FaultLogTest, EachFaultIsLoggedEachTimeAndShownOnce) {
   m_Clock.Set(MakeCalendarTime(2026, 6, 1));
   m_Log.Report(u"The picture \u00E9.jpg\r\ncannot be read.");
   m_Log.Report(u"The disk is full.");
-  EXPECT_THAT(
-      m_Prompts.Transcript(),
-      testing::ElementsAre(u"Error: The picture \u00E9.jpg\r\ncannot be read.", u"Error: The disk is full."));
+  EXPECT_THAT(m_Prompts.Transcript(),
+              ElementsAre(u"Error: The picture \u00E9.jpg\r\ncannot be read.", u"Error: The disk is full."));
   EXPECT_EQ(m_Log.Count(), 3);
 
   // A later run goes on in the same file.
   FaultLog(m_Prompts, m_Clock, m_Folder / "logs/faults.log").Report(u"Again.");
-  EXPECT_EQ(tests::ContentOf(m_Folder / "logs/faults.log"),
+  EXPECT_EQ(ContentOf(m_Folder / "logs/faults.log"),
             "2026-05-31T14:05:00 The picture \xC3\xA9.jpg  cannot be read.\n"
             "2026-06-01T00:00:00 The picture \xC3\xA9.jpg  cannot be read.\n"
             "2026-06-01T00:00:00 The disk is full.\n"
@@ -69,7 +65,7 @@ TEST_F(FaultLogTest, AWorkersFaultsWaitForThePromptsThread) {
 }
 
 // A box that stays up while the work behind it goes on, and fails.
-struct BusyPrompts : tests::ScriptedPrompts {
+struct BusyPrompts : ScriptedPrompts {
   Answer Show(const Message& message) override {
     if (message.text == u"First.") m_Log->Report(u"Second.");
     return ScriptedPrompts::Show(message);

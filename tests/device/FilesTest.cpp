@@ -8,7 +8,6 @@ namespace inspector::device {
 namespace {
 
 namespace fs = std::filesystem;
-using tests::TemporaryFolder;
 
 TEST(FilesTest, OnlyOrdinaryFilesAreOpened) {
   TemporaryFolder folder;
@@ -44,7 +43,7 @@ TEST(FilesTest, WholeFilesAreReadUpToALimit) {
   EXPECT_GT(ReadWhole(files, "/proc/self/maps", 1 << 20).value_or("").size(), 100u);
   EXPECT_EQ(ReadWhole(files, "/proc/self/maps", 100), std::nullopt);
 
-  tests::FaultyFiles faulty;
+  FaultyFiles faulty;
   faulty.FailRead(1);
   EXPECT_EQ(ReadWhole(faulty, folder / "large", 200000), std::nullopt);
 }

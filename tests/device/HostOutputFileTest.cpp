@@ -15,9 +15,6 @@ namespace inspector::device {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
-using tests::ContentOf;
-using tests::TemporaryFolder;
 using Staging = HostOutputFile::Staging;
 
 // Both ways of keeping a file apart until it is whole must look the same from outside.
@@ -180,7 +177,7 @@ TEST_P(HostOutputFileTest, TwoWritersOfOneTargetDoNotMeet) {
 
 TEST_P(HostOutputFileTest, WhatAKilledRunLeavesIsRemovedByTheNext) {
   const fs::path target = m_Folder / "report.rtf";
-  const pid_t gone = tests::RunUntilKilled([this, &target] {
+  const pid_t gone = RunUntilKilled([this, &target] {
     auto file = Create(target);
     file.Write("half");
     raise(SIGKILL);

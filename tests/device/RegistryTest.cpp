@@ -10,14 +10,9 @@ namespace {
 
 using namespace std::string_literals;
 
-using testing::HasSubstr;
-using tests::ContentOf;
-
-class RegistryTest : public testing::Test {
+class RegistryTest : public testing::Test, protected ScriptedMachine {
 protected:
   const Text m_Key = u"HKEY_USERS\\.Default\\Software\\Pellory\\Inspector";
-  tests::TemporaryFolder m_Folder;
-  tests::FaultyFiles m_Files;
   Registry m_Registry{m_Files, m_Folder / "home/registry.toml"};
 };
 
@@ -118,7 +113,7 @@ TEST_F(RegistryTest, WhatCannotBeWrittenIsTold) {
 }
 
 TEST(LastPlaceTest, IsReadAsWritten) {
-  tests::ScriptedMachine machine;
+  ScriptedMachine machine;
   EXPECT_EQ(ReadLastPlace(machine.m_Registry), LastPlace{});
   ASSERT_TRUE(WriteLastPlace(machine.m_Registry, {1001, 1003, -1}));
   EXPECT_EQ(ReadLastPlace(machine.m_Registry), (LastPlace{1001, 1003, -1}));

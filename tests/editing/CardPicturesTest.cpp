@@ -7,7 +7,7 @@
 namespace inspector::editing {
 namespace {
 
-class CardPicturesTest : public ::testing::Test, protected tests::ScriptedMachine {
+class CardPicturesTest : public ::testing::Test, protected ScriptedMachine {
 protected:
   CardPictures Card(const Text& setting) { return {m_Files, m_Paths, setting}; }
 };
@@ -27,7 +27,7 @@ TEST_F(CardPicturesTest, TheLastEntryCountsTwiceInAnyOrder) {
 
 TEST_F(CardPicturesTest, OnlyTheFirst101EntriesAreLookedAt) {
   std::vector<Text> names;
-  for (int n = 0; n < 5000; ++n) names.push_back(u"p" + device::Decimal(1000 + n) + u".jpg");
+  for (int n = 0; n < 5000; ++n) names.push_back(u"p" + Decimal(1000 + n) + u".jpg");
   const auto first = [&names](int count) { return std::vector<Text>(names.begin(), names.begin() + count); };
   EXPECT_EQ(NumberCardPictures(first(100)).size(), 101U);
   EXPECT_EQ(NumberCardPictures(names), first(101));
@@ -62,7 +62,7 @@ TEST_F(CardPicturesTest, TheNewestIsOneThatTheSettingMeans) {
            {u"",
             u"The folder of the camera's card is not known yet. Enter it in the options, under Pictures."}}) {
     const CardPictures::Newest found = Card(setting).FindNewest();
-    EXPECT_EQ(found.problem + device::FromUtf8(found.file.filename().native()), expected);
+    EXPECT_EQ(found.problem + FromUtf8(found.file.filename().native()), expected);
   }
 }
 
@@ -70,7 +70,7 @@ TEST_F(CardPicturesTest, TheFolderIsPutBeforeTheNameAsItIs) {
   for (const char* name : {"Card/in.jpg", "Card.jpg", "cardinal.jpg"}) m_Folder.Put(name);
   EXPECT_EQ(Card(u"\\Card").Find(1), u"\\CardCard.jpg") << "without a slash it begins a name";
   EXPECT_EQ(Card(u"\\Card").Find(2), u"\\Cardcardinal.jpg");
-  const Text onHost = device::FromUtf8((m_Folder / "Card").native()) + u"/";
+  const Text onHost = FromUtf8((m_Folder / "Card").native()) + u"/";
   EXPECT_EQ(Card(onHost).Find(1), onHost + u"in.jpg") << "as typed by a person";
 }
 

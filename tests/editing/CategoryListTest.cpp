@@ -3,20 +3,18 @@
 #include <span>
 
 #include "editing/StepEditing.h"
-#include "support/Lines.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using ::testing::ElementsAre;
 using Screen = CategoryList::Screen;
 
 enum { kAttic, kRoof, kSafety, kCellar, kChecklist };
 const Text kAll = u"Attic, Roof, Safety, Cellar, Checklist";
 
-class CategoryListTest : public tests::VisitTest {
+class CategoryListTest : public VisitTest {
 protected:
   void SetUp() override { m_List.Show(); }
   // The titles in their order, a star behind a mark, and the status of what is not incomplete.
@@ -41,12 +39,12 @@ protected:
   // Lines of the visit: "number title (status)" and the steps of each category.
   Text Outline(std::size_t first, std::size_t count) {
     const std::vector<Text> lines = m_Device.Outline(m_Key);
-    return tests::Joined(
+    return Joined(
         std::span(lines).subspan(first, count), [](const Text& line) { return line; }, u"\n");
   }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   CategoryList m_List{m_Device.Document(), m_Dialogs};
 };
 
@@ -112,7 +110,7 @@ TEST_F(CategoryListTest, SeveralMarkedRowsAlternate) {
   EXPECT_TRUE(m_List.TogglePresence());
   const Text alternating = u"Attic*, Roof* Not Present, Safety*, Cellar, Checklist";
   EXPECT_EQ(Rows(), alternating);
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Safety'"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Safety'"));
   EXPECT_FALSE(m_List.TogglePresence());
   EXPECT_EQ(Rows(), alternating) << "all of a press or nothing";
   EXPECT_EQ(m_List.ToggleCaption(), u"Set Not Present");
@@ -174,10 +172,9 @@ TEST_F(CategoryListTest, BaseNameEndsBeforeTheCharacterBeforeTheMark) {
 
 TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
   m_Device.OpenCategory(u"Roof");
-  m_Device.Enter(
-      u"20.2",
-      "InspectResult = 'Poor', Comments = 'Sagging.', Materials = 'Copper;', StepNumber = '20.2b', "
-      "SummaryComment = 'Replace.', PictureBefore = 1");
+  m_Device.Enter(u"20.2",
+                 "InspectResult = 'Poor', Comments = 'Sagging.', Materials = 'Copper;', StepNumber = "
+                 "'20.2b', SummaryComment = 'Replace.', PictureBefore = 1");
   m_Device.Enter(u"20.1", "StepTemplateID = 4711");
   m_Device.RunInVisits(
       "UPDATE Category SET Remarks = 'Steep.', NotPresentFlag = 1 WHERE CategoryTitle = 'Roof'");
@@ -187,8 +184,8 @@ TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
   EXPECT_EQ(Outline(5, 6),
             u"21 Shed (Not Present)\n  21.2b|Gutters|Poor|Copper;|Sagging.\n  21.3|Notes|||\n"
             u"22 Roof #3 (Not Present)\n  22.2b|Gutters|Poor|Copper;|Sagging.\n  22.3|Notes|||");
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN "
-                                  "Category USING (CategoryID) WHERE StepNumber = '21.2b'"),
+  EXPECT_EQ(InVisits("SELECT Remarks, CommentText, SummaryComment, PictureBefore FROM Step JOIN Category "
+                     "USING (CategoryID) WHERE StepNumber = '21.2b'"),
             "Steep.|Walked on.|Replace.|1");
   // Of a form what was entered.
   m_Device.OpenCategory(u"Checklist");
@@ -200,7 +197,7 @@ TEST_F(CategoryListTest, DuplicateWithDataTakesFindingsAlong) {
 TEST_F(CategoryListTest, FailedDuplicateLeavesNothing) {
   m_Device.OpenCategory(u"Roof");
   const Text before = m_Device.RowCounts();
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step WHEN new.StepTitle = 'Notes'"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step WHEN new.StepTitle = 'Notes'"));
   for (const bool withData : {false, true}) {
     EXPECT_FALSE(Duplicate(kRoof, {{u"Shed", 2, withData}}));
     EXPECT_EQ(m_Device.RowCounts(), before) << withData;

@@ -1,26 +1,26 @@
 #include "editing/CategoryOpening.h"
 
 #include "editing/Completeness.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class CategoryOpeningTest : public tests::VisitTest {
+class CategoryOpeningTest : public VisitTest {
 protected:
   const std::int32_t m_Key = m_Device.Visit(u"House");
 };
 
 TEST_F(CategoryOpeningTest, StepsAndFieldsComeFromTheTemplatesOnce) {
   for (const Text title : {u"Roof", u"Roof", u"Checklist", u"Checklist"}) m_Device.OpenCategory(title);
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT StepID, StepNumber, StepTitle, MajorSystem, StepTemplateID, "
-                                  "RatingType, StepInfoExists, InspectResult, Materials, Comments FROM Step"),
+  EXPECT_EQ(InVisits("SELECT StepID, StepNumber, StepTitle, MajorSystem, StepTemplateID, "
+                     "RatingType, StepInfoExists, InspectResult, Materials, Comments FROM Step"),
             "1000|20.1|Shingles|Roof-Covering|1|Condition|1|||\n"
             "1001|20.2|Gutters|Roof-Drainage*|2|Condition|0|||\n"  // help of two characters
             "1002|20.3|Notes|Other|3||0|||");                      // no keyword, a type that is not there
-  EXPECT_EQ(m_Device.Visits().Ask(
-                "SELECT ID, CategoryID, SequenceNumber, FieldType, FieldLabel, AssignedValue FROM Field"),
-            "1000|1003|1|2|Stove off|\n1001|1003|2|2|Doors locked|");
+  EXPECT_EQ(
+      InVisits("SELECT ID, CategoryID, SequenceNumber, FieldType, FieldLabel, AssignedValue FROM Field"),
+      "1000|1003|1|2|Stove off|\n1001|1003|2|2|Doors locked|");
 }
 
 TEST_F(CategoryOpeningTest, WithoutStepTemplatesItIsComplete) {
@@ -46,10 +46,10 @@ TEST_F(CategoryOpeningTest, FailureMakesNoStepAndCompletesNothing) {
                                    {"CategoryStep", 1},
                                    {"CategoryTemplate", 1},
                                    {"FieldTemplate", 4}}) {
-    const tests::MissingTable missing(m_Device, table);
+    const MissingTable missing(m_Device, table);
     EXPECT_FALSE(open(row)) << table;
   }
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step WHEN new.StepNumber = '20.3'"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step WHEN new.StepNumber = '20.3'"));
   EXPECT_FALSE(open(1));
   EXPECT_EQ(m_Device.Outline(m_Key), before);
 }

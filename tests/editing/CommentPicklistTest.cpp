@@ -2,20 +2,17 @@
 
 #include "device/Format.h"
 #include "editing/CommentPicker.h"
-#include "support/Lines.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
 using Result = CommentPicklist::Result;
-using device::Answer;
-using ::testing::ElementsAre;
 
 constexpr std::int32_t kShingles = 1;  // the step template
 const Text kDeleteQuestion = u"Please confirm the deleting of these comments.";
 
-class CommentPicklistTest : public tests::VisitTest {
+class CommentPicklistTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Worn = m_Device.Library().AddCommentToStep(kShingles, u"Worn.", u"Wear");
@@ -24,7 +21,7 @@ protected:
     m_Device.Library().AddCommentToStep(kShingles, u"Moss.", u"Growth");
     m_Device.Library().AddCommentToStep(2, u"Other step.");
   }
-  Text Listed() { return tests::Joined(m_Picklist.Comments(), std::mem_fn(&LibraryComment::text)); }
+  Text Listed() { return Joined(m_Picklist.Comments(), std::mem_fn(&LibraryComment::text)); }
   Result Add(Answer answer, TextView comment, const TextSelection& selection = {}) {
     Prompts().Queue(u"Are you sure you want to add this comment to your picklist?", answer);
     return m_Picklist.Add(comment, selection, u"Poor");
@@ -34,7 +31,7 @@ protected:
     return m_Picklist.Delete(texts);
   }
   std::string AskLibrary(const std::string& sql) {
-    return tests::Shell(Data().Template().File()).Ask("SELECT " + sql);
+    return Shell(Data().Template().File()).Ask("SELECT " + sql);
   }
   std::string LinksOf(std::int32_t commentID) {
     return AskLibrary("StepID, LinkKey FROM StepComment WHERE CommentID = " + std::to_string(commentID));
@@ -60,9 +57,9 @@ TEST_F(CommentPicklistTest, AddsTheSelectionOrTheWholeWithItsRating) {
 }
 
 TEST_F(CommentPicklistTest, AddingIsWholeOrNotAtAll) {
-  m_Device.RunInLibrary(tests::NoRoomFor("INSERT ON StepComment"));
+  m_Device.RunInLibrary(NoRoomFor("INSERT ON StepComment"));
   EXPECT_EQ(Add(Answer::Yes, u"New."), Result::Failed);
-  m_Device.RunInLibrary(tests::kRoomAgain);
+  m_Device.RunInLibrary(kRoomAgain);
   // A key that the library has given to another comment, whose text the link would bring along.
   m_Device.RunInLibrary("DELETE FROM UniqueID; INSERT INTO UniqueID VALUES ('Comments', " +
                         std::to_string(m_Worn - 1) + ")");
@@ -109,13 +106,13 @@ TEST(InsertCommentTest, KeepsTheSeparatorOnEitherSideAndTheSelectedText) {
     const TextChange change = InsertComment(text, selection, u"New.", u"  ");
     change.ApplyTo(changed);
     EXPECT_EQ(changed, after);
-    EXPECT_EQ(change.CaretAfter(), caret) << device::ToUtf8(after);
+    EXPECT_EQ(change.CaretAfter(), caret) << ToUtf8(after);
   }
 }
 
 // The rows of the picker, chosen ones with a star.
 Text RowsOf(const CommentPicker& picker) {
-  return tests::Joined(picker.Rows(), [&picker](const CommentPicker::Row& row) {
+  return Joined(picker.Rows(), [&picker](const CommentPicker::Row& row) {
     return (picker.IsChosen(row) ? u"*" : u"") + picker.TextOf(row);
   });
 }

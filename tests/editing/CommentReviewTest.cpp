@@ -1,48 +1,41 @@
 #include "editing/CommentReview.h"
 
 #include "editing/Unfinished.h"
-#include "support/Lines.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class VisitReviewTest : public tests::VisitTest {
+class VisitReviewTest : public RoofTest {
 protected:
   void SetUp() override {
     // Another visit, which must not be seen.
-    m_Device.Visit(u"House");
-    m_Device.OpenCategory(u"Cellar");
+    m_Device.Visit(u"House", {u"Cellar"});
     Find(u"9.1", u"Yes", u"Elsewhere.");
-    m_Visit = m_Device.Visit(u"House");
-    m_Roof = m_Device.OpenCategory(u"Roof");
+    ASSERT_TRUE(Document().SelectInspection(m_House));
     m_Cellar = m_Device.OpenCategory(u"Cellar");
     Find(u"20.1", u"Poor", u"Worn.");
     Find(u"20.2", u"Good \"as new\"", u"New.");
     Find(u"9.1", u"Poor", u"Not a choice of its type.");
   }
   std::int32_t Find(const Text& number, const Text& result, const Text& comments) {
-    m_Device.Enter(number,
-                   "InspectResult = " + tests::Quoted(result) + ", Comments = " + tests::Quoted(comments));
+    m_Device.Enter(number, "InspectResult = " + Quoted(result) + ", Comments = " + Quoted(comments));
     return m_Device.StepKey(number);
   }
 
-  std::int32_t m_Visit = 0;
-  std::int32_t m_Roof = 0;
   std::int32_t m_Cellar = 0;
 };
 
 TEST_F(VisitReviewTest, ShowsCommentedStepsByRating) {
   Find(u"20.3", u"Good", u"");  // without a comment
-  CommentReview review(m_Device.GetWorkspace(), m_Visit);
-  EXPECT_EQ(tests::Joined(review.Filters()),
-            u"<All Ratings>|Good|Poor|Good \"as new\"|Yes|No|***Summary Only***");
+  CommentReview review(m_Device.GetWorkspace(), m_House);
+  EXPECT_EQ(Joined(review.Filters()), u"<All Ratings>|Good|Poor|Good \"as new\"|Yes|No|***Summary Only***");
   const auto shown = [&review](TextView filter) {
     EXPECT_TRUE(review.SetFilter(filter));
     std::vector<Text> lines;
     for (int n = 0; n < review.RowCount(); ++n)
       lines.push_back(review.RowAt(n).stepNumber + u" " + review.RowAt(n).result);
-    return tests::Joined(lines);
+    return Joined(lines);
   };
   EXPECT_EQ(shown(u"***Summary Only***"), u"20.1 Poor");
   EXPECT_EQ(shown(u"Poor"), u"20.1 Poor|9.1 Poor");
@@ -57,16 +50,16 @@ TEST_F(VisitReviewTest, ShowsCommentedStepsByRating) {
 }
 
 TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
-  const std::int32_t shingles = Find(u"20.1", u"Poor", u" \r\n");
-  const std::int32_t gutters = Find(u"20.2", u"Good", u"See ***Path=\\gone.jpg*** ***odd***");
+  Find(u"20.1", u"Poor", u" \r\n");
+  Find(u"20.2", u"Good", u"See ***Path=\\gone.jpg*** ***odd***");
   const std::int32_t notes = Find(u"20.3", u"", u"Only words.");
   const std::int32_t sump = Find(u"9.1", u"Poor", u"");  // "Poor" of its type asks for nothing
   m_Device.Enter(u"9.1", "BitmapPath = '\\Pictures\\sump.jpg'");
   m_Device.RunInVisits("UPDATE Category SET NotPresentFlag = 1 WHERE CategoryTitle = 'Safety'");
-  Unfinished unfinished(m_Device.GetWorkspace(), m_Visit);
+  Unfinished unfinished(m_Device.GetWorkspace(), m_House);
   const auto shown = [&unfinished] {
     EXPECT_TRUE(unfinished.Refresh());
-    return tests::Joined(unfinished.Steps(), [](const UnfinishedStep& step) {
+    return Joined(unfinished.Steps(), [](const UnfinishedStep& step) {
       return step.categoryTitle + u" " + step.stepNumber + u": " + step.Reasons();
     });
   };
@@ -77,12 +70,12 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
   EXPECT_EQ(unfinished.Count(), 5);
   EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, 3);
   {
-    const tests::MissingTable missing(m_Device, "RatingChoices");
+    const MissingTable missing(m_Device, "RatingChoices");
     EXPECT_FALSE(unfinished.CountByCategory()) << "not known is not none";
   }
   EXPECT_EQ(unfinished.NextAfter({})->categoryTitle, u"Attic") << "the first, when the place is unknown";
-  EXPECT_EQ(unfinished.NextAfter({m_Roof, 0})->stepID, shingles);
-  EXPECT_EQ(unfinished.NextAfter({m_Roof, gutters})->stepID, notes);
+  EXPECT_EQ(unfinished.NextAfter({m_Roof, 0})->stepID, m_Shingles);
+  EXPECT_EQ(unfinished.NextAfter({m_Roof, m_Gutters})->stepID, notes);
   EXPECT_EQ(unfinished.NextAfter({m_Roof, notes})->stepID, sump);
   EXPECT_EQ(unfinished.NextAfter({m_Cellar, sump})->categoryTitle, u"Attic") << "it begins anew";
 
@@ -104,8 +97,7 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
     ASSERT_TRUE(unfinished.Refresh());
     const UnfinishedStep& first = unfinished.Steps()[1];
     EXPECT_EQ(first.stepNumber == u"20.1" ? first.Reasons() : u"", reason);
-    EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, reason.empty() ? 1 : 2)
-        << device::ToUtf8(comment);
+    EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, reason.empty() ? 1 : 2) << ToUtf8(comment);
   }
 }
 

@@ -1,24 +1,20 @@
 #include "editing/Defaults.h"
 
 #include "editing/Completeness.h"
-#include "support/Lines.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using ::testing::ElementsAre;
-
 constexpr auto kQuestion = u"Please confirm the applying of all defaults. This action can not be undone.";
 
-class DefaultsTest : public tests::VisitTest {
+class DefaultsTest : public VisitTest {
 protected:
   DefaultsResult Apply() {
-    Prompts().Queue(kQuestion, device::Answer::Yes);
+    Prompts().Queue(kQuestion, Answer::Yes);
     return ApplyDefaults(Document());
   }
-  Text Outline() { return tests::Joined(m_Device.Outline(m_Key), u"\n"); }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
+  Text Outline() { return Joined(m_Device.Outline(m_Key), u"\n"); }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
 };
@@ -77,17 +73,17 @@ TEST_F(DefaultsTest, FailureLeavesEverythingAsItWas) {
   const Text before = Outline();
   for (const std::string table : {"CategoryTemplate", "StepTemplate", "CategoryStep", "RatingType",
                                   "MaterialComment", "MaterialTemplate", "RatingChoices"}) {
-    const tests::MissingTable missing(m_Device, table);
+    const MissingTable missing(m_Device, table);
     EXPECT_EQ(Apply(), DefaultsResult::Failed) << table;
     if (table == "MaterialTemplate" || table == "RatingChoices") {
       EXPECT_FALSE(ApplyStepDefaults(Data(), cellar)) << table;
     }
     EXPECT_EQ(Outline(), before) << table;
   }
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Checklist'"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Category WHEN new.CategoryTitle = 'Checklist'"));
   EXPECT_EQ(Apply(), DefaultsResult::Failed);
   EXPECT_EQ(Outline(), before);
-  EXPECT_THAT(Prompts().Transcript(), ::testing::Not(::testing::Contains(u"Alert: Done!")));
+  EXPECT_THAT(Prompts().Transcript(), Not(::testing::Contains(u"Alert: Done!")));
 }
 
 TEST_F(DefaultsTest, OfOneCategoryFillMaterialsWhateverTheResult) {

@@ -1,6 +1,6 @@
 #include "editing/FieldForm.h"
 
-#include <gtest/gtest.h>
+#include "support/TestSupport.h"
 
 namespace inspector::editing {
 namespace {
@@ -16,8 +16,7 @@ TEST(FieldDoubtTest, IsAboutNumbersAndDates) {
                                                 {FieldKind::Date, false, dates},
                                                 {FieldKind::Date, true, noDates},
                                                 {FieldKind::Words, false, noNumbers}})
-    for (const Text& word : words)
-      EXPECT_EQ(!DoubtAbout(kind, word).empty(), isDoubtful) << device::ToUtf8(word);
+    for (const Text& word : words) EXPECT_EQ(!DoubtAbout(kind, word).empty(), isDoubtful) << ToUtf8(word);
 }
 
 }  // namespace

@@ -1,28 +1,26 @@
 #include "editing/Materials.h"
 
-#include "support/Lines.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
 TEST(MaterialsForDisplayTest, ShowsTheInspectorsWordsOnly) {
-  for (const auto& [stored, shown] : std::vector<std::pair<Text, Text>>{
-           {u"", u""},
-           {u";", u""},
-           {u"Asphalt;", u"Asphalt"},
-           {u"Asphalt", u"Asphalt"},
-           {u"Asphalt;Wood;Other:Slate;", u"Asphalt;Wood;Slate"},
-           {u"Other:Slate;", u"Slate"},
-           {u"Other:Slate;Other:Tin;", u"Slate;Tin"},
-           {u"other:Slate;", u"other:Slate"},  // of an older step; only the capital form is a marker here
-           {u"Wood;Other:;", u"Wood;"},
-           {u"No Other:marker;", u"No Other:marker"},
-       })
-    EXPECT_EQ(MaterialsForDisplay(stored), shown) << device::ToUtf8(stored);
+  ExpectEach<Text, Text>(
+      {{u"", u""},
+       {u";", u""},
+       {u"Asphalt;", u"Asphalt"},
+       {u"Asphalt", u"Asphalt"},
+       {u"Asphalt;Wood;Other:Slate;", u"Asphalt;Wood;Slate"},
+       {u"Other:Slate;", u"Slate"},
+       {u"Other:Slate;Other:Tin;", u"Slate;Tin"},
+       {u"other:Slate;", u"other:Slate"},  // of an older step; only the capital form is a marker here
+       {u"Wood;Other:;", u"Wood;"},
+       {u"No Other:marker;", u"No Other:marker"}},
+      MaterialsForDisplay);
 }
 
-using MaterialBoxesTest = tests::VisitTest;
+using MaterialBoxesTest = VisitTest;
 
 TEST_F(MaterialBoxesTest, TicksWhatTheStoredTextHolds) {
   for (const auto& [stored, boxes] : std::vector<std::pair<Text, Text>>{
@@ -32,10 +30,9 @@ TEST_F(MaterialBoxesTest, TicksWhatTheStoredTextHolds) {
            {u"other:slate;", u"Asphalt|Wood|Wood Siding|[x] other:slate"},  // of an older step
            {u"other:a;Other:b;", u"Asphalt|Wood|Wood Siding|[x] Other:b"},  // the capital form first
            {u"Other:no end", u"Asphalt|Wood|Wood Siding|[x] Other:no end"}})
-    EXPECT_EQ(
-        tests::Joined(MaterialBoxes(Data(), 1, stored).Boxes(),
-                      [](const MaterialBox& box) { return (box.ticked ? u"[x] " : u"") + box.caption; }),
-        boxes);
+    EXPECT_EQ(Joined(MaterialBoxes(Data(), 1, stored).Boxes(),
+                     [](const MaterialBox& box) { return (box.ticked ? u"[x] " : u"") + box.caption; }),
+              boxes);
   EXPECT_TRUE(MaterialBoxes(Data(), 4711, u"Wood;").Boxes().empty());
 }
 

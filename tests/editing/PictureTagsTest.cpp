@@ -2,13 +2,10 @@
 
 #include "editing/PictureAttachment.h"
 #include "editing/PictureTagText.h"
-#include "support/Lines.h"
 #include "support/TestSupport.h"
 
 namespace inspector::editing {
 namespace {
-
-using device::ToUtf8;
 
 TEST(PictureTagsTest, WordsAndTagsArePartedInTheirOrder) {
   for (const auto& [text, words, tags] : std::vector<std::tuple<Text, Text, std::vector<Text>>>{
@@ -31,43 +28,38 @@ TEST(PictureTagsTest, WordsAndTagsArePartedInTheirOrder) {
 }
 
 TEST(PictureTagsTest, TheKindGoesByTheWordsInTheTag) {
-  for (const auto& [tag, kind] :
-       std::vector<std::pair<Text, TextView>>{{u"***Path=\\a.jpg***", kKnownPicture},
-                                              {u"***Picture-12***", kGenericPicture},
-                                              {u"***Picture-1 Path=***", kKnownPicture},
-                                              {u"***path=\\a.jpg***", kError},
-                                              {u"***picture-1***", kError},
-                                              {u"******", kError}})
-    EXPECT_EQ(ClassifyTag(tag), kind) << ToUtf8(tag);
+  ExpectEach<Text, TextView>({{u"***Path=\\a.jpg***", kKnownPicture},
+                              {u"***Picture-12***", kGenericPicture},
+                              {u"***Picture-1 Path=***", kKnownPicture},
+                              {u"***path=\\a.jpg***", kError},
+                              {u"***picture-1***", kError},
+                              {u"******", kError}},
+                             ClassifyTag);
 }
 
 TEST(PictureTagsTest, TheScalingIsWhatTheTagSays) {
-  for (const auto& [tag, scaling] : std::vector<std::pair<Text, int>>{
-           {u"***Picture-1***", 100},
-           {u"***Picture-1;Scaling=50***", 50},
-           {u"***Picture-2;Scaling=abc***", 0},
-           {u"***Picture-2;Scaling= -7%***", -7},
-           {u"***Picture-2;Scaling=***", 0},
-           {u"***Picture-2;scaling=50***", 100},
-           {u"***Path=a;Note=3;Scaling=40;Scaling=60***", 40},
-           {u"***Path=a;Sc*aling=30***", 30},  // asterisks are dropped first
-           {u"***Picture-1;Scaling=99999999999***", 2147483647},
-       })
-    EXPECT_EQ(GetTagScaling(tag), scaling) << ToUtf8(tag);
+  ExpectEach<Text, int>({{u"***Picture-1***", 100},
+                         {u"***Picture-1;Scaling=50***", 50},
+                         {u"***Picture-2;Scaling=abc***", 0},
+                         {u"***Picture-2;Scaling= -7%***", -7},
+                         {u"***Picture-2;Scaling=***", 0},
+                         {u"***Picture-2;scaling=50***", 100},
+                         {u"***Path=a;Note=3;Scaling=40;Scaling=60***", 40},
+                         {u"***Path=a;Sc*aling=30***", 30},  // asterisks are dropped first
+                         {u"***Picture-1;Scaling=99999999999***", 2147483647}},
+                        GetTagScaling);
 }
 
 TEST(PictureTagsTest, AKnownPictureHasItsPath) {
-  for (const auto& [tag, path] : std::vector<std::pair<Text, Text>>{
-           {u"***Path=\\Storage Card\\house.jpg;Scaling=50***", u"\\Storage Card\\house.jpg"},
-           {u"***Path=C:\\pics\\a.jpg***", u"\\Storage Card\\pics\\a.jpg"},
-           {u"***Path=C:\\C:\\a.jpg***", u"\\Storage Card\\\\Storage Card\\a.jpg"},
-           {u"***Path=D:\\C:\\a.jpg***", u"D:\\C:\\a.jpg"},
-           {u"***my Path=a Path=b.jpg***", u"my a b.jpg"},
-           {u"***;Path=a***", u""},
-           {u"***Path=***", u""},
-           {u"Path=", u""},  // too short to have lost its asterisks
-       })
-    EXPECT_EQ(GetKnownPicturePath(tag, u"\\Storage Card\\"), path) << ToUtf8(tag);
+  ExpectEach<Text, Text>({{u"***Path=\\Storage Card\\house.jpg;Scaling=50***", u"\\Storage Card\\house.jpg"},
+                          {u"***Path=C:\\pics\\a.jpg***", u"\\Storage Card\\pics\\a.jpg"},
+                          {u"***Path=C:\\C:\\a.jpg***", u"\\Storage Card\\\\Storage Card\\a.jpg"},
+                          {u"***Path=D:\\C:\\a.jpg***", u"D:\\C:\\a.jpg"},
+                          {u"***my Path=a Path=b.jpg***", u"my a b.jpg"},
+                          {u"***;Path=a***", u""},
+                          {u"***Path=***", u""},
+                          {u"Path=", u""}},
+                         [](const Text& tag) { return GetKnownPicturePath(tag, u"\\Storage Card\\"); });
 }
 
 TEST(PictureTagsTest, AGenericPictureHasItsNumber) {
@@ -112,7 +104,7 @@ TEST(PictureTagTextTest, ARepeatedTagIsOnePicture) {
             u"***Picture-1**** x ***Picture-2***");
 }
 
-class AttachmentTest : public ::testing::Test, protected tests::ScriptedMachine {};
+class AttachmentTest : public ::testing::Test, protected ScriptedMachine {};
 
 TEST_F(AttachmentTest, ANameCanStandInATag) {
   for (const auto& [original, name] : std::vector<std::pair<Text, Text>>{
@@ -146,10 +138,10 @@ TEST_F(AttachmentTest, CopiesStandInTheInspectionsOwnFolder) {
   EXPECT_EQ(StoreAttachment(m_Machine, 1000, u"wall.jpg", "three"), std::nullopt);
   EXPECT_EQ(m_Faults.Count(), 1);
   const std::map<std::string, std::string> stored = {{"roof.jpg", "one"}, {"roof-2.jpg", "two"}};
-  EXPECT_EQ(tests::FilesBelow(onHost), stored);
+  EXPECT_EQ(FilesBelow(onHost), stored);
   EXPECT_EQ(PicturePathOf(m_Paths, onHost / "roof.jpg"), folder + u"roof.jpg");
   for (const std::string& elsewhere : {std::string("/elsewhere"), m_Folder.Path().native() + "x"})
-    EXPECT_EQ(PicturePathOf(m_Paths, elsewhere + "/a.jpg"), device::FromUtf8(elsewhere + "/a.jpg"));
+    EXPECT_EQ(PicturePathOf(m_Paths, elsewhere + "/a.jpg"), FromUtf8(elsewhere + "/a.jpg"));
 }
 
 TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
@@ -158,11 +150,10 @@ TEST_F(AttachmentTest, PicturesOfACommentTellWhetherTheyAreThere) {
   const Text comment =
       u"***Picture-1;Scaling=30*** ***Picture-9*** ***Path=\\pictures\\ROOF.jpg*** ***Path=\\no.jpg*** "
       u"***odd***";
-  EXPECT_EQ(tests::Joined(PicturesOfComment(comment, card, m_Machine),
-                          [](const CommentPicture& picture) {
-                            return picture.path + (picture.missing ? u" missing " : u" ") +
-                                   device::Decimal(picture.scaling);
-                          }),
+  EXPECT_EQ(Joined(PicturesOfComment(comment, card, m_Machine),
+                   [](const CommentPicture& picture) {
+                     return picture.path + (picture.missing ? u" missing " : u" ") + Decimal(picture.scaling);
+                   }),
             u"\\Card\\a.jpg 30| missing 100|\\pictures\\ROOF.jpg 100|\\no.jpg missing 100")
       << "a tag of another kind names no picture";
 }

@@ -1,20 +1,19 @@
 #include "editing/Placeholders.h"
 
-#include "support/Lines.h"
 #include "support/ScriptedSheetDialogs.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class PlaceholdersTest : public tests::VisitTest {
+class PlaceholdersTest : public VisitTest {
 protected:
   std::optional<Text> Fill(TextView text, const std::vector<std::optional<Text>>& answers) {
     for (const auto& answer : answers) m_Dialogs.QueueReplacement(answer);
     return FillPlaceholders(Data(), m_Dialogs, text);
   }
 
-  tests::ScriptedSheetDialogs m_Dialogs;
+  ScriptedSheetDialogs m_Dialogs;
 };
 
 TEST_F(PlaceholdersTest, AsksOneAfterTheOtherAndOffersWhatThePickerHas) {
@@ -24,11 +23,11 @@ TEST_F(PlaceholdersTest, AsksOneAfterTheOtherAndOffersWhatThePickerHas) {
   EXPECT_EQ(Fill(u"The ^colour^ wall of ^(Brick,Block)^ needs ^^; ^x", {u"a^b^", u"Block", u""}),
             u"The a^b^ wall of Block needs ; ^x")
       << "what was put in is no gap, and neither is a caret alone";
-  EXPECT_EQ(tests::Joined(m_Dialogs.Questions(),
-                          [](const ReplacementQuestion& question) {
-                            return question.prompt + (question.offersChoices ? u" one of " : u"") +
-                                   tests::Joined(question.choices, u",");
-                          }),
+  EXPECT_EQ(Joined(m_Dialogs.Questions(),
+                   [](const ReplacementQuestion& question) {
+                     return question.prompt + (question.offersChoices ? u" one of " : u"") +
+                            Joined(question.choices, u",");
+                   }),
             u"Replace ^colour^ with: one of blue,red|Replace ^(Brick,Block)^ with: one of Brick,Block|"
             u"Replace ^ with:");
 }
@@ -40,12 +39,12 @@ TEST_F(PlaceholdersTest, CancelLeavesNothingAndEndsTheAsking) {
 
 TEST_F(PlaceholdersTest, AlternativesEndAtTheParenthesis) {
   m_Device.Library().AddPicker(u"(a,b", u"stored \"under\" this name");
-  for (const auto& [gap, choices] : {std::pair(u"(a,b", u"stored \"under\" this name|a|b"),
-                                     {u"(one) or two", u"one"},
-                                     {u"(PVC (white),Copper,Steel) pipe", u"PVC (white)|Copper|Steel"},
-                                     {u"(a,,b)", u"a||b"},
-                                     {u"\" OR \"1\"=\"1", u""}})
-    EXPECT_EQ(tests::Joined(QuestionFor(Data(), gap).choices), choices);
+  ExpectEach<Text, Text>({{u"(a,b", u"stored \"under\" this name|a|b"},
+                          {u"(one) or two", u"one"},
+                          {u"(PVC (white),Copper,Steel) pipe", u"PVC (white)|Copper|Steel"},
+                          {u"(a,,b)", u"a||b"},
+                          {u"\" OR \"1\"=\"1", u""}},
+                         [this](const Text& gap) { return Joined(QuestionFor(Data(), gap).choices); });
 }
 
 TEST(IsFilledFromTest, KnowsWhatAPreparedTextBecomes) {
@@ -60,8 +59,7 @@ TEST(IsFilledFromTest, KnowsWhatAPreparedTextBecomes) {
            {u"ab", u"^x^ab^y^ab", false},  // the two fixed pieces may not share their letters
            {u"abab", u"^x^ab^y^ab", true},
        })
-    EXPECT_EQ(IsFilledFrom(filled, prepared), expected)
-        << device::ToUtf8(filled) << " from " << device::ToUtf8(prepared);
+    EXPECT_EQ(IsFilledFrom(filled, prepared), expected) << ToUtf8(filled) << " from " << ToUtf8(prepared);
 }
 
 }  // namespace

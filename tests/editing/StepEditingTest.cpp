@@ -1,28 +1,22 @@
 #include "editing/StepEditing.h"
 
 #include "editing/RatingFlags.h"
-#include "support/MissingTable.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
 using Result = StepEditing::Result;
 
-class StepEditingTest : public tests::VisitTest {
+class StepEditingTest : public RoofTest {
 protected:
   // The cellar's line and that of its step.
-  Text Cellar() { return m_Device.Outline(m_Key)[6] + m_Device.Outline(m_Key)[7]; }
+  Text Cellar() { return m_Device.Outline(m_House)[6] + m_Device.Outline(m_House)[7]; }
   Result Add(TextView material, StepEditing::MaterialNote* note = nullptr) {
     return m_Editing.AddMaterial(m_Shingles, material, note);
   }
-  Text Materials() {
-    return device::FromUtf8(m_Device.Visits().Ask("SELECT Materials FROM Step WHERE StepNumber = '20.1'"));
-  }
+  Text Materials() { return FromUtf8(InVisits("SELECT Materials FROM Step WHERE StepNumber = '20.1'")); }
 
-  const std::int32_t m_Key = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
-  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
-  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
   const std::int32_t m_Cellar = m_Device.OpenCategory(u"Cellar");
   const std::int32_t m_Sump = m_Device.StepKey(u"9.1");
   StepEditing m_Editing{m_Device.GetWorkspace()};
@@ -36,7 +30,7 @@ TEST_F(StepEditingTest, RatingIsAChoiceOfTheTypeAndCompletes) {
   EXPECT_TRUE(prompts) << "a poor gutter should be explained";
   EXPECT_EQ(m_Editing.Rate(m_Gutters, u"Good \"as new\""), Result::Done);
   for (const TextView wrong : {u"good", u"Yes", u"<clear>", u" ", u"ChoiceName", u"Good\" OR \"1\"=\"1"})
-    EXPECT_EQ(m_Editing.Rate(m_Gutters, wrong), Result::NotOffered) << device::ToUtf8(wrong);
+    EXPECT_EQ(m_Editing.Rate(m_Gutters, wrong), Result::NotOffered) << ToUtf8(wrong);
   EXPECT_EQ(m_Device.Finding(m_Gutters), u"20.2|Gutters|Good \"as new\"||");
   EXPECT_EQ(m_Editing.Rate(m_Device.StepKey(u"20.3"), u"Good"), Result::NotOffered) << "no rating type";
   EXPECT_EQ(m_Editing.Rate(4711, u"Good"), Result::NoSuchStep);
@@ -52,12 +46,12 @@ TEST_F(StepEditingTest, RatingIsAChoiceOfTheTypeAndCompletes) {
 }
 
 TEST_F(StepEditingTest, FailureOnTheWayKeepsStepAndFlagTogether) {
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Category"));
   EXPECT_EQ(m_Editing.Rate(m_Sump, u"Yes"), Result::Failed);
   EXPECT_EQ(m_Editing.AppendComment(m_Sump, u"Dry."), Result::Failed);
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   {
-    const tests::MissingTable missing(m_Device, "RatingChoices");
+    const MissingTable missing(m_Device, "RatingChoices");
     EXPECT_EQ(m_Editing.Rate(m_Sump, u"Yes"), Result::Failed) << "not \"not offered\": nobody knows";
   }
   EXPECT_EQ(Cellar(), u"9 Cellar (Incomplete)  9.1|Sump|||");
@@ -90,11 +84,11 @@ TEST_F(StepEditingTest, MaterialsAreTickedOrGoIntoTheFreeBox) {
   m_Device.Library().AddMaterial(1, u"^Size^ pavers of ^Year^");
   for (const TextView wrong :
        {u"", u"  ", u"Other:", u"other:", u"Tin;Lead", u"^Size^ pavers of ^Year^", u"large pavers of ^Year^"})
-    EXPECT_EQ(Add(wrong), Result::NotOffered) << device::ToUtf8(wrong);
+    EXPECT_EQ(Add(wrong), Result::NotOffered) << ToUtf8(wrong);
   EXPECT_EQ(Add(u"large pavers of 1990"), Result::Done);
   EXPECT_EQ(m_Editing.AddMaterial(m_Gutters, u"Slate"), Result::NotOffered) << "no free box";
   EXPECT_EQ(m_Editing.AddMaterial(4711, u"Wood"), Result::NoSuchStep);
-  const tests::MissingTable missing(m_Device, "MaterialTemplate");
+  const MissingTable missing(m_Device, "MaterialTemplate");
   EXPECT_EQ(Add(u"Wood"), Result::Failed);
   EXPECT_EQ(Materials(), u"Asphalt;Wood Siding;Other:Tin;large pavers of 1990;");
 }

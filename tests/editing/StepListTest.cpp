@@ -1,18 +1,16 @@
 #include "editing/StepList.h"
 
-#include "support/Lines.h"
-#include "support/MissingTable.h"
 #include "support/ScriptedEditingDialogs.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using ::testing::ElementsAre;
 using Attention = StepList::Attention;
 
 enum { kShingles, kGutters, kNotes };
 
-class StepListTest : public tests::VisitTest {
+class StepListTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Device.GetWorkspace().Options().m_ShowStepNumbers = -1;
@@ -27,23 +25,22 @@ protected:
   Text Shown(int row) {
     const auto shown = m_List.RowAt(row);
     if (!shown) return u"gone";
-    return tests::Joined({shown->label, shown->rating, shown->materials, shown->comments, shown->picture});
+    return Joined({shown->label, shown->rating, shown->materials, shown->comments, shown->picture});
   }
   // The number of each step whose sheet was opened, and the place of its page.
   Text Sheets() {
-    return tests::Joined(m_Dialogs.SheetsOpened(), [this](const auto& sheet) {
-      return m_Device.Finding(sheet.first).substr(0, 4) + u" " + device::Decimal(sheet.second);
+    return Joined(m_Dialogs.SheetsOpened(), [this](const auto& sheet) {
+      return m_Device.Finding(sheet.first).substr(0, 4) + u" " + Decimal(sheet.second);
     });
   }
   std::optional<std::int32_t> Duplicate(int row, const std::optional<Text>& name) {
     Prompts().QueueText(u"Enter the name for the new duplicated step:", name);
     return m_List.DuplicateStep(row);
   }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
   bool IsComplete() { return Document().Categories().m_CompleteFlag != 0; }
 
   const std::int32_t m_Key = m_Device.Visit(u"House");
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   StepList m_List{m_Device.Document(), m_Dialogs};
 };
 
@@ -80,8 +77,7 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes));
   const device::ListRow row = m_List.ShownRow(kShingles);
   EXPECT_EQ(
-      tests::Joined(row.warnings,
-                    [](const auto& warning) { return device::Decimal(warning.cell) + u" " + warning.words; }),
+      Joined(row.warnings, [](const auto& warning) { return Decimal(warning.cell) + u" " + warning.words; }),
       u"4 a picture is missing");
   EXPECT_EQ(row.tone, device::RowTone::Attention);
   m_Device.Put("gone.jpg");
@@ -109,7 +105,7 @@ TEST_F(StepListTest, RatingIsStoredAndCompletes) {
   EXPECT_FALSE(m_List.ChangeRating(kShingles, u"Yes")) << "no choice of its type";
   {
     // What cannot be read is not the same as a type without choices.
-    const tests::MissingTable missing(m_Device, "RatingChoices");
+    const MissingTable missing(m_Device, "RatingChoices");
     ASSERT_TRUE(m_List.Show());
     EXPECT_THAT(m_List.RatingEntries(kShingles), ElementsAre());
     EXPECT_FALSE(m_List.ChangeRating(kShingles, u"<no ratings>"));
@@ -147,10 +143,9 @@ TEST_F(StepListTest, RatingThatAsksForACommentOpensTheCommentsPage) {
 }
 
 TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
-  m_Device.Enter(
-      u"20.2",
-      "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = 'Clean.', "
-      "Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
+  m_Device.Enter(u"20.2",
+                 "InspectResult = 'Good', Comments = 'Leaves.', Materials = 'Copper;', SummaryComment = "
+                 "'Clean.', Reserve8 = '8', MaterialNote = '9', BitmapPath = '\\a.jpg', StepInfoExists = 1");
   for (const auto& [row, suggested, name, copyRow] :
        {std::tuple(1, u"Gutters #2", u"Downspouts", 2),
         {1, u"Gutters #2", u"Gutters #2", 3},  // another name does not count
@@ -160,13 +155,12 @@ TEST_F(StepListTest, DuplicateIsLetteredByTheStepsCalledAlike) {
     EXPECT_EQ(Prompts().TextQuestions().back().title, u"Duplicate Step");
     EXPECT_EQ(Prompts().TextQuestions().back().initial, suggested);
   }
-  EXPECT_THAT(
-      m_Device.Outline(m_Key),
-      ::testing::IsSupersetOf({u"  20.2|Gutters|Good|Copper;|Leaves.", u"  20.2a|Downspouts|||",
-                               u"  20.2a|Gutters #2|||", u"  20.2b|Gutters #3|||", u"  20.2ac|Gutters|||"}));
+  EXPECT_THAT(m_Device.Outline(m_Key),
+              IsSupersetOf({u"  20.2|Gutters|Good|Copper;|Leaves.", u"  20.2a|Downspouts|||",
+                            u"  20.2a|Gutters #2|||", u"  20.2b|Gutters #3|||", u"  20.2ac|Gutters|||"}));
   // The hyphen is dropped, the star kept.
-  EXPECT_EQ(m_Device.Visits().Ask("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
-                                  "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
+  EXPECT_EQ(InVisits("SELECT MajorSystem, Reserve8, MaterialNote, BitmapPath, SummaryComment, "
+                     "StepInfoExists, RatingType FROM Step WHERE StepNumber = '20.2b'"),
             "RoofGutters #3*|8|9|\\a.jpg||1|Condition");
   EXPECT_EQ(Duplicate(kGutters, std::nullopt), std::nullopt);
   EXPECT_EQ(m_List.RowCount(), 7);

@@ -2,28 +2,23 @@
 
 #include "editing/CommentEditing.h"
 #include "editing/CommentPicker.h"
-#include "support/MissingTable.h"
 #include "support/ScriptedSheetDialogs.h"
+#include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
-using ::testing::ElementsAre;
 using Page = StepSheet::Page;
 
-class StepSheetTest : public tests::VisitTest {
+class StepSheetTest : public RoofTest {
 protected:
-  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Device.StepKey(u"20.1"))); }
-  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
+  void SetUp() override { ASSERT_TRUE(m_Sheet.Open(m_Roof, m_Shingles)); }
   bool IsRoofComplete() {
-    return m_Device.Visits().Ask("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
+    return InVisits("SELECT CompleteFlag FROM Category WHERE CategoryTitle = 'Roof'") == "1";
   }
   bool Tick(std::size_t box, bool ticked = true) { return m_Sheet.TickMaterial(m_Dialogs, box, ticked); }
 
-  const std::int32_t m_Visit = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
-  tests::ScriptedSheetDialogs m_Dialogs;
+  ScriptedSheetDialogs m_Dialogs;
   StepSheet m_Sheet{Document()};
 };
 
@@ -55,10 +50,9 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
   ASSERT_TRUE(m_Sheet.MoveToNext());
   EXPECT_TRUE(IsRoofComplete());
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor|Wood;|Worn.\r\n\"Twice\"");
-  EXPECT_EQ(
-      m_Device.Visits().Ask("SELECT SummaryComment, MaterialNote, BitmapPath, PictureBefore FROM Step WHERE "
-                            "StepNumber = '20.1'"),
-      "In short.|North side.|\\roof.jpg|1");
+  EXPECT_EQ(InVisits("SELECT SummaryComment, MaterialNote, BitmapPath, PictureBefore FROM Step WHERE "
+                     "StepNumber = '20.1'"),
+            "In short.|North side.|\\roof.jpg|1");
 
   EXPECT_EQ(m_Sheet.Draft().result, u"Good");
   m_Sheet.PickRating(3);  // "<clear>"
@@ -66,7 +60,7 @@ TEST_F(StepSheetTest, MovingWritesEverythingBack) {
   EXPECT_FALSE(IsRoofComplete());
   EXPECT_EQ(Finding(u"20.2"), u"20.2|Gutters|||");
   EXPECT_EQ(m_Sheet.Draft().comments, u"Worn.\r\n\"Twice\"");
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Step"));
   EXPECT_TRUE(m_Sheet.SaveNow() && m_Sheet.MoveToNext() && m_Sheet.MoveToNext() && m_Sheet.MoveToPrevious())
       << "nothing is written without a change";
 }
@@ -83,12 +77,12 @@ TEST_F(StepSheetTest, LeavingBuildsTheMaterialsAnewAndSaysWhatGoes) {
 }
 
 TEST_F(StepSheetTest, WhatCannotBeWrittenStaysInTheSheet) {
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Category"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Category"));
   m_Sheet.SetComments(u"Typed.");
   EXPECT_FALSE(m_Sheet.MoveToNext());
   EXPECT_EQ(m_Sheet.Caption() + m_Sheet.Draft().comments, u"20.1. ShinglesTyped.");
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||");
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   EXPECT_TRUE(m_Sheet.SaveNow());
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|||Typed.");
 }
@@ -140,7 +134,7 @@ TEST_F(StepSheetTest, FreeMaterialAndPlaceholdersAreAskedFor) {
 TEST_F(StepSheetTest, MaterialsThatCouldNotBeReadAreLeftAlone) {
   m_Device.Enter(u"20.2", "Materials = 'Copper;'");
   {
-    const tests::MissingTable missing(m_Device, "MaterialTemplate");
+    const MissingTable missing(m_Device, "MaterialTemplate");
     ASSERT_TRUE(m_Sheet.MoveToNext());
   }
   m_Sheet.SetComments(u"Dented.");
@@ -219,7 +213,7 @@ TEST_F(CommentEditingTest, CameraPicturesAreNumberedOn) {
   EXPECT_EQ(Draft(), u"See. ***Picture-1;Scaling=100*** ***Picture-2;Scaling=100***");
   m_Device.GetWorkspace().ForgetOptions();
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
-  m_Device.RunInLibrary(tests::NoRoomFor("UPDATE ON Options"));
+  m_Device.RunInLibrary(NoRoomFor("UPDATE ON Options"));
   EXPECT_FALSE(m_Comments.AddCameraPicture()) << "a number must not be given twice";
   EXPECT_EQ(m_Device.GetWorkspace().Options().m_NextPictNumber, 3);
 }

@@ -8,21 +8,18 @@
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
-
 constexpr auto kStepName = u"Enter the name for the new duplicated step:";
 constexpr auto kDeleteAll = u"Would you like to delete all inspections.";
 constexpr auto kSinceThen =
     u"Something was entered in this visit since then, and would be taken back too. Do you wish to proceed?";
 
 // A house with its roof opened and a foreign program's column, and a condo; the house's roof is current.
-class UndoTest : public tests::VisitTest {
+class UndoTest : public RoofTest {
 protected:
   void SetUp() override {
     m_Device.RunInVisits(
         "ALTER TABLE Step ADD COLUMN Foreign_ BLOB; UPDATE Step SET Foreign_ = x'0001', Comments = NULL "
-        "WHERE "
-        "StepNumber = '20.1'");
+        "WHERE StepNumber = '20.1'");
     ShowRoof();
     m_Log.emplace(Document());
   }
@@ -40,7 +37,7 @@ protected:
   std::string Everything() {
     std::string rows;
     for (const char* table : {"Inspection", "Category", "Step", "Field"})
-      rows += m_Device.Visits().Ask(std::string("SELECT rowid, * FROM ") + table + " ORDER BY rowid") + "\n";
+      rows += InVisits(std::string("SELECT rowid, * FROM ") + table + " ORDER BY rowid") + "\n";
     return rows;
   }
   // The action that can be taken back, which is then done, as it is told.
@@ -50,11 +47,9 @@ protected:
     return action;
   }
 
-  const std::int32_t m_House = m_Device.Visit(u"House");
   const std::int32_t m_Checklist = m_Device.OpenCategory(u"Checklist");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
   const std::int32_t m_Condo = m_Device.Visit(u"Condo");
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   std::optional<inspection::UndoLog> m_Log;
   inspection::InspectionOverview m_Overview{Document()};
   CategoryList m_Categories{Document(), m_Dialogs};
@@ -84,7 +79,7 @@ TEST_F(UndoTest, EveryActionLeavesNoTraceOnceTakenBack) {
            {u"Duplicate Inspection", -1, [&] { m_Overview.OnDuplicate(row()); }},
            {u"Delete", -1, [&] { m_Overview.OnDelete(row(), 1); }},
            {u"Delete All", -1, deleteSome}}) {
-    SCOPED_TRACE(device::ToUtf8(action));
+    SCOPED_TRACE(ToUtf8(action));
     ShowRoof();
     const std::string before = Everything();
     work();
@@ -103,10 +98,10 @@ TEST_F(UndoTest, RefusedActionsLeaveWhatCouldBeTakenBackAndWhatWasEnteredSinceIs
   EXPECT_TRUE(m_Steps.ApplyDefaults());
   Prompts().QueueText(kStepName, std::nullopt);
   EXPECT_FALSE(m_Steps.DuplicateStep(0));
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step"));
   Prompts().QueueText(kStepName, u"Porch");
   EXPECT_FALSE(m_Steps.DuplicateStep(0));
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   m_Device.RunInVisits("UPDATE Step SET Comments = 'Loose.'");
   const std::string since = Everything();
   Prompts().Queue(kSinceThen, Answer::No);
@@ -125,10 +120,10 @@ TEST_F(UndoTest, DeletedInspectionsComeBackBesideNewOnesAndAFailureChangesNothin
   EXPECT_TRUE(Document().DeleteAllInspections());
   const std::int32_t other = m_Device.Visit(u"Condo");
   const std::string since = Everything();
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Step"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Step"));
   EXPECT_EQ(Undo(false), u"Delete All");
   EXPECT_EQ(Everything(), since);
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   Undo();
   EXPECT_EQ(m_Device.Outline(m_House), house);
   EXPECT_EQ(m_Device.Outline(m_Condo), condo);

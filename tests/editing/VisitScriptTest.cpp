@@ -3,13 +3,12 @@
 #include "data/OptionFields.h"
 #include "data/StartUp.h"
 #include "device/OwnerRecord.h"
-#include "support/Lines.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-class VisitScriptTest : public tests::VisitTest {
+class VisitScriptTest : public VisitTest {
 protected:
   std::unique_ptr<VisitScript> Read(std::string_view content) {
     m_Scripts.Put("visit.toml", content);
@@ -18,7 +17,7 @@ protected:
   const device::Machine& Machine() { return m_Device.GetWorkspace().GetMachine(); }
   std::optional<std::int32_t> Play(std::string_view content) {
     const auto script = Read(content);
-    EXPECT_TRUE(script) << device::ToUtf8(m_Problem);
+    EXPECT_TRUE(script) << ToUtf8(m_Problem);
     return script ? script->Play(Document(), m_Problem) : std::nullopt;
   }
   bool SetUpDevice(std::string_view content) {
@@ -32,7 +31,7 @@ protected:
            m_Device.GetWorkspace().Options().m_InspectorEntry;
   }
 
-  tests::TemporaryFolder m_Scripts;
+  TemporaryFolder m_Scripts;
   Text m_Problem;
 };
 
@@ -51,7 +50,7 @@ field = [{ label = "Stove off", value = "Yes" }]
 TEST_F(VisitScriptTest, PlaysIntoTheUntouchedInspectionElseIntoANewOne) {
   for (const std::int32_t key : {1000, 1001}) {
     EXPECT_EQ(Play(kVisit), key);
-    EXPECT_EQ(tests::Joined(m_Device.Outline(key), u"\n"),
+    EXPECT_EQ(Joined(m_Device.Outline(key), u"\n"),
               u"15 Attic (Complete)\n20 Roof (Not Present)\n"
               u"  20.1|Shingles|Poor|Wood;Other:Slate;|One.  Two.\n  20.2|Gutters|Good|Copper;|\n"
               u"  20.3|Notes|||\n30 Safety (Incomplete)\n9 Cellar (Incomplete)\n  9.1|Sump|||\n"
@@ -77,12 +76,12 @@ TEST_F(VisitScriptTest, RefusesWhatTheLibraryDoesNotOfferAndLeavesNothing) {
     SCOPED_TRACE(script);
     m_Problem.clear();
     EXPECT_EQ(Play("type = \"House\"\n" + script), std::nullopt);
-    EXPECT_TRUE(device::Contains(m_Problem, name)) << device::ToUtf8(m_Problem);
+    EXPECT_TRUE(device::Contains(m_Problem, name)) << ToUtf8(m_Problem);
     EXPECT_EQ(m_Device.RowCounts(), counts);
     EXPECT_EQ(Document().Inspection().m_DocType, u"") << "the document does not hold what was rolled back";
   }
   EXPECT_EQ(Read("type = "), nullptr);
-  EXPECT_TRUE(device::Contains(m_Problem, u"line 1")) << device::ToUtf8(m_Problem);
+  EXPECT_TRUE(device::Contains(m_Problem, u"line 1")) << ToUtf8(m_Problem);
   EXPECT_EQ(VisitScript::Read(Machine().files, m_Scripts / "none.toml", m_Problem), nullptr);
 }
 
@@ -112,7 +111,7 @@ TEST_F(VisitScriptTest, CopiesFilesOnceAndWhole) {
   for (const std::string& content : {whole, std::string("other")}) {
     m_Scripts.Put("house.jpg", content);
     EXPECT_TRUE(script->CopyFiles(Machine(), m_Problem));
-    EXPECT_EQ(tests::ContentOf(m_Device.Root() / "Storage Card/House.jpg"), whole) << "never replaced";
+    EXPECT_EQ(ContentOf(m_Device.Root() / "Storage Card/House.jpg"), whole) << "never replaced";
   }
   EXPECT_FALSE(Read("[[file]]\nfrom = \"none.jpg\"\nto = \"\\\\None.jpg\"")->CopyFiles(Machine(), m_Problem));
   EXPECT_FALSE(std::filesystem::exists(m_Device.Root() / "None.jpg"));

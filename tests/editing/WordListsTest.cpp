@@ -2,26 +2,23 @@
 #include "editing/PickerEditor.h"
 #include "editing/ShortcutEditor.h"
 #include "editing/Shortcuts.h"
-#include "support/Lines.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing {
 namespace {
 
-using device::Answer;
-
-class WordListsTest : public tests::VisitTest {
+class WordListsTest : public VisitTest {
 protected:
   Text Expanded(Text text, std::size_t wordEnd = Text::npos) {
     if (const auto change = Shortcuts(Data()).Expand(text, wordEnd)) change->ApplyTo(text);
     return text;
   }
   Text Listed() {
-    return tests::Joined(m_Shortcuts.All(),
-                         [](const auto& shortcut) { return shortcut.shortCut + u"=" + shortcut.expanded; });
+    return Joined(m_Shortcuts.All(),
+                  [](const auto& shortcut) { return shortcut.shortCut + u"=" + shortcut.expanded; });
   }
   std::int32_t Item(std::size_t row) { return m_Pickers.Items(u"Colour").at(row).id; }
-  Text Words() { return tests::Joined(m_Pickers.Items(u"Colour"), std::mem_fn(&PickerEditor::Item::word)); }
+  Text Words() { return Joined(m_Pickers.Items(u"Colour"), std::mem_fn(&PickerEditor::Item::word)); }
 
   ShortcutEditor m_Shortcuts{m_Device.GetWorkspace()};
   PickerEditor m_Pickers{m_Device.GetWorkspace()};
@@ -71,7 +68,7 @@ TEST_F(WordListsTest, PickersAreEditedWordByWordAndDeletedWhole) {
   m_Device.Library().AddPicker(u"Colour", u"red");
   m_Device.Library().AddPicker(u"Colour", u"blue");
   m_Device.Library().AddPicker(u"Brand \"A\"", u"one");
-  EXPECT_EQ(tests::Joined(m_Pickers.Names()), u"Brand \"A\"|Colour");
+  EXPECT_EQ(Joined(m_Pickers.Names()), u"Brand \"A\"|Colour");
   Prompts().QueueText(u"Enter the new text for this picker.", std::nullopt);
   EXPECT_FALSE(m_Pickers.AddItem(u"Colour"));
   Prompts().QueueText(u"Edit the text for this picker item.", u"");
@@ -94,7 +91,7 @@ TEST_F(WordListsTest, PickersAreEditedWordByWordAndDeletedWhole) {
        {std::pair(Answer::No, u"Brand \"A\"|Colour"), {Answer::Yes, u"Colour"}}) {
     Prompts().Queue(u"Are you sure you want to delete this picker and all its items?", answer);
     EXPECT_EQ(m_Pickers.DeletePicker(u"Brand \"A\""), answer == Answer::Yes);
-    EXPECT_EQ(tests::Joined(m_Pickers.Names()), left);
+    EXPECT_EQ(Joined(m_Pickers.Names()), left);
   }
 }
 

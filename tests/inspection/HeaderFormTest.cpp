@@ -5,10 +5,7 @@
 namespace inspector::inspection {
 namespace {
 
-using device::Answer;
-using ::testing::ElementsAre;
-
-class HeaderFormTest : public tests::VisitTest {
+class HeaderFormTest : public VisitTest {
 protected:
   static const HeaderField* Field(TextView name) { return FindHeaderField(name); }
   bool SaveClient(const Text& name) { return m_Form.Save({{Field(u"client"), name}}); }

@@ -5,9 +5,7 @@
 namespace inspector::inspection {
 namespace {
 
-using ::testing::ElementsAre;
-
-class InspectionFilterTest : public tests::VisitTest {
+class InspectionFilterTest : public VisitTest {
 protected:
   InspectionFilterTest() {
     m_Device.RunInVisits(

@@ -7,15 +7,11 @@
 namespace inspector::inspection {
 namespace {
 
-using device::Answer;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-
-class InspectorDocTest : public tests::VisitTest {
+class InspectorDocTest : public VisitTest {
 protected:
   // The inspection as it is in the file, whatever the document holds.
   Text StoredHeader(std::int32_t key) {
-    return device::FromUtf8(InVisits(
+    return FromUtf8(InVisits(
         "SELECT DocType, InspectionTypeID, GeneralInformation FROM Inspection WHERE InspectionID = " +
         std::to_string(key)));
   }
@@ -168,8 +164,7 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   const auto before = m_Device.Outline(key);
   for (const auto& [kind, breaks, repairs] :
        {std::tuple{data::DatabaseKind::Inspection,
-                   tests::NoRoomFor("INSERT ON Category WHEN new.CategoryTitle = 'Safety'"),
-                   tests::kRoomAgain},
+                   NoRoomFor("INSERT ON Category WHEN new.CategoryTitle = 'Safety'"), kRoomAgain},
         {data::DatabaseKind::Template, "ALTER TABLE CategoryComment RENAME TO Gone",
          "ALTER TABLE Gone RENAME TO CategoryComment"}}) {
     m_Device.Run(kind, breaks);
@@ -185,13 +180,16 @@ TEST_F(InspectorDocTest, FailedChangeLeavesTheInspectionAsItWas) {
   EXPECT_EQ(StoredHeader(key), u"House|1|Seen from the ground.  Built in 1968.");
 }
 
-TEST_F(InspectorDocTest, SecondChangeWaitsForTheFirst) {
+TEST_F(InspectorDocTest, ASecondChangeAndTheEndOfTheDocumentWaitForTheFirst) {
   const auto key = m_Device.Visit(u"");
   for (const TextView type : {u"House", u"Condo", u"House", u"Condo"}) Document().ChangeDocType(type);
   EXPECT_TRUE(Document().FinishDocTypeChange());
   EXPECT_THAT(m_Device.Outline(key), ElementsAre(u"70 Kitchen (Incomplete)"));
   EXPECT_EQ(StoredHeader(key),
             u"Condo|2|Seen from the ground.  Built in 1968.  Seen from the ground.  Built in 1968.");
+  Document().ChangeDocType(u"House");
+  m_Device.Open();
+  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
 }
 
 TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
@@ -207,23 +205,12 @@ TEST_F(InspectorDocTest, ScreenReadsAndWritesBesideTheWorker) {
   }
 }
 
-TEST_F(InspectorDocTest, DestructorWaitsForTheWorker) {
-  const auto key = m_Device.Visit(u"");
-  Document().ChangeDocType(u"House");
-  m_Device.Open();
-  EXPECT_EQ(m_Device.Outline(key).size(), 5U);
-}
-
 TEST_F(InspectorDocTest, DeletingNeedsOneSelectedInspectionAndAYes) {
-  const auto fill = [](data::InspectionTable& row) {
-    row.m_ClientName = u"Halvorsen";
-    row.m_DwellingAddress = u"418 Juniper Lane";
-    row.m_CityStateZip = u"Alder Creek";
-    row.m_InspectionNum = u"7";
-  };
-  Document().CreateInspection(fill, u"House");
-  m_Device.OpenCategory(u"Roof");
-  m_Device.OpenCategory(u"Checklist");
+  const auto key = m_Device.Visit(u"House", {u"Roof", u"Checklist"});
+  m_Device.RunInVisits(
+      "UPDATE Inspection SET ClientName = 'Halvorsen', DwellingAddress = '418 Juniper Lane', CityStateZip = "
+      "'Alder Creek', InspectionNum = '7' WHERE DocType = 'House'");
+  ASSERT_TRUE(Document().SelectInspection(key));
   const Text counts = m_Device.RowCounts();
   EXPECT_FALSE(Document().DeleteSelectedInspection(2));
   const Text question =
@@ -264,7 +251,7 @@ TEST_F(InspectorDocTest, DeleteAllLeavesOneFreshInspectionOrWhatCancelKept) {
 TEST_F(InspectorDocTest, FailedDeleteDeletesNothing) {
   m_Device.Visit(u"House");
   const Text counts = m_Device.RowCounts();
-  m_Device.RunInVisits(tests::NoRoomFor("DELETE ON Inspection WHEN old.InspectionID = 1000"));
+  m_Device.RunInVisits(NoRoomFor("DELETE ON Inspection WHEN old.InspectionID = 1000"));
   EXPECT_FALSE(DeleteAll());
   ExpectRows(counts);
   EXPECT_EQ(Document().Categories().RecordCount(), 5) << "what could not be deleted stays current";
@@ -284,7 +271,7 @@ TEST(DefaultCommentTest, AddsTheSentenceBehindTheBracket) {
   for (const auto& [before, comment, after] : kCases) {
     Text text = before;
     AppendDefaultComment(text, comment);
-    EXPECT_EQ(text, after) << device::ToUtf8(comment);
+    EXPECT_EQ(text, after) << ToUtf8(comment);
   }
 }
 

@@ -2,16 +2,12 @@
 //
 //   inspector_typist --home DIR SEED
 //
-// Each deed is a line on standard output, as soon as it is done, with the time in milliseconds:
-//
-//   TIME s CATEGORY STEP    where the window of the program opened, and that it said so
-//   TIME p CATEGORY STEP    this category or step was opened
-//   TIME t STEP LETTER      a letter (by its number) stands in the step's comment
+// Each letter (by its number) is a line on standard output, as soon as it stands in the comment of a step,
+// with the time in milliseconds: TIME STEP LETTER.
 #include <unistd.h>
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
@@ -31,11 +27,11 @@ namespace {
 
 constexpr int kBetweenDeeds = 10;  // milliseconds
 
-void Tell(const QString& deed) {
+void Tell(std::int32_t step, char letter) {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   const std::string line =
       std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()) + ' ' +
-      deed.toStdString() + '\n';
+      std::to_string(step) + ' ' + std::to_string(letter) + '\n';
   if (write(STDOUT_FILENO, line.data(), line.size()) < 0) std::abort();
 }
 
@@ -71,28 +67,13 @@ private:
   void Begin() {
     for (QWidget* window : QApplication::topLevelWidgets())
       if (auto* frame = dynamic_cast<app::CMainFrame*>(window); frame && frame->isVisible()) m_Frame = frame;
-    const QString told = m_Frame ? m_Frame->findChild<QLabel*>(QStringLiteral("message"))->text() : QString();
-    if (!told.startsWith(QLatin1String("Back where you were"))) return;
-    auto* const steps = dynamic_cast<editing::ui::CStepListView*>(m_Frame->CurrentScreen());
-    const editing::PlaceInVisit place = m_Frame->Visit().Place();
-    // Of a category alone, the list selects a row by itself.
-    const bool isAtStep = steps && place.stepID > 0 && IsSelected(*steps, place.stepID);
-    Tell(QStringLiteral("s %1 %2").arg(place.categoryID).arg(isAtStep ? place.stepID : 0));
-  }
-  static bool IsSelected(editing::ui::CStepListView& steps, std::int32_t stepID) {
-    const int row = steps.Rows().SelectedRow();
-    return row >= 0 && steps.SelectStep(stepID) && steps.Rows().SelectedRow() == row;
   }
 
-  void ActOn(editing::ui::CCategoryView& categories) {
-    Open(categories.Rows(), 1);
-    Tell(QStringLiteral("p %1 0").arg(m_Frame->Visit().Place().categoryID));
-  }
+  void ActOn(editing::ui::CCategoryView& categories) { Open(categories.Rows(), 1); }
   void ActOn(editing::ui::CStepListView& steps) {
     if (!Chance(30) && steps.Rows().Model().rowCount() > 0)
       return Open(steps.Rows(), editing::StepList::kComments);
     m_Frame->GoBack();
-    Tell(QStringLiteral("p 0 0"));  // the list of categories
   }
   void Open(device::ui::ListView& rows, int column) {
     const int row = std::uniform_int_distribution(0, rows.Model().rowCount() - 1)(m_Random);
@@ -106,7 +87,6 @@ private:
     if (m_Step != sheet.Logic().StepID()) {
       m_Step = sheet.Logic().StepID();
       box.moveCursor(QTextCursor::End);
-      Tell(QStringLiteral("p %1 %2").arg(sheet.Logic().CategoryID()).arg(m_Step));
     } else if (Chance(2)) {
       auto* const next = sheet.findChild<QAbstractButton*>(QStringLiteral("nextButton"));
       QTest::mouseClick(next, Qt::LeftButton);
@@ -115,7 +95,7 @@ private:
     } else {
       const char letter = static_cast<char>('0' + m_Letter++ % 10);
       QTest::keyClick(&box, letter);
-      Tell(QStringLiteral("t %1 %2").arg(m_Step).arg(static_cast<int>(letter)));
+      Tell(m_Step, letter);
     }
   }
 

@@ -4,9 +4,6 @@
 namespace inspector::tests {
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
-
 using ImportTest = LibraryTest;
 
 TEST_F(ImportTest, ReadsFilesInPathOrderAndRowsInTheirLines) {
@@ -54,8 +51,9 @@ TEST_F(ImportTest, ReadsTheExampleOfTheGuide) {
 }
 
 TEST_F(ImportTest, ReplacesTheLibraryButNotWhatBelongsToTheDevice) {
-  Execute("UPDATE Options SET UserName = 'u', Pswrd = 'p', Port = 9, FooterText = 'old', FinePrint = 'old'");
-  Execute("INSERT INTO UniqueID VALUES ('Comments', 25003)");
+  RunInLibrary(
+      "UPDATE Options SET UserName = 'u', Pswrd = 'p', Port = 9, FooterText = 'old', FinePrint = 'old'");
+  RunInLibrary("INSERT INTO UniqueID VALUES ('Comments', 25003)");
   ASSERT_EQ(ImportText("[[Options]]\nFooterText = \"new\"\nFinePrint = \"\"\n[[Pickers]]\nID = 1\n"), "");
   const data::OptionsTable& options = m_Workspace->Options();
   EXPECT_EQ(options.m_UserName + options.m_Pswrd + options.m_FooterText + options.m_FinePrint, u"upnew");
@@ -99,12 +97,12 @@ TEST_F(ImportTest, NamesFileLineAndKeyAndChangesNothing) {
       {"[[Comments]]\nRating = \"\"\nNulls = [\"Rating\"]", "3: the key Rating has a value already"},
       {"[[Comments]]\nRating = \"open\n\"", "2: "},
       {"[[Comments]]\nRating = \"\xE9\"", "2: "}};
-  Execute("INSERT INTO Pickers VALUES ('Color', 'red', 1)");
+  RunInLibrary("INSERT INTO Pickers VALUES ('Color', 'red', 1)");
   const Library before = Everything();
   for (const auto& [content, problem] : kCases) {
     const std::string said = ImportText(content);
     EXPECT_THAT(said, StartsWith("library.toml, line " + problem)) << content;
-    EXPECT_THAT(said, testing::EndsWith(" Nothing was changed.")) << content;
+    EXPECT_THAT(said, EndsWith(" Nothing was changed.")) << content;
     EXPECT_EQ(m_Copy, "");
   }
   EXPECT_TRUE(Everything() == before);
@@ -135,7 +133,7 @@ TEST_F(ImportTest, RefusesFoldersThatAreNoLibrary) {
 }
 
 TEST_F(ImportTest, IsWholeOrNotAtAll) {
-  Execute("INSERT INTO Pickers VALUES ('Color', 'red', 1)");
+  RunInLibrary("INSERT INTO Pickers VALUES ('Color', 'red', 1)");
   const Library before = Everything();
   const std::string content = "[[Comments]]\nID = 1\n[[VoidComments]]\nMaterialID = 1\n";
 
@@ -143,14 +141,14 @@ TEST_F(ImportTest, IsWholeOrNotAtAll) {
   EXPECT_NE(ImportText(content), "");
   EXPECT_TRUE(Everything() == before);
 
-  Execute("CREATE TRIGGER full BEFORE INSERT ON VoidComments BEGIN SELECT RAISE(ABORT, 'full'); END");
+  RunInLibrary("CREATE TRIGGER full BEFORE INSERT ON VoidComments BEGIN SELECT RAISE(ABORT, 'full'); END");
   EXPECT_THAT(ImportText(content), HasSubstr("cannot be stored"));
   EXPECT_EQ(m_Copy, "");
   EXPECT_TRUE(Everything() == before);
   EXPECT_FALSE(Connection().IsInTransaction());
   EXPECT_EQ(m_Faults.Count(), 1);
 
-  Execute("DROP TRIGGER full");
+  RunInLibrary("DROP TRIGGER full");
   EXPECT_EQ(ImportText(content), "");
   EXPECT_NE(m_Copy, "");
 }

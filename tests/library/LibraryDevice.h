@@ -10,8 +10,6 @@
 
 namespace inspector::tests {
 
-using device::TextView;
-
 using Library = std::map<Text, std::vector<data::RawRow>>;
 
 struct LibraryDevice : StartedMachine {
@@ -19,17 +17,16 @@ struct LibraryDevice : StartedMachine {
 
   // What is wrong, in UTF-8.
   std::string Import(const std::filesystem::path& folder) {
-    return device::ToUtf8(library::ImportLibrary(*m_Workspace, folder, &m_Copy));
+    return ToUtf8(library::ImportLibrary(*m_Workspace, folder, &m_Copy));
   }
   std::string Export(const std::filesystem::path& folder) {
-    return device::ToUtf8(library::ExportLibrary(*m_Workspace, folder));
+    return ToUtf8(library::ExportLibrary(*m_Workspace, folder));
   }
   // Puts `content` into a folder of its own and imports it.
   std::string ImportText(std::string_view content) {
     m_Folder.Put("edited/library.toml", content);
     return Import(m_Folder / "edited");
   }
-  void Execute(const std::string& sql) { EXPECT_TRUE(Connection().ExecuteNative(sql)) << sql; }
   // What another program finds in the Template database.
   std::string Ask(const std::string& sql) { return Shell(Connection().File()).Ask(sql); }
   // Every table of the Template database.

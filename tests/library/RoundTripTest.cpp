@@ -6,9 +6,6 @@
 namespace inspector::tests {
 namespace {
 
-using testing::HasSubstr;
-using testing::Not;
-
 class RoundTripTest : public LibraryTest {
 protected:
   // Exports, imports on a second device, and exports there again.
@@ -17,7 +14,7 @@ protected:
     LibraryDevice other;
     ASSERT_EQ(other.Import(m_Folder / "out"), "");
     const Library after = other.Everything();
-    for (const auto& [name, rows] : Everything()) EXPECT_TRUE(after.at(name) == rows) << device::ToUtf8(name);
+    for (const auto& [name, rows] : Everything()) EXPECT_TRUE(after.at(name) == rows) << ToUtf8(name);
     ASSERT_EQ(other.Export(other.m_Folder / "again"), "");
     EXPECT_EQ(FilesBelow(other.m_Folder / "again"), FilesBelow(m_Folder / "out"));
   }
@@ -34,19 +31,22 @@ TEST_F(RoundTripTest, KeepsTheStarterLibraryAndItsLinksOnTheirRows) {
 }
 
 TEST_F(RoundTripTest, KeepsRowsThatNobodyWouldWriteByHand) {
-  Execute("INSERT INTO Comments (ID, Comments) VALUES (40, 'one'), (40, 'two'), (-7, NULL), (NULL, 'none')");
-  Execute("INSERT INTO Comments (ID) VALUES (2147483647), (-2147483648)");
-  Execute("INSERT INTO Comments (ID, VoidFlag) VALUES (1, -1), (2, 7), (3, 0.5), (4, 0), (5, NULL)");
+  RunInLibrary(
+      "INSERT INTO Comments (ID, Comments) VALUES (40, 'one'), (40, 'two'), (-7, NULL), (NULL, 'none')");
+  RunInLibrary("INSERT INTO Comments (ID) VALUES (2147483647), (-2147483648)");
+  RunInLibrary("INSERT INTO Comments (ID, VoidFlag) VALUES (1, -1), (2, 7), (3, 0.5), (4, 0), (5, NULL)");
   // Links to nothing, twice, below zero, out of the order of the comments, under another text.
-  Execute("INSERT INTO StepComment VALUES (-12, 40, '-12-40'), (-12, 40, '-12-40'), (5, 99, '5-99')");
-  Execute("INSERT INTO MaterialComment VALUES (2, 40, '2-40'), (1, 40, 'other'), (NULL, 40, NULL)");
-  Execute("INSERT INTO CategoryComment VALUES (1, -7, '1--7'), (1, 40, '1-40')");
+  RunInLibrary("INSERT INTO StepComment VALUES (-12, 40, '-12-40'), (-12, 40, '-12-40'), (5, 99, '5-99')");
+  RunInLibrary("INSERT INTO MaterialComment VALUES (2, 40, '2-40'), (1, 40, 'other'), (NULL, 40, NULL)");
+  RunInLibrary("INSERT INTO CategoryComment VALUES (1, -7, '1--7'), (1, 40, '1-40')");
   // These do fit on their rows, doubles included.
-  Execute("INSERT INTO InspectionTypeComment VALUES (-3, 40, '-3-40'), (-3, 40, '-3-40'), (1, -7, '1--7')");
-  Execute("INSERT INTO MaterialTemplate (ID, StepID, CommentsExist) VALUES (1, NULL, 1), (NULL, NULL, NULL)");
-  Execute("INSERT INTO Pickers VALUES ('', '', 0), ('', '', 0), (NULL, 'x', 3)");
-  Execute("INSERT INTO VoidComments VALUES (9, 8), (9, 8), (-1, 0)");
-  Execute("INSERT INTO UniqueID VALUES ('Comments', 25017), ('Pickers', -5), ('Comments', 1)");
+  RunInLibrary(
+      "INSERT INTO InspectionTypeComment VALUES (-3, 40, '-3-40'), (-3, 40, '-3-40'), (1, -7, '1--7')");
+  RunInLibrary(
+      "INSERT INTO MaterialTemplate (ID, StepID, CommentsExist) VALUES (1, NULL, 1), (NULL, NULL, NULL)");
+  RunInLibrary("INSERT INTO Pickers VALUES ('', '', 0), ('', '', 0), (NULL, 'x', 3)");
+  RunInLibrary("INSERT INTO VoidComments VALUES (9, 8), (9, 8), (-1, 0)");
+  RunInLibrary("INSERT INTO UniqueID VALUES ('Comments', 25017), ('Pickers', -5), ('Comments', 1)");
   ExpectRoundTrip();
   EXPECT_THAT(Exported("StepComment"), HasSubstr("LinkKey = \"-12-40\""));
   EXPECT_THAT(Exported("Comments"), HasSubstr("\nForType = [-3, -3]\n"));
@@ -69,7 +69,8 @@ TEST_F(RoundTripTest, KeepsEveryCharacterByteAndDigit) {
   ASSERT_TRUE(options.Write());
   ExpectRoundTrip();
 
-  Execute("UPDATE Options SET ReportIcon = x'', ColumnWidth1 = 2, ColumnWidth2 = NULL, FinePrint = NULL");
+  RunInLibrary(
+      "UPDATE Options SET ReportIcon = x'', ColumnWidth1 = 2, ColumnWidth2 = NULL, FinePrint = NULL");
   ExpectRoundTrip();
 }
 
@@ -81,15 +82,16 @@ TEST_F(ExportTest, RefusesAValueThatWouldComeBackAsAnother) {
                                                         {"Comments", "CAST(x'ff' AS TEXT)"},
                                                         {"VoidFlag", "'maybe'"}};
   for (const auto& [column, value] : kCases) {
-    Execute("DELETE FROM Comments; INSERT INTO Comments (ID, " + column + ") VALUES (1, NULL), (2, " + value +
-            ")");
+    RunInLibrary("DELETE FROM Comments; INSERT INTO Comments (ID, " + column + ") VALUES (1, NULL), (2, " +
+                 value + ")");
     EXPECT_THAT(Export(m_Folder / "out"), HasSubstr("Comments, column " + column + ", row 2: ")) << value;
     EXPECT_FALSE(m_Files.Exists(m_Folder / "out"));
   }
 }
 
 TEST_F(RoundTripTest, NeverWritesTheLogin) {
-  Execute("UPDATE Options SET UserName = 'somebody', Pswrd = 'hunter2', IPAddress = '10.0.0.7', Port = 4711");
+  RunInLibrary(
+      "UPDATE Options SET UserName = 'somebody', Pswrd = 'hunter2', IPAddress = '10.0.0.7', Port = 4711");
   ASSERT_EQ(Export(m_Folder / "out"), "");
   for (const char* secret : {"UserName", "Pswrd", "somebody", "hunter2"})
     EXPECT_THAT(Exported("Options"), Not(HasSubstr(secret)));
@@ -99,11 +101,11 @@ TEST_F(RoundTripTest, NeverWritesTheLogin) {
 
 TEST_F(ExportTest, LeavesNoFileBehindThatTheNextImportWouldReadTwice) {
   const auto out = m_Folder / "out";
-  Execute("INSERT INTO Comments (ID) VALUES (1)");
-  Execute("INSERT INTO StepComment VALUES (2, 1, 'odd')");
+  RunInLibrary("INSERT INTO Comments (ID) VALUES (1)");
+  RunInLibrary("INSERT INTO StepComment VALUES (2, 1, 'odd')");
   ASSERT_EQ(Export(out), "");
   EXPECT_THAT(Exported("StepComment"), HasSubstr("[[StepComment]]"));
-  Execute("UPDATE StepComment SET LinkKey = '2-1'");
+  RunInLibrary("UPDATE StepComment SET LinkKey = '2-1'");
   ASSERT_EQ(Export(out), "");
   EXPECT_THAT(Exported("StepComment"), Not(HasSubstr("[[")));
 
@@ -111,7 +113,7 @@ TEST_F(ExportTest, LeavesNoFileBehindThatTheNextImportWouldReadTwice) {
   m_Folder.Put("out/.git/config.toml");
   EXPECT_EQ(Export(out), "") << "not read by an import";
   m_Folder.Put("out/more/Pickers.toml");
-  Execute("DELETE FROM Comments");
+  RunInLibrary("DELETE FROM Comments");
   EXPECT_THAT(Export(out), HasSubstr("holds more/Pickers.toml"));
   EXPECT_THAT(Exported("Comments"), HasSubstr("ID = 1")) << "nothing was written";
 }

@@ -25,10 +25,9 @@ protected:
 };
 
 TEST_F(StarterLibraryTest, IsLargeEnoughToStartABusinessWith) {
-  EXPECT_EQ(
-      Ask("SELECT (SELECT count(*) FROM StepTemplate) >= 120, (SELECT count(*) FROM MaterialTemplate) >= "
-          "250, (SELECT count(*) FROM Comments) >= 500, (SELECT count(*) FROM ExpandedText) >= 40"),
-      "1|1|1|1");
+  EXPECT_EQ(Ask("SELECT (SELECT count(*) FROM StepTemplate) >= 120, (SELECT count(*) FROM MaterialTemplate) "
+                ">= 250, (SELECT count(*) FROM Comments) >= 500, (SELECT count(*) FROM ExpandedText) >= 40"),
+            "1|1|1|1");
   EXPECT_EQ(Ask("SELECT Layout FROM InspectionType ORDER BY ID"),
             "4 Column\n3 Column\n2 Column\n2 Column French");
   EXPECT_EQ(Ask("SELECT count(*) FROM CategoryTemplate WHERE FormType = 1"), "2");
@@ -49,8 +48,8 @@ TEST_F(StarterLibraryTest, EveryLinkLeadsToARowAndNothingIsOutOfReach) {
   for (const data::TableLayout& layout : data::AllLayouts()) {
     for (const data::ColumnLayout& column : layout.columns) {
       if (!kTargets.contains(column.name) || layout.database != data::DatabaseKind::Template) continue;
-      const std::string name = device::ToUtf8(column.name);
-      ExpectNone("SELECT " + name + " FROM " + device::ToUtf8(layout.name) + " WHERE ifnull(" + name +
+      const std::string name = ToUtf8(column.name);
+      ExpectNone("SELECT " + name + " FROM " + ToUtf8(layout.name) + " WHERE ifnull(" + name +
                  ", 0) NOT IN (SELECT ID FROM " + kTargets.at(column.name) + ")");
     }
   }
@@ -117,10 +116,10 @@ TEST_F(StarterLibraryTest, TextsCanBeShownPrintedAndParsed) {
       for (const data::RawValue& value : row) {
         const Text* const text = std::get_if<Text>(&value);
         if (!text) continue;
-        EXPECT_TRUE(device::FitsCodePage(*text)) << device::ToUtf8(*text);
+        EXPECT_TRUE(device::FitsCodePage(*text)) << ToUtf8(*text);
         // Line breaks come in pairs; nothing else is below a blank.
         const Text line = device::ReplaceAll(*text, u"\r\n", u"");
-        EXPECT_TRUE(std::ranges::all_of(line, [](char16_t c) { return c >= u' '; })) << device::ToUtf8(line);
+        EXPECT_TRUE(std::ranges::all_of(line, [](char16_t c) { return c >= u' '; })) << ToUtf8(line);
       }
     }
   }
@@ -130,7 +129,7 @@ TEST_F(StarterLibraryTest, TextsCanBeShownPrintedAndParsed) {
     const auto id = std::get<std::int32_t>(row[0]);
     EXPECT_EQ(parts.size() % 2, 1u) << id << ": a placeholder is open";
     for (std::size_t at = 1; at < parts.size(); at += 2) {
-      const std::string name = device::ToUtf8(parts[at]);
+      const std::string name = ToUtf8(parts[at]);
       const std::string kind = name.empty() ? "gap" : name[0] == '(' ? "alternatives" : "picker";
       kinds.insert(kind);
       const bool isKnown =

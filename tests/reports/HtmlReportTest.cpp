@@ -1,21 +1,18 @@
 // Pages in a folder that is not empty, or cannot be made.
 #include "reports/HtmlReport.h"
 
-#include "ReportFixture.h"
+#include "reports/MakeReport.h"
 #include "reports/PageRecord.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::reports {
 namespace {
-
-using ::testing::HasSubstr;
-using ::testing::Not;
-using tests::ContentOf;
 
 const std::string kJpeg = "\xFF\xD8\xFF";
 const std::string kRoof = kJpeg + "the roof";
 const std::string kMended = kJpeg + "the roof, mended";
 
-class HtmlReportTest : public tests::ReportTest {
+class HtmlReportTest : public ::testing::Test, protected StartedMachine {
 protected:
   using Folder = std::optional<std::filesystem::path>;
 
@@ -42,7 +39,7 @@ protected:
     EXPECT_THAT(m_Prompts.Last(), HasSubstr(says));
   }
   void Comment(const std::string& words) { RunInVisits("UPDATE Step SET Comments = '" + words + "'"); }
-  std::map<std::string, std::string> Files() const { return tests::FilesBelow(m_Pages); }
+  std::map<std::string, std::string> Files() const { return FilesBelow(m_Pages); }
   std::string Page() const { return ContentOf(m_Pages / "inspection.htm"); }
   bool IsThere(const std::string& name) const { return std::filesystem::exists(m_Pages / name); }
 
@@ -96,7 +93,7 @@ TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
   const auto expectKept = [this](bool pictures) {
     ASSERT_EQ(Write(m_Pages, pictures), ReportResult::Written);
     EXPECT_EQ(ContentOf(m_Pages / "picture1.jpg"), kRoof);
-    EXPECT_THAT(device::ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
+    EXPECT_THAT(ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
   };
   std::filesystem::rename(m_Folder / "shots/roof.jpg", m_Folder / "shots/away.jpg");
   expectKept(true);
@@ -115,8 +112,7 @@ TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
 }
 
 TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
-  ASSERT_TRUE(m_Workspace->TemplateConnection().ExecuteNative(
-      "DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')"));
+  RunInLibrary("DELETE FROM Options; INSERT INTO Options (DefaultPictCardPath) VALUES ('\\card\\')");
   m_Workspace->ForgetOptions();
   m_Folder.Put("card/a.jpg", kRoof);
   std::filesystem::create_directory(m_Folder / "absent");
@@ -137,20 +133,20 @@ TEST_F(HtmlReportTest, PagesOfAnotherInspectionAreAskedAbout) {
   const auto first = Files();
   EXPECT_TRUE(first.contains("picture1.jpg"));
   for (const bool isNamed : {false, true}) {
-    m_Prompts.Queue(u"Caution", device::Answer::No);
+    m_Prompts.Queue(u"Caution", Answer::No);
     EXPECT_EQ(Make(1002, isNamed ? Folder(m_Pages) : Folder(), isNamed), ReportResult::Failed);
     EXPECT_THAT(m_Prompts.Last(), HasSubstr("the pages of another inspection"));
     EXPECT_TRUE(m_Prompts.Messages().back().isNoFirst);
     EXPECT_EQ(Files(), first);
   }
-  m_Prompts.Queue(u"Caution", device::Answer::Yes);
+  m_Prompts.Queue(u"Caution", Answer::Yes);
   EXPECT_EQ(Make(1002, {}, false), ReportResult::Written);
   EXPECT_FALSE(IsThere("picture1.jpg")) << "the first client's";
 
   // Files that nobody knows: asked about where no person has named the folder for it.
   m_Folder.Put("pages/index.htm", "notes");
   m_Pages = m_Folder / "pages";
-  m_Prompts.Queue(u"Caution", device::Answer::No);
+  m_Prompts.Queue(u"Caution", Answer::No);
   EXPECT_EQ(Make(1001, m_Pages, false), ReportResult::Failed);
   EXPECT_THAT(m_Prompts.Last(), HasSubstr("files of yours"));
   EXPECT_EQ(ContentOf(m_Pages / "index.htm"), "notes");
@@ -173,13 +169,13 @@ TEST_F(HtmlReportTest, WhatIsNoWholePictureIsLeftOutWithANote) {
     std::filesystem::remove(m_Folder / "shots/gone.jpg");
   });
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
-  EXPECT_THAT(Files(), testing::SizeIs(4)) << "three pages and the roof";
-  EXPECT_THAT(Page(), testing::AllOf(HasSubstr("picture1.jpg"), Not(HasSubstr("picture2.jpg"))));
+  EXPECT_THAT(Files(), SizeIs(4)) << "three pages and the roof";
+  EXPECT_THAT(Page(), AllOf(HasSubstr("picture1.jpg"), Not(HasSubstr("picture2.jpg"))));
   ASSERT_EQ(m_Notes.size(), 6u);
   EXPECT_EQ(m_Notes[0],
             u"The tag ***Foo*** in 2 Eaves is of no kind that a report knows. Correct it, or take it out.");
   for (std::size_t n = 0; n < std::size(files); ++n)
-    EXPECT_TRUE(device::Contains(m_Notes[n + 1], device::FromUtf8(files[n].first) + u".jpg")) << n;
+    EXPECT_TRUE(device::Contains(m_Notes[n + 1], FromUtf8(files[n].first) + u".jpg")) << n;
   EXPECT_EQ(m_Prompts.Messages().size(), 1u) << "an unknown tag is told once in a report";
 }
 
@@ -249,10 +245,10 @@ TEST_F(HtmlReportTest, APageThatIsTooLargeIsAskedAbout) {
   const auto before = Files();
 
   fill(most + " + 1");
-  m_Prompts.Queue(u"Caution", device::Answer::No);
+  m_Prompts.Queue(u"Caution", Answer::No);
   ExpectFails(m_Pages, "The page inspection.htm has 100097 bytes");
   EXPECT_EQ(Files(), before);
-  m_Prompts.Queue(u"Caution", device::Answer::Yes);
+  m_Prompts.Queue(u"Caution", Answer::Yes);
   EXPECT_EQ(Write(m_Pages), ReportResult::Written);
   EXPECT_EQ(Page().size(), 100'096u);
   EXPECT_THAT(ContentOf(m_Pages / "index.htm"), HasSubstr("</frameset></html>"));

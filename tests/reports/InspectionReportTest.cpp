@@ -1,18 +1,12 @@
 // Making a report: what is asked, what is told, and what is left on the disk whichever way it ends.
 
-#include "ReportFixture.h"
+#include "reports/MakeReport.h"
+#include "support/StartedMachine.h"
 
 namespace inspector::reports {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::StartsWith;
-using tests::ContentOf;
-
-class InspectionReportTest : public tests::ReportTest {
+class InspectionReportTest : public ::testing::Test, protected StartedMachine {
 protected:
   // Three categories with two steps each.
   void SetUp() override {
@@ -37,7 +31,7 @@ protected:
   void ExpectOnlyThere(const std::string& report) {
     std::map<std::string, std::string> expected;
     if (!report.empty()) expected["report.rtf"] = report;
-    EXPECT_EQ(tests::FilesBelow(m_Target.parent_path()), expected);
+    EXPECT_EQ(FilesBelow(m_Target.parent_path()), expected);
   }
 
   std::filesystem::path m_Target = m_Folder / "out" / "report.rtf";
@@ -52,7 +46,7 @@ TEST_F(InspectionReportTest, CancelledAtAnyMomentItLeavesWhatWasThere) {
     for (int step = 0; step <= 3; ++step) {
       m_Prompts.CancelAtStep(step);
       EXPECT_EQ(Write().result, ReportResult::Cancelled) << step;
-      EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|" + device::Decimal(step));
+      EXPECT_EQ(m_Prompts.ProgressWindows().back()->Told(), u"Exporting RTF...|0|3|" + Decimal(step));
       ExpectOnlyThere(old);
     }
   }
@@ -108,13 +102,12 @@ TEST_F(InspectionReportTest, WhatDoesNotExistIsNamed) {
 // Without the flags of the ratings nothing would be red or bold, as if no finding were serious.
 TEST_F(InspectionReportTest, StepsOrRatingsThatCannotBeReadMakeNoReport) {
   m_Folder.Put("out/report.rtf", "an older report");
-  for (const auto& [connection, damage] :
-       {std::pair{&m_Workspace->TemplateConnection(), "DROP TABLE RatingChoices"},
-        {&m_Workspace->TemplateConnection(), "CREATE VIEW RatingChoices AS SELECT * FROM Gone"},
-        {&m_Workspace->InspectionConnection(), "DROP TABLE Step"},
-        {&m_Workspace->InspectionConnection(), "CREATE TABLE Step (StepID integer)"}}) {
-    ASSERT_TRUE(connection->ExecuteNative(damage));
-    connection->SchemaChanged();
+  for (const auto& [run, damage] :
+       {std::pair{&StartedMachine::RunInLibrary, "DROP TABLE RatingChoices"},
+        {&StartedMachine::RunInLibrary, "CREATE VIEW RatingChoices AS SELECT * FROM Gone"},
+        {&StartedMachine::RunInVisits, "DROP TABLE Step"},
+        {&StartedMachine::RunInVisits, "CREATE TABLE Step (StepID integer)"}}) {
+    (this->*run)(damage);
     m_Prompts.Forget();
     EXPECT_EQ(Write().result, ReportResult::Failed) << damage;
     EXPECT_FALSE(m_Prompts.Messages().empty()) << damage;

@@ -1,7 +1,5 @@
 #include "support/ScriptedDialogs.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
@@ -55,7 +53,7 @@ void ScriptedDialogs::Look() {
     ADD_FAILURE() << "Unexpected dialog " << dialog->objectName().toStdString() << " \""
                   << dialog->windowTitle().toStdString() << "\", expected "
                   << (m_Moves.empty() ? "none" : m_Moves.front().dialog.toStdString())
-                  << "; last box: " << (m_Boxes.empty() ? "" : device::ToUtf8(m_Boxes.back()));
+                  << "; last box: " << (m_Boxes.empty() ? "" : ToUtf8(m_Boxes.back()));
     dialog->reject();
     return;
   }

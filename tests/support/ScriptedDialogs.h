@@ -2,11 +2,8 @@
 #pragma once
 
 #include <QDialog>
-#include <deque>
-#include <functional>
-#include <vector>
 
-#include "device/Text.h"
+#include "support/TestSupport.h"
 
 namespace inspector::tests {
 
@@ -22,7 +19,7 @@ public:
   // Presses the button with this caption (without its mnemonic) in the next dialog.
   void ExpectPress(const char* objectName, const QString& caption);
   // "Title: text" of each message box that came, in order.
-  const std::vector<device::Text>& Boxes() const { return m_Boxes; }
+  const std::vector<Text>& Boxes() const { return m_Boxes; }
 
 private:
   void Look();
@@ -34,7 +31,7 @@ private:
   };
   QObject m_Context;  // its end stops the looking
   std::deque<Move> m_Moves;
-  std::vector<device::Text> m_Boxes;
+  std::vector<Text> m_Boxes;
   const QDialog* m_Seen = nullptr;
 };
 

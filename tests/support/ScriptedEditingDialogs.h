@@ -1,11 +1,8 @@
 // An inspector whose answers to the editing screens' dialogs are known beforehand.
 #pragma once
 
-#include <functional>
-#include <vector>
-
 #include "editing/EditingDialogs.h"
-#include "support/TakeAnswer.h"
+#include "support/TestSupport.h"
 
 namespace inspector::tests {
 
@@ -28,7 +25,7 @@ public:
   // (step, tab) of each sheet, kTabOfOption where none was asked for.
   static constexpr int kTabOfOption = -1;
   const std::vector<std::pair<std::int32_t, int>>& SheetsOpened() const { return m_SheetsOpened; }
-  const std::vector<device::Text>& PickersEdited() const { return m_PickersEdited; }
+  const std::vector<Text>& PickersEdited() const { return m_PickersEdited; }
 
   std::optional<CategoryCopies> AskDuplicateCategory(const CategoryCopies& suggested) override {
     m_CopiesSuggested.push_back(suggested);
@@ -39,7 +36,7 @@ public:
     const auto work = TakeAnswer(m_Sheets, "Step Properties");
     return work && (*work)();
   }
-  void OpenPickerEditor(const device::Text& pickerName) override {
+  void OpenPickerEditor(const Text& pickerName) override {
     m_PickersEdited.push_back(pickerName);
     if (const auto work = TakeAnswer(m_PickerEdits, "the picker editor")) (*work)();
   }
@@ -50,7 +47,7 @@ private:
   std::deque<std::function<void()>> m_PickerEdits;
   std::vector<CategoryCopies> m_CopiesSuggested;
   std::vector<std::pair<std::int32_t, int>> m_SheetsOpened;
-  std::vector<device::Text> m_PickersEdited;
+  std::vector<Text> m_PickersEdited;
 };
 
 }  // namespace inspector::tests

@@ -24,6 +24,14 @@ struct StartedMachine : ScriptedMachine {
     ADD_FAILURE() << "The databases do not start.";
     std::abort();  // every test would go on without a database
   }
+  // In another program's words; a table may be gone afterwards.
+  void Run(data::DatabaseKind kind, const std::string& sql) {
+    data::Connection& connection = m_Workspace->GetDatabases().Get(kind);
+    EXPECT_TRUE(connection.ExecuteNative(sql)) << sql;
+    connection.SchemaChanged();
+  }
+  void RunInLibrary(const std::string& sql) { Run(data::DatabaseKind::Template, sql); }
+  void RunInVisits(const std::string& sql) { Run(data::DatabaseKind::Inspection, sql); }
 
   std::unique_ptr<data::Workspace> m_Workspace;
 };

@@ -6,13 +6,9 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "support/TakeAnswer.h"
-
 namespace inspector::tests {
 
-using device::Answer;
 using device::Buttons;
-using device::ToUtf8;
 
 namespace {
 
@@ -89,7 +85,7 @@ struct FaultyOutput : device::OutputFile {
 Text ScriptedPrompts::Progress::Told() const {
   Text told = title;
   for (const Text& status : statuses) told += u"|" + status;
-  for (const int number : {low, high, position}) told += u"|" + device::Decimal(number);
+  for (const int number : {low, high, position}) told += u"|" + Decimal(number);
   return told + (open ? u"|open" : u"");
 }
 

@@ -21,7 +21,56 @@
 
 namespace inspector::tests {
 
+using device::Answer;
+using device::Decimal;
+using device::FromUtf8;
 using device::Text;
+using device::TextView;
+using device::ToUtf8;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
+// The next answer of a scripted person. A question that nobody expected fails the test and gets none.
+template <typename Value>
+std::optional<Value> TakeAnswer(std::deque<Value>& queue, const char* about) {
+  if (queue.empty()) {
+    ADD_FAILURE() << about << " was not expected";
+    return std::nullopt;
+  }
+  Value value = std::move(queue.front());
+  queue.pop_front();
+  return value;
+}
+
+// Lists as one text, so that an expectation is one line and a failure shows all that is there.
+// What `show` makes of each entry.
+template <typename List, typename Show>
+Text Joined(const List& list, Show show, const char16_t* between = u"|") {
+  Text joined;
+  for (bool isFirst = true; const auto& entry : list) {
+    if (!std::exchange(isFirst, false)) joined += between;
+    joined += show(entry);
+  }
+  return joined;
+}
+inline Text Joined(const std::vector<Text>& list, const char16_t* between = u"|") {
+  return Joined(
+      list, [](const Text& entry) { return entry; }, between);
+}
+
+// Of each row: what `make` makes of the first is the second. A failure shows the first.
+template <typename Given, typename Expected, typename Make>
+void ExpectEach(const std::vector<std::pair<Given, Expected>>& rows, Make make) {
+  for (const auto& [given, expected] : rows)
+    EXPECT_EQ(make(given), expected) << testing::PrintToString(given);
+}
 
 // A person whose answers are known beforehand. Answers are queued per question: `about` is the text or the
 // title of a message, or the prompt or title of a text question. A question without an answer fails the test
@@ -52,7 +101,7 @@ public:
 
   ~ScriptedPrompts() override;
 
-  void Queue(const Text& about, device::Answer answer) { m_Answers[about].push_back(answer); }
+  void Queue(const Text& about, Answer answer) { m_Answers[about].push_back(answer); }
   void QueueText(const Text& about, const std::optional<Text>& answer) { m_Texts[about].push_back(answer); }
   void QueueSavePath(const std::optional<std::filesystem::path>& answer) { m_SavePaths.push_back(answer); }
   void QueueDatabasePaths(const std::optional<device::DatabasePaths>& answer) {
@@ -67,7 +116,7 @@ public:
   // "Title: text" of each message, in the order in which they came.
   std::vector<Text> Transcript() const;
   // The last of them in UTF-8; empty when none came.
-  std::string Last() const { return m_Seen.messages.empty() ? "" : device::ToUtf8(Transcript().back()); }
+  std::string Last() const { return m_Seen.messages.empty() ? "" : ToUtf8(Transcript().back()); }
   const std::vector<device::TextQuestion>& TextQuestions() const { return m_Seen.textQuestions; }
   const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_Seen.saveQuestions; }
   const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_Seen.databaseQuestions; }
@@ -75,14 +124,14 @@ public:
   // Forgets what was recorded; queued answers stay.
   void Forget() { m_Seen = {}; }
 
-  device::Answer Show(const device::Message& message) override;
+  Answer Show(const device::Message& message) override;
   std::optional<Text> AskText(const device::TextQuestion& question) override;
   std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion& question) override;
   std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths& current) override;
   std::unique_ptr<device::ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
 
 private:
-  std::map<Text, std::deque<device::Answer>> m_Answers;
+  std::map<Text, std::deque<Answer>> m_Answers;
   std::map<Text, std::deque<std::optional<Text>>> m_Texts;
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
   std::deque<std::optional<device::DatabasePaths>> m_Databases;
@@ -186,3 +235,7 @@ struct ScriptedMachine {
 };
 
 }  // namespace inspector::tests
+
+namespace inspector {
+using namespace tests;  // in the tests of every folder
+}

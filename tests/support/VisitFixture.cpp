@@ -83,17 +83,17 @@ std::int32_t VisitDevice::OpenCategory(const Text& title) {
   data::CategoryTable category(Databases());
   category.OpenSQL(Format(u"SELECT * FROM Category WHERE (InspectionID = %d) AND (CategoryTitle = \"%s\")",
                           m_Document->Inspection().m_InspectionID, title));
-  EXPECT_TRUE(category.GetRecord(0)) << device::ToUtf8(title);
+  EXPECT_TRUE(category.GetRecord(0)) << ToUtf8(title);
   EXPECT_TRUE(editing::OpenCategory(Databases(), category));
   return category.m_CategoryID;
 }
 
 std::int32_t VisitDevice::StepKey(const Text& number) {
   const auto found =
-      Visits().Rows(device::ToUtf8(Format(u"SELECT StepID FROM Step JOIN Category USING (CategoryID) WHERE "
-                                          u"InspectionID = %d AND StepNumber = '%s'",
-                                          m_Document->Inspection().m_InspectionID, number)));
-  EXPECT_EQ(found.size(), 1u) << device::ToUtf8(number);
+      Visits().Rows(ToUtf8(Format(u"SELECT StepID FROM Step JOIN Category USING (CategoryID) WHERE "
+                                  u"InspectionID = %d AND StepNumber = '%s'",
+                                  m_Document->Inspection().m_InspectionID, number)));
+  EXPECT_EQ(found.size(), 1u) << ToUtf8(number);
   return found.empty() ? 0 : std::stoi(found[0]);
 }
 
@@ -102,25 +102,20 @@ Text VisitDevice::Finding(std::int32_t stepID) {
       "SELECT StepNumber, StepTitle, InspectResult, Materials, Comments FROM Step WHERE StepID = " +
       std::to_string(stepID));
   EXPECT_EQ(found.size(), 1u) << stepID;
-  return found.empty() ? Text() : device::FromUtf8(found[0]);
+  return found.empty() ? Text() : FromUtf8(found[0]);
 }
 
 std::vector<Text> VisitDevice::Outline(std::int32_t inspectionID) {
   std::vector<Text> lines;
-  for (const std::string& line : Visits().Rows(device::ToUtf8(Format(kOutline, inspectionID))))
-    lines.push_back(device::FromUtf8(line));
+  for (const std::string& line : Visits().Rows(ToUtf8(Format(kOutline, inspectionID))))
+    lines.push_back(FromUtf8(line));
   return lines;
 }
 
 Text VisitDevice::RowCounts() {
-  return device::FromUtf8(Visits().Ask(
+  return FromUtf8(Visits().Ask(
       "SELECT printf('Inspection %d, Category %d, Step %d, Field %d', (SELECT count(*) FROM Inspection), "
       "(SELECT count(*) FROM Category), (SELECT count(*) FROM Step), (SELECT count(*) FROM Field))"));
-}
-
-void VisitDevice::Run(data::DatabaseKind kind, const std::string& sql) {
-  EXPECT_TRUE(Databases().Get(kind).ExecuteNative(sql)) << sql;
-  Databases().Get(kind).SchemaChanged();
 }
 
 }  // namespace inspector::tests

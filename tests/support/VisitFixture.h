@@ -3,13 +3,47 @@
 
 #include "data/StepTable.h"
 #include "inspection/InspectorDoc.h"
-#include "support/LibraryAdditions.h"
+#include "support/Shell.h"
 #include "support/StartedMachine.h"
 
 namespace inspector::tests {
 
-using device::Text;
-using device::TextView;
+// As a value of a statement.
+inline std::string Quoted(const Text& text) {
+  return "'" + ToUtf8(device::ReplaceAll(text, u"'", u"''")) + "'";
+}
+
+// What a test adds to the small library of a visit. Keys follow the highest there is.
+struct LibraryAdditions {
+  data::Databases& databases;
+
+  void AddMaterial(int step, const Text& material) {
+    Add("MaterialTemplate (StepID, Material, MaterialOrder, ID)",
+        std::to_string(step) + ", " + Quoted(material) + ", count(*) + 1");
+  }
+  // The new comment's key.
+  std::int32_t AddCommentToStep(int step, const Text& comment, const Text& group = u"") {
+    Add("Comments (Comments, GroupName, ID)", Quoted(comment) + ", " + Quoted(group));
+    const std::string key = Shell(databases.Template().File()).Ask("SELECT max(ID) FROM Comments");
+    const std::string link = std::to_string(step) + ", " + key;
+    Run("INSERT INTO StepComment VALUES (" + link + ", replace('" + link + "', ', ', '-'))");
+    return std::stoi(key);
+  }
+  void AddPicker(const Text& list, const Text& choice) {
+    Add("Pickers (PickerName, PickerChoice, ID)", Quoted(list) + ", " + Quoted(choice));
+  }
+  void AddShortcut(const Text& shortCut, const Text& expanded) {
+    Add("ExpandedText (ShortCut, Expanded, ID)", Quoted(shortCut) + ", " + Quoted(expanded));
+  }
+
+private:
+  // `table` with its columns, the key last; the rows have no gaps in a test.
+  void Add(const std::string& table, const std::string& values) {
+    const std::string name = table.substr(0, table.find(' '));
+    Run("INSERT INTO " + table + " SELECT " + values + ", count(*) + 1 FROM " + name);
+  }
+  void Run(const std::string& sql) { EXPECT_TRUE(databases.Template().ExecuteNative(sql)) << sql; }
+};
 
 // Two fresh databases in a temporary folder, started as the application starts. Its library:
 //
@@ -65,10 +99,7 @@ public:
   std::vector<Text> Outline(std::int32_t inspectionID);
   // How many rows each table has: "Inspection 1, Category 5, Step 0, Field 0".
   Text RowCounts();
-  // A table that is gone makes every statement about it fail: in another program's words.
-  void Run(data::DatabaseKind kind, const std::string& sql);
-  void RunInLibrary(const std::string& sql) { Run(data::DatabaseKind::Template, sql); }
-  void RunInVisits(const std::string& sql) { Run(data::DatabaseKind::Inspection, sql); }
+  using StartedMachine::Run, StartedMachine::RunInLibrary, StartedMachine::RunInVisits;
 
   // Another program that has the Inspection database open.
   Shell Visits() const { return Shell(m_Folder / "My Documents/Inspection_Data.cdb"); }
@@ -91,7 +122,34 @@ protected:
   // What another program finds in the Inspection database.
   std::string InVisits(const std::string& sql) { return m_Device.Visits().Ask(sql); }
 
+  // "number|title|result|materials|comments" of the step with this number in the current inspection.
+  Text Finding(const Text& number) { return m_Device.Finding(m_Device.StepKey(number)); }
+
   VisitDevice m_Device;
+};
+
+// A visit of the type "House" whose roof has been opened.
+class RoofTest : public VisitTest {
+protected:
+  const std::int32_t m_House = m_Device.Visit(u"House");
+  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
+  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
+  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
+};
+
+// The table is gone, so that every statement about it fails, until the scope ends.
+class MissingTable {
+public:
+  MissingTable(VisitDevice& device, std::string table) : m_Device(device), m_Table(std::move(table)) {
+    m_Device.RunInLibrary("ALTER TABLE " + m_Table + " RENAME TO Gone");
+  }
+  ~MissingTable() { m_Device.RunInLibrary("ALTER TABLE Gone RENAME TO " + m_Table); }
+  MissingTable(const MissingTable&) = delete;
+  MissingTable& operator=(const MissingTable&) = delete;
+
+private:
+  VisitDevice& m_Device;
+  std::string m_Table;
 };
 
 }  // namespace inspector::tests

@@ -12,10 +12,10 @@ namespace {
 
 class QtPromptsTest : public ::testing::Test {
 protected:
-  tests::TemporaryFolder m_Folder;
+  TemporaryFolder m_Folder;
   DevicePaths m_Paths{m_Folder.Path()};
   QtPrompts m_Prompts{m_Paths};
-  tests::ScriptedDialogs m_Person;
+  ScriptedDialogs m_Person;
 };
 
 TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
@@ -51,7 +51,7 @@ TEST_F(QtPromptsTest, TakesTextAndPaths) {
   EXPECT_EQ(m_Prompts.AskText({u"Enter the Doc #:", u"Duplicate", u"7"}), std::nullopt);
 
   m_Person.Expect("databasePathsDialog", [](QDialog& dialog) {
-    tests::Part<QLineEdit>(dialog, "templatePath").setText(QStringLiteral("\\T.cdb"));
+    Part<QLineEdit>(dialog, "templatePath").setText(QStringLiteral("\\T.cdb"));
     dialog.accept();
   });
   const auto paths = m_Prompts.AskDatabasePaths({u"\\a.cdb", u"\\b.cdb"});
@@ -62,7 +62,7 @@ TEST_F(QtPromptsTest, TakesTextAndPaths) {
 TEST_F(QtPromptsTest, SavesWhereThePersonSaysAndAsksBeforeReplacing) {
   const SaveQuestion question{u"Inspection_7.rtf", u"\\My Documents\\", u"Rich Text (*.rtf)|*.rtf|", u"rtf"};
   m_Person.Expect("saveDialog", [](QDialog& dialog) {
-    tests::Part<QLineEdit>(dialog, "fileNameEdit").setText(QStringLiteral("Elm Street"));
+    Part<QLineEdit>(dialog, "fileNameEdit").setText(QStringLiteral("Elm Street"));
     QMetaObject::invokeMethod(&dialog, "accept");
   });
   EXPECT_EQ(m_Prompts.AskSavePath(question), m_Folder / "My Documents/Elm Street.rtf");

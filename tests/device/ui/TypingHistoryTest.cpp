@@ -43,8 +43,8 @@ protected:
   QLineEdit* m_Fixed = new QLineEdit(QStringLiteral("1968"));
   QCheckBox* m_Box = new QCheckBox;
   TypingHistory* m_History = new TypingHistory(m_Form);
-  QPushButton* m_Undo = &tests::Part<QPushButton>(*m_History, "undoTypingButton");
-  QPushButton* m_Redo = &tests::Part<QPushButton>(*m_History, "redoTypingButton");
+  QPushButton* m_Undo = &Part<QPushButton>(*m_History, "undoTypingButton");
+  QPushButton* m_Redo = &Part<QPushButton>(*m_History, "redoTypingButton");
 };
 
 TEST_F(TypingHistoryTest, ActsOnTheFieldThatIsWrittenIn) {

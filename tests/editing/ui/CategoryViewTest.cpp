@@ -1,7 +1,7 @@
 #include "editing/ui/CategoryView.h"
 
 #include "editing/ui/QtEditingDialogs.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
@@ -9,38 +9,35 @@ namespace inspector::editing::ui {
 namespace {
 
 using Screen = CategoryList::Screen;
-using ::testing::ElementsAre;
-using tests::CellWords;
-using tests::Words;
 
 enum { kMark, kTitle, kStatus };
 constexpr int kRoof = 1;
 
-class CategoryViewTest : public tests::VisitTest {
+class CategoryViewTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Device.Visit(u"House");
     m_View.onOpen = [this](Screen screen) { m_Opened.push_back(screen); };
-    tests::ShowOnHandheld(m_View);
+    ShowOnHandheld(m_View);
   }
-  void Click(int row, int column) { tests::ClickCell(m_View.Rows(), row, column); }
+  void Click(int row, int column) { ClickCell(m_View.Rows(), row, column); }
   bool IsTicked(int row) {
     return m_View.Rows().Model().index(row, kMark).data(device::ui::ListModel::CheckImageRole).toInt() ==
            static_cast<int>(device::CheckImage::Ticked);
   }
 
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   CCategoryView m_View{m_Device.Document(), m_Dialogs};
   std::vector<Screen> m_Opened;
 };
 
 TEST_F(CategoryViewTest, MarksTogglesAndOpens) {
-  EXPECT_FALSE(tests::Run(m_View, "rename")) << "nothing is marked";
+  EXPECT_FALSE(RunCommand(m_View, "rename")) << "nothing is marked";
   Click(kRoof, kMark);
   EXPECT_TRUE(IsTicked(kRoof));
   for (const char* caption : {"Set Not Present", "Set Present"}) {
-    EXPECT_TRUE(tests::Run(m_View, "notPresent"));
-    EXPECT_EQ(tests::Part<QAction>(m_View, "notPresent").text(), QLatin1String(caption));
+    EXPECT_TRUE(RunCommand(m_View, "notPresent"));
+    EXPECT_EQ(Part<QAction>(m_View, "notPresent").text(), QLatin1String(caption));
   }
   EXPECT_EQ(CellWords(m_View.Rows(), kRoof, kStatus), "Not Present");
   Click(kRoof, kTitle);
@@ -51,25 +48,25 @@ TEST_F(CategoryViewTest, MarksTogglesAndOpens) {
 }
 
 TEST_F(CategoryViewTest, SearchLeavesWhatHoldsTheWords) {
-  tests::Fill(m_View, "searchField", "ceLLar");
+  Fill(m_View, "searchField", "ceLLar");
   ASSERT_EQ(m_View.Rows().Model().rowCount(), 1);
   Click(0, kTitle);
   EXPECT_EQ(Document().Categories().m_CategoryTitle, u"Cellar");
-  tests::Fill(m_View, "searchField", "");
+  Fill(m_View, "searchField", "");
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 5);
 }
 
 TEST_F(CategoryViewTest, CommandsShowTheirWork) {
   Click(kRoof, kMark);
   Prompts().QueueText(u"Rename Category", u"Cover & gutters");
-  EXPECT_TRUE(tests::Run(m_View, "rename"));
+  EXPECT_TRUE(RunCommand(m_View, "rename"));
   EXPECT_EQ(CellWords(m_View.Rows(), kRoof, kTitle), "Cover & gutters");
   m_Dialogs.QueueCopies(EditingDialogs::CategoryCopies{u"Shed", 2, false});
-  EXPECT_TRUE(tests::Run(m_View, "duplicate"));
+  EXPECT_TRUE(RunCommand(m_View, "duplicate"));
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 7);
   EXPECT_EQ(CellWords(m_View.Rows(), m_View.Rows().SelectedRow(), kTitle), "Shed");
-  Prompts().Queue(u"Caution", device::Answer::Yes);
-  EXPECT_TRUE(tests::Run(m_View, "defaults"));
+  Prompts().Queue(u"Caution", Answer::Yes);
+  EXPECT_TRUE(RunCommand(m_View, "defaults"));
   EXPECT_EQ(CellWords(m_View.Rows(), 0, kStatus), "Complete");
   EXPECT_EQ(Words(m_View, "whatIsLeft"), "5 of 7 categories to complete (1 not opened yet), 4 steps to do");
 }
@@ -85,7 +82,7 @@ TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
   const int top = m_View.Rows().TopRow();
   EXPECT_GT(top, 20);
   CCategoryView again(Document(), m_Dialogs);
-  tests::ShowOnHandheld(again);
+  ShowOnHandheld(again);
   EXPECT_EQ(again.Rows().TopRow(), top);
 
   // A mark that was set before does not draw a person away from where a category was opened.
@@ -98,12 +95,12 @@ TEST_F(CategoryViewTest, ComesBackToTheTopRow) {
 }
 
 TEST(DuplicateCategoryDialogTest, TellsWhatIsWanted) {
-  tests::ScriptedDialogs dialogs;
+  ScriptedDialogs dialogs;
   QtEditingDialogs screens;
   dialogs.Expect("duplicateCategoryDialog", [](QDialog& dialog) {
     EXPECT_EQ(Words(dialog, "nameField"), "Roof #2");
-    tests::Fill(dialog, "nameField", "Shed");
-    for (const char* button : {"moreButton", "moreButton", "withDataBox"}) tests::PressButton(dialog, button);
+    Fill(dialog, "nameField", "Shed");
+    for (const char* button : {"moreButton", "moreButton", "withDataBox"}) PressButton(dialog, button);
     dialog.accept();
   });
   const auto wanted = screens.AskDuplicateCategory({u"Roof #2", 1, false});

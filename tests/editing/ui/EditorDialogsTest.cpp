@@ -1,27 +1,23 @@
 #include "editing/ui/PickerEditorDialog.h"
 #include "editing/ui/ShortcutEditorDialog.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
 namespace {
 
-using device::Answer;
-using tests::Entries;
-using tests::PressButton;
-
-using EditorDialogsTest = tests::VisitTest;
+using EditorDialogsTest = VisitTest;
 
 TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
   m_Device.Library().AddPicker(u"Colour", u"red");
   PickerEditorDialog dialog(m_Device.GetWorkspace(), u"Brand", nullptr);
-  EXPECT_FALSE(tests::Part<QAbstractButton>(dialog, "editItemButton").isEnabled());
+  EXPECT_FALSE(Part<QAbstractButton>(dialog, "editItemButton").isEnabled());
   // After each button the words of the picker, and the row that is selected.
   const auto press = [&](const char* button, TextView question, const Text& answer) {
     Prompts().QueueText(Text(question), answer);
     PressButton(dialog, button);
     return Entries(dialog, "pickerItems") + " " +
-           std::to_string(tests::Part<QListWidget>(dialog, "pickerItems").currentRow());
+           std::to_string(Part<QListWidget>(dialog, "pickerItems").currentRow());
   };
   EXPECT_EQ(press("newItemButton", u"Enter the new text for this picker.", u"Oak"), "Oak 0");
   EXPECT_EQ(press("editItemButton", u"Edit the text for this picker item.", u"Elm"), "Elm 0");
@@ -34,27 +30,27 @@ TEST_F(EditorDialogsTest, PickersAreMadeAndEdited) {
   EXPECT_EQ(press("newPickerButton", u"Enter the new text for this picker.", u"large"), "large 0");
   Prompts().Queue(u"Are you sure you want to delete this picker and all its items?", Answer::Yes);
   PressButton(dialog, "deletePickerButton");
-  EXPECT_THAT(PickerEditor(m_Device.GetWorkspace()).Names(), ::testing::ElementsAre(u"Brand", u"Colour"));
+  EXPECT_THAT(PickerEditor(m_Device.GetWorkspace()).Names(), ElementsAre(u"Brand", u"Colour"));
 }
 
 TEST_F(EditorDialogsTest, ShortcutsAreAddedChangedAndDeleted) {
   ShortcutEditorDialog dialog(m_Device.GetWorkspace(), nullptr);
-  tests::Fill(dialog, "shortCut", "two words");
-  tests::Fill(dialog, "expanded", "One\nTwo");
+  Fill(dialog, "shortCut", "two words");
+  Fill(dialog, "expanded", "One\nTwo");
   PressButton(dialog, "addShortcutButton");
-  EXPECT_NE(tests::Words(dialog, "problem"), "");
-  tests::Fill(dialog, "shortCut", "ot");
+  EXPECT_NE(Words(dialog, "problem"), "");
+  Fill(dialog, "shortCut", "ot");
   PressButton(dialog, "addShortcutButton");
   EXPECT_EQ(Entries(dialog, "shortcuts"), "ot – One Two");
-  tests::Part<QListWidget>(dialog, "shortcuts").setCurrentRow(0);
-  EXPECT_EQ(tests::Part<QPlainTextEdit>(dialog, "expanded").toPlainText(), QStringLiteral("One\nTwo"));
-  tests::Fill(dialog, "expanded", "Three");
+  Part<QListWidget>(dialog, "shortcuts").setCurrentRow(0);
+  EXPECT_EQ(Part<QPlainTextEdit>(dialog, "expanded").toPlainText(), QStringLiteral("One\nTwo"));
+  Fill(dialog, "expanded", "Three");
   PressButton(dialog, "changeShortcutButton");
   EXPECT_EQ(Entries(dialog, "shortcuts"), "ot – Three");
   Prompts().Queue(u"Are you sure you want to delete this shortcut?", Answer::Yes);
   PressButton(dialog, "deleteShortcutButton");
   EXPECT_EQ(Entries(dialog, "shortcuts"), "");
-  EXPECT_FALSE(tests::Part<QAbstractButton>(dialog, "deleteShortcutButton").isEnabled());
+  EXPECT_FALSE(Part<QAbstractButton>(dialog, "deleteShortcutButton").isEnabled());
 }
 
 }  // namespace

@@ -1,39 +1,33 @@
 #include "editing/ui/FieldFormView.h"
 
 #include "editing/ui/FieldEditor.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
 namespace {
 
-using tests::Fill;
-using tests::Part;
-using tests::Words;
-
-class FieldFormViewTest : public tests::VisitTest {
+class FieldFormViewTest : public VisitTest {
 protected:
   // A field of each kind, in the order of their codes: Kind 1 to Kind 5.
   void SetUp() override {
     m_Device.RunInLibrary(
         "DELETE FROM FieldTemplate; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < "
         "5) INSERT INTO FieldTemplate (ID, Label, Type, Sequence, CategoryID) SELECT 6 - i, 'Kind ' || i, i, "
-        "i, "
-        "4 "
-        "FROM n");
+        "i, 4 FROM n");
     for (const Text weather : {u"Clear", u"Rain"}) m_Device.Library().AddPicker(u"Kind 5", weather);
     m_Device.Visit(u"House");
     ASSERT_TRUE(Document().SetCurrentCategory(4));
-    tests::ShowOnHandheld(m_View);
+    ShowOnHandheld(m_View);
   }
   // The values of the fields.
-  std::string Stored() { return m_Device.Visits().Ask("SELECT group_concat(AssignedValue, '|') FROM Field"); }
+  std::string Stored() { return InVisits("SELECT group_concat(AssignedValue, '|') FROM Field"); }
   void Store(const std::string& value, const std::string& field) {
     m_Device.RunInVisits("UPDATE Field SET AssignedValue = " + value + " WHERE FieldLabel = '" + field + "'");
   }
 
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   CFieldFormView m_View{m_Device.Document(), m_Dialogs};
 };
 
@@ -42,13 +36,13 @@ TEST_F(FieldFormViewTest, EveryKindIsStored) {
   Fill(m_View, "field1", "about 72");
   Fill(m_View, "field2", "5/28/2026");
   EXPECT_TRUE(m_View.Flush());
-  tests::PressButton(m_View, "field3No");
-  tests::Choose(Part<QComboBox>(m_View, "field4"), 1);
+  PressButton(m_View, "field3No");
+  Choose(Part<QComboBox>(m_View, "field4"), 1);
   EXPECT_EQ(Stored(), "Two\r\nlines|about 72|5/28/2026|No|Rain");
   EXPECT_EQ(Words(m_View, "doubt1"), "This is no number.");
   EXPECT_TRUE(Part<QLabel>(m_View, "doubt2").isHidden());
   EXPECT_EQ(Words(m_View, "whatIsLeft"), "0 of 5 fields empty");
-  tests::PressButton(m_View, "field3No");
+  PressButton(m_View, "field3No");
   EXPECT_EQ(Stored(), "Two\r\nlines|about 72|5/28/2026||Rain") << "a second press takes the answer back";
   EXPECT_TRUE(m_View.OnLeave());
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
@@ -61,7 +55,7 @@ TEST_F(FieldFormViewTest, WhatWasNotTouchedStaysAsItIs) {
   m_View.OnShow();
   EXPECT_EQ(Words(m_View, "doubt3"), "Stored: n/a");
   Store("'3'", "Kind 2");
-  tests::PressButton(m_View, "field3Yes");
+  PressButton(m_View, "field3Yes");
   EXPECT_TRUE(m_View.OnLeave());
   EXPECT_EQ(Stored(), "a\nb|3||Yes|");
 }
@@ -70,10 +64,10 @@ TEST_F(FieldFormViewTest, TypingIsStoredAMomentLaterAlsoAfterAFailure) {
   auto& line = Part<QLineEdit>(m_View, "field1");
   line.setFocus();
   QTest::keyClicks(&line, QStringLiteral("72"));
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Field"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Field"));
   line.clearFocus();
   EXPECT_FALSE(m_View.Flush());
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   EXPECT_TRUE(QTest::qWaitFor([this] { return Stored() == "|72|||"; }));
 }
 
@@ -81,7 +75,7 @@ TEST_F(FieldFormViewTest, ListIsEditedAndTheValueStays) {
   auto& picker = Part<QComboBox>(m_View, "field4");
   picker.setEditText(QStringLiteral("Hail"));
   m_Dialogs.QueuePickerEdit([this] { m_Device.Library().AddPicker(u"Kind 5", u"Drizzle"); });
-  tests::Choose(picker, picker.count() - 1);
+  Choose(picker, picker.count() - 1);
   EXPECT_EQ(m_Dialogs.PickersEdited(), std::vector<Text>{u"Kind 5"});
   EXPECT_EQ(picker.findText(QStringLiteral("Drizzle")), 1) << "in the order of the alphabet";
   EXPECT_TRUE(m_View.Flush());
@@ -89,10 +83,10 @@ TEST_F(FieldFormViewTest, ListIsEditedAndTheValueStays) {
 }
 
 TEST_F(FieldFormViewTest, DayIsChosenFromACalendar) {
-  tests::ScriptedDialogs dialogs;
+  ScriptedDialogs dialogs;
   Fill(m_View, "field2", "2/29/2024");
   dialogs.ExpectPress("dateDialog", QStringLiteral("OK"));
-  tests::PressButton(m_View, "calendarButton");
+  PressButton(m_View, "calendarButton");
   EXPECT_EQ(Stored(), "||2/29/2024||");
 }
 

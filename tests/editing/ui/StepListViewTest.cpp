@@ -2,17 +2,14 @@
 
 #include <QMenu>
 
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/ScriptedEditingDialogs.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
 namespace {
 
-using tests::ClickCell;
-using tests::Words;
-
-class StepListViewTest : public tests::VisitTest {
+class StepListViewTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Device.Visit(u"House");
@@ -21,18 +18,18 @@ protected:
   void Show(const Text& category) {
     for (int n = 0; Document().Categories().m_CategoryTitle != category; ++n)
       ASSERT_TRUE(Document().SetCurrentCategory(n));
-    tests::ShowOnHandheld(m_View);
+    ShowOnHandheld(m_View);
   }
   void Rate(int row, const char* choice) {
     ClickCell(m_View.Rows(), row, StepList::kRating);
-    const std::unique_ptr<QMenu> menu(&tests::Part<QMenu>(m_View, "ratingMenu"));
+    const std::unique_ptr<QMenu> menu(&Part<QMenu>(m_View, "ratingMenu"));
     for (QAction* action : menu->actions())
       if (action->text() == QLatin1String(choice)) action->trigger();
     menu->close();
   }
-  std::string Cell(int row, int column) { return tests::CellWords(m_View.Rows(), row, column); }
+  std::string Cell(int row, int column) { return CellWords(m_View.Rows(), row, column); }
 
-  tests::ScriptedEditingDialogs m_Dialogs;
+  ScriptedEditingDialogs m_Dialogs;
   CStepListView m_View{m_Device.Document(), m_Dialogs};
 };
 
@@ -57,26 +54,25 @@ TEST_F(StepListViewTest, ColumnsOpenTheSheetAndTheListFollows) {
   EXPECT_EQ(Cell(1, StepList::kComments), "Complete");
   EXPECT_EQ(m_View.Rows().SelectedRow(), 1);
   m_Dialogs.QueueSheet([] { return true; });
-  EXPECT_TRUE(tests::Run(m_View, "stepProperties"));
+  EXPECT_TRUE(RunCommand(m_View, "stepProperties"));
   const std::int32_t gutters = m_Device.StepKey(u"20.2");
   EXPECT_THAT(m_Dialogs.SheetsOpened(),
-              ::testing::ElementsAre(std::pair(gutters, 1),
-                                     std::pair(gutters, tests::ScriptedEditingDialogs::kTabOfOption)));
+              ElementsAre(std::pair(gutters, 1), std::pair(gutters, ScriptedEditingDialogs::kTabOfOption)));
 }
 
 TEST_F(StepListViewTest, CommandsAndSearch) {
   EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.2")));
-  tests::Fill(m_View, "searchField", "gutters");
+  Fill(m_View, "searchField", "gutters");
   Prompts().QueueText(u"Duplicate Step", u"Vents");
-  EXPECT_TRUE(tests::Run(m_View, "duplicateStep"));
+  EXPECT_TRUE(RunCommand(m_View, "duplicateStep"));
   EXPECT_EQ(Cell(m_View.Rows().SelectedRow(), StepList::kStep), "Vents") << "the copy is selected";
   m_Device.RunInVisits("UPDATE Step SET RatingType = 'Condition'");
-  EXPECT_TRUE(tests::Run(m_View, "stepDefaults"));
+  EXPECT_TRUE(RunCommand(m_View, "stepDefaults"));
   EXPECT_NE(Document().Categories().m_CompleteFlag, 0);
-  tests::Fill(m_View, "searchField", "not");
+  Fill(m_View, "searchField", "not");
   ASSERT_EQ(m_View.Rows().Model().rowCount(), 1);
   EXPECT_TRUE(m_View.SelectStep(m_Device.StepKey(u"20.1"))) << "a search hides no step that is asked for";
-  tests::Fill(m_View, "searchField", "not");
+  Fill(m_View, "searchField", "not");
   Show(u"Cellar");
   EXPECT_EQ(Words(m_View, "searchField"), "");
   EXPECT_EQ(m_View.Rows().Model().rowCount(), 1);

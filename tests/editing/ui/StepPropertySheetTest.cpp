@@ -14,17 +14,13 @@
 #include "editing/ui/PictureConverter.h"
 #include "editing/ui/PictureFile.h"
 #include "editing/ui/PictureReader.h"
-#include "support/ScreenWords.h"
+#include "support/Screens.h"
 #include "support/VisitFixture.h"
 
 namespace inspector::editing::ui {
 namespace {
 
-using device::Answer;
-using tests::PressButton;
-using tests::Words;
-
-class StepPropertySheetTest : public tests::VisitTest {
+class StepPropertySheetTest : public RoofTest {
 protected:
   void SetUp() override {
     ASSERT_TRUE(m_Sheet.OpenStep(m_Roof, m_Shingles, 1));
@@ -33,7 +29,7 @@ protected:
   }
   template <typename Control>
   Control& Find(const char* name) {
-    return tests::Part<Control>(m_Sheet, name);
+    return Part<Control>(m_Sheet, name);
   }
   CommentBox& Comment() { return static_cast<CommentBox&>(Find<QPlainTextEdit>("commentBox")); }
   const StepDraft& Draft() { return m_Sheet.Logic().Draft(); }
@@ -66,18 +62,14 @@ protected:
       if (auto* const choices = dialog.findChild<QComboBox*>("replacementChoices"))
         choices->setCurrentText(words);
       else
-        tests::Fill(dialog, "replacementField", words.toStdString());
+        Fill(dialog, "replacementField", words.toStdString());
       dialog.accept();
     });
   }
   void WaitUntil(const std::function<bool()>& holds) { EXPECT_TRUE(QTest::qWaitFor(holds)); }
-  void Pick(int entry) { tests::Choose(Find<QComboBox>("rating"), entry); }
+  void Pick(int entry) { Choose(Find<QComboBox>("rating"), entry); }
 
-  const std::int32_t m_Visit = m_Device.Visit(u"House");
-  const std::int32_t m_Roof = m_Device.OpenCategory(u"Roof");
-  const std::int32_t m_Shingles = m_Device.StepKey(u"20.1");
-  const std::int32_t m_Gutters = m_Device.StepKey(u"20.2");
-  tests::ScriptedDialogs m_Person;
+  ScriptedDialogs m_Person;
   CStepPropertySheet m_Sheet{Document(), nullptr};
 };
 
@@ -126,7 +118,7 @@ TEST_F(StepPropertySheetTest, WritesAMomentAfterTheFirstKeyAndCancelKeepsItUntil
 TEST_F(StepPropertySheetTest, WhatCannotBeStoredIsSaidInTheSheetAndNotInABox) {
   auto& notStored = Find<QLabel>("notStored");
   {
-    tests::Shell other = m_Device.Visits();
+    Shell other = m_Device.Visits();
     other.Run("BEGIN IMMEDIATE");
     Type(QStringLiteral("Typed while another program writes."));
     WaitUntil([&] { return notStored.isVisible(); });
@@ -184,7 +176,7 @@ TEST_F(StepPropertySheetTest, ALargePictureIsReadBesideTheWorkAndCanBeCancelled)
   ASSERT_EQ(Prompts().ProgressWindows().size(), 1u);
   const auto& progress = *Prompts().ProgressWindows().back();
   EXPECT_EQ(progress.title, u"Attaching Pictures...");
-  EXPECT_THAT(progress.statuses, ::testing::ElementsAre(u"slow.jpg"));
+  EXPECT_THAT(progress.statuses, ElementsAre(u"slow.jpg"));
   EXPECT_TRUE(progress.cancellable);
   while (!isStopped) std::this_thread::yield();
 }
@@ -235,15 +227,15 @@ TEST_F(StepPropertySheetTest, RatingIsPickedAndClearedAlsoAfterAFailure) {
   Pick(3);
   EXPECT_EQ(Find<QComboBox>("rating").currentIndex(), -1);
   EXPECT_EQ(m_Device.Finding(m_Shingles), u"20.1|Shingles|||");
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Step"));
   Pick(0);
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   WaitUntil([this] { return m_Device.Finding(m_Shingles) == u"20.1|Shingles|Good||"; });
 }
 
 TEST_F(StepPropertySheetTest, ATickedMaterialIsWrittenAndOffersItsComments) {
   m_Person.Expect("commentPickerDialog", [](QDialog& dialog) {
-    tests::Part<device::ui::ListView>(dialog, "commentList").onClick(0, 1);
+    Part<device::ui::ListView>(dialog, "commentList").onClick(0, 1);
     dialog.accept();
   });
   PressButton(m_Sheet, "material0");
@@ -268,8 +260,7 @@ TEST_F(StepPropertySheetTest, CommentsGoInAtTheCaretWhateverTheLineEnds) {
     PressButton(m_Sheet, "cameraButton");
     Type(QStringLiteral("!"));
   }
-  EXPECT_TRUE(Draft().comments.starts_with(u"one!\r\ntwo\r\n!three four"))
-      << device::ToUtf8(Draft().comments);
+  EXPECT_TRUE(Draft().comments.starts_with(u"one!\r\ntwo\r\n!three four")) << ToUtf8(Draft().comments);
 }
 
 TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
@@ -277,11 +268,10 @@ TEST_F(StepPropertySheetTest, PicturesStandBesideTheComment) {
   PressButton(m_Sheet, "cameraButton");
   Drop({"a;b.png", "none.jpg"});
   EXPECT_EQ(Prompts().Transcript().back(), u"Alert: none.jpg is not there any more.");
-  const Text known =
-      u" ***Path=\\My Documents\\Pictures\\" + device::Decimal(m_Visit) + u"\\a-b.jpg;Scaling=100***";
+  const Text known = u" ***Path=\\My Documents\\Pictures\\" + Decimal(m_House) + u"\\a-b.jpg;Scaling=100***";
   const Text numbered = u" ***Picture-1;Scaling=100***";
   EXPECT_EQ(Draft().comments, numbered + known);
-  const auto stored = m_Device.Root() / "My Documents/Pictures" / std::to_string(m_Visit) / "a-b.jpg";
+  const auto stored = m_Device.Root() / "My Documents/Pictures" / std::to_string(m_House) / "a-b.jpg";
   EXPECT_EQ(QImage(QString::fromStdString(stored)).size(), QSize(1600, 800));
 
   auto& strip = Find<QListWidget>("commentPictures");
@@ -310,13 +300,13 @@ TEST_F(StepPropertySheetTest, ThePictureOfTheStepIsSetAndCleared) {
 }
 
 TEST_F(StepPropertySheetTest, ClosesOverAFailureOnlyWhenThePersonSaysSo) {
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Step"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Step"));
   Type(QStringLiteral("Typed."));
   const Text question = u"This step could not be written yet. Stay here and keep what was entered?";
   Prompts().Queue(question, Answer::Yes);
   PressButton(m_Sheet, "nextUnfinishedButton");
   EXPECT_TRUE(m_Sheet.isVisible());
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   m_Sheet.accept();
   EXPECT_FALSE(m_Sheet.isVisible());
   EXPECT_FALSE(m_Sheet.WantsNextUnfinished()) << "that was given up with the first attempt";
@@ -338,29 +328,22 @@ TEST_F(StepPropertySheetTest, PicturesAreReadBesideTheWork) {
   read("good.png", {20, 64});
   EXPECT_TRUE(received.empty()) << "nothing comes before the events are looked at";
   WaitUntil([&] { return received.size() == 2; });
-  EXPECT_THAT(received, ::testing::ElementsAre(QSize(0, 0), QSize(20, 20)));
+  EXPECT_THAT(received, ElementsAre(QSize(0, 0), QSize(20, 20)));
 
   Type(QStringLiteral("***Path=\\bad.jpg***"));
-  WaitUntil([&] { return tests::Entries(m_Sheet, "commentPictures") == "unreadable"; });
+  WaitUntil([&] { return Entries(m_Sheet, "commentPictures") == "unreadable"; });
 }
 
 TEST(PictureFileTest, ReadsTheDevicesBitmap) {
-  const tests::TemporaryFolder folder;
+  const TemporaryFolder folder;
   std::string bitmap = QByteArray::fromHex(
                            "424D0000000000000000"  // then, where the pixels begin
-                           "46000000"
-                           "28000000"  // and the size of what follows:
-                           "05000000"
-                           "02000000"  // five columns, two rows
-                           "0100"
-                           "0200"  // two bits a pixel
+                           "4600000028000000"      // and the size of what follows:
+                           "0500000002000000"      // five columns, two rows
+                           "01000200"              // two bits a pixel
                            "000000000000000000000000000000000000000000000000"
-                           "00000000"
-                           "0000FF00"
-                           "00FF0000"
-                           "FFFFFF00"  // black, red, green, white
-                           "1B400000"
-                           "E4C00000")  // 0 1 2 3 1; 3 2 1 0 3
+                           "000000000000FF0000FF0000FFFFFF00"  // black, red, green, white
+                           "1B400000E4C00000")                 // 0 1 2 3 1; 3 2 1 0 3
                            .toStdString();
   const QImage picture = ReadPicture(folder.Put("a.2bp", bitmap), {100, 100});
   ASSERT_EQ(picture.size(), QSize(5, 2));
@@ -375,7 +358,7 @@ TEST(PictureFileTest, ReadsTheDevicesBitmap) {
 }
 
 TEST(PictureFileTest, MakesJpegsOfWhatCameFromACamera) {
-  const tests::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const auto broken = folder.Put("broken.jpg", "\xFF\xD8\xFF\xE0 no picture");
   EXPECT_TRUE(MakeJpeg(broken, {}).isEmpty());
   EXPECT_EQ(WhyNoJpeg(broken), u"is no picture that can be read");

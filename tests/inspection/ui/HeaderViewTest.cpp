@@ -10,11 +10,9 @@
 namespace inspector::inspection::ui {
 namespace {
 
-using device::Answer;
 using device::ui::PickerCombo;
-using tests::Part;
 
-class HeaderViewTest : public tests::VisitTest {
+class HeaderViewTest : public VisitTest {
 protected:
   // Shows the form for a new inspection of that type; returns its key.
   std::int32_t Show(const Text& type) {
@@ -48,10 +46,10 @@ TEST_F(HeaderViewTest, WritesAMomentAfterTypingPausesAndTriesAgainWhateverWroteI
   const auto key = Show(u"House");
   QTest::keyClicks(&Client(), QStringLiteral("Ana"));
   EXPECT_TRUE(WaitForClient("Ana", key));
-  m_Device.RunInVisits(tests::NoRoomFor("UPDATE ON Inspection"));
+  m_Device.RunInVisits(NoRoomFor("UPDATE ON Inspection"));
   QTest::keyClicks(&Client(), QStringLiteral(" Ruiz"));
   EXPECT_FALSE(m_View.Flush()) << "the focus went elsewhere, say";
-  m_Device.RunInVisits(tests::kRoomAgain);
+  m_Device.RunInVisits(kRoomAgain);
   EXPECT_TRUE(WaitForClient("Ana Ruiz", key));
 
   // Another inspection shows its own, and undo brings nothing of the former one.
@@ -71,7 +69,7 @@ TEST(PickerComboTest, UndoKnowsWhatWasPickedFromAList) {
   combo.show();
   combo.showPopup();
   combo.hidePopup();
-  tests::Choose(combo, 0);
+  Choose(combo, 0);
   EXPECT_EQ(combo.Value(), u"Alder Creek");
   combo.lineEdit()->undo();
   EXPECT_EQ(combo.Value(), u"Foo Town");
@@ -90,7 +88,7 @@ TEST(PickerComboTest, ADropDownIsAsHighAsItsEntriesUpToALimit) {
   PickerCombo combo;
   combo.show();
   for (const int count : {2, 20}) {
-    combo.SetChoices(std::vector<device::Text>(static_cast<std::size_t>(count), u"Oak"));
+    combo.SetChoices(std::vector<Text>(static_cast<std::size_t>(count), u"Oak"));
     combo.showPopup();
     const int entries = std::min(count * combo.view()->sizeHintForRow(0), 200);
     const int height = combo.view()->parentWidget()->height();
@@ -120,7 +118,7 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
   EXPECT_EQ(DocType().currentIndex(), -1);
   int changes = 0;
   m_View.onDocTypeChanged = [&] { ++changes; };
-  tests::Choose(DocType(), "House");
+  Choose(DocType(), "House");
   Client().setText(QStringLiteral("Ana Ruiz"));
   EXPECT_TRUE(Wait([&] { return changes == 1; }));
   EXPECT_EQ(General().toPlainText(), QStringLiteral("Dry day.  Seen from the ground.  Built in 1968."));
@@ -132,12 +130,12 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
 
   // Cancel brings the former selection back.
   Prompts().Queue(u"Data Alert", Answer::Cancel);
-  tests::Choose(DocType(), "Condo");
+  Choose(DocType(), "Condo");
   EXPECT_EQ(DocType().currentText(), QStringLiteral("House"));
 
   // Writing while the worker runs, for a report, say, waits for it and loses nothing.
   Prompts().Queue(u"Data Alert", Answer::Ok);
-  tests::Choose(DocType(), "Condo");
+  Choose(DocType(), "Condo");
   Client().setText(QStringLiteral("A. Ruiz"));
   EXPECT_TRUE(m_View.Flush());
   EXPECT_EQ(Stored(key).m_ClientName + Document().Inspection().m_DocType, u"A. RuizCondo");
@@ -145,12 +143,12 @@ TEST_F(HeaderViewTest, AppliesATypeWhileThePersonTypesOn) {
 
 TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
   Show(u"");
-  m_Device.RunInVisits(tests::NoRoomFor("INSERT ON Category"));
+  m_Device.RunInVisits(NoRoomFor("INSERT ON Category"));
   std::string reasons;
-  m_View.onDocTypeFailed = [&](const Text& why) { reasons += device::ToUtf8(why); };
-  tests::Choose(DocType(), "House");
+  m_View.onDocTypeFailed = [&](const Text& why) { reasons += ToUtf8(why); };
+  Choose(DocType(), "House");
   EXPECT_TRUE(Wait([&] { return !reasons.empty(); }));
-  EXPECT_THAT(reasons, ::testing::EndsWith("no room"));
+  EXPECT_THAT(reasons, EndsWith("no room"));
   EXPECT_EQ(DocType().currentText(), QString());
   const std::size_t told = Prompts().Messages().size();
   m_Device.Faults().ShowPending();
@@ -158,7 +156,7 @@ TEST_F(HeaderViewTest, SaysWhyATypeCouldNotBeApplied) {
 }
 
 // The second form, with agents and date.
-class SetUpViewTest : public tests::VisitTest {
+class SetUpViewTest : public VisitTest {
 protected:
   void Show(const device::CalendarTime& date) {
     Document().Inspection().m_InspectionDate = date;
@@ -180,13 +178,13 @@ TEST_F(SetUpViewTest, OpensTheListEditorAndKeepsTheValue) {
   m_View.OnShow();
   auto& agent = Part<PickerCombo>(m_View, "agentField");
   ASSERT_EQ(agent.count(), 2);
-  tests::Choose(agent, "M. Cole");
+  Choose(agent, "M. Cole");
   m_View.onEditList = [&](const Text& list) {
     EXPECT_EQ(list, u"Realtor");
     m_Device.Library().AddPicker(list, u"P. Lind");
     m_View.ListsChanged();
   };
-  tests::Choose(agent, "Edit List...");
+  Choose(agent, "Edit List...");
   EXPECT_EQ(agent.Value(), u"M. Cole");
   EXPECT_EQ(agent.count(), 3) << "the list is read again";
   QTest::keyClicks(&Part<QWidget>(m_View, "companyField"), QStringLiteral("Oak"));

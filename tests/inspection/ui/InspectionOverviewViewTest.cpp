@@ -6,10 +6,9 @@
 namespace inspector::inspection::ui {
 namespace {
 
-using device::Answer;
 using device::ui::ListView;
 
-class InspectionOverviewViewTest : public tests::VisitTest {
+class InspectionOverviewViewTest : public VisitTest {
 protected:
   InspectionOverviewViewTest() {
     m_Device.Visit(u"House");
@@ -19,12 +18,12 @@ protected:
     m_View.onOpened = [this] { ++m_Opened; };
     m_View.OnShow();
   }
-  void Run(const char* command) { tests::Run(m_View, command); }
+  void Run(const char* command) { RunCommand(m_View, command); }
   int Count() { return m_List.model()->rowCount(); }
   void Filter(const char* words) { m_View.findChild<QLineEdit*>()->setText(QLatin1String(words)); }
 
   CInspectionOverview m_View{Document()};
-  ListView& m_List = tests::Part<ListView>(m_View, "inspectionList");
+  ListView& m_List = Part<ListView>(m_View, "inspectionList");
   int m_Opened = 0;
 };
 
@@ -49,9 +48,9 @@ TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   EXPECT_EQ(m_List.SelectedRow(), 1) << "what a person selected stays so";
   Filter("ruiz");
   ASSERT_EQ(Count(), 1);
-  EXPECT_FALSE(tests::Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
+  EXPECT_FALSE(Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
   EXPECT_FALSE(m_View.TakeSelected());
-  EXPECT_THAT(Prompts().Last(), ::testing::HasSubstr("Select an inspection first."));
+  EXPECT_THAT(Prompts().Last(), HasSubstr("Select an inspection first."));
   Filter("");
   EXPECT_TRUE(m_View.TakeSelected());
   EXPECT_EQ(Document().Inspection().m_InspectionID, 1001);
@@ -83,16 +82,16 @@ TEST_F(InspectionOverviewViewTest, DeletesOneOrAll) {
 }
 
 TEST_F(InspectionOverviewViewTest, MergeChoosesASecondInspectionAndChangesNothing) {
-  tests::ScriptedDialogs person;
+  ScriptedDialogs person;
   const Text counts = m_Device.RowCounts();
   m_List.SelectRow(1);
   person.Expect("choiceDialog", [](QDialog& dialog) {
-    EXPECT_EQ(tests::Part<ListView>(dialog, "choiceList").model()->rowCount(), 2);
-    tests::Part<ListView>(dialog, "choiceList").SelectRow(0);
+    EXPECT_EQ(Part<ListView>(dialog, "choiceList").model()->rowCount(), 2);
+    Part<ListView>(dialog, "choiceList").SelectRow(0);
     dialog.accept();
   });
   Run("merge");
-  EXPECT_THAT(Prompts().Last(), ::testing::HasSubstr("Nothing was changed"));
+  EXPECT_THAT(Prompts().Last(), HasSubstr("Nothing was changed"));
   EXPECT_EQ(m_Device.RowCounts(), counts);
 }
 
