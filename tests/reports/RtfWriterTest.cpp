@@ -78,7 +78,11 @@ TEST_F(RtfWriterTest, APictureStandsInHexWithItsLastByteTwice) {
   m_Folder.Put("Card/a.jpg", "");
   EXPECT_TRUE(m_Writer.WritePicture(u"\\Card\\a.jpg", 0));
   EXPECT_EQ(Taken(), Group("0", "") + " ");
-  ASSERT_EQ(m_Pictures.Notes().size(), 1U) << "once for each name, whatever the size";
+  m_Folder.Put("Card/a.jpg", "ab");
+  EXPECT_TRUE(m_Writer.WriteLogo(u"\\card\\A.JPG"));
+  EXPECT_EQ(Taken(), "\\trowd\\trgaph108\\trleft-108\\trhdr\\cellx8747\\intbl\\ql " + Group("100", "616262") +
+                         "\\cell\\row ");
+  ASSERT_EQ(m_Pictures.Notes().size(), 2U) << "once for each name, whatever the size";
   EXPECT_TRUE(device::Contains(m_Pictures.Notes()[0], u"a.jpg is no picture"));
 }
 
