@@ -78,7 +78,9 @@ bool TakeTarget(Session& session, const Input& input, reports::ReportRequest& re
     // In another encoding; the host knows names by their bytes.
     request.target = std::filesystem::current_path(error) / name;
   } else {
-    session.Fail(u"The name after --out is no UTF-8, and the device knows no other names.");
+    session.Fail(
+        u"The name after --out holds letters in another encoding than UTF-8. Give it a name of plain "
+        u"letters.");
     return false;
   }
   return true;

@@ -9,6 +9,8 @@
 
 namespace inspector::device {
 
+constexpr int kLinksFollowed = 40;  // as many as the host itself follows
+
 std::filesystem::path WholePath(const std::filesystem::path& path) {
   std::error_code error;
   const std::filesystem::path named =
@@ -16,7 +18,13 @@ std::filesystem::path WholePath(const std::filesystem::path& path) {
   const std::filesystem::path absolute = std::filesystem::absolute(named, error);
   if (error) return named;
   std::filesystem::path whole = std::filesystem::weakly_canonical(absolute, error);
-  return error ? named : whole;
+  if (error) return named;
+  // A link that leads nowhere: what is written to it appears where it leads.
+  for (int n = 0; n < kLinksFollowed && std::filesystem::is_symlink(whole, error); ++n) {
+    const std::filesystem::path next = whole.parent_path() / std::filesystem::read_symlink(whole, error);
+    whole = std::filesystem::weakly_canonical(next, error);
+  }
+  return whole;
 }
 
 bool IsSamePlace(const std::filesystem::path& one, const std::filesystem::path& other) {

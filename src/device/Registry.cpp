@@ -55,20 +55,18 @@ bool Load(Files& files, const std::filesystem::path& file, toml::table& table, T
   const std::optional<std::string> content = ReadWhole(files, file, kLargestFile);
   if (!content) {
     if (!files.Exists(file)) return true;
-    error = Format(u"The registry file %s cannot be read. Check its permissions, or move it away.",
-                   PathText(file));
+    error = Format(u"The file %s cannot be read. Check its permissions, or move it away.", PathText(file));
     return false;
   }
   try {
     table = toml::parse(std::string_view(*content));
     return true;
   } catch (const toml::parse_error& fault) {
-    error =
-        Format(u"The registry file %s is damaged in line %d: %s Correct it, or move it away.", PathText(file),
-               fault.source().begin.line, FromUtf8(std::string(fault.description()) + "."));
+    error = Format(u"The file %s is damaged in line %d: %s Correct it, or move it away.", PathText(file),
+                   fault.source().begin.line, FromUtf8(std::string(fault.description()) + "."));
   } catch (const std::exception& fault) {
-    error = Format(u"The registry file %s cannot be understood: %s. Correct it, or move it away.",
-                   PathText(file), FromUtf8(fault.what()));
+    error = Format(u"The file %s cannot be understood: %s. Correct it, or move it away.", PathText(file),
+                   FromUtf8(fault.what()));
   }
   return false;
 }
@@ -115,7 +113,7 @@ bool Registry::Open(const Text& key) {
 }
 
 bool Registry::FailNoTable(const Text& key) {
-  m_LastError = Format(u"In the registry file %s the key %s is no table. Correct it, or move the file away.",
+  m_LastError = Format(u"In the file %s the key %s is no table. Correct it, or move the file away.",
                        PathText(m_File), key);
   return false;
 }
@@ -160,14 +158,13 @@ bool Registry::Write(const Text& key, const Text& value, const Text& content) {
 
 bool Registry::Store(const std::optional<std::string>& lines) {
   if (!lines) {
-    m_LastError =
-        Format(u"What was to be kept in the registry file %s cannot be written as text.", PathText(m_File));
+    m_LastError = Format(u"What was to be kept in the file %s cannot be written as text.", PathText(m_File));
     return false;
   }
   const std::unique_ptr<OutputFile> file = m_Files.Create(m_File);
   if (file->Write(*lines) && file->Commit()) return true;
   m_LastError = Format(
-      u"The registry file %s cannot be written: %s. What stood there still counts. Free some space on the "
+      u"The file %s cannot be written: %s. What stood there still counts. Free some space on the "
       u"disk, or check the permissions of the folder, and try again.",
       PathText(m_File), FromUtf8(file->Error()));
   return false;

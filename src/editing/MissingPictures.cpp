@@ -2,10 +2,18 @@
 
 #include <algorithm>
 
+#include "device/PictureHeader.h"
 #include "editing/PictureTags.h"
 #include "editing/TagPictures.h"
 
 namespace inspector::editing {
+namespace {
+
+bool HasNameOfPhotograph(TextView path) {
+  return device::EqualIgnoringCase(path.substr(path.size() - std::min<std::size_t>(path.size(), 4)), u".jpg");
+}
+
+}  // namespace
 
 MissingPictures::MissingPictures(data::Workspace& workspace)
     : m_Machine(workspace.GetMachine()),
@@ -13,7 +21,10 @@ MissingPictures::MissingPictures(data::Workspace& workspace)
 
 bool MissingPictures::IsMissing(const Text& path) {
   const auto [known, isNew] = m_Missing.try_emplace(path, true);
-  if (isNew) known->second = !m_Machine.files.Exists(m_Machine.paths.ResolvePicture(path));
+  if (!isNew) return known->second;
+  const std::filesystem::path file = m_Machine.paths.ResolvePicture(path);
+  known->second = !m_Machine.files.Exists(file) ||
+                  (HasNameOfPhotograph(path) && !device::ReadPictureSize(m_Machine.files, file));
   return known->second;
 }
 

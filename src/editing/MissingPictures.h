@@ -1,4 +1,5 @@
-// Whether the pictures of a step are there.
+// Whether the pictures of a step are there, and photographs those that they should be: one of which nothing
+// but its name is left counts as missing. One that breaks off further on is found by the report.
 #pragma once
 
 #include <unordered_map>

@@ -46,7 +46,7 @@ HtmlPages::HtmlPages(const ReportContent& content, PagePictures& pictures, bool 
 void HtmlPages::AddHeader() {
   bool isName = true;
   for (const Text& line : m_Content.companyLines) {
-    if (!line.empty()) m_Inspection.Add<HtmlText>(line, HtmlText::Style{.centred = true, .bold = isName});
+    if (HasWords(line)) m_Inspection.Add<HtmlText>(line, HtmlText::Style{.centred = true, .bold = isName});
     isName = false;
   }
   if (auto photo = m_Pictures.OfHouse(m_Content.header.documentNumber))
@@ -59,7 +59,7 @@ void HtmlPages::AddHeader() {
 }
 
 void HtmlPages::AddTextBlock(TextView title, const Text& words) {
-  if (words.empty()) return;
+  if (!HasWords(words)) return;
   HtmlParagraph& block = m_Inspection.Add<HtmlParagraph>(HtmlAlign::Left);
   if (!title.empty()) {
     block.Add<HtmlText>(Text(title), kBold);
@@ -71,11 +71,13 @@ void HtmlPages::AddTextBlock(TextView title, const Text& words) {
 bool HtmlPages::AddCategory(const ReportSection& category, ReportProgress& progress) {
   if (category.isSkipped) return true;
   const Text name = device::Format(u"cat%d", category.categoryID);
-  m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionPage, name), u"main", category.title);
+  m_Contents.Add<HtmlLink>(device::Format(u"%s#%s", kInspectionPage, name), u"main",
+                           Text(NameOrNone(category.title)));
   m_Contents.Add<HtmlFixed>(Text(kLineEnd));
 
   HtmlParagraph& title = m_Inspection.Add<HtmlParagraph>(HtmlAlign::Left);
-  title.Add<HtmlAnchor>(name).Add<HtmlText>(category.title, HtmlText::Style{.bold = true, .underline = true});
+  title.Add<HtmlAnchor>(name).Add<HtmlText>(Text(NameOrNone(category.title)),
+                                            HtmlText::Style{.bold = true, .underline = true});
   if (category.steps.empty()) return true;
   HtmlTable& table = m_Inspection.Add<HtmlTable>(
       HtmlTable::Form{.width = 100, .isPercent = true, .spacing = 0, .padding = 2});
@@ -133,7 +135,7 @@ Text HtmlPages::FullRow(TextView content) const {
 void HtmlPages::AddEnd() {
   AddTextBlock(u"DEFINITION OF TERMS", m_Content.definitionOfTerms);
   AddTextBlock({}, m_Content.finePrint);
-  if (!m_Content.footer.empty())
+  if (HasWords(m_Content.footer))
     m_Inspection.Add<HtmlParagraph>(HtmlAlign::Center).Add<HtmlText>(m_Content.footer);
 }
 

@@ -59,6 +59,14 @@ bool WasThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
+// A page that is a link would replace what it leads to, wherever that is.
+Text FirstLink(const std::filesystem::path& folder) {
+  std::error_code error;
+  for (const TextView page : kPages)
+    if (std::filesystem::is_symlink(folder / page, error)) return Text(page);
+  return {};
+}
+
 // Pages and their pictures must not lie among those that reports are made from: a number in a comment would
 // mean another picture, and a copy could be taken for an original. `pictures` are all of the inspection.
 Text WhyNotInto(const std::filesystem::path& folder, const PageRecord& record,
@@ -67,6 +75,9 @@ Text WhyNotInto(const std::filesystem::path& folder, const PageRecord& record,
   if (!device::WholePath(folder).has_relative_path())
     return name + u" cannot hold the pages. Choose a folder below it.";
   if (!record.Problem().empty()) return record.Problem();
+  if (const Text link = FirstLink(folder); !link.empty())
+    return device::Format(u"%s in %s is a link to another place. Remove it, or choose another folder.", link,
+                          name);
   for (const std::filesystem::path& picture : pictures) {
     if (record.IsOwn(picture.filename().string())) continue;
     std::error_code notThere;
@@ -91,7 +102,7 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   if (run.Target().mayReplace && !isOfAnother) return true;
   const TextView question =
       isOfAnother ? u"%s already holds the pages of another inspection, or of this one in another copy of "
-                    u"the database. Do you want to replace them and their pictures?"
+                    u"the database. Do you want to replace them?"
       : isOfThis
           ? u"%s already holds pages of this inspection, which were changed since they were made. Do you "
             u"want to replace them?"

@@ -74,8 +74,7 @@ bool BeginsLike(const std::filesystem::path& name, const std::filesystem::path& 
 // One that the program needs, or that a person may want back: what is kept of a database has its name with
 // something behind it.
 bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
-  std::error_code notThere;
-  const std::filesystem::path folder = std::filesystem::absolute(file, notThere).parent_path();
+  const std::filesystem::path folder = device::WholePath(file).parent_path();
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
   const std::filesystem::path home = registry.parent_path();
   const std::filesystem::path records = home / PageRecord::kFolder;
@@ -89,8 +88,21 @@ bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
   });
 }
 
-bool HasNameOrContentOfPicture(const device::Machine& machine, const std::filesystem::path& file) {
-  if (const auto content = machine.files.OpenForReading(file); content && IsPicture(*content)) return true;
+// Of whatever program it is.
+bool IsDatabase(const device::Machine& machine, const std::filesystem::path& file) {
+  constexpr std::string_view kBegin("SQLite format 3", 16);
+  char begin[kBegin.size()];
+  const auto content = machine.files.OpenForReading(file);
+  return content != nullptr && content->Read(begin, sizeof begin) == sizeof begin &&
+         std::string_view(begin, sizeof begin) == kBegin;
+}
+
+bool HasContentOfPicture(const device::Machine& machine, const std::filesystem::path& file) {
+  const auto content = machine.files.OpenForReading(file);
+  return content != nullptr && IsPicture(*content);
+}
+
+bool HasNameOfPicture(const std::filesystem::path& file) {
   constexpr TextView kEnds[] = {u".jpg", u".jpeg", u".png", u".gif", u".bmp", u".2bp", u".webp"};
   const Text end = device::FromUtf8(file.extension().native());
   return std::any_of(std::begin(kEnds), std::end(kEnds),
@@ -110,15 +122,20 @@ Text WhyNotThere(data::Workspace& workspace, const std::filesystem::path& file,
   std::error_code error;
   const bool isThere = std::filesystem::exists(file, error);
   if (pictures.IsCardFolder(file) ||
-      (!isThere && pictures.IsCardFolder(std::filesystem::absolute(file, error).parent_path())))
+      (!isThere && pictures.IsCardFolder(device::WholePath(file).parent_path())))
     return device::Format(
         u"%s is in the folder of the camera's card. One more entry there would change which pictures the "
         u"numbers in comments mean. Choose another folder.",
         name);
-  if (!isThere || std::filesystem::is_directory(file, error)) return {};
+  if (std::filesystem::is_directory(file, error)) return {};
+  if (HasNameOfPicture(file))
+    return device::Format(u"%s has the name of a picture. Give the report another name.", name);
+  if (!isThere) return {};
+  if (IsDatabase(workspace.GetMachine(), file))
+    return device::Format(u"%s is a database, and would be lost. Give the report another name.", name);
   const auto all = allPictures();
   if (!all) return u"The comments of the inspection could not be read. Nothing was written.";
-  if (HasNameOrContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, *all))
+  if (HasContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, *all))
     return device::Format(u"%s is a picture, and would be lost. Give the report another name.", name);
   return {};
 }

@@ -39,7 +39,7 @@ bool PagePictures::Plan(const ReportContent& content) {
   }
   PageRecord::Copies all = m_Former;
   for (const auto& [source, copy] : m_Copies) all[copy.name] = copy.record;
-  if (all == m_Former || m_Record.Keep(Text(m_Record.Inspection()), all)) return true;
+  if (all == m_Former || m_Record.KeepPictures(all)) return true;
   device::ShowError(m_Run.GetMachine().prompts, m_Record.LastError());
   return false;
 }
@@ -76,7 +76,8 @@ bool PagePictures::CanBeMadeAgain(const std::string& name, const PageRecord::Cop
   const std::filesystem::path original = m_Pictures.FileOf(copy.original);
   // A comment may have named the copy itself.
   if (copy.original.empty() || device::IsSamePlace(file, original)) return false;
-  return m_Run.GetMachine().files.Exists(original);
+  device::Files& files = m_Run.GetMachine().files;
+  return HaveSameBytes(files.OpenForReading(original).get(), files.OpenForReading(file).get());
 }
 
 std::optional<PagePicture> PagePictures::Place(TextView path, int scaling) {
@@ -113,7 +114,7 @@ std::optional<PagePicture> PagePictures::OfHouse(TextView documentNumber) {
 }
 
 void PagePictures::Forget() {
-  if (m_Record.Pictures() != m_Former && !m_Record.Keep(Text(m_Record.Inspection()), m_Former))
+  if (m_Record.Pictures() != m_Former && !m_Record.KeepPictures(m_Former))
     m_Run.GetMachine().faults.Report(m_Record.LastError());
 }
 
@@ -121,7 +122,6 @@ void PagePictures::Finish(const Text& inspection, const std::vector<std::filesys
   PageRecord::Copies kept;
   for (const auto& [source, copy] : m_Copies)
     if (copy.isThere) kept.emplace(copy.name, copy.record);
-  const bool isOfAnother = m_Record.Inspection() != inspection;
   Text left;
   for (const auto& [name, copy] : m_Former) {
     if (kept.contains(name) || !m_Record.IsOwn(name)) continue;
@@ -129,7 +129,7 @@ void PagePictures::Finish(const Text& inspection, const std::vector<std::filesys
     const bool isNamed = std::any_of(named.begin(), named.end(), [&](const std::filesystem::path& picture) {
       return device::IsSamePlace(picture, file);
     });
-    if (!isNamed && (isOfAnother || CanBeMadeAgain(name, copy))) {
+    if (!isNamed && CanBeMadeAgain(name, copy)) {
       m_Run.GetMachine().files.Remove(file);
       continue;
     }

@@ -35,10 +35,9 @@ public:
   std::vector<PagePicture> OfText(TextView comments, TextView place);
   // The photograph of the house; nothing when there is none.
   std::optional<PagePicture> OfHouse(TextView documentNumber);
-  // The pages are there: copies that only those before have shown go. Those of another inspection do so
-  // because they may be another client's; of this one, only those that can be made again, because a copy may
-  // be all that is left of a picture. `named` are the pictures of the inspection, which stay wherever they
-  // lie.
+  // The pages are there: copies that only those before have shown go, if they can be made again. A copy may
+  // be all that is left of a picture, whichever inspection it belongs to. `named` are the pictures of the
+  // inspection, which stay wherever they lie.
   void Finish(const Text& inspection, const std::vector<std::filesystem::path>& named);
   // There are no new pages, and the copies have gone.
   void Forget();
@@ -55,7 +54,7 @@ private:
   void PlanOne(TextView path);
   // The name of a copy of the same bytes that an earlier run has left; empty when there is none.
   std::string OwnCopyOf(TextView path, std::uint64_t size) const;
-  // The original is still there, though perhaps changed by now.
+  // The original is still there, and the same: on another card, another photograph may have its name.
   bool CanBeMadeAgain(const std::string& name, const PageRecord::Copy& copy) const;
 
   ReportPictures& m_Pictures;

@@ -92,8 +92,15 @@ PageRecord::Sizes PageRecord::PagesThere() const {
 }
 
 bool PageRecord::Keep(const Text& inspection, const Copies& pictures) {
+  return Store(inspection, PagesThere(), pictures);
+}
+
+bool PageRecord::KeepPictures(const Copies& pictures) {
+  return Store(m_Inspection, m_Pages, pictures);
+}
+
+bool PageRecord::Store(const Text& inspection, const Sizes& pages, const Copies& pictures) {
   Text lines = inspection;
-  const Sizes pages = PagesThere();
   const auto add = [&lines](std::uint64_t size, const std::string& name, TextView original) {
     lines += device::FromUtf8("\n" + std::to_string(size) + " " + name);
     if (!original.empty() && IsPlain(original)) (lines += u'\t').append(original);

@@ -46,15 +46,18 @@ public:
   // A copy that nobody has replaced or changed since.
   bool IsOwn(const std::string& name) const;
 
-  // `inspection` is the same in every report of one inspection, and in no other. False when it cannot be
-  // written; LastError says why.
+  // After pages were made. `inspection` is the same in every report of one inspection, and in no other. False
+  // when it cannot be written; LastError says why.
   bool Keep(const Text& inspection, const Copies& pictures);
+  // Of pages that are still to be made: whose those are that lie there, and how large, stays as it was.
+  bool KeepPictures(const Copies& pictures);
   const Text& LastError() const { return m_Store.LastError(); }
 
 private:
   using Sizes = std::map<std::string, std::uint64_t>;
 
   Sizes PagesThere() const;
+  bool Store(const Text& inspection, const Sizes& pages, const Copies& pictures);
   void TakeLine(TextView line);
 
   device::Files& m_Files;

@@ -4,6 +4,7 @@
 
 #include "device/FileIdentity.h"
 #include "device/Format.h"
+#include "device/JpegEnd.h"
 #include "device/PictureHeader.h"
 #include "editing/PictureTags.h"
 
@@ -17,19 +18,27 @@ constexpr TextView kLogos[] = {
 };
 
 // A picture that ends before the size it had when it was opened, or that nobody waits for any more, cannot be
-// read.
+// read. `tellDamage` is called at the end of a photograph that breaks off there.
 class WholeFile : public device::InputFile {
 public:
-  WholeFile(std::unique_ptr<device::InputFile> file, std::uint64_t size, std::function<bool()> isStopped)
-      : m_File(std::move(file)), m_Size(size), m_IsStopped(std::move(isStopped)) {}
+  WholeFile(std::unique_ptr<device::InputFile> file, std::uint64_t size, std::function<bool()> isStopped,
+            std::function<void()> tellDamage)
+      : m_File(std::move(file)),
+        m_Size(size),
+        m_IsStopped(std::move(isStopped)),
+        m_TellDamage(std::move(tellDamage)) {}
 
   std::int64_t Read(char* buffer, std::size_t size) override {
     if (m_IsStopped()) return -1;
     const std::int64_t count = m_File->Read(buffer, size);
     if (count < 0) return count;
     m_Read += static_cast<std::uint64_t>(count);
+    m_End.Take({buffer, static_cast<std::size_t>(count)});
     const bool isEnd = static_cast<std::uint64_t>(count) < size;
-    return isEnd && m_Read < m_Size ? -1 : count;
+    if (!isEnd) return count;
+    if (m_Read < m_Size) return -1;
+    if (m_End.IsCutShort()) m_TellDamage();
+    return count;
   }
   std::optional<std::uint64_t> Size() override { return m_Size; }
 
@@ -37,6 +46,8 @@ private:
   const std::unique_ptr<device::InputFile> m_File;
   const std::uint64_t m_Size;
   const std::function<bool()> m_IsStopped;
+  const std::function<void()> m_TellDamage;
+  device::JpegEnd m_End;
   std::uint64_t m_Read = 0;
 };
 
@@ -86,9 +97,8 @@ std::vector<std::filesystem::path> ReportPictures::FilesOf(TextView documentNumb
 bool ReportPictures::IsCardFolder(const std::filesystem::path& folder) const {
   if (m_Card.Folder().empty()) return false;
   // Also one that is not in the device at the moment, and one that is named without a slash at its end.
-  const std::filesystem::path whole = device::WholePath(folder);
-  return whole == device::WholePath(m_Card.HostFolder()) ||
-         whole == device::WholePath(FileOf(m_Card.Folder()));
+  return device::IsSamePlace(folder, m_Card.HostFolder()) ||
+         device::IsSamePlace(folder, FileOf(m_Card.Folder()));
 }
 
 std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
@@ -97,7 +107,8 @@ std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
   auto file = m_Machine.files.OpenForReading(FileOf(path));
   const auto size = file == nullptr ? std::nullopt : file->Size();
   if (!size) return nullptr;
-  return std::make_unique<WholeFile>(std::move(file), *size, m_IsStopped);
+  return std::make_unique<WholeFile>(std::move(file), *size, m_IsStopped,
+                                     [this, name = Text(path)] { NoteDamaged(name); });
 }
 
 std::filesystem::path ReportPictures::FileOf(TextView path) const {
@@ -152,11 +163,25 @@ void ReportPictures::NoteUnknown(TextView path) {
       path));
 }
 
+void ReportPictures::NoteNoJpeg(TextView path) {
+  Note(device::Format(
+      u"%s is no JPEG picture, and some word processors show nothing in its place. Save it as a JPEG in an "
+      u"image program, attach that one, and make the report again.",
+      path));
+}
+
+void ReportPictures::NoteDamaged(TextView path) {
+  Note(device::Format(
+      u"The picture %s is damaged: it breaks off before its end, so that readers may show a part of it or "
+      u"nothing. Take it again, or take it out of the comment.",
+      path));
+}
+
 void ReportPictures::NoteLeft(TextView names) {
-  Note(
-      device::Format(u"No page shows these pictures any more, but they were left in the folder because their "
-                     u"originals are not to be found: %s. Remove them if the client is not to have them.",
-                     names));
+  Note(device::Format(
+      u"No page shows these pictures any more, but they were left in the folder because their "
+      u"originals are gone or have changed: %s. Remove them if the client is not to have them.",
+      names));
 }
 
 void ReportPictures::NoteCutShort(TextView path) {

@@ -48,6 +48,8 @@ public:
   void NoteUnreadable(TextView path);
   // A file that was put into the report though no reader knows it as a picture.
   void NoteUnknown(TextView path);
+  // A picture of another kind in a document, where each is said to be a photograph.
+  void NoteNoJpeg(TextView path);
   // Copies beside the pages that no page shows any more.
   void NoteLeft(TextView names);
   // A picture that broke off in the middle of a block that had begun.
@@ -57,6 +59,7 @@ public:
   const std::vector<Text>& Notes() const { return m_Notes; }
 
 private:
+  void NoteDamaged(TextView path);
   void Note(Text note);
 
   const device::Machine m_Machine;

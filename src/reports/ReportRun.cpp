@@ -39,7 +39,7 @@ Text DescribeFailure(const std::filesystem::path& file, const std::string& error
                           : IsFolder(file) && !isWhole ? u"Move it away or choose another folder"
                                                        : u"Choose another place";
   return device::Format(
-      u"The report %s could not be written%s%s. %s, and make it again. %s", device::FromUtf8(file.native()),
+      u"%s could not be written%s%s. %s, and make the report again. %s", device::FromUtf8(file.native()),
       error.empty() ? u"" : u": ", device::FromUtf8(error), advice,
       replaced.empty() ? Text(u"Nothing was left half-written.")
                        : u"Until then these files are the new ones already: " + Listed(replaced) + u".");

@@ -5,6 +5,16 @@
 #include "editing/PictureTags.h"
 
 namespace inspector::reports {
+namespace {
+
+// A blank of some width, or a mark that only tells how to set others.
+bool IsInvisible(char16_t unit) {
+  return unit <= u' ' || IsControl(unit) || unit == 0xA0 || unit == 0xAD ||
+         (unit >= 0x2000 && unit <= 0x200F) || (unit >= 0x2028 && unit <= 0x202F) ||
+         (unit >= 0x205F && unit <= 0x206F) || unit == 0x3000 || unit == 0xFEFF;
+}
+
+}  // namespace
 
 bool IsControl(char16_t unit) {
   return (unit < u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') || (unit >= 0x7F && unit <= 0x9F) ||
@@ -17,7 +27,7 @@ bool HasWords(TextView words) {
 }
 
 TextView NameOrNone(TextView title) {
-  return HasWords(title) ? title : u"(no name)";
+  return std::all_of(title.begin(), title.end(), IsInvisible) ? u"(no name)" : title;
 }
 
 Text Joined(const Text& first, TextView between, const Text& second) {

@@ -205,7 +205,12 @@ bool RtfWriter::WritePictureGroup(TextView path, int percent, std::string_view b
   const std::int64_t count = file->Read(m_Block.data(), m_Block.size());
   if (count < 0) return false;
   // It is written all the same: whoever reads it decides.
-  if (MediaType({m_Block.data(), static_cast<std::size_t>(count)}).empty()) m_Pictures.NoteUnknown(path);
+  const std::string_view type = MediaType({m_Block.data(), static_cast<std::size_t>(count)});
+  if (type.empty()) {
+    m_Pictures.NoteUnknown(path);
+  } else if (type != kPhotograph) {
+    m_Pictures.NoteNoJpeg(path);
+  }
 
   const std::string scale = std::to_string(percent);
   Write(before);

@@ -75,7 +75,7 @@ TEST_F(ReportCommandsTest, NamesOfFilesAreTakenByTheirBytes) {
   const std::string name = m_Device.Root() / "\xC9t\xE9.txt";  // as older systems wrote it
   EXPECT_EQ(Out("text 1001 --out " + name), name + "\n");
   EXPECT_TRUE(std::filesystem::exists(name));
-  ExpectRefused(2, "text 1001 --out \\\xC9t\xE9.txt", "no UTF-8");
+  ExpectRefused(2, "text 1001 --out \\\xC9t\xE9.txt", "another encoding");
 }
 
 TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
@@ -83,13 +83,14 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
   for (const char* const name :
        {"evidence", "other.webp", "registry.toml", "inspector.log", "page-records/7.toml",
         "My Documents/Inspection_Data.cdb.before-5.0", "My Documents/Template_Data.cdb.before-import-2",
-        "My Documents/Inspection_Data.cdb"}) {
+        "My Documents/Inspection_Data.cdb", "My Documents/Old.cdb"}) {
     const std::filesystem::path file = m_Device.Root() / name;
-    if (!std::filesystem::exists(file)) m_Device.Put(name, "needed");
+    if (!std::filesystem::exists(file)) m_Device.Put(name, std::string("SQLite format 3\0 needed", 24));
     const std::string before = ContentOf(file);
     ExpectRefused(1, "text 1001 --out '" + file.string() + "'", "Give the report another name.");
     EXPECT_TRUE(ContentOf(file) == before) << name;
   }
+  ExpectRefused(1, "text 1001 --out '\\HousePhotoH-1.JPG'", "has the name of a picture");
 }
 
 TEST_F(ReportCommandsTest, PagesOfAnotherInspectionAreKeptUnlessYesIsSaid) {

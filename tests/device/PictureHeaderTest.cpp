@@ -1,3 +1,4 @@
+#include "device/JpegEnd.h"
 #include "device/PictureHeader.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,25 @@ TEST(PictureHeaderTest, SizesOfAllKinds) {
   }
   EXPECT_FALSE(SizeInHeader(Bytes("89504e470d0a1a0a0000000d49484452000100000000012c0802000000"))) << "wide";
   EXPECT_FALSE(SizeInHeader("a text that is no picture at all"));
+}
+
+TEST(JpegEndTest, IsTheEndOfThePictureAndNotOfItsPreview) {
+  const std::string whole = Bytes("ffd8ffe10008ffd8aaffd9bbffffdb0003ffffda0004ffd9") + "pixels" +
+                            Bytes("ff00ffd0") + Bytes("ffd9");
+  for (std::size_t size = 2; size <= whole.size(); ++size) {
+    JpegEnd atOnce;
+    JpegEnd byteByByte;
+    atOnce.Take(whole.substr(0, size));
+    for (std::size_t n = 0; n < size; ++n) byteByByte.Take(whole.substr(n, 1));
+    EXPECT_EQ(atOnce.IsCutShort(), size < whole.size()) << size;
+    EXPECT_EQ(byteByByte.IsCutShort(), size < whole.size()) << size;
+  }
+  JpegEnd other;
+  other.Take(Bytes("89504e470d0a1a0a"));
+  EXPECT_FALSE(other.IsCutShort()) << "no photograph";
+  JpegEnd trailed;
+  trailed.Take(whole + "what a camera has put behind it");
+  EXPECT_FALSE(trailed.IsCutShort());
 }
 
 }  // namespace

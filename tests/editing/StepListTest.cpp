@@ -66,7 +66,8 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
       if (m_List.RowAt(row)->lacksPicture) rows.push_back(row);
     return rows;
   };
-  for (const char* there : {"there.jpg", "card/1.jpg"}) m_Device.Put(there);
+  const std::string photograph("\xFF\xD8\xFF\xC0\0\x8\x8\0\x1\0\x1\0", 12);
+  for (const char* there : {"there.jpg", "card/1.jpg"}) m_Device.Put(there, photograph);
   m_Device.GetWorkspace().Options().m_DefaultPictCardPath = u"\\card\\";
   m_Device.RunInVisits("UPDATE Step SET InspectResult = 'Good'");
   m_Device.Enter(u"20.1", "BitmapPath = '\\gone.jpg'");
@@ -80,7 +81,10 @@ TEST_F(StepListTest, AMissingPictureIsMarkedBesideTheWordOfItsColumn) {
       Joined(row.warnings, [](const auto& warning) { return Decimal(warning.cell) + u" " + warning.words; }),
       u"4 a picture is missing");
   EXPECT_EQ(row.tone, device::RowTone::Attention);
-  m_Device.Put("gone.jpg");
+  m_Device.Put("gone.jpg", "\xFF\xD8\xFF");
+  m_List.Show();
+  EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "nothing of it is left but its beginning";
+  m_Device.Put("gone.jpg", photograph);
   EXPECT_THAT(marked(), ElementsAre(kShingles, kNotes)) << "looked for once while the list stands";
   m_List.Show();
   EXPECT_THAT(marked(), ElementsAre(kNotes));

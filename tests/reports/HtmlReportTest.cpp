@@ -8,9 +8,12 @@
 namespace inspector::reports {
 namespace {
 
-const std::string kJpeg = "\xFF\xD8\xFF";
-const std::string kRoof = kJpeg + "the roof";
-const std::string kMended = kJpeg + "the roof, mended";
+// A head without a frame, pixels and an end.
+std::string Photograph(const std::string& pixels) {
+  return std::string("\xFF\xD8\xFF\xDA\0\2", 6) + pixels + "\xFF\xD9";
+}
+const std::string kRoof = Photograph("the roof");
+const std::string kMended = Photograph("the roof, mended");
 
 class HtmlReportTest : public ::testing::Test, protected StartedMachine {
 protected:
@@ -64,23 +67,24 @@ TEST_F(HtmlReportTest, OnlyOwnCopiesAreUsedAgainOrRemoved) {
   std::filesystem::rename(m_Pages / "kept", m_Pages / "toc.htm");
   EXPECT_EQ(Files(), first);
 
-  // What only the pages before have shown goes with them.
+  // Another card may have a picture of that name: what cannot be made again stays.
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
   EXPECT_EQ(ContentOf(m_Pages / "picture3.jpg"), kMended);
-  EXPECT_FALSE(IsThere("picture2.jpg"));
-  m_Folder.Put("pages/picture2.jpg", kRoof);
+  EXPECT_EQ(ContentOf(m_Pages / "picture2.jpg"), kRoof);
+  EXPECT_THAT(ToUtf8(m_Notes.back()), HasSubstr("gone or have changed: picture2.jpg."));
+  // What can goes with the pages that have shown it.
   ASSERT_EQ(Write(m_Pages, false), ReportResult::Written);
   EXPECT_FALSE(IsThere("picture3.jpg"));
-  EXPECT_TRUE(IsThere("picture1.jpg") && IsThere("picture2.jpg")) << "a name given back is the person's";
+  EXPECT_TRUE(IsThere("picture1.jpg") && IsThere("picture2.jpg"));
 
   // A copy that a person has changed is none any more; what a killed run left is one.
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
   m_Folder.Put("pages/picture3.jpg", kMended + "!");
   PageRecord record(m_Machine, m_Pages);
   auto copies = record.Pictures();
-  copies["picture9.jpg"] = {kRoof.size(), u"\\shots\\roof.jpg"};
+  copies["picture9.jpg"] = {kRoof.size(), u"\\shots\\wall.jpg"};
   ASSERT_TRUE(record.Keep(Text(record.Inspection()), copies));
-  m_Folder.Put("pages/picture9.jpg", kRoof);
+  for (const char* there : {"pages/picture9.jpg", "shots/wall.jpg"}) m_Folder.Put(there, kRoof);
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
   EXPECT_EQ(ContentOf(m_Pages / "picture3.jpg"), kMended + "!");
   EXPECT_FALSE(IsThere("picture9.jpg"));
@@ -93,11 +97,16 @@ TEST_F(HtmlReportTest, ACopyWhoseOriginalIsGoneStaysAndIsTold) {
   const auto expectKept = [this](bool pictures) {
     ASSERT_EQ(Write(m_Pages, pictures), ReportResult::Written);
     EXPECT_EQ(ContentOf(m_Pages / "picture1.jpg"), kRoof);
-    EXPECT_THAT(ToUtf8(m_Notes.back()), HasSubstr("not to be found: picture1.jpg."));
+    EXPECT_THAT(ToUtf8(m_Notes.back()), HasSubstr("gone or have changed: picture1.jpg."));
   };
   std::filesystem::rename(m_Folder / "shots/roof.jpg", m_Folder / "shots/away.jpg");
   expectKept(true);
   expectKept(false);
+  for (const char* unreadable : {"", "junk"}) {
+    m_Folder.Put("shots/roof.jpg", unreadable);
+    expectKept(true);
+  }
+  std::filesystem::remove(m_Folder / "shots/roof.jpg");
   m_Folder.Put("pages/toc.htm", "changed by a person");
   expectKept(true);
   Comment("Nothing to see.");
@@ -117,13 +126,33 @@ TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
   m_Folder.Put("card/a.jpg", kRoof);
   std::filesystem::create_directory(m_Folder / "absent");
   std::filesystem::create_symlink(m_Folder / "shots", m_Folder / "link");
+  std::filesystem::create_symlink(m_Folder / "card" / "new", m_Folder / "nowhere");
   Comment("***Path=\\shots\\roof.jpg*** ***Path=\\absent\\picture1.jpg***");
   for (const std::filesystem::path& folder :
-       {m_Folder / "card", m_Folder / "shots", m_Folder / "link", m_Folder / "absent", m_Folder.Path(),
-        std::filesystem::path("/")}) {
+       {m_Folder / "card", m_Folder / "card" / "below/", m_Folder / "nowhere", m_Folder / "shots",
+        m_Folder / "link", m_Folder / "absent", m_Folder.Path(), std::filesystem::path("/")}) {
     for (const bool with : {true, false}) ExpectFails(folder, "Error: " + folder.native(), with);
     EXPECT_FALSE(std::filesystem::exists(folder / "index.htm")) << folder;
   }
+}
+
+TEST_F(HtmlReportTest, APageThatIsALinkIsNotFollowed) {
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  std::filesystem::remove(m_Pages / "toc.htm");
+  std::filesystem::create_symlink(m_Folder / "elsewhere.htm", m_Pages / "toc.htm");
+  ExpectFails(m_Pages, "toc.htm in " + m_Pages.native() + " is a link");
+  EXPECT_FALSE(IsThere("../elsewhere.htm"));
+}
+
+TEST_F(HtmlReportTest, WhatAFailedRunFindsIsNotItsOwn) {
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  m_Folder.Put("pages/toc.htm", "changed by a person");
+  m_Folder.Put("shots/roof.jpg", kMended);
+  m_Files.FailCommit(3);
+  EXPECT_EQ(Make(1001, m_Pages, true), ReportResult::Failed);
+  m_Prompts.Queue(u"Caution", Answer::No);
+  EXPECT_EQ(Make(1001, m_Pages, false), ReportResult::Failed);
+  EXPECT_THAT(m_Prompts.Last(), HasSubstr("changed since they were made"));
 }
 
 TEST_F(HtmlReportTest, PagesOfAnotherInspectionAreAskedAbout) {
@@ -165,7 +194,7 @@ TEST_F(HtmlReportTest, WhatIsNoWholePictureIsLeftOutWithANote) {
               words + "'), (1, '3', 'Ridge', '***Foo***')");
   // Between the look at the pictures and their copies.
   m_Prompts.AtStatus([this] {
-    m_Folder.Put("shots/cut.jpg", kJpeg);
+    m_Folder.Put("shots/cut.jpg", Photograph("roof"));
     std::filesystem::remove(m_Folder / "shots/gone.jpg");
   });
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
@@ -177,6 +206,12 @@ TEST_F(HtmlReportTest, WhatIsNoWholePictureIsLeftOutWithANote) {
   for (std::size_t n = 0; n < std::size(files); ++n)
     EXPECT_TRUE(device::Contains(m_Notes[n + 1], FromUtf8(files[n].first) + u".jpg")) << n;
   EXPECT_EQ(m_Prompts.Messages().size(), 1u) << "an unknown tag is told once in a report";
+  Comment("***Path=\\shots\\roof.jpg***");
+  m_Folder.Put("shots/roof.jpg", kRoof.substr(0, kRoof.size() - 1));
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  EXPECT_THAT(ToUtf8(m_Notes.front()), HasSubstr("roof.jpg is damaged"));
+  ASSERT_EQ(Write(m_Pages), ReportResult::Written);
+  EXPECT_THAT(ToUtf8(m_Notes.front()), HasSubstr("roof.jpg is damaged")) << "also where its copy is there";
 }
 
 TEST_F(HtmlReportTest, ScaledPicturesKeepTheirProportions) {

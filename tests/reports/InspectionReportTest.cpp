@@ -59,7 +59,7 @@ TEST_F(InspectionReportTest, ADiskThatFailsAtAnyWriteIsTold) {
   int write = 1;
   for (; Write().result == ReportResult::Failed; ++write) {
     ASSERT_EQ(m_Prompts.Messages().size(), 1U) << write;
-    EXPECT_THAT(m_Prompts.Last(), StartsWith("Error: The report " + m_Target.native() +
+    EXPECT_THAT(m_Prompts.Last(), StartsWith("Error: " + m_Target.native() +
                                              " could not be written: No space left on device."));
     m_Prompts.Forget();
     ExpectOnlyThere("an older report");

@@ -13,9 +13,8 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True
 from visits import Home, display_materials, strip_tags, units
-from expect_pages import jpeg_size
+from expect_pages import jpeg_size, name_or_none
 
-NAMELESS = "(no name)"  # what a heading says that has nothing to say
 
 MEDIA = {b"\xff\xd8\xff": "image/jpeg", b"\x89PN": "image/png"}
 LABELS = {"DocNumber": "Doc #", "Date": "Date", "DwellingAddress": "Dwelling Address", "ClientName": "Client Name",
@@ -241,7 +240,7 @@ def header_of(home, visit):
     told = [office["company"], *address[:1], ", ".join(address[1:]), "Inspection Report"]
     for place, (label, value) in enumerate(fields):
         if words(value or "") or place == 0:
-            told += [words(label) or NAMELESS, words(value or "") or "-"]
+            told += [words(name_or_none(label)), words(value or "") or "-"]
     return words(" ".join(told))
 
 
@@ -259,9 +258,9 @@ def content_of(home, visit):
                "terms": words(home.option("DefinitionOfTerms")) if home.option("DefinitionOfTerms") else None,
                "footer": words(" ".join(home.option(name) or "" for name in ("FinePrint", "FooterText")))}
     for category, steps in home.reported(visit):
-        urgent, told = [], [words(category["CategoryTitle"]) or NAMELESS]
+        urgent, told = [], [words(name_or_none(category["CategoryTitle"]))]
         for step in steps:
-            heading = words(step["StepNumber"] + " " + step["StepTitle"]) or NAMELESS
+            heading = words(name_or_none(step["StepNumber"] + " " + step["StepTitle"]))
             rating, comments = "" if hidden else step["InspectResult"], strip_tags(step["Comments"])
             told += [heading, rating, display_materials(step["Materials"]), comments]
             kind = (step["RatingType"], step["InspectResult"])

@@ -8,6 +8,7 @@
 #include <QtEndian>
 
 #include "device/Format.h"
+#include "device/JpegEnd.h"
 
 namespace inspector::editing::ui {
 namespace {
@@ -143,28 +144,14 @@ QByteArray MakeJpeg(const std::filesystem::path& path, const AttachmentForm& for
   return stop ? QByteArray() : jpeg;
 }
 
-// From marker to marker; a preview within the first segments has an end of its own, which is passed over.
 bool IsCutShort(const std::filesystem::path& path) {
-  constexpr uchar kStuffed = 0x00, kFirstRestart = 0xD0, kLastRestart = 0xD7, kEnd = 0xD9;
+  constexpr qint64 kBlock = 256 * 1024;
   QFile file(NameOf(path));
-  if (!OpenFile(file) || file.size() > kLargestCopied) return false;
-  const QByteArray content = file.readAll();
-  const qint64 size = content.size();
-  const auto* const bytes = reinterpret_cast<const uchar*>(content.constData());
-  if (!content.startsWith("\xFF\xD8")) return false;
-  for (qint64 at = 2; at + 1 < size;) {
-    const uchar marker = bytes[at + 1];
-    if (bytes[at] != 0xFF || marker == 0xFF) {
-      ++at;  // pixels, or filling
-    } else if (marker == kStuffed || (marker >= kFirstRestart && marker <= kLastRestart)) {
-      at += 2;
-    } else if (marker == kEnd) {
-      return false;
-    } else {
-      at += at + 3 < size ? 2 + qFromBigEndian<quint16>(bytes + at + 2) : size;
-    }
-  }
-  return true;
+  if (!OpenFile(file)) return false;
+  device::JpegEnd end;
+  for (QByteArray block = file.read(kBlock); !block.isEmpty(); block = file.read(kBlock))
+    end.Take({block.constData(), static_cast<std::size_t>(block.size())});
+  return end.IsCutShort();
 }
 
 Text WhyNoJpeg(const std::filesystem::path& path) {

@@ -2,6 +2,7 @@
 """
 
 import re
+import unicodedata
 
 from expect_report import (Report, display_materials, first_tag, known_path, leading_number, strip_tags, tag_scaling,
                            tags_of, to_bytes, units)
@@ -97,6 +98,7 @@ class Pages(Readable):
         body = self.head()
         links = "<B>Contents</B><BR>"
         for key, title, is_found, steps in self.reported:
+            title = name_or_none(title)
             links += '<a HREF="inspection.htm#cat%d" target="main">%s</a><BR>' % (key, html(title))
             body += '<P ALIGN="LEFT"><a NAME="cat%d"><B><U>%s</U></B></a></P>' % (key, html(title))
             body += self.table(steps) if is_found else ""
@@ -110,7 +112,7 @@ class Pages(Readable):
         return files
 
     def head(self):
-        lines = [html(line) for line in self.company_lines()]
+        lines = [html(line) if has_words(line) else "" for line in self.company_lines()]
         lines[0] = lines[0] and "<B>%s</B>" % lines[0]
         text = "".join("<CENTER>%s</CENTER>" % line for line in lines if line)
         photo = self.image("\\HousePhoto" + self.header["documentNumber"] + ".jpg", 100, "The house")
@@ -125,11 +127,11 @@ class Pages(Readable):
 
     def foot(self):
         text = ""
-        if self.options["DefinitionOfTerms"]:
+        if has_words(self.options["DefinitionOfTerms"]):
             text += '<P ALIGN="LEFT"><B>DEFINITION OF TERMS</B><BR>%s</P>' % html(self.options["DefinitionOfTerms"])
-        if self.options["FinePrint"]:
+        if has_words(self.options["FinePrint"]):
             text += '<P ALIGN="LEFT"><I>%s</I></P>' % html(self.options["FinePrint"])
-        if self.options["FooterText"]:
+        if has_words(self.options["FooterText"]):
             text += '<P ALIGN="CENTER">%s</P>' % html(self.options["FooterText"])
         return text
 
@@ -210,8 +212,8 @@ class PlainText(Readable):
         for _, title, is_found, steps in self.reported:
             if not is_found:
                 continue
-            title = title if has_words(title) else "(no name)"
-            self.heading("".join(c.upper() if len(c.upper()) == 1 and c.upper() in LARGE else c for c in title))
+            self.heading("".join(c.upper() if len(c.upper()) == 1 and c.upper() in LARGE else c
+                                 for c in name_or_none(title)))
             for step in steps:
                 self.step(step)
         self.section("DEFINITION OF TERMS", self.options["DefinitionOfTerms"])
@@ -257,6 +259,11 @@ class PlainText(Readable):
 
 def has_words(text):
     return re.search("[^\x00- \x7f-\x9f\ufffe\uffff]", text) is not None
+
+
+def name_or_none(title):
+    is_blank = all(unicodedata.category(c) in ("Zs", "Zl", "Zp", "Cf", "Cc") or c in "\ufffe\uffff" for c in title)
+    return "(no name)" if is_blank else title
 
 
 def wrapped(text, width):
