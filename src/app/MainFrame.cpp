@@ -4,8 +4,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
@@ -70,8 +72,10 @@ CMainFrame::CMainFrame(inspection::CInspectorDoc& document)
           kEndAfter, m_Machine.faults, [&document] { return document.GetWorkspace().IsBusy(); },
           [this] {
             // Once more a moment later, when another program is writing.
-            if (!FlushAll() && std::exchange(m_MayEndLater, false)) return false;
-            m_End();
+            const bool isStored = FlushAll();
+            if (!isStored && std::exchange(m_MayEndLater, false)) return false;
+            if (!isStored) LogWords();
+            m_End(isStored);
             return true;
           }) {
   setObjectName(QStringLiteral("mainFrame"));
@@ -534,7 +538,25 @@ bool CMainFrame::FlushAll() {
   return sheet && options && screen;
 }
 
-void CMainFrame::SaveAndThen(std::function<void()> end) {
+// Nobody can be asked any more: the log is where what was typed can still be found.
+void CMainFrame::LogWords() {
+  QStringList words;
+  for (const QWidget* const window : QApplication::topLevelWidgets()) {
+    if (!window->isVisible()) continue;
+    for (const auto* const lines : window->findChildren<QPlainTextEdit*>())
+      if (lines->isVisible() && !lines->isReadOnly()) words += lines->toPlainText();
+    for (const auto* const line : window->findChildren<QLineEdit*>())
+      if (line->isVisible() && line->isModified()) words += line->text();
+  }
+  words.removeAll(QString());
+  const device::FaultLog::Unattended unattended(m_Machine.faults);
+  m_Machine.faults.Report(device::Format(
+      u"Inspector was ended by the system before everything that was typed could be stored. In its fields "
+      u"stood: \"%s\". Enter it again.",
+      device::ui::FromQString(words.join(QLatin1String("\", \"")))));
+}
+
+void CMainFrame::SaveAndThen(std::function<void(bool isStored)> end) {
   device::ui::QtProgressWindow::CancelAll();
   m_End = std::move(end);
   m_EndTimer.start();

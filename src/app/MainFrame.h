@@ -48,7 +48,7 @@ public:
   // program. False when something was not written; in the middle of an action nothing is.
   bool FlushAll();
   // The same, and then `end`; both after the action that is under way, which is cancelled where it can be.
-  void SaveAndThen(std::function<void()> end);
+  void SaveAndThen(std::function<void(bool isStored)> end);
 
   device::ui::Screen* CurrentScreen() const;
   // False when the present screen could not be left.
@@ -94,7 +94,8 @@ private:
   bool HasVisit();
   bool IsStored();       // what was typed into the present screen; says so when it could not be
   bool TellNotStored();  // false
-  bool MayLeave();       // the present screen; asks whether to drop what cannot be stored
+  void LogWords();
+  bool MayLeave();  // the present screen; asks whether to drop what cannot be stored
   void ShowUndo();
   void Undo();
   void ShowTitle();
@@ -133,7 +134,7 @@ private:
   QTimer m_MessageTimer;  // then what was told passes
   device::ui::PauseTimer m_PlaceTimer;
   device::ui::PauseTimer m_EndTimer;
-  std::function<void()> m_End;
+  std::function<void(bool isStored)> m_End;
   bool m_MayEndLater = true;
   QTimer m_TidyTimer;
 };

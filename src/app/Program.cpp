@@ -2,6 +2,8 @@
 
 #include <malloc.h>
 
+#include <iostream>
+
 #include "app/AppSettings.h"
 #include "app/EndSignals.h"
 #include "app/MainFrame.h"
@@ -52,7 +54,12 @@ int RunProgram(QApplication& application, const ProgramSettings& settings) {
   CMainFrame frame(document);
   prompts.SetWindow(&frame);
   if (settings.signals)
-    settings.signals->onEnd = [&frame] { frame.SaveAndThen([] { QApplication::exit(0); }); };
+    settings.signals->onEnd = [&frame, &faults] {
+      frame.SaveAndThen([&faults](bool isStored) {
+        if (!isStored) std::cerr << "inspector: " << device::ToUtf8(faults.Latest()) << "\n";
+        QApplication::exit(isStored ? 0 : 1);
+      });
+    };
   frame.Restore();
   frame.show();
   QApplication::setQuitOnLastWindowClosed(true);

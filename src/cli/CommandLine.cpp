@@ -159,6 +159,14 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
   settings.home = home.empty() ? device::DefaultHome() : std::filesystem::path(Unshielded(home));
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;
+    std::error_code notThere;
+    if (!home.empty() && slot.command->name != "init" &&
+        !std::filesystem::is_directory(settings.home, notThere)) {
+      // A name that was mistyped must not become a device.
+      err << "inspector-cli: There is no folder " << settings.home.string()
+          << ". Correct the name after --home, or make a device there with \"init\".\n";
+      return static_cast<int>(ExitCode::Failed);
+    }
     Session session(settings, out, err);
     if (slot.command->needsDocument && !session.OpenDocument()) return static_cast<int>(ExitCode::Failed);
     ExitCode code = slot.command->run(session, Collect(slot));

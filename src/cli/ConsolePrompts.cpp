@@ -133,9 +133,14 @@ std::optional<std::filesystem::path> ConsolePrompts::AskSavePath(const device::S
 }
 
 std::optional<device::DatabasePaths> ConsolePrompts::AskDatabasePaths(const device::DatabasePaths& current) {
-  m_Err << "The databases are not both there:\n  " << ToUtf8(current.templatePath) << "\n  "
-        << ToUtf8(current.inspectionPath) << "\nunder " << m_Paths->Root().string()
-        << "\n\"inspector-cli init\" creates what is missing.\n";
+  bool isMissing = false;
+  for (const Text& path : {current.templatePath, current.inspectionPath}) {
+    std::error_code error;
+    if (std::filesystem::exists(m_Paths->ResolveStored(path), error)) continue;
+    m_Err << "The database " << m_Paths->ResolveStored(path).string() << " is not there.\n";
+    isMissing = true;
+  }
+  if (isMissing) m_Err << "\"inspector-cli init\" creates what is missing.\n";
   if (!m_HasTerminal || m_Yes) return std::nullopt;
   device::DatabasePaths chosen = current;
   for (auto [label, path] : {std::pair{"Template database", &chosen.templatePath},

@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "cli/CommandGroups.h"
+#include "data/DatabaseFile.h"
 #include "data/FreshDatabase.h"
 #include "data/KeyReport.h"
 #include "data/RowDump.h"
@@ -125,19 +126,33 @@ ExitCode RunInit(Session& session, const Input& input) {
   return ExitCode::Done;
 }
 
-std::vector<Text> FindFaults(Session& session, const std::filesystem::path& file, data::DatabaseKind kind) {
+struct Findings {
+  bool isChecked = true;
+  std::vector<Text> faults{};
+  std::vector<Text> notes{};
+};
+
+// A file that is locked, write-protected or on a full disk may be as sound as any.
+bool TellsOfFault(const std::filesystem::path& file, const Text& problem) {
+  const Text seen = data::ExamineDatabaseFile(file);
+  return seen.empty() ? problem == data::DamagedFileMessage(file) : seen != data::ReadOnlyFileMessage(file);
+}
+
+Findings FindFaults(Session& session, const std::filesystem::path& file, data::DatabaseKind kind) {
   data::Connection connection(file, session.GetMachine().faults);
-  if (const Text problem = connection.OpenForReading(); !problem.empty()) return {problem};
+  if (const Text problem = connection.OpenForReading(); !problem.empty())
+    return {TellsOfFault(file, problem), {problem}};
   const data::ReadScope reading(connection);  // a counter and its keys at one moment
-  std::vector<Text> faults = data::FindStructureFaults(connection, kind);
+  Findings found{true, data::FindStructureFaults(connection, kind)};
   // What a damaged file holds is anybody's guess.
-  if (!connection.CheckIntegrity(faults)) return faults;
-  const auto add = [&faults](const std::vector<Text>& more) {
-    faults.insert(faults.end(), more.begin(), more.end());
+  if (!connection.CheckIntegrity(found.faults)) return found;
+  const auto add = [&found](const std::vector<Text>& more) {
+    found.faults.insert(found.faults.end(), more.begin(), more.end());
   };
   if (kind == data::DatabaseKind::Template) add(data::FindVersionFaults(connection));
   add(data::FindKeyFaults(connection, kind));
-  return faults;
+  if (kind == data::DatabaseKind::Inspection) found.notes = data::FindOrphans(connection);
+  return found;
 }
 
 // What was set; nothing when that failed, which has been reported. A file that is damaged or cannot be opened
@@ -162,11 +177,15 @@ ExitCode RunCheck(Session& session, const Input& input) {
     std::optional<std::vector<Text>> repaired = std::vector<Text>();
     if (input.Has("--repair")) repaired = Repair(session, file, kind);
     if (!repaired) return ExitCode::Failed;
-    const std::vector<Text> faults = FindFaults(session, file, kind);
-    session.Out() << file.string() << ": " << (faults.empty() ? "sound" : "faulty") << "\n";
-    for (const Text& line : *repaired) session.Out() << "  " << device::ToUtf8(line) << "\n";
-    for (const Text& fault : faults) session.Out() << "  " << device::ToUtf8(fault) << "\n";
-    sound = sound && faults.empty();
+    const Findings found = FindFaults(session, file, kind);
+    session.Out() << file.string() << ": "
+                  << (!found.isChecked       ? "not checked"
+                      : found.faults.empty() ? "sound"
+                                             : "faulty")
+                  << "\n";
+    for (const std::vector<Text>& lines : {*repaired, found.faults, found.notes})
+      for (const Text& line : lines) session.Out() << "  " << device::ToUtf8(line) << "\n";
+    sound = sound && found.faults.empty();
   }
   return sound ? ExitCode::Done : ExitCode::Failed;
 }

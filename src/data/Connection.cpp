@@ -41,6 +41,19 @@ Connection::~Connection() {
 
 Text Connection::Open() {
   if (const Text problem = ExamineDatabaseFile(m_File); !problem.empty()) return problem;
+  int code = OpenHandle(false);
+  if (code != SQLITE_OK && IsFull(m_File)) {
+    // There is no room for the journal's index. Who has the file alone needs none, and can at least read.
+    Close();
+    code = OpenHandle(true);
+  }
+  if (code == SQLITE_OK) return {};
+  const Text problem = DescribeFailure(code, m_Database ? sqlite3_errmsg(m_Database) : "out of memory");
+  Close();
+  return problem;
+}
+
+int Connection::OpenHandle(bool isAlone) {
   int code =
       sqlite3_open_v2(m_File.c_str(), &m_Database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (code == SQLITE_OK) {
@@ -49,14 +62,13 @@ Text Connection::Open() {
     // A double-quoted value that reached SQLite untranslated must fail, not quietly become a text.
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(m_Database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // Before the next statement, which reads the structure already.
+    if (isAlone) sqlite3_exec(m_Database, "PRAGMA locking_mode = EXCLUSIVE", nullptr, nullptr, nullptr);
     sqlite3_exec(m_Database, "PRAGMA synchronous = FULL", nullptr, nullptr, nullptr);
     code = sqlite3_exec(m_Database, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
     if (code == SQLITE_OK && sqlite3_db_readonly(m_Database, "main") == 1) code = SQLITE_READONLY;
   }
-  if (code == SQLITE_OK) return {};
-  const Text problem = DescribeFailure(code, m_Database ? sqlite3_errmsg(m_Database) : "out of memory");
-  Close();
-  return problem;
+  return code;
 }
 
 Text Connection::OpenForReading() {

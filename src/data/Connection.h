@@ -106,6 +106,8 @@ public:
   bool CheckIntegrity(std::vector<Text>& findings);
 
 private:
+  // An SQLite code; where it is not 0, the handle may be there all the same.
+  int OpenHandle(bool isAlone);
   static constexpr int kNoJournal = -1;
   struct Prepared {
     SqlTranslation translation;

@@ -74,6 +74,11 @@ bool SyncPath(const std::filesystem::path& path) {
 Text CreateFreshDatabase(const std::filesystem::path& file, DatabaseKind kind, device::FaultLog& faults) {
   const Text name = FromUtf8(file.string());
   std::error_code error;
+  if (std::filesystem::is_symlink(file, error))
+    return Format(
+        u"%s is a link to %s, where no database is. Put the database there, or remove the link to have a new "
+        u"one made here.",
+        name, FromUtf8(std::filesystem::read_symlink(file, error).string()));
   std::filesystem::create_directories(file.parent_path(), error);
   const std::filesystem::path building = file.string() + ".new";
   std::filesystem::remove(building, error);

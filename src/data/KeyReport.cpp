@@ -160,6 +160,31 @@ std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind) {
   return faults;
 }
 
+std::vector<Text> FindOrphans(Connection& connection) {
+  struct Belonging {
+    TextView table, owner, key, what;
+  };
+  constexpr Belonging kBelongings[] = {{u"Category", u"Inspection", u"InspectionID", u"inspection"},
+                                       {u"Step", u"Category", u"CategoryID", u"category"},
+                                       {u"Field", u"Category", u"CategoryID", u"category"}};
+  std::vector<Text> lines;
+  for (const auto& [table, owner, key, what] : kBelongings) {
+    const std::string own = StoredName(connection, table, key);
+    const std::string owners = StoredName(connection, owner, key);
+    if (own.empty() || owners.empty()) continue;
+    ForEachRow(connection,
+               "SELECT count(*) FROM " + QuotedName(table) + " WHERE " + own + " IS NULL OR " + own +
+                   " NOT IN (SELECT " + owners + " FROM " + QuotedName(owner) + " WHERE " + owners +
+                   " IS NOT NULL)",
+               [&, table = table, what = what](sqlite3_stmt* row) {
+                 if (const int count = sqlite3_column_int(row, 0); count > 0)
+                   lines.push_back(Format(u"note: %d rows of table %s belong to no %s, and are shown nowhere",
+                                          count, table, what));
+               });
+  }
+  return lines;
+}
+
 std::vector<Text> FindCounterFaults(Databases& databases) {
   std::vector<Text> faults;
   for (const DatabaseKind kind : kBoth) AddCounterFaults(databases.Get(kind), kind, faults);

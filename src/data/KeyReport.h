@@ -15,6 +15,10 @@ namespace inspector::data {
 // get a key that is taken. Tables that are missing are passed over, and nothing is altered.
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
 
+// Rows of the Inspection database whose inspection or category is gone, so that nothing shows them: a line
+// for each table that has some. They harm nobody, and are no fault.
+std::vector<Text> FindOrphans(Connection& connection);
+
 // Only those of the counters, in both databases. What cannot be read is reported and has none.
 std::vector<Text> FindCounterFaults(Databases& databases);
 

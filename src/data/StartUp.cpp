@@ -97,6 +97,16 @@ StartUp StartData(const Machine& machine) {
   for (Connection* connection : {&databases.Template(), &databases.Inspection()})
     if (const Text problem = connection->FindDamage(); !problem.empty()) return Refuse(machine, problem);
 
+  for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
+    if (IsOfOtherKind(databases.Get(kind), kind))
+      return Refuse(machine, device::Format(
+                                 u"%s holds %s. The two paths are exchanged: correct them in %s, or give the "
+                                 u"files their right names. Nothing was changed.",
+                                 device::FromUtf8(databases.Get(kind).File().string()),
+                                 kind == DatabaseKind::Template ? u"inspections, and no templates"
+                                                                : u"templates, and no inspections",
+                                 device::FromUtf8(machine.registry.Path().string())));
+
   UpgradeResult result = UpgradeStructure(*workspace);
   if (result == UpgradeResult::Sound) result = CheckOptionsStructure(*workspace);
   if (result == UpgradeResult::Fatal) return {StartUpResult::Terminated, nullptr};

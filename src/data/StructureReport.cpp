@@ -30,6 +30,20 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
   return faults;
 }
 
+bool IsOfOtherKind(Connection& connection, DatabaseKind kind) {
+  const auto has = [&connection](const TableLayout& layout) {
+    return connection.ColumnsOf(layout.name) != nullptr;
+  };
+  const auto layouts = AllLayouts();
+  // Counters of keys are in both.
+  const auto hasAny = [&](bool own) {
+    return std::any_of(layouts.begin(), layouts.end(), [&](const TableLayout& layout) {
+      return layout.name != u"UniqueID" && (layout.database == kind) == own && has(layout);
+    });
+  };
+  return hasAny(false) && !hasAny(true);
+}
+
 Text FindGap(Connection& connection, DatabaseKind kind) {
   for (const TableLayout& layout : AllLayouts()) {
     const std::vector<StoredColumn>* stored =

@@ -64,6 +64,10 @@ ReportForm::ReportForm(data::Workspace& workspace, std::int32_t inspectionID)
   if (std::find(m_Ratings.begin(), m_Ratings.end(), rating) != m_Ratings.end()) m_Choices.rating = rating;
   m_Choices.pictures = registry.Read(kKey, kPictures) != kNo;
   m_LastFolder = registry.Read(kKey, kFolder).value_or(u"");
+  // One that was removed, or whose card is out, is not made anew.
+  std::error_code error;
+  if (!std::filesystem::is_directory(workspace.GetMachine().paths.ResolveTyped(m_LastFolder), error))
+    m_LastFolder.clear();
 }
 
 void ReportForm::ChooseKind(const ReportFormat& kind) {

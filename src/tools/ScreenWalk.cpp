@@ -159,7 +159,8 @@ private:
     Look(words, "placeholder");
     DateDialog date(QStringLiteral("Year of the furnace"), QStringLiteral("5/28/2026"), &m_Frame);
     Look(date, "date");
-    device::ui::DatabasePathsDialog paths(m_Document.GetWorkspace().PathsInUse(), nullptr);
+    const device::DatabasePaths& inUse = m_Document.GetWorkspace().PathsInUse();
+    device::ui::DatabasePathsDialog paths(inUse, inUse.inspectionPath, nullptr);
     Look(paths, "paths");
     Modal("pickers", [this] { m_Frame.Visit().EditPickerList(u"Label01"); });
     Command("shortcuts", "shortcuts");

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 
 #include "app/MainFrame.h"
+
 #include "device/LastPlace.h"
 #include "device/ui/QtProgressWindow.h"
 #include "inspection/ui/InspectorView.h"
@@ -16,7 +17,12 @@ class EndSignalsTest : public VisitTest {
 protected:
   void SetUp() override {
     m_Signals.Listen();
-    m_Signals.onEnd = [this] { m_Frame.SaveAndThen([this] { m_Ended = true; }); };
+    m_Signals.onEnd = [this] {
+      m_Frame.SaveAndThen([this](bool isStored) {
+        m_Ended = true;
+        m_IsStored = isStored;
+      });
+    };
     m_Frame.show();
   }
   // Whether the program ended within this time.
@@ -26,6 +32,7 @@ protected:
 
   const std::int32_t m_House = m_Device.Visit(u"House");
   bool m_Ended = false;
+  bool m_IsStored = true;
   EndSignals m_Signals;
   CMainFrame m_Frame{Document()};
 };
@@ -67,6 +74,25 @@ TEST_F(EndSignalsTest, WhatWasTypedAndThePlaceAreSavedAfterTheActionUnderWay) {
             (device::LastPlace{m_House, roof, gutters}));
   m_Device.Visit(u"Condo");
   EXPECT_EQ(m_Frame.Visit().Place().categoryID, 0) << "that was another inspection";
+}
+
+TEST_F(EndSignalsTest, WordsThatCannotBeStoredAreFoundInTheLog) {
+  const std::int32_t roof = m_Device.OpenCategory(u"Roof");
+  ASSERT_TRUE(m_Frame.Bring(m_Frame.Header()) && m_Frame.Visit().OpenPlace(roof, 0));
+  Shell other = m_Device.Visits();
+  ScriptedDialogs person;
+  person.Expect("stepPropertySheet", [&](QDialog& sheet) {
+    other.Run("BEGIN IMMEDIATE");
+    Part<QPlainTextEdit>(sheet, "commentBox").insertPlainText(QStringLiteral("Leaks at the chimney."));
+    std::raise(SIGTERM);
+    EXPECT_TRUE(Ends(20'000));
+    EXPECT_FALSE(m_IsStored);
+    EXPECT_THAT(ToUtf8(m_Device.GetWorkspace().GetMachine().faults.Latest()),
+                HasSubstr("stood: \"Leaks at the chimney.\""));
+    other.Run("ROLLBACK");
+    sheet.reject();
+  });
+  m_Frame.Visit().OpenNextUnfinished();
 }
 
 TEST_F(EndSignalsTest, CancelsTheRunUnderWayAndEndsAfterIt) {

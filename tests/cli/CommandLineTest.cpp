@@ -118,8 +118,21 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
                 "  repeated key in table: Step, StepID 1000 stands in 2 rows\n"
                 "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
                 "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
-                "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n");
+                "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n"
+                "  note: 2 rows of table Step belong to no category, and are shown nowhere\n");
   EXPECT_EQ(FilesBelow(folder), before);
+}
+
+TEST_F(WordsTest, CheckNotesOrphansAndTellsALockFromAFault) {
+  Out("new --type House");
+  const std::string file = m_Device.Root() / "My Documents/Inspection_Data.cdb: ";
+  Between([&] { m_Device.RunInVisits("INSERT INTO Step (StepID, CategoryID) VALUES (1, 7), (2, NULL)"); });
+  EXPECT_THAT(Out("check"), HasSubstr(file + "sound\n  note: 2 rows of table Step belong to no category"));
+  Shell other = m_Device.Visits();
+  other.Run("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
+  const CliRun run = Cli("check");
+  EXPECT_EQ(run.exit, 1);
+  EXPECT_THAT(run.out, HasSubstr(file + "not checked\n"));
 }
 
 // Counters as an older program or damage may leave them: nothing is stored under the key of another row, and

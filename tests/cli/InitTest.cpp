@@ -103,6 +103,9 @@ TEST_F(InitTest, SampleVisitLeavesTheWorkOfOthersAlone) {
 
 // What ./run asks for, also on a device that was left half-way or only looked at.
 TEST_F(InitTest, SampleVisitIfUnusedIsForNobodysDevice) {
+  ExpectRefused(1, "list", "There is no folder");
+  EXPECT_FALSE(std::filesystem::exists(Home())) << "a name that was mistyped";
+  std::filesystem::create_directory(Home());
   ExpectRefused(1, "list", "\"inspector-cli init\" creates");  // leaves a registry and no databases
   Out("init");
   Out("set 1000 'notes=Ask about the roof.'");

@@ -80,6 +80,14 @@ TEST_F(StartUpTest, ATableWithAGapIsRefused) {
   ExpectRefused("lacks the column Step.Reserve8");
 }
 
+TEST_F(StartUpTest, ExchangedFilesAreToldAndNotMadeAnew) {
+  const std::filesystem::path aside = m_Folder / "aside";
+  std::filesystem::rename(TemplateFile(), aside);
+  std::filesystem::rename(InspectionFile(), TemplateFile());
+  std::filesystem::rename(aside, InspectionFile());
+  ExpectRefused("Template_Data.cdb holds inspections, and no templates. The two paths are exchanged");
+}
+
 TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {
   const std::string good = [&] {
     Shell other(InspectionFile());

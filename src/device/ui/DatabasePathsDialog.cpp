@@ -25,12 +25,18 @@ Text Absolute(const QString& typed) {
 
 }  // namespace
 
-DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, QWidget* parent) : QDialog(parent) {
+DatabasePathsDialog::DatabasePathsDialog(const DatabasePaths& current, const Text& missing, QWidget* parent)
+    : QDialog(parent) {
   setObjectName(QStringLiteral("databasePathsDialog"));
   setWindowTitle(QStringLiteral("Inspector"));
   auto* layout = new QVBoxLayout(this);
-  auto* explanation = new QLabel(
-      QStringLiteral("A database is missing. Say where the files are, or leave with Cancel."), this);
+  auto* explanation = new QLabel(this);
+  explanation->setTextFormat(Qt::PlainText);
+  explanation->setText(
+      missing.empty() ? QStringLiteral("Say where the two databases are, or leave with Cancel.")
+                      : QStringLiteral("There is no file\n%1\nSay where the databases are, or leave with "
+                                       "Cancel. On a new device, \"inspector-cli init\" makes both.")
+                            .arg(ToDisplay(missing)));
   explanation->setWordWrap(true);
   layout->addWidget(explanation);
   m_Template = AddPath(QStringLiteral("&Template database"), "templatePath", current.templatePath);

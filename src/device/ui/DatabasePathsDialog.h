@@ -11,7 +11,8 @@ namespace inspector::device::ui {
 
 class DatabasePathsDialog : public QDialog {
 public:
-  DatabasePathsDialog(const DatabasePaths& current, QWidget* parent);
+  // `missing` are the lines that name the files that are not there.
+  DatabasePathsDialog(const DatabasePaths& current, const Text& missing, QWidget* parent);
 
   DatabasePaths Paths() const;
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QShortcut>
 
 namespace inspector::device::ui {
 
@@ -13,6 +14,21 @@ public:
     setObjectName(QLatin1String(objectName));
     setAccessibleName(accessibleName);
     setPlaceholderText(QStringLiteral("Find"));
+  }
+
+  // Ctrl+F anywhere on the screen leads here; Escape ends the search and leads to the list.
+  void LeadTo(QWidget& list) {
+    auto* enter = new QShortcut(QKeySequence::Find, parentWidget());
+    connect(enter, &QShortcut::activated, this, [this] {
+      setFocus(Qt::ShortcutFocusReason);
+      selectAll();
+    });
+    auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    leave->setContext(Qt::WidgetShortcut);
+    connect(leave, &QShortcut::activated, this, [this, &list] {
+      clear();
+      list.setFocus();
+    });
   }
 
 protected:

@@ -123,8 +123,9 @@ std::optional<std::filesystem::path> QtPrompts::AskSavePath(const SaveQuestion& 
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
   const std::filesystem::path folder = m_Paths.ResolveStored(question.folder);
+  // The device's own folders come into being as they are needed; one of the person's that is gone does not.
   std::error_code passedOver;  // the dialog shows another folder then
-  std::filesystem::create_directories(folder, passedOver);
+  if (!question.folder.starts_with(u'/')) std::filesystem::create_directories(folder, passedOver);
   dialog.ShowFolder(folder);
   dialog.setNameFilter(FilterOf(question.filter));
   dialog.setDefaultSuffix(ToQString(question.defaultExtension));
@@ -134,7 +135,13 @@ std::optional<std::filesystem::path> QtPrompts::AskSavePath(const SaveQuestion& 
 }
 
 std::optional<DatabasePaths> QtPrompts::AskDatabasePaths(const DatabasePaths& current) {
-  DatabasePathsDialog dialog(current, Parent());
+  Text missing;
+  for (const Text& path : {current.templatePath, current.inspectionPath}) {
+    std::error_code error;
+    if (!std::filesystem::exists(m_Paths.ResolveStored(path), error))
+      missing += (missing.empty() ? u"" : u"\n") + path;
+  }
+  DatabasePathsDialog dialog(current, missing, Parent());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Paths();
 }

@@ -1,11 +1,9 @@
 #include "editing/ui/ListScreen.h"
 
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include "device/WordFilter.h"
-#include "device/ui/FindField.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/Captions.h"
 
@@ -32,19 +30,9 @@ void ListScreen::Build(device::RowSource& source, std::vector<device::ListColumn
     OnSearch(device::ui::FromQString(text));
   });
   connect(m_Search, &QLineEdit::returnPressed, this, [this] { m_Rows->setFocus(); });
-  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
-    m_Search->setFocus(Qt::ShortcutFocusReason);
-    m_Search->selectAll();
-  });
-  auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), m_Search);
-  leave->setContext(Qt::WidgetShortcut);
-  connect(leave, &QShortcut::activated, this, [this] {
-    m_Search->clear();
-    m_Rows->setFocus();
-  });
-
   m_Rows = new device::ui::ListView(source, std::move(columns), this);
   m_Rows->setObjectName(QStringLiteral("rows"));
+  m_Search->LeadTo(*m_Rows);
   m_NothingFound = QStringLiteral("No %1 hold these words.").arg(what);
   m_Rows->setAccessibleName(QString(what).replace(0, 1, what.at(0).toUpper()));
 

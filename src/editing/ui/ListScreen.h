@@ -2,8 +2,8 @@
 #pragma once
 
 #include <QLabel>
-#include <QLineEdit>
 
+#include "device/ui/FindField.h"
 #include "device/ui/ListView.h"
 #include "device/ui/Screen.h"
 
@@ -37,7 +37,7 @@ private:
   QString m_EmptyText;
   QString m_NothingFound;
   QLabel* m_Caption = nullptr;
-  QLineEdit* m_Search = nullptr;
+  device::ui::FindField* m_Search = nullptr;
   QLabel* m_Left = nullptr;
 };
 

@@ -5,12 +5,14 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "device/ui/DialogSize.h"
@@ -120,14 +122,14 @@ CStepPropertySheet::CStepPropertySheet(inspection::CInspectorDoc& document, QWid
   layout->addWidget(m_Caption);
   layout->addLayout(rating);
   // On a low screen the pages scroll, and the buttons below stay.
-  auto* area = new QScrollArea(this);
-  area->setObjectName(QStringLiteral("pageArea"));
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setWidgetResizable(true);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setWidget(m_Tabs);
-  layout->addWidget(area, 1);
+  m_Area = new QScrollArea(this);
+  m_Area->setObjectName(QStringLiteral("pageArea"));
+  m_Area->setFrameShape(QFrame::NoFrame);
+  m_Area->setFocusPolicy(Qt::NoFocus);
+  m_Area->setWidgetResizable(true);
+  m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  m_Area->setWidget(m_Tabs);
+  layout->addWidget(m_Area, 1);
   layout->addWidget(m_NotStored);
   layout->addLayout(bottom);
   device::ui::ResizeWithin(*this, {480, 760});
@@ -230,8 +232,22 @@ void CStepPropertySheet::SaveSoon() {
 bool CStepPropertySheet::Store(bool (StepSheet::*save)()) {
   const bool stored = (m_Sheet.*save)();
   if (!stored) m_NotStored->setText(ToQString(device::NotStored(m_Sheet.GetWorkspace().GetMachine().faults)));
-  m_NotStored->setVisible(!stored);
+  if (m_NotStored->isHidden() != stored) {
+    m_NotStored->setVisible(!stored);
+    // Once the pages have got their new height.
+    QTimer::singleShot(0, this, &CStepPropertySheet::ShowCaret);
+  }
   return stored;
+}
+
+// Who is typing goes on seeing it when the line below takes room from the pages.
+void CStepPropertySheet::ShowCaret() {
+  auto* const text = qobject_cast<QPlainTextEdit*>(focusWidget());
+  if (!text || !m_Area->isAncestorOf(text)) return;
+  text->ensureCursorVisible();
+  const QRect caret = text->cursorRect();
+  const QPoint place = text->viewport()->mapTo(m_Area->widget(), caret.center());
+  m_Area->ensureVisible(place.x(), place.y(), 0, caret.height());
 }
 
 bool CStepPropertySheet::Save() {

@@ -11,6 +11,7 @@
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QTabWidget;
 
 namespace inspector::editing::ui {
@@ -59,6 +60,7 @@ private:
   // What could not be written is tried again a moment later.
   bool Save();
   bool Store(bool (StepSheet::*save)() = &StepSheet::SaveNow);
+  void ShowCaret();
 
   QtSheetDialogs m_Dialogs;
   StepSheet m_Sheet;
@@ -67,6 +69,7 @@ private:
   QComboBox* m_Rating;
   QTabWidget* m_Tabs;
   QLabel* m_NotStored;
+  QScrollArea* m_Area;
   CMaterialsPage* m_Materials;
   CCommentsPage* m_Comments;
   CPicturePage* m_Picture;

@@ -2,12 +2,10 @@
 
 #include <QAction>
 #include <QLineEdit>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "device/ui/ChoiceDialog.h"
-#include "device/ui/FindField.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::inspection::ui {
@@ -46,10 +44,7 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
     if (m_List->SelectedRow() < 0) m_List->SelectRow(0);
     m_List->setFocus();
   });
-  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
-    m_Find->setFocus(Qt::ShortcutFocusReason);
-    m_Find->selectAll();
-  });
+  m_Find->LeadTo(*m_List);
   m_List->onSelect = [this](int shown) { OnSelect(shown); };
   m_List->onOpen = [this](int) { Open(); };
   AddCommands();

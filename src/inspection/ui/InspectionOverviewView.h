@@ -1,11 +1,10 @@
 // The screen that lists every inspection.
 #pragma once
 
+#include "device/ui/FindField.h"
 #include "device/ui/ListView.h"
 #include "device/ui/Screen.h"
 #include "inspection/InspectionFilter.h"
-
-class QLineEdit;
 
 namespace inspector::inspection::ui {
 
@@ -51,7 +50,7 @@ private:
   CInspectorDoc& m_Document;
   InspectionOverview m_Overview;
   InspectionFilter m_Rows;
-  QLineEdit* m_Find;
+  device::ui::FindField* m_Find;
   device::ui::ListView* m_List;
   std::vector<QAction*> m_NeedSelection;
   std::int32_t m_SelectedID = -1;  // selected last; the filter may hide it

@@ -48,6 +48,9 @@ TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   EXPECT_EQ(m_List.SelectedRow(), 1) << "what a person selected stays so";
   Filter("ruiz");
   ASSERT_EQ(Count(), 1);
+  QTest::keyClick(&Part<QLineEdit>(m_View, "findField"), Qt::Key_Escape);
+  EXPECT_EQ(Count(), 4);
+  Filter("ruiz");
   EXPECT_FALSE(Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
   EXPECT_FALSE(m_View.TakeSelected());
   EXPECT_THAT(Prompts().Last(), HasSubstr("Select an inspection first."));
