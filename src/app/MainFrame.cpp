@@ -544,11 +544,12 @@ void CMainFrame::LogWords() {
   for (const QWidget* const window : QApplication::topLevelWidgets()) {
     if (!window->isVisible()) continue;
     for (const auto* const lines : window->findChildren<QPlainTextEdit*>())
-      if (lines->isVisible() && !lines->isReadOnly()) words += lines->toPlainText();
+      if (lines->document()->isModified()) words += lines->toPlainText();
     for (const auto* const line : window->findChildren<QLineEdit*>())
-      if (line->isVisible() && line->isModified()) words += line->text();
+      if (line->isModified()) words += line->text();
   }
   words.removeAll(QString());
+  words.removeDuplicates();  // a sheet is a window, and part of the one below
   const device::FaultLog::Unattended unattended(m_Machine.faults);
   m_Machine.faults.Report(device::Format(
       u"Inspector was ended by the system before everything that was typed could be stored. In its fields "

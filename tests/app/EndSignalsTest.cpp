@@ -88,7 +88,7 @@ TEST_F(EndSignalsTest, WordsThatCannotBeStoredAreFoundInTheLog) {
     EXPECT_TRUE(Ends(20'000));
     EXPECT_FALSE(m_IsStored);
     EXPECT_THAT(ToUtf8(m_Device.GetWorkspace().GetMachine().faults.Latest()),
-                HasSubstr("stood: \"Leaks at the chimney.\""));
+                HasSubstr("\"Leaks at the chimney.\""));
     other.Run("ROLLBACK");
     sheet.reject();
   });

@@ -48,8 +48,10 @@ TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   EXPECT_EQ(m_List.SelectedRow(), 1) << "what a person selected stays so";
   Filter("ruiz");
   ASSERT_EQ(Count(), 1);
-  QTest::keyClick(&Part<QLineEdit>(m_View, "findField"), Qt::Key_Escape);
+  QTest::keyClick(&m_View, Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_EQ(Count(), 4);
+  EXPECT_TRUE(m_List.hasFocus());
   Filter("ruiz");
   EXPECT_FALSE(Part<QAction>(m_View, "delete").isEnabled()) << "nothing is selected";
   EXPECT_FALSE(m_View.TakeSelected());
