@@ -27,9 +27,25 @@ std::filesystem::path WholePath(const std::filesystem::path& path) {
   return whole;
 }
 
+// A look that is cheap: only a link, or a path that ends in a slash or in dots, can end in another name than
+// it says.
+static bool MayShareName(const std::filesystem::path& one, const std::filesystem::path& other) {
+  const auto saysItsName = [](const std::filesystem::path& path) {
+    struct stat facts {};
+    const std::filesystem::path name = path.filename();
+    return !name.empty() && name != "." && name != ".." &&
+           (lstat(path.c_str(), &facts) != 0 || !S_ISLNK(facts.st_mode));
+  };
+  return !saysItsName(one) || !saysItsName(other) ||
+         EqualIgnoringCase(FromUtf8(one.filename().native()), FromUtf8(other.filename().native()));
+}
+
 bool IsSamePlace(const std::filesystem::path& one, const std::filesystem::path& other) {
-  std::error_code notThere;
-  return std::filesystem::equivalent(one, other, notThere) ||
+  struct stat first {};
+  struct stat second {};
+  if (stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0)
+    return first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+  return MayShareName(one, other) &&
          EqualIgnoringCase(FromUtf8(WholePath(one).native()), FromUtf8(WholePath(other).native()));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <set>
 
 #include "device/CodePage.h"
 #include "device/FileIdentity.h"
@@ -72,22 +73,25 @@ Text FirstLink(const std::filesystem::path& folder) {
 Text WhyNotInto(const std::filesystem::path& folder, const PageRecord& record,
                 const std::vector<std::filesystem::path>& pictures) {
   const Text name = device::FromUtf8(folder.native());
-  if (!device::WholePath(folder).has_relative_path())
-    return name + u" cannot hold the pages. Choose a folder below it.";
+  if (device::IsSamePlace(folder, "/")) return name + u" cannot hold the pages. Choose a folder below it.";
   if (!record.Problem().empty()) return record.Problem();
   if (const Text link = FirstLink(folder); !link.empty())
     return device::Format(u"%s in %s is a link to another place. Remove it, or choose another folder.", link,
                           name);
+  std::set<std::filesystem::path> places;
   for (const std::filesystem::path& picture : pictures) {
     if (record.IsOwn(picture.filename().string())) continue;
     std::error_code notThere;
-    if (device::IsSamePlace(picture.parent_path(), folder) ||
-        device::IsSamePlace(std::filesystem::canonical(picture, notThere).parent_path(), folder))
-      return device::Format(
-          u"%s is the folder of a picture of this inspection. Make the pages in a folder of their own.",
-          name);
+    places.insert(picture.parent_path());
+    if (std::filesystem::is_symlink(picture, notThere))
+      places.insert(device::WholePath(picture).parent_path());
   }
-  return {};
+  const bool isAmongThem = std::any_of(places.begin(), places.end(), [&](const std::filesystem::path& place) {
+    return device::IsSamePlace(place, folder);
+  });
+  if (!isAmongThem) return {};
+  return device::Format(
+      u"%s is the folder of a picture of this inspection. Make the pages in a folder of their own.", name);
 }
 
 // False when there are pages that the person wants to keep.
@@ -148,8 +152,12 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   const auto pictures = std::make_shared<PagePictures>(source.pictures, run);
   std::vector<std::filesystem::path> named;
   std::error_code error;
-  // In a new folder there are none.
-  if (std::filesystem::is_directory(run.Target().path, error)) {
+  // In a new folder there are none, and where this inspection's pages have no pictures beside them, nothing
+  // of the kind is touched.
+  const PageRecord& record = pictures->Record();
+  const bool isUsual =
+      record.Pictures().empty() && record.Inspection() == source.inspection && record.ArePagesOwn();
+  if (!isUsual && std::filesystem::is_directory(run.Target().path, error)) {
     auto all = source.allPictures();
     if (!all) return run.Refuse();
     named = std::move(*all);

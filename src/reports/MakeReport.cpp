@@ -8,7 +8,6 @@
 #include "device/DefaultHome.h"
 #include "device/FileIdentity.h"
 #include "device/Format.h"
-#include "inspection/InspectionRows.h"
 #include "reports/MediaType.h"
 #include "reports/PageRecord.h"
 #include "reports/ReportLayout.h"
@@ -74,12 +73,14 @@ bool BeginsLike(const std::filesystem::path& name, const std::filesystem::path& 
 // One that the program needs, or that a person may want back: what is kept of a database has its name with
 // something behind it.
 bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
-  const std::filesystem::path folder = device::WholePath(file).parent_path();
   const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
   const std::filesystem::path home = registry.parent_path();
   const std::filesystem::path records = home / PageRecord::kFolder;
-  if (IsOneOf(file, {registry, home / device::kLogFile, records}) || device::IsSamePlace(folder, records))
-    return true;
+  if (IsOneOf(file, {registry, home / device::kLogFile, records})) return true;
+  std::error_code notThere;
+  if (std::filesystem::is_directory(file, notThere)) return false;  // and so none of those below
+  const std::filesystem::path folder = device::WholePath(file).parent_path();
+  if (device::IsSamePlace(folder, records)) return true;
   data::Databases& databases = workspace.GetDatabases();
   const std::filesystem::path files[] = {databases.Template().File(), databases.Inspection().File()};
   return std::any_of(std::begin(files), std::end(files), [&](const std::filesystem::path& database) {
@@ -140,11 +141,16 @@ Text WhyNotThere(data::Workspace& workspace, const std::filesystem::path& file,
   return {};
 }
 
-// Of all its steps, those that this report leaves out as well. Nothing when they could not all be read.
+// With tags, of all its steps, those that this report leaves out as well. Nothing when they could not all be
+// read.
 std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
+  const data::ReadScope reading(workspace.InspectionConnection());
   std::vector<Text> comments;
   data::StepTable steps(workspace.GetDatabases());
-  steps.OpenSQL(device::Format(inspection::kStepsOfInspection, inspectionID));
+  steps.OpenSQL(
+      device::Format(u"SELECT Step.* FROM Category INNER JOIN Step ON Category.CategoryID = Step.CategoryID "
+                     u"WHERE (Category.InspectionID = %d) AND (Step.Comments LIKE \"%%***%%\")",
+                     inspectionID));
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
     if (steps.Failed()) return std::nullopt;

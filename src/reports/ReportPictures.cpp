@@ -112,7 +112,9 @@ std::unique_ptr<device::InputFile> ReportPictures::Open(TextView path) {
 }
 
 std::filesystem::path ReportPictures::FileOf(TextView path) const {
-  return m_Machine.paths.ResolvePicture(path);
+  const auto [known, isNew] = m_Files.try_emplace(Text(path));
+  if (isNew) known->second = m_Machine.paths.ResolvePicture(path);
+  return known->second;
 }
 
 std::optional<device::PictureSize> ReportPictures::ShownSize(TextView path, int scaling) {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <vector>
@@ -66,7 +67,8 @@ private:
   editing::CardPictures m_Card;
   bool m_Included;
   std::function<bool()> m_IsStopped = [] { return false; };
-  std::set<Text> m_UnknownTags;  // that were told
+  std::set<Text> m_UnknownTags;                           // that were told
+  mutable std::map<Text, std::filesystem::path> m_Files;  // looked up once in a report
   std::vector<Text> m_Notes;
 };
 

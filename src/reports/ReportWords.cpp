@@ -16,11 +16,6 @@ bool IsInvisible(char16_t unit) {
 
 }  // namespace
 
-bool IsControl(char16_t unit) {
-  return (unit < u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') || (unit >= 0x7F && unit <= 0x9F) ||
-         unit >= 0xFFFE;
-}
-
 bool HasWords(TextView words) {
   return std::any_of(words.begin(), words.end(),
                      [](char16_t unit) { return unit > u' ' && !IsControl(unit); });

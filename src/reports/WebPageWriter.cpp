@@ -11,6 +11,12 @@
 namespace inspector::reports {
 namespace {
 
+void BlankControls(Text& words) {
+  constexpr auto kIsControl = [](char16_t unit) { return IsControl(unit); };
+  for (std::size_t at = 0; (at = device::FindUnit(TextView(words), kIsControl, at)) < words.size(); ++at)
+    words[at] = u' ';
+}
+
 // Dark words on light ground everywhere, at least 4.5 to 1, so that a report can be read in the sun.
 constexpr std::string_view kStyle =
     "body{margin:0 auto;max-width:52rem;padding:1rem;color:#1b1f23;background:#ffffff;"
@@ -75,7 +81,7 @@ bool WebPageWriter::NeedsAttention(const ReportStep& step) const {
 void WebPageWriter::PutWords(TextView words, TextView lineEnd) {
   Text escaped;
   AppendEscaped(escaped, words, lineEnd);
-  std::replace_if(escaped.begin(), escaped.end(), IsControl, u' ');
+  BlankControls(escaped);
   Put(device::ToUtf8(escaped));
 }
 
@@ -272,17 +278,17 @@ void WebPageWriter::WriteRating(const ReportStep& step) {
 void WebPageWriter::WriteParagraphs(TextView words) {
   Text escaped;
   AppendEscaped(escaped, words, u"\n");
+  BlankControls(escaped);
   bool isOpen = false;
-  for (const Text& line : device::Split(escaped, u'\n')) {
+  for (TextView left = escaped; !left.empty();) {
+    const TextView line = left.substr(0, left.find(u'\n'));
+    left.remove_prefix(std::min(line.size() + 1, left.size()));
     const bool isBlank = !HasWords(line);
     if (isOpen && isBlank) Put("</p>\n");
     if (isOpen && !isBlank) Put("<br>\n");
     if (!isOpen && !isBlank) Put("<p>");
     isOpen = !isBlank;
-    if (isBlank) continue;
-    Text shown = line;
-    std::replace_if(shown.begin(), shown.end(), IsControl, u' ');
-    Put(device::ToUtf8(shown));
+    if (!isBlank) Put(device::ToUtf8(line));
   }
   if (isOpen) Put("</p>\n");
 }
