@@ -227,7 +227,7 @@ def content_faults(root, content):
 def header_of(home, visit):
     """What stands above the contents: the company, the title, and labels with their values."""
     office, row = home.owner(), home.header(visit)
-    address = [part for part in re.split("\r\n?", office["address"], maxsplit=3) if part]
+    address = [part for part in re.split("(?s)\r.?", office["address"], maxsplit=3) if part]
     own = {name: home.option("Label" + name) or "" for name in LABELS}
     labels = own if own["DwellingAddress"] else LABELS
     date = [int(part) for part in re.findall(r"\d+", row["InspectionDate"] or "")]
