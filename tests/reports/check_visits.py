@@ -79,7 +79,8 @@ class Visits:
         texts = {name: self.text(True, 8, 0.3) for name in ("FinePrint", "DefinitionOfTerms", "FooterText", "Inspector",
                                                             "SummaryDisclaimer")}
         # The record of the owner cuts what is longer, and a line end that is typed becomes the two of the record.
-        owner = {name: re.sub("\x00|(?<!\r)\n", "", self.text(True, 6, 0.3))[:room]
+        owner = {name: re.sub("\x00|(?<!\r)\n", "", self.text(True, 6, 0.3)).encode("utf-16-le")[:2 * room]
+                 .decode("utf-16-le", "ignore")
                  for name, room in (("name", 35), ("company", 35), ("address", 185), ("phone", 125))}
         labels = ["<%d> & \u00c9t\u00e9" % at for at in range(8)] if pick.random() < 0.5 else [""] * 8
         return {"owner": owner, "options": {**texts, "HeaderLabels": labels, "HideRatings": pick.random() < 0.3,
