@@ -87,11 +87,14 @@ TEST_F(UpgradeTest, ARefusedUpdateLeavesBothFilesAsTheyWere) {
   EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
 
   // Or cancelled while its copies are made.
-  m_Prompts.CancelAtStep(0);
-  EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Refused);
-  EXPECT_THAT(m_Prompts.Last(), HasSubstr("Cancelled. Nothing was changed."));
-  EXPECT_TRUE(AreAsBefore(""));
-  EXPECT_FALSE(std::filesystem::exists(TemplateFile().string() + ".before-5.0"));
+  for (const int step : {0, 1, 2}) {
+    m_Prompts.CancelAtStep(step);
+    EXPECT_EQ(StartAndAnswer(Answer::Ok), StartUpResult::Refused) << step;
+    EXPECT_THAT(m_Prompts.Last(), HasSubstr("Cancelled. Nothing was changed."));
+    EXPECT_TRUE(AreAsBefore(""));
+    for (const std::filesystem::path& file : {TemplateFile(), InspectionFile()})
+      EXPECT_FALSE(std::filesystem::exists(file.string() + ".before-5.0")) << step;
+  }
   m_Prompts.CancelAtStep(INT_MAX);
 
   // Nor is anything altered when no copy can be kept.

@@ -67,6 +67,11 @@ TEST_F(VisitReviewTest, UnfinishedStepsAreListedCountedAndReached) {
       shown(),
       u"Attic : Not opened yet|Roof 20.1: The rating asks for a comment|Roof 20.2: A picture is missing|"
       u"Roof 20.3: No rating|Cellar 9.1: A picture is missing");
+  std::vector<std::optional<StepSheet::Page>> pages;
+  for (const UnfinishedStep& step : unfinished.Steps()) pages.push_back(step.Where());
+  using enum StepSheet::Page;
+  EXPECT_THAT(pages, ElementsAre(testing::_, Comments, Comments, std::nullopt, Picture))
+      << "where it is done";
   EXPECT_EQ(unfinished.Count(), 5);
   EXPECT_EQ(unfinished.CountByCategory()->at(m_Roof).steps, 3);
   {
