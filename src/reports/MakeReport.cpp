@@ -1,16 +1,11 @@
 #include "reports/MakeReport.h"
 
-#include <algorithm>
-
 #include "data/InspectionTable.h"
 #include "data/InspectionTypeTable.h"
-#include "data/StepTable.h"
-#include "device/DefaultHome.h"
 #include "device/FileIdentity.h"
 #include "device/Format.h"
-#include "reports/MediaType.h"
-#include "reports/PageRecord.h"
 #include "reports/ReportLayout.h"
+#include "reports/ReportPlace.h"
 
 namespace inspector::reports {
 namespace {
@@ -59,105 +54,6 @@ std::optional<ReportTarget> TargetOf(const device::Machine& machine, const Repor
   return ReportTarget{*chosen, false};
 }
 
-bool IsOneOf(const std::filesystem::path& file, const std::vector<std::filesystem::path>& others) {
-  return std::any_of(others.begin(), others.end(),
-                     [&](const auto& other) { return device::IsSamePlace(file, other); });
-}
-
-bool BeginsLike(const std::filesystem::path& name, const std::filesystem::path& other) {
-  const Text begin = device::FromUtf8(other.filename().native());
-  return device::EqualIgnoringCase(
-      device::TextView(device::FromUtf8(name.filename().native())).substr(0, begin.size()), begin);
-}
-
-// One that the program needs, or that a person may want back: what is kept of a database has its name with
-// something behind it.
-bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
-  const std::filesystem::path& registry = workspace.GetMachine().registry.Path();
-  const std::filesystem::path home = registry.parent_path();
-  const std::filesystem::path records = home / PageRecord::kFolder;
-  if (IsOneOf(file, {registry, home / device::kLogFile, records})) return true;
-  std::error_code notThere;
-  if (std::filesystem::is_directory(file, notThere)) return false;  // and so none of those below
-  const std::filesystem::path folder = device::WholePath(file).parent_path();
-  if (device::IsSamePlace(folder, records)) return true;
-  data::Databases& databases = workspace.GetDatabases();
-  const std::filesystem::path files[] = {databases.Template().File(), databases.Inspection().File()};
-  return std::any_of(std::begin(files), std::end(files), [&](const std::filesystem::path& database) {
-    return device::IsSamePlace(file, database) ||
-           (BeginsLike(file, database) && device::IsSamePlace(folder, database.parent_path()));
-  });
-}
-
-// Of whatever program it is.
-bool IsDatabase(const device::Machine& machine, const std::filesystem::path& file) {
-  constexpr std::string_view kBegin("SQLite format 3", 16);
-  char begin[kBegin.size()];
-  const auto content = machine.files.OpenForReading(file);
-  return content != nullptr && content->Read(begin, sizeof begin) == sizeof begin &&
-         std::string_view(begin, sizeof begin) == kBegin;
-}
-
-bool HasContentOfPicture(const device::Machine& machine, const std::filesystem::path& file) {
-  const auto content = machine.files.OpenForReading(file);
-  return content != nullptr && IsPicture(*content);
-}
-
-bool HasNameOfPicture(const std::filesystem::path& file) {
-  constexpr TextView kEnds[] = {u".jpg", u".jpeg", u".png", u".gif", u".bmp", u".2bp", u".webp"};
-  const Text end = device::FromUtf8(file.extension().native());
-  return std::any_of(std::begin(kEnds), std::end(kEnds),
-                     [&](TextView each) { return device::EqualIgnoringCase(end, each); });
-}
-
-using AllPictures = std::function<std::optional<std::vector<std::filesystem::path>>()>;
-
-// Why a report must not go there; empty when it may.
-Text WhyNotThere(data::Workspace& workspace, const std::filesystem::path& file,
-                 const ReportPictures& pictures, const AllPictures& allPictures) {
-  const Text name = device::FromUtf8(file.native());
-  // Also what is not there at the moment: it would be taken for what its name says.
-  if (IsOwnFile(workspace, file))
-    return device::Format(
-        u"%s is a database of this program, or a file that it needs. Give the report another name.", name);
-  std::error_code error;
-  const bool isThere = std::filesystem::exists(file, error);
-  if (pictures.IsCardFolder(file) ||
-      (!isThere && pictures.IsCardFolder(device::WholePath(file).parent_path())))
-    return device::Format(
-        u"%s is in the folder of the camera's card. One more entry there would change which pictures the "
-        u"numbers in comments mean. Choose another folder.",
-        name);
-  if (std::filesystem::is_directory(file, error)) return {};
-  if (HasNameOfPicture(file))
-    return device::Format(u"%s has the name of a picture. Give the report another name.", name);
-  if (!isThere) return {};
-  if (IsDatabase(workspace.GetMachine(), file))
-    return device::Format(u"%s is a database, and would be lost. Give the report another name.", name);
-  const auto all = allPictures();
-  if (!all) return u"The comments of the inspection could not be read. Nothing was written.";
-  if (HasContentOfPicture(workspace.GetMachine(), file) || IsOneOf(file, *all))
-    return device::Format(u"%s is a picture, and would be lost. Give the report another name.", name);
-  return {};
-}
-
-// With tags, of all its steps, those that this report leaves out as well. Nothing when they could not all be
-// read.
-std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
-  const data::ReadScope reading(workspace.InspectionConnection());
-  std::vector<Text> comments;
-  data::StepTable steps(workspace.GetDatabases());
-  steps.OpenSQL(
-      device::Format(u"SELECT Step.* FROM Category INNER JOIN Step ON Category.CategoryID = Step.CategoryID "
-                     u"WHERE (Category.InspectionID = %d) AND (Step.Comments LIKE \"%%***%%\")",
-                     inspectionID));
-  for (int n = 0; n < steps.RecordCount(); ++n) {
-    if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
-    if (steps.Failed()) return std::nullopt;
-  }
-  return steps.Failed() ? std::nullopt : std::optional(std::move(comments));
-}
-
 }  // namespace
 
 ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& request) {
@@ -180,12 +76,8 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
   const data::OptionsTable& options = workspace.Options();
   ReportPictures pictures(machine, options.m_DefaultPictCardPath,
                           request.choices.pictures && options.m_OmitPictures == 0);
-  const AllPictures allPictures = [&]() -> std::optional<std::vector<std::filesystem::path>> {
-    const auto comments = CommentsOf(workspace, request.inspectionID);
-    if (!comments) return std::nullopt;
-    return pictures.FilesOf(content.header.documentNumber, *comments);
-  };
-  if (const Text problem = WhyNotThere(workspace, target->path, pictures, allPictures); !problem.empty())
+  const ReportPlace place(workspace, request.inspectionID, content.header.documentNumber, pictures);
+  if (const Text problem = place.WhyNot(target->path); !problem.empty())
     return Refuse(machine.prompts, problem);
   // Every new database begins with the same keys.
   const Text inspection =
@@ -193,7 +85,9 @@ ReportOutcome MakeReport(data::Workspace& workspace, const ReportRequest& reques
                      device::FromUtf8(device::IdentityOf(workspace.GetDatabases().Inspection().File())));
   ReportRun run(machine, *target, Text(format->ProgressTitle()), format->Parts(content));
   pictures.StopWhen([&run] { return run.Progress().IsCancelled(); });
-  format->Write({content, pictures, options, request.choices, inspection, allPictures}, run);
+  format->Write(
+      {content, pictures, options, request.choices, inspection, [&place] { return place.AllPictures(); }},
+      run);
   const ReportResult result = run.Finish();
   if (result != ReportResult::Written) return {result, {}, {}};
   std::vector<Text> notes = pictures.Notes();
