@@ -19,6 +19,7 @@
 #include "data/KeyReport.h"
 #include "device/Format.h"
 #include "device/ui/DialogSize.h"
+#include "device/ui/FindField.h"
 #include "device/ui/Menu.h"
 #include "device/ui/QtProgressWindow.h"
 #include "device/ui/TextConversion.h"
@@ -540,20 +541,22 @@ bool CMainFrame::FlushAll() {
 
 // Nobody can be asked any more: the log is where what was typed can still be found.
 void CMainFrame::LogWords() {
+  const QWidget* place = QApplication::activeModalWidget();
+  // A question may stand before what was typed into.
+  while (place && qobject_cast<const QMessageBox*>(place)) place = place->parentWidget();
+  if (!place || place == this) place = CurrentScreen();
   QStringList words;
-  for (const QWidget* const window : QApplication::topLevelWidgets()) {
-    if (!window->isVisible()) continue;
-    for (const auto* const lines : window->findChildren<QPlainTextEdit*>())
-      if (lines->document()->isModified()) words += lines->toPlainText();
-    for (const auto* const line : window->findChildren<QLineEdit*>())
-      if (line->isModified()) words += line->text();
-  }
+  for (const auto* const lines : place->findChildren<QPlainTextEdit*>())
+    if (lines->document()->isModified()) words += lines->toPlainText();
+  for (const auto* const line : place->findChildren<QLineEdit*>())
+    if (line->isModified() && line->echoMode() == QLineEdit::Normal &&
+        !dynamic_cast<const device::ui::FindField*>(line))
+      words += line->text();
   words.removeAll(QString());
-  words.removeDuplicates();  // a sheet is a window, and part of the one below
   const device::FaultLog::Unattended unattended(m_Machine.faults);
-  m_Machine.faults.Report(device::Format(
-      u"Inspector was ended by the system before everything that was typed could be stored. In its fields "
-      u"stood: \"%s\". Enter it again.",
+  m_Machine.faults.Report(device::Phrase(
+      u"Inspector was ended by the system before everything that was entered could be stored. Look "
+      u"whether these words are there, and ratings and ticks that were set last: \"%s\".",
       device::ui::FromQString(words.join(QLatin1String("\", \"")))));
 }
 

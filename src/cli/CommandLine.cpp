@@ -160,8 +160,8 @@ int RunCommandLine(std::vector<std::string> words, std::ostream& out, std::ostre
   for (const Slot& slot : slots) {
     if (!slot.app->parsed()) continue;
     std::error_code notThere;
-    if (!home.empty() && slot.command->name != "init" &&
-        !std::filesystem::is_directory(settings.home, notThere)) {
+    const bool needsHome = slot.command->needsDocument || slot.command->name == "check";
+    if (!home.empty() && needsHome && !std::filesystem::is_directory(settings.home, notThere)) {
       // A name that was mistyped must not become a device.
       err << "inspector-cli: There is no folder " << settings.home.string()
           << ". Correct the name after --home, or make a device there with \"init\".\n";

@@ -137,8 +137,11 @@ std::optional<device::DatabasePaths> ConsolePrompts::AskDatabasePaths(const devi
   for (const Text& path : {current.templatePath, current.inspectionPath}) {
     std::error_code error;
     if (std::filesystem::exists(m_Paths->ResolveStored(path), error)) continue;
-    m_Err << "The database " << m_Paths->ResolveStored(path).string() << " is not there.\n";
-    isMissing = true;
+    const std::filesystem::path file = m_Paths->ResolveStored(path);
+    const bool isLink = std::filesystem::is_symlink(file, error);
+    m_Err << "The database " << file.string()
+          << (isLink ? " is a link that leads nowhere.\n" : " is not there.\n");
+    isMissing = isMissing || !isLink;
   }
   if (isMissing) m_Err << "\"inspector-cli init\" creates what is missing.\n";
   if (!m_HasTerminal || m_Yes) return std::nullopt;

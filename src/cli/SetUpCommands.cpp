@@ -143,6 +143,8 @@ Findings FindFaults(Session& session, const std::filesystem::path& file, data::D
   if (const Text problem = connection.OpenForReading(); !problem.empty())
     return {TellsOfFault(file, problem), {problem}};
   const data::ReadScope reading(connection);  // a counter and its keys at one moment
+  if (Text problem = data::DescribeOtherKind(connection, kind); !problem.empty())
+    return {true, {std::move(problem)}};
   Findings found{true, data::FindStructureFaults(connection, kind)};
   // What a damaged file holds is anybody's guess.
   if (!connection.CheckIntegrity(found.faults)) return found;

@@ -172,15 +172,15 @@ std::vector<Text> FindOrphans(Connection& connection) {
     const std::string own = StoredName(connection, table, key);
     const std::string owners = StoredName(connection, owner, key);
     if (own.empty() || owners.empty()) continue;
-    ForEachRow(connection,
-               "SELECT count(*) FROM " + QuotedName(table) + " WHERE " + own + " IS NULL OR " + own +
-                   " NOT IN (SELECT " + owners + " FROM " + QuotedName(owner) + " WHERE " + owners +
-                   " IS NOT NULL)",
-               [&, table = table, what = what](sqlite3_stmt* row) {
-                 if (const int count = sqlite3_column_int(row, 0); count > 0)
-                   lines.push_back(Format(u"note: %d rows of table %s belong to no %s, and are shown nowhere",
-                                          count, table, what));
-               });
+    ForEachRow(
+        connection,
+        "SELECT count(*) FROM " + QuotedName(table) + " WHERE " + own + " IS NULL OR " + own +
+            " NOT IN (SELECT " + owners + " FROM " + QuotedName(owner) + " WHERE " + owners + " IS NOT NULL)",
+        [&, table = table, what = what](sqlite3_stmt* row) {
+          if (const int count = sqlite3_column_int(row, 0); count > 0)
+            lines.push_back(Format(u"note: in table %s, rows that belong to no %s and are shown nowhere: %d",
+                                   table, what, count));
+        });
   }
   return lines;
 }

@@ -16,7 +16,8 @@ namespace inspector::data {
 std::vector<Text> FindKeyFaults(Connection& connection, DatabaseKind kind);
 
 // Rows of the Inspection database whose inspection or category is gone, so that nothing shows them: a line
-// for each table that has some. They harm nobody, and are no fault.
+// for each table that has some. Not a fault: everything else works as if they were not there, but that their
+// keys are taken.
 std::vector<Text> FindOrphans(Connection& connection);
 
 // Only those of the counters, in both databases. What cannot be read is reported and has none.

@@ -63,6 +63,22 @@ void ReportMissing(const Machine& machine, Connection& connection, DatabaseKind 
                      device::FromUtf8(connection.File().string()), list));
 }
 
+// Empty when each file is what it should be.
+Text DescribeOtherKind(const Machine& machine, Databases& databases) {
+  constexpr DatabaseKind kBoth[] = {DatabaseKind::Template, DatabaseKind::Inspection};
+  std::vector<Text> problems;
+  for (const DatabaseKind kind : kBoth)
+    if (Text problem = DescribeOtherKind(databases.Get(kind), kind); !problem.empty())
+      problems.push_back(device::FromUtf8(databases.Get(kind).File().string()) + u": " + problem);
+  if (problems.empty()) return {};
+  if (problems.size() == 1)
+    return problems.front() + u" Nothing was changed. Put your last good copy in its place.";
+  return device::Format(
+      u"%s The two paths are exchanged: correct them in %s, or give the files their right names. Nothing was "
+      u"changed.",
+      problems.front(), device::FromUtf8(machine.registry.Path().string()));
+}
+
 StartUp Refuse(const Machine& machine, const Text& problem) {
   if (!problem.empty()) device::ShowError(machine.prompts, problem);
   return {StartUpResult::Refused, nullptr};
@@ -97,15 +113,8 @@ StartUp StartData(const Machine& machine) {
   for (Connection* connection : {&databases.Template(), &databases.Inspection()})
     if (const Text problem = connection->FindDamage(); !problem.empty()) return Refuse(machine, problem);
 
-  for (const DatabaseKind kind : {DatabaseKind::Template, DatabaseKind::Inspection})
-    if (IsOfOtherKind(databases.Get(kind), kind))
-      return Refuse(machine, device::Format(
-                                 u"%s holds %s. The two paths are exchanged: correct them in %s, or give the "
-                                 u"files their right names. Nothing was changed.",
-                                 device::FromUtf8(databases.Get(kind).File().string()),
-                                 kind == DatabaseKind::Template ? u"inspections, and no templates"
-                                                                : u"templates, and no inspections",
-                                 device::FromUtf8(machine.registry.Path().string())));
+  if (const Text problem = DescribeOtherKind(machine, databases); !problem.empty())
+    return Refuse(machine, problem);
 
   UpgradeResult result = UpgradeStructure(*workspace);
   if (result == UpgradeResult::Sound) result = CheckOptionsStructure(*workspace);

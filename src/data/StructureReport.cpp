@@ -30,7 +30,7 @@ std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind
   return faults;
 }
 
-bool IsOfOtherKind(Connection& connection, DatabaseKind kind) {
+Text DescribeOtherKind(Connection& connection, DatabaseKind kind) {
   const auto has = [&connection](const TableLayout& layout) {
     return connection.ColumnsOf(layout.name) != nullptr;
   };
@@ -41,7 +41,9 @@ bool IsOfOtherKind(Connection& connection, DatabaseKind kind) {
       return layout.name != u"UniqueID" && (layout.database == kind) == own && has(layout);
     });
   };
-  return hasAny(false) && !hasAny(true);
+  if (!hasAny(false) || hasAny(true)) return {};
+  return kind == DatabaseKind::Template ? u"this file holds inspections, and no templates."
+                                        : u"this file holds templates, and no inspections.";
 }
 
 Text FindGap(Connection& connection, DatabaseKind kind) {

@@ -12,8 +12,8 @@ namespace inspector::data {
 // and may be missing.
 std::vector<Text> FindMissingStructure(Connection& connection, DatabaseKind kind);
 
-// The file has tables of the other database, and none of its own: the two paths are exchanged.
-bool IsOfOtherKind(Connection& connection, DatabaseKind kind);
+// Of a file that has tables of the other database, and none of its own; else empty.
+Text DescribeOtherKind(Connection& connection, DatabaseKind kind);
 
 // A column that is missing between others, so that those behind it would be read and written one place off:
 // told by the names, where a table has the program's own. "Step.Reserve8"; empty when there is none.

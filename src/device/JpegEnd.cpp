@@ -9,6 +9,10 @@ constexpr unsigned kFill = 0xFF;
 constexpr unsigned kStart = 0xD8;
 constexpr unsigned kEnd = 0xD9;
 constexpr unsigned kScan = 0xDA;
+// Markers without a segment.
+constexpr unsigned kAlone = 0x01;
+constexpr unsigned kFirstRestart = 0xD0;
+constexpr unsigned kLastRestart = 0xD7;
 
 }  // namespace
 
@@ -35,12 +39,12 @@ void JpegEnd::Take(std::string_view bytes) {
 void JpegEnd::TakeByte(unsigned byte) {
   switch (m_State) {
     case State::Start:
-      if (byte != (m_Count == 0 ? kFill : kStart)) {
+      if (byte != (m_Count == 1 ? kStart : kFill)) {
         m_State = State::End;
-      } else if (++m_Count == 2) {
+      } else if (++m_Count == 3) {
         m_IsJpeg = true;
         m_State = State::Marker;
-        m_Last = 0;
+        m_Last = kFill;
       }
       break;
     case State::Marker:
@@ -66,8 +70,9 @@ void JpegEnd::TakeByte(unsigned byte) {
 }
 
 void JpegEnd::BeginSegment(unsigned byte) {
-  m_Marker = byte;
   m_Last = 0;
+  if (byte == kAlone || (byte >= kFirstRestart && byte <= kLastRestart)) return;
+  m_Marker = byte;
   m_Left = 0;
   m_Count = 0;
   m_State = State::Length;

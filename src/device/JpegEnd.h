@@ -13,6 +13,8 @@ public:
   // After the last of them: a JPEG whose picture, or what comes before it, breaks off. Bytes behind the end
   // are usual; other kinds of files are none of this class's business.
   bool IsCutShort() const { return m_IsJpeg && m_State != State::End; }
+  // No further bytes change that.
+  bool IsDecided() const { return m_State == State::End; }
 
 private:
   enum class State { Start, Marker, Length, Segment, Scan, End };

@@ -60,6 +60,13 @@ bool WasThere(const std::error_code& error) {
   return error == std::errc::file_exists;
 }
 
+bool HoldsOnlyPages(const device::Machine& machine, const std::filesystem::path& folder) {
+  const std::vector<Text> entries = machine.files.ListEntries(folder);
+  return std::all_of(entries.begin(), entries.end(), [](const Text& entry) {
+    return std::find(std::begin(kPages), std::end(kPages), entry) != std::end(kPages);
+  });
+}
+
 // A page that is a link would replace what it leads to, wherever that is.
 Text FirstLink(const std::filesystem::path& folder) {
   std::error_code error;
@@ -102,11 +109,12 @@ bool MayReplacePages(const ReportSource& source, const PageRecord& record, Repor
   const bool isOfThis = record.Inspection() == source.inspection;
   const bool areOwn = record.ArePagesOwn() && !record.Inspection().empty();
   if (!isThere || (isOfThis && areOwn)) return true;
-  const bool isOfAnother = areOwn && !isOfThis;
+  const bool isOfAnother = !record.Inspection().empty() && !isOfThis;
   if (run.Target().mayReplace && !isOfAnother) return true;
   const TextView question =
       isOfAnother ? u"%s already holds the pages of another inspection, or of this one in another copy of "
-                    u"the database. Do you want to replace them?"
+                    u"the database. Do you want to replace them? Copies of pictures whose originals are not "
+                    u"to be found stay in the folder."
       : isOfThis
           ? u"%s already holds pages of this inspection, which were changed since they were made. Do you "
             u"want to replace them?"
@@ -152,11 +160,9 @@ void HtmlReport::Write(const ReportSource& source, ReportRun& run) const {
   const auto pictures = std::make_shared<PagePictures>(source.pictures, run);
   std::vector<std::filesystem::path> named;
   std::error_code error;
-  // In a new folder there are none, and where this inspection's pages have no pictures beside them, nothing
-  // of the kind is touched.
-  const PageRecord& record = pictures->Record();
-  const bool isUsual =
-      record.Pictures().empty() && record.Inspection() == source.inspection && record.ArePagesOwn();
+  // In a new folder there are none, nor in one that holds nothing but the pages that were made there.
+  const bool isUsual = pictures->Record().Inspection() == source.inspection &&
+                       HoldsOnlyPages(run.GetMachine(), run.Target().path);
   if (!isUsual && std::filesystem::is_directory(run.Target().path, error)) {
     auto all = source.allPictures();
     if (!all) return run.Refuse();

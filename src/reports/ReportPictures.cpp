@@ -175,7 +175,7 @@ void ReportPictures::NoteNoJpeg(TextView path) {
 void ReportPictures::NoteDamaged(TextView path) {
   Note(device::Format(
       u"The picture %s is damaged: it breaks off before its end, so that readers may show a part of it or "
-      u"nothing. Take it again, or take it out of the comment.",
+      u"nothing. Take or copy it again, and make the report anew.",
       path));
 }
 

@@ -6,6 +6,7 @@
 #include "device/DefaultHome.h"
 #include "device/FileIdentity.h"
 #include "device/Format.h"
+#include "inspection/InspectionRows.h"
 #include "reports/MediaType.h"
 #include "reports/PageRecord.h"
 
@@ -31,6 +32,7 @@ bool IsOwnFile(data::Workspace& workspace, const std::filesystem::path& file) {
   const std::filesystem::path records = home / PageRecord::kFolder;
   if (IsOneOf(file, {registry, home / device::kLogFile, records})) return true;
   std::error_code notThere;
+  if (device::IsSamePlace(file.parent_path(), records)) return true;
   if (std::filesystem::is_directory(file, notThere)) return false;  // and so none of those below
   const std::filesystem::path folder = device::WholePath(file).parent_path();
   if (device::IsSamePlace(folder, records)) return true;
@@ -63,15 +65,12 @@ bool HasNameOfPicture(const std::filesystem::path& file) {
                      [&](TextView each) { return device::EqualIgnoringCase(end, each); });
 }
 
-// Those with tags. Nothing when they could not all be read.
+// Nothing when they could not all be read.
 std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int32_t inspectionID) {
   const data::ReadScope reading(workspace.InspectionConnection());
   std::vector<Text> comments;
   data::StepTable steps(workspace.GetDatabases());
-  steps.OpenSQL(
-      device::Format(u"SELECT Step.* FROM Category INNER JOIN Step ON Category.CategoryID = Step.CategoryID "
-                     u"WHERE (Category.InspectionID = %d) AND (Step.Comments LIKE \"%%***%%\")",
-                     inspectionID));
+  steps.OpenSQL(device::Format(inspection::kStepsOfInspection, inspectionID));
   for (int n = 0; n < steps.RecordCount(); ++n) {
     if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
     if (steps.Failed()) return std::nullopt;
@@ -81,8 +80,12 @@ std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int
 
 }  // namespace
 
-Text ReportPlace::WhyNot(const std::filesystem::path& file) const {
-  const Text name = device::FromUtf8(file.native());
+Text ReportPlace::WhyNot(const std::filesystem::path& named) const {
+  const Text name = device::FromUtf8(named.native());
+  // What is written to a link appears where it leads, under the name that is there.
+  std::error_code noLink;
+  const std::filesystem::path file =
+      std::filesystem::is_symlink(named, noLink) ? device::WholePath(named) : named;
   // Also what is not there at the moment: it would be taken for what its name says.
   if (IsOwnFile(m_Workspace, file))
     return device::Format(

@@ -18,7 +18,7 @@ public:
 
   // Why nothing must be written there: databases, what the program needs, pictures, the camera's card. Empty
   // when it may.
-  Text WhyNot(const std::filesystem::path& file) const;
+  Text WhyNot(const std::filesystem::path& named) const;
   // All that readers of the inspection's reports could be shown, also what one report leaves out. Nothing
   // when the comments could not all be read.
   std::optional<std::vector<std::filesystem::path>> AllPictures() const;

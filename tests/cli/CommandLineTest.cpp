@@ -119,7 +119,7 @@ TEST_F(WordsTest, CheckNamesWhatIsWrongAndChangesNothing) {
                 "  no whole number in table: UniqueID, the counter of Inspection holds many\n"
                 "  missing counter in table: UniqueID, InspectionCategory; the highest CategoryID is 1004\n"
                 "  counter too low in table: UniqueID, Step is at 1002; the highest StepID is 2000\n"
-                "  note: 2 rows of table Step belong to no category, and are shown nowhere\n");
+                "  note: in table Step, rows that belong to no category and are shown nowhere: 2\n");
   EXPECT_EQ(FilesBelow(folder), before);
 }
 
@@ -127,7 +127,8 @@ TEST_F(WordsTest, CheckNotesOrphansAndTellsALockFromAFault) {
   Out("new --type House");
   const std::string file = m_Device.Root() / "My Documents/Inspection_Data.cdb: ";
   Between([&] { m_Device.RunInVisits("INSERT INTO Step (StepID, CategoryID) VALUES (1, 7), (2, NULL)"); });
-  EXPECT_THAT(Out("check"), HasSubstr(file + "sound\n  note: 2 rows of table Step belong to no category"));
+  EXPECT_THAT(Out("check"),
+              HasSubstr(file + "sound\n  note: in table Step, rows that belong to no category"));
   Shell other = m_Device.Visits();
   other.Run("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
   const CliRun run = Cli("check");

@@ -85,7 +85,8 @@ TEST_F(StartUpTest, ExchangedFilesAreToldAndNotMadeAnew) {
   std::filesystem::rename(TemplateFile(), aside);
   std::filesystem::rename(InspectionFile(), TemplateFile());
   std::filesystem::rename(aside, InspectionFile());
-  ExpectRefused("Template_Data.cdb holds inspections, and no templates. The two paths are exchanged");
+  ExpectRefused(
+      "Template_Data.cdb: this file holds inspections, and no templates. The two paths are exchanged");
 }
 
 TEST_F(StartUpTest, AFileThatCannotBeUsedIsNamedAndLeftAsItIs) {

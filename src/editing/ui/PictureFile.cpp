@@ -149,7 +149,7 @@ bool IsCutShort(const std::filesystem::path& path) {
   QFile file(NameOf(path));
   if (!OpenFile(file)) return false;
   device::JpegEnd end;
-  for (QByteArray block = file.read(kBlock); !block.isEmpty(); block = file.read(kBlock))
+  for (QByteArray block = file.read(kBlock); !block.isEmpty() && !end.IsDecided(); block = file.read(kBlock))
     end.Take({block.constData(), static_cast<std::size_t>(block.size())});
   return end.IsCutShort();
 }
