@@ -91,6 +91,12 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
     EXPECT_TRUE(ContentOf(file) == before) << name;
   }
   ExpectRefused(1, "text 1001 --out '\\HousePhotoH-1.JPG'", "has the name of a picture");
+  for (const char* const leadsTo : {"My Documents/Inspection_Data.cdb-wal", "Pictures/new.jpg"}) {
+    const std::filesystem::path link = m_Device.Root() / "link.txt";
+    std::filesystem::create_symlink(m_Device.Root() / leadsTo, link);
+    ExpectRefused(1, "text 1001 --out '" + link.string() + "'", "Give the report another name.");
+    std::filesystem::remove(link);
+  }
 }
 
 TEST_F(ReportCommandsTest, PagesOfAnotherInspectionAreKeptUnlessYesIsSaid) {

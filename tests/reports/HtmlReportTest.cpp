@@ -136,6 +136,14 @@ TEST_F(HtmlReportTest, PagesAreNotMadeAmongThePicturesOfReports) {
   }
 }
 
+TEST_F(HtmlReportTest, APictureThatCameIntoTheFolderOfThePagesIsSeen) {
+  ASSERT_EQ(Write(m_Pages, false), ReportResult::Written);
+  ASSERT_EQ(Write(m_Pages, false), ReportResult::Written);
+  m_Folder.Put("pages/mine.jpg", kRoof);
+  Comment("***Path=\\pages\\mine.jpg***");
+  ExpectFails(m_Pages, "is the folder of a picture of this inspection");
+}
+
 TEST_F(HtmlReportTest, APageThatIsALinkIsNotFollowed) {
   ASSERT_EQ(Write(m_Pages), ReportResult::Written);
   std::filesystem::remove(m_Pages / "toc.htm");
