@@ -48,7 +48,9 @@ TEST_F(InspectionOverviewViewTest, ActsOnWhatTheFilterShows) {
   EXPECT_EQ(m_List.SelectedRow(), 1) << "what a person selected stays so";
   Filter("ruiz");
   ASSERT_EQ(Count(), 1);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&m_View));
   QTest::keyClick(&m_View, Qt::Key_F, Qt::ControlModifier);
+  ASSERT_EQ(QApplication::focusWidget(), &Part<QLineEdit>(m_View, "findField"));
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
   EXPECT_EQ(Count(), 4);
   EXPECT_TRUE(m_List.hasFocus());
