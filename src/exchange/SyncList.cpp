@@ -32,6 +32,8 @@ device::ListRow SyncList::ShownRow(int row) {
   device::ListRow shown;
   const char16_t mark = m_Entries[static_cast<std::size_t>(row)].mark;
   shown.cells.emplace_back(1, mark);
+  // A box that can be ticked says what a lone blank does not.
+  shown.check = mark == kMarked ? device::CheckImage::Ticked : device::CheckImage::Empty;
   if (m_Rows.GetRecord(row))
     shown.cells.insert(shown.cells.end(),
                        {m_Rows.m_ClientName, m_Rows.m_DwellingAddress, m_Rows.m_CityStateZip});

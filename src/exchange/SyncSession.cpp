@@ -47,6 +47,8 @@ bool SyncSession::HasServer(const data::OptionsTable& options) {
 
 bool SyncSession::Run() {
   using End = SyncReport::End;
+  // The server waits: what could not be stored is told at the end.
+  const device::FaultLog::Silence silence(m_Workspace.GetMachine().faults);
   const data::OptionsTable& options = m_Workspace.Options();
   const auto port = static_cast<std::uint16_t>(options.m_Port);
   m_Report.server = Format(u"%s:%d", options.m_IPAddress, port);
