@@ -262,24 +262,24 @@ std::optional<SyncSession::Values> SyncSession::ValuesOf(std::int32_t inspection
     const Text& text = TextColumn(row, ordinal);
     const TextView field = CaptionOf(ordinal);
     if (text.size() > protocol::kMaxValueBytes) {
-      m_Report.leftOut.push_back(Format(
-          u"Inspection %s was left out: its %s has %d characters, and the server takes %d at most. "
+      m_Report.leftOut.push_back(device::Phrase(
+          u"Inspection %s was left out: its \"%s\" has %d characters, and the server takes %d at most. "
           u"Shorten it and send the inspection again.",
           Named(row), field, static_cast<int>(text.size()), static_cast<int>(protocol::kMaxValueBytes)));
       return std::nullopt;
     }
     if (device::Contains(text, Text(1, protocol::kEot))) {
-      m_Report.leftOut.push_back(Format(
-          u"Inspection %s was left out: its %s holds the character that ends a value on the way to the "
+      m_Report.leftOut.push_back(device::Phrase(
+          u"Inspection %s was left out: its \"%s\" holds the character that ends a value on the way to the "
           u"server. Type it anew and send the inspection again.",
           Named(row), field));
       return std::nullopt;
     }
     if (!device::FitsCodePage(text))
       m_Report.altered.push_back(
-          Format(u"Inspection %s: the server gets a ? for each letter of its %s that the "
-                 u"connection has no room for.",
-                 Named(row), field));
+          device::Phrase(u"Inspection %s: the server gets a ? for each letter of its \"%s\" that the "
+                         u"connection has no room for.",
+                         Named(row), field));
     values.push_back(protocol::ToWire(text));
   }
   return values;
