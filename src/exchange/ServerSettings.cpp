@@ -5,17 +5,13 @@
 #include "device/Format.h"
 
 namespace inspector::exchange {
-namespace {
-
-bool IsPort(const Text& typed) {
+bool IsServerPort(const Text& typed) {
   const bool isNumber = !typed.empty() && std::all_of(typed.begin(), typed.end(), [](char16_t unit) {
     return unit >= u'0' && unit <= u'9';
   });
   const int port = device::LeadingInteger(typed);
   return isNumber && port >= kLowestPort && port <= kHighestPort;
 }
-
-}  // namespace
 
 ServerSettings ReadServerSettings(data::Workspace& workspace) {
   const data::OptionsTable& options = workspace.Options();
@@ -27,7 +23,7 @@ Text WhyNot(const ServerSettings& settings) {
     return device::Format(u"The address of the server takes at most %d characters.", kMostAddressLetters);
   if (settings.password.size() > static_cast<std::size_t>(kMostPasswordLetters))
     return device::Format(u"The password takes at most %d characters.", kMostPasswordLetters);
-  if (!IsPort(settings.port))
+  if (!IsServerPort(settings.port))
     return device::Format(u"The port is a number from %d to %d.", kLowestPort, kHighestPort);
   return {};
 }

@@ -19,6 +19,8 @@ struct ServerSettings {
   Text password;
 };
 
+// Digits that give a port which the protocol may use.
+bool IsServerPort(const Text& typed);
 ServerSettings ReadServerSettings(data::Workspace& workspace);
 // What a person must correct before they can be written; empty when nothing.
 Text WhyNot(const ServerSettings& settings);
