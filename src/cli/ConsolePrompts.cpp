@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <string>
@@ -21,6 +22,10 @@ volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void OnInterrupt(int) {
   interrupted = 1;
+}
+
+bool IsCommandToTerminal(char16_t unit) {
+  return (unit < u' ' && unit != u'\n' && unit != u'\t') || (unit >= 0x7F && unit <= 0x9F);
 }
 
 // One line, rewritten in place. Without a terminal it shows nothing, but the interrupt key still cancels.
@@ -103,6 +108,8 @@ bool ConsolePrompts::Answered(const Text& question) {
 Answer ConsolePrompts::Show(const device::Message& message) {
   Text text = device::ReplaceAll(message.text, u"\r\n", u"\n");
   text = message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n");
+  // What a file from elsewhere holds must not command the terminal.
+  std::replace_if(text.begin(), text.end(), IsCommandToTerminal, u'\uFFFD');
   switch (message.buttons) {
     case Buttons::YesNo:
       return Answered(text) ? Answer::Yes : Answer::No;

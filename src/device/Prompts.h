@@ -13,7 +13,7 @@ namespace inspector::device {
 
 enum class Icon { None, Information, Exclamation, Hand };
 enum class Buttons { Ok, OkCancel, YesNo };
-enum class Answer { Ok, Cancel, Yes, No };
+enum class Answer { Ok, Cancel, Yes, No, OkForAll };
 
 struct Message {
   Text text;
@@ -21,6 +21,9 @@ struct Message {
   Buttons buttons = Buttons::Ok;
   Icon icon = Icon::None;
   bool isNoFirst = false;  // of Yes and No: a key pressed twice must not say Yes
+  // Of a box with OK alone: words beside a box to tick, "Don't show this again". Ticked, the answer is
+  // OkForAll.
+  Text offer{};
 };
 
 struct TextQuestion {
@@ -34,6 +37,11 @@ struct SaveQuestion {
   Text folder;            // a device path, "\My Documents\", or one of the host that begins with '/'
   Text filter;            // "Rich Text Format (*.rtf)|*.rtf|"
   Text defaultExtension;  // "rtf"
+};
+
+struct OpenQuestion {
+  Text folder;  // as for SaveQuestion
+  Text filter;
 };
 
 struct DatabasePaths {
@@ -62,6 +70,8 @@ public:
   virtual std::optional<Text> AskText(const TextQuestion& question) = 0;
   // The path to write, on the host; nothing when the person cancels. Asks before it names an existing file.
   virtual std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) = 0;
+  // A file that is there; nothing when the person cancels, or where there is no way to choose one.
+  virtual std::optional<std::filesystem::path> AskOpenPath(const OpenQuestion&) { return std::nullopt; }
   virtual std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) = 0;
   virtual std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) = 0;
 

@@ -94,6 +94,7 @@ ScriptedPrompts::~ScriptedPrompts() {
   for (const auto& [about, answers] : m_Answers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   for (const auto& [about, answers] : m_Texts) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   EXPECT_TRUE(m_SavePaths.empty()) << "Never asked where to save";
+  EXPECT_TRUE(m_OpenPaths.empty()) << "Never asked what to open";
   EXPECT_TRUE(m_Databases.empty()) << "Never asked for the databases";
 }
 
@@ -121,6 +122,11 @@ std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& questio
 std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::SaveQuestion& question) {
   m_Seen.saveQuestions.push_back(question);
   return TakeAnswer(m_SavePaths, "where to save").value_or(std::nullopt);
+}
+
+std::optional<std::filesystem::path> ScriptedPrompts::AskOpenPath(const device::OpenQuestion& question) {
+  m_Seen.openQuestions.push_back(question);
+  return TakeAnswer(m_OpenPaths, "what to open").value_or(std::nullopt);
 }
 
 std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {
