@@ -13,6 +13,7 @@ std::vector<Command> StepCommands();        // categories, steps, rate, comment,
 std::vector<Command> ReportCommands();      // report
 std::vector<Command> SettingCommands();     // options, owner
 std::vector<Command> LibraryCommands();     // library
+std::vector<Command> SyncCommands();        // sync
 std::vector<Command> PageCommands();        // man, completion
 
 // "--json", shared by the commands that list.

@@ -30,7 +30,7 @@ const std::vector<Command>& AllCommands() {
   static const std::vector<Command> kCommands = [] {
     std::vector<Command> all;
     for (const auto& group : {SetUpCommands(), InspectionCommands(), StepCommands(), ReportCommands(),
-                              SettingCommands(), LibraryCommands(), PageCommands()})
+                              SettingCommands(), LibraryCommands(), SyncCommands(), PageCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

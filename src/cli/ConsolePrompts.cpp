@@ -48,6 +48,7 @@ public:
     m_Status = status;
     Draw();
   }
+  void SetDetail(const Text& detail) override { m_Detail = detail; }
   void SetRange(int low, int high) override {
     m_Low = low;
     m_High = high;
@@ -64,8 +65,8 @@ private:
   void Draw() {
     if (!m_Shown) return;
     const int whole = m_High > m_Low ? m_High - m_Low : 1;
-    const std::string line =
-        ToUtf8(device::Format(u"%s %d%% %s", m_Title, 100 * (m_Position - m_Low) / whole, m_Status));
+    const std::string line = ToUtf8(
+        device::Format(u"%s %d%% %s %s", m_Title, 100 * (m_Position - m_Low) / whole, m_Status, m_Detail));
     m_Err << '\r' << line;
     if (line.size() < m_LineLength) m_Err << std::string(m_LineLength - line.size(), ' ');
     m_Err << std::flush;
@@ -75,6 +76,7 @@ private:
   std::ostream& m_Err;
   Text m_Title;
   Text m_Status;
+  Text m_Detail;
   int m_Low = 0;
   int m_High = 0;
   int m_Position = 0;

@@ -54,6 +54,8 @@ class ProgressWindow {
 public:
   virtual ~ProgressWindow() = default;
   virtual void SetStatus(const Text& status) = 0;
+  // How much of how much, "3 of 20", beside the status; empty takes it away.
+  virtual void SetDetail(const Text& detail) = 0;
   virtual void SetRange(int low, int high) = 0;
   virtual void SetPosition(int position) = 0;
   virtual void Step() = 0;

@@ -36,6 +36,7 @@ struct RecordingWindow : device::ProgressWindow {
     m_Record->statuses.push_back(status);
     m_Conduct.atStatus();
   }
+  void SetDetail(const Text& detail) override { m_Record->details.push_back(detail); }
   void SetRange(int low, int high) override {
     std::tie(m_Record->low, m_Record->high) = std::pair(low, high);
   }

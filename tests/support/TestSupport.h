@@ -83,6 +83,7 @@ public:
     Text title;
     bool cancellable = false;
     std::vector<Text> statuses;
+    std::vector<Text> details;
     int low = 0;
     int high = 0;
     int position = 0;

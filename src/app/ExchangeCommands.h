@@ -1,0 +1,17 @@
+// Exchanging inspections with the office and with other devices, from the screen.
+#pragma once
+
+#include <QWidget>
+
+#include "inspection/InspectorDoc.h"
+
+namespace inspector::app {
+
+// The dialog of the synchronisation. True when rows of inspections may have been changed or added.
+bool Synchronise(inspection::CInspectorDoc& document, QWidget& window);
+
+// Writes the current inspection into a file that another device can import. What was written stands in the
+// text that comes back, empty when nothing was.
+device::Text ExportCurrent(inspection::CInspectorDoc& document);
+
+}  // namespace inspector::app
