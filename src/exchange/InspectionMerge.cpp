@@ -192,6 +192,8 @@ std::vector<Text> Described(const MergePreview& preview) {
   if (plan.takenCategories > 0)
     sentences.push_back(Format(u"Number, remarks and status taken over: %s.",
                                Counted(plan.takenCategories, u"category", u"categories")));
+  if (plan.sameSteps > 0)
+    sentences.push_back(Format(u"There already: %s.", Counted(plan.sameSteps, u"step", u"steps")));
   if (sentences.empty()) sentences.push_back(u"Nothing is added or filled.");
   AddNames(sentences, u"Left out, because these steps have findings already:", plan.occupiedSteps);
   AddNames(sentences, u"In the file more than once, of which only the first counts:", plan.repeatedTitles);

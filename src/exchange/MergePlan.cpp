@@ -17,15 +17,28 @@ bool IsEmpty(const data::StepTable& step) {
   return step.m_InspectResult.empty() && step.m_Comments.empty() && step.m_Materials.empty();
 }
 
-// Somebody would miss it.
-bool SaysSomething(const data::StepTable& step) {
-  return !IsEmpty(step) || !step.m_MaterialNote.empty() || !step.m_SummaryComment.empty() ||
-         !step.m_BitmapPath.empty();
+// All that somebody would miss, to be compared.
+Text FindingsOf(const data::StepTable& step) {
+  Text findings;
+  for (const Text* const each : {&step.m_InspectResult, &step.m_Comments, &step.m_Materials,
+                                 &step.m_MaterialNote, &step.m_SummaryComment, &step.m_BitmapPath})
+    findings.append(*each).push_back(u'\0');
+  return findings;
+}
+Text WordsOf(const data::CategoryTable& category) {
+  Text words;
+  for (const Text* const each : {&category.m_CategoryNumber, &category.m_Remarks, &category.m_CommentText})
+    words.append(*each).push_back(u'\0');
+  return words;
+}
+bool SaysSomething(const Text& findings) {
+  return findings.find_first_not_of(u'\0') != Text::npos;
 }
 
 // Rows as they will stand when the plan has been carried out so far.
 struct TargetStep {
   Text number;
+  Text findings;
   bool isEmpty = true;
   bool isAdded = false;    // by a staged step
   bool isReached = false;  // likewise
@@ -33,6 +46,7 @@ struct TargetStep {
 struct TargetCategory {
   std::int64_t key = 0;
   Text number;
+  Text words;
   bool isComplete = false;
   bool isReached = false;
 };
@@ -62,8 +76,8 @@ private:
     for (int row = 0; row < category.RecordCount(); ++row) {
       if (!category.GetRecord(row)) return false;
       m_Titles.Add(category.m_CategoryTitle, category.m_CategoryNumber, row);
-      m_Categories.push_back(
-          {category.m_CategoryID, category.m_CategoryNumber, category.m_CompleteFlag != 0});
+      m_Categories.push_back({category.m_CategoryID, category.m_CategoryNumber, WordsOf(category),
+                              category.m_CompleteFlag != 0});
     }
     return !category.Failed();
   }
@@ -74,7 +88,7 @@ private:
     if (!found) {
       m_Titles.Add(staged.m_CategoryTitle, {}, merge.target);
       // Above every key that a stored category can have.
-      m_Categories.push_back({(std::int64_t{1} << 32) + merge.target, {}});
+      m_Categories.push_back({(std::int64_t{1} << 32) + merge.target, {}, {}});
       ++m_Plan.addedCategories;
     }
     TargetCategory& target = m_Categories[static_cast<std::size_t>(merge.target)];
@@ -84,9 +98,10 @@ private:
     if (merge.isTaken) {
       m_Titles.Renumber(staged.m_CategoryTitle, merge.target, target.number, staged.m_CategoryNumber);
       target.number = staged.m_CategoryNumber;
+      target.words = WordsOf(staged);
       target.isComplete = staged.m_CompleteFlag != 0;
       m_Plan.takenCategories += !merge.isNew;
-    } else {
+    } else if (WordsOf(staged) != target.words) {
       m_Plan.completeCategories.push_back(staged.m_CategoryTitle);
     }
     // The steps of a category whose key stands twice go with its first row.
@@ -113,19 +128,23 @@ private:
     StepMerge merge{row, found.value_or(static_cast<int>(steps.rows.size())), !found};
     if (!found) {
       steps.titles.Add(staged.m_StepTitle, {}, merge.target);
-      steps.rows.push_back({{}, true, true});
+      steps.rows.push_back({{}, {}, true, true});
     }
     TargetStep& target = steps.rows[static_cast<std::size_t>(merge.target)];
     merge.isTaken = target.isEmpty;
     const Text name = category + u": " + staged.m_StepTitle;
-    const bool isMissed = SaysSomething(staged);
-    if (!merge.isTaken && isMissed)
+    Text findings = FindingsOf(staged);
+    const bool isSame = findings == target.findings;
+    if (!merge.isTaken && isSame)
+      ++m_Plan.sameSteps;
+    else if (!merge.isTaken && SaysSomething(findings))
       (target.isReached ? m_Plan.repeatedTitles : m_Plan.occupiedSteps).push_back(name);
     if (merge.isTaken) {
       steps.titles.Renumber(staged.m_StepTitle, merge.target, target.number, staged.m_StepNumber);
       target.number = staged.m_StepNumber;
       target.isEmpty = IsEmpty(staged);
-      m_Plan.filledSteps += isMissed && !target.isAdded;
+      m_Plan.filledSteps += SaysSomething(findings) && !target.isAdded;
+      target.findings = std::move(findings);
     }
     m_Plan.addedSteps += merge.isNew;
     target.isReached = true;
@@ -141,7 +160,7 @@ private:
     for (int row = 0; row < step.RecordCount(); ++row) {
       if (!step.GetRecord(row)) return nullptr;
       known->second.titles.Add(step.m_StepTitle, step.m_StepNumber, row);
-      known->second.rows.push_back({step.m_StepNumber, IsEmpty(step)});
+      known->second.rows.push_back({step.m_StepNumber, FindingsOf(step), IsEmpty(step)});
     }
     return step.Failed() ? nullptr : &known->second;
   }

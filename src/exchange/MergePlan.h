@@ -42,8 +42,9 @@ struct MergePlan {
   int takenCategories = 0;  // that were there and take over the staged columns
   int addedSteps = 0;
   int filledSteps = 0;  // that were there, were empty, and get something
+  int sameSteps = 0;    // with the same findings as the target had or got before
   // What is dropped, by name: "Roof: Shingles".
-  std::vector<Text> completeCategories;  // their columns
+  std::vector<Text> completeCategories;  // other numbers or words for them
   std::vector<Text> occupiedSteps;       // with something to say, where the target had findings before
   std::vector<Text> repeatedTitles;      // likewise, where one of the same title came before; and categories
 };

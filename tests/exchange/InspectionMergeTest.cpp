@@ -165,14 +165,15 @@ TEST_F(InspectionMergeTest, NewRowsGetTheirOwnKeysAndOthersAreNotTouched) {
 }
 
 TEST_F(InspectionMergeTest, PreviewSaysTheSameAndChangesNothing) {
-  Fill("", 72, {"Roof 10 complete", "  A 1 Good", "  B 1", "  C 1 Good"});
-  Stage({"Roof 20", "  A 1 Poor", "  B 1 Poor", "  B 2 Good", "  C 2", "  D 1", "Attic 5", "Attic 6"});
+  Fill("", 72, {"Roof 10 complete", "  A 1 Good", "  B 1", "  C 1 Good", "  E 1 Fair x"});
+  Stage({"Roof 20", "  A 1 Poor", "  B 1 Poor", "  B 2 Good", "  C 2", "  D 1", "  E 9 Fair x", "Attic 5",
+         "Attic 6"});
   const std::string before = Everything();
   const auto preview = PreviewMerge(Document(), 72, 5);
   ASSERT_TRUE(preview);
   EXPECT_EQ(Joined(Described(*preview)),
             u"Added: 1 category, 1 step.|Filled: 1 step that was empty.|"
-            u"Number, remarks and status taken over: 1 category.|"
+            u"Number, remarks and status taken over: 1 category.|There already: 1 step.|"
             u"Left out, because these steps have findings already: Roof: A.|"
             u"In the file more than once, of which only the first counts: Roof: B; Attic.|"
             u"Complete, and so keeping number and remarks: Roof.|"
