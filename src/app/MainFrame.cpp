@@ -156,6 +156,11 @@ void CMainFrame::MakeScreens() {
   m_Overview->beforeChange = [this] { return IsStored(); };
   m_Overview->onOpened = [this] { Bring(Header()); };
   m_Overview->onChanged = [this] { RememberSoon(); };
+  m_Overview->onMerge = [this](std::int32_t inspectionID) {
+    const device::Text done = MergeImported(m_Document, inspectionID, *this);
+    if (!done.empty()) Tell(ToQString(done));
+    m_Overview->OnShow();
+  };
 }
 
 void CMainFrame::AddScreen(Screen& screen) {
