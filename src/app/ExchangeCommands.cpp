@@ -1,6 +1,8 @@
 #include "app/ExchangeCommands.h"
 
+#include "device/Format.h"
 #include "exchange/InspectionExport.h"
+#include "exchange/InspectionImport.h"
 #include "exchange/ui/SyncDialog.h"
 
 namespace inspector::app {
@@ -25,6 +27,21 @@ Text ExportCurrent(inspection::CInspectorDoc& document) {
   for (const Text& note : outcome.notes) told += u"\n\n" + note;
   workspace.GetPrompts().Show({.text = told, .title = u"Export", .icon = device::Icon::Information});
   return file;
+}
+
+bool ImportFile(inspection::CInspectorDoc& document) {
+  document.FinishDocTypeChange();
+  data::Workspace& workspace = document.GetWorkspace();
+  const exchange::ImportOutcome outcome = exchange::ImportInspectionFile(workspace);
+  if (outcome.result != exchange::ImportResult::Staged) return false;
+  Text told = device::Format(
+      u"Imported: %d categories with %d steps. They wait until they are merged: select the inspection that "
+      u"is to "
+      u"take them in the list, and press Merge.",
+      outcome.categories, outcome.steps);
+  for (const Text& note : outcome.notes) told += u"\n\n" + note;
+  workspace.GetPrompts().Show({.text = told, .title = u"Import", .icon = device::Icon::Information});
+  return true;
 }
 
 }  // namespace inspector::app

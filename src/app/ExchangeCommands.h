@@ -14,4 +14,7 @@ bool Synchronise(inspection::CInspectorDoc& document, QWidget& window);
 // text that comes back, empty when nothing was.
 device::Text ExportCurrent(inspection::CInspectorDoc& document);
 
+// Asks for a file and stages the inspection that it holds, to be merged later. True when one was.
+bool ImportFile(inspection::CInspectorDoc& document);
+
 }  // namespace inspector::app

@@ -303,6 +303,10 @@ void CMainFrame::MakeExchangeMenu() {
                    const device::Text file = ExportCurrent(m_Document);
                    if (!file.empty()) Tell(QStringLiteral("The inspection is exported: ") + ToQString(file));
                  });
+  AddMenuCommand(exchange, "import", QStringLiteral("&Import..."),
+                 QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), [this] {
+                   if (IsStored() && ImportFile(m_Document)) Bring(*m_Overview);
+                 });
   m_EverywhereInBar += exchange->menuAction();
 }
 
