@@ -21,6 +21,7 @@ public:
       : m_Databases(databases), m_TargetID(target), m_StagedID(staged), m_Plan(plan) {}
 
   MergeResult Run(device::ProgressWindow* progress) {
+    constexpr int kStatuses = 100;
     const int count = static_cast<int>(m_Plan.categories.size());
     if (progress) {
       progress->SetRange(0, count);
@@ -34,7 +35,10 @@ public:
     for (int n = 0; n < count; ++n) {
       const MergeResult result = MergeCategory(m_Plan.categories[static_cast<std::size_t>(n)], progress);
       if (result != MergeResult::Merged) return result;
-      if (progress) progress->SetPosition(n + 1);
+      if (!progress) continue;
+      progress->SetPosition(n + 1);
+      if ((n + 1) % (count / kStatuses + 1) == 0)
+        progress->SetStatus(Format(u"Merging Categories... %d of %d", n + 1, count));
     }
     return DeleteStaged() ? MergeResult::Merged : MergeResult::Failed;
   }

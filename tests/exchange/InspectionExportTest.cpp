@@ -56,6 +56,20 @@ TEST_F(InspectionExportTest, HouseWithoutCategoriesIsThreeRecords) {
   EXPECT_THAT(outcome.notes, IsEmpty());
 }
 
+TEST_F(InspectionExportTest, MoreRecordsThanOlderReadersTakeAreToldAndWritten) {
+  // With the seven that are there: 1,000, and then one more.
+  m_Device.RunInVisits(
+      "INSERT INTO Step (StepID, CategoryID) WITH RECURSIVE n(k) AS (SELECT 1000 UNION ALL SELECT k + 1 FROM "
+      "n WHERE k < "
+      "1992) SELECT k, 81 FROM n");
+  EXPECT_THAT(Export().notes, SizeIs(1));
+  m_Device.RunInVisits("INSERT INTO Step (StepID, CategoryID) VALUES (1993, 81)");
+  const ExportOutcome outcome = Export();
+  EXPECT_EQ(outcome.notes.back(), u"The file has 1001 records. Older readers stop after 1000 of them.");
+  const std::string bytes = ContentOf(m_File);
+  EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\xA7'), 1001);
+}
+
 TEST_F(InspectionExportTest, ValuesThatDoNotArriveAreAskedAbout) {
   m_Device.RunInVisits(
       "UPDATE Step SET Comments = 'Costs \xC2\xA4 5, see \xC2\xA7 3.' WHERE StepID = 92;"

@@ -157,7 +157,8 @@ TEST_F(InspectionMergeTest, NewRowsGetTheirOwnKeysAndOthersAreNotTouched) {
   EXPECT_EQ(InVisits("SELECT ClientName FROM Inspection WHERE InspectionID = 72"), "Target");
   EXPECT_EQ(Staged(), "122");
   EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
-            u"Merging Inspections...|Merging Categories...|0|2|2");
+            u"Merging Inspections...|Merging Categories...|Merging Categories... 1 of 2|Merging "
+            u"Categories... 2 of 2|0|2|2");
   EXPECT_EQ(
       Joined(Described(outcome.done)),
       u"Added: 1 category, 3 steps.|Filled: 1 step that was empty.|Number, remarks and status taken over: 1 "
