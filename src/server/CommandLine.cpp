@@ -260,7 +260,7 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
     return static_cast<int>(ExitCode::Failed);
   }
   device::SystemClock clock;
-  CommandRun run{*storage, clock, in, out, err, PersonAtTheTerminal(), typed.json};
+  CommandRun run{*storage, clock, in, out, err, PersonAtTheTerminal(), typed.json, settings.cost};
   return static_cast<int>(commands.Chosen()(run));
 }
 

@@ -69,7 +69,7 @@ ExitCode Serve(const Settings& settings, std::ostream& err) {
   if (!lock.IsMine()) return fail("Another server runs on " + settings.data.string() + ".");
   AllowSockets(settings.maxSessions, log);
 
-  Server server(settings, *storage, clock, log);
+  Server server(settings, *storage, clock, log, settings.cost);
   if (const std::string problem = server.Listen(); !problem.empty()) return fail(problem);
   server.StopAtSignals();
   const HostAndPort address = server.Address();

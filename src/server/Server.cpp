@@ -135,7 +135,7 @@ void Server::AwaitSignal() {
     const bool isSecond = m_IsStopping;
     BeginStop();
     if (isSecond) BreakAll("the server stops at once");
-    AwaitSignal();
+    if (!m_Sessions.empty()) AwaitSignal();
   });
 }
 

@@ -110,6 +110,9 @@ void ReadSettings(const std::filesystem::path& file, Settings& settings, std::ve
        {"a number above 0", IntoNumber([&](std::int64_t n) { settings.session = std::chrono::seconds(n); })}},
       {"stop_seconds",
        {"a number above 0", IntoNumber([&](std::int64_t n) { settings.stop = std::chrono::seconds(n); })}},
+      {"password_mib", {"a number above 0", IntoNumber([&](std::int64_t n) {
+                          settings.cost.bytes = static_cast<std::size_t>(n) << 20;
+                        })}},
       {"login_delay_ms", {"a number above 0", IntoNumber([&](std::int64_t n) {
                             settings.loginDelay = std::chrono::milliseconds(n);
                           })}},

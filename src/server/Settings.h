@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "server/Passwords.h"
+
 namespace inspector::server {
 
 // "127.0.0.1:7020", "office.example:7020", "[::1]:7020".
@@ -37,6 +39,7 @@ struct Settings {
   std::chrono::seconds session{3600};          // from the connection to the end
   std::chrono::seconds stop{10};               // for inspections under way when the server is to end
   std::chrono::milliseconds loginDelay{1000};  // after the first wrong password
+  PasswordCost cost;                           // of new passwords
 };
 
 // Adds what the file says; a relative `data` is relative to the file. What is wrong with it is added to

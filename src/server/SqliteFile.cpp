@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
+
 namespace inspector::server {
 namespace {
 
@@ -94,6 +96,8 @@ sqlite3_stmt* SqliteFile::Prepared(const char* sql) {
 void SqliteFile::Note() {
   if (!m_Failure.empty()) return;
   m_Failure = m_Path.string() + ": " + (m_Database != nullptr ? sqlite3_errmsg(m_Database) : "out of memory");
+  const int system = m_Database != nullptr ? sqlite3_system_errno(m_Database) : 0;
+  if (system != 0) m_Failure += std::string(" (") + std::strerror(system) + ")";
 }
 
 SqliteTransaction::SqliteTransaction(SqliteFile& file)

@@ -100,6 +100,7 @@ Fault SqliteStorage::Prepare() {
 // --- users
 
 Fault SqliteStorage::ListUsers(std::vector<User>& users) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   SqliteQuery query(m_Reader,
                     "SELECT User.Name, Office.Name, PasswordHash, LastLogin, FailedLogins FROM User "
@@ -109,6 +110,7 @@ Fault SqliteStorage::ListUsers(std::vector<User>& users) const {
 }
 
 Fault SqliteStorage::FindUser(const std::string& name, std::optional<User>& user) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   SqliteQuery query(m_Reader,
                     "SELECT User.Name, Office.Name, PasswordHash, LastLogin, FailedLogins FROM User "
@@ -119,6 +121,7 @@ Fault SqliteStorage::FindUser(const std::string& name, std::optional<User>& user
 }
 
 Fault SqliteStorage::AddUser(const User& user) {
+  const std::lock_guard lock(m_WriterMutex);
   m_Writer.ClearFailure();
   SqliteTransaction transaction(m_Writer);
   bool isTaken = false;
@@ -135,6 +138,7 @@ Fault SqliteStorage::AddUser(const User& user) {
 }
 
 Fault SqliteStorage::ChangeUser(const char* sql, const std::string& name, std::string_view value) {
+  const std::lock_guard lock(m_WriterMutex);
   m_Writer.ClearFailure();
   SqliteTransaction transaction(m_Writer);
   bool isThere = false;
@@ -169,6 +173,7 @@ Fault SqliteStorage::NoteLogin(const std::string& name, bool succeeded, const de
 
 Fault SqliteStorage::OfferedKeys(const std::string& office, const std::optional<DayRange>& days,
                                  std::vector<Key>& keys) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   const std::string first = days ? StoredDay(days->first) : "";
   const std::string last = days ? StoredDay(days->last) : "9999-12-31";
@@ -183,6 +188,7 @@ Fault SqliteStorage::OfferedKeys(const std::string& office, const std::optional<
 
 Fault SqliteStorage::Read(std::span<const Key> keys, std::size_t bytes,
                           std::vector<OfficeInspection>& inspections) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   std::size_t size = 0;
   for (const Key key : keys) {
@@ -198,6 +204,7 @@ Fault SqliteStorage::Read(std::span<const Key> keys, std::size_t bytes,
 }
 
 Fault SqliteStorage::StorePushes(std::span<const Push> pushes) {
+  const std::lock_guard lock(m_WriterMutex);
   m_Writer.ClearFailure();
   SqliteTransaction transaction(m_Writer);
   for (const Push& push : pushes) {
@@ -222,6 +229,7 @@ Fault SqliteStorage::StorePushes(std::span<const Push> pushes) {
 // --- what the office does
 
 Fault SqliteStorage::ListOffices(std::vector<std::string>& offices) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   SqliteQuery query(m_Reader, "SELECT Name FROM Office ORDER BY Name");
   while (query.Step()) offices.emplace_back(query.Text(0));
@@ -237,6 +245,7 @@ Fault SqliteStorage::List(const std::string& office, const std::optional<DayRang
 
 Fault SqliteStorage::Find(const std::string& office, TextView number,
                           std::optional<OfficeInspection>& inspection) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   const std::string stored = device::ToUtf8(number);
   SqliteQuery query(m_Reader, "SELECT " INSPECTION_COLUMNS
@@ -249,6 +258,7 @@ Fault SqliteStorage::Find(const std::string& office, TextView number,
 
 Fault SqliteStorage::Apply(const std::string& office, std::span<const Change> changes, ChangeKind kind,
                            const Origin& origin, Applied& applied) {
+  const std::lock_guard lock(m_WriterMutex);
   m_Writer.ClearFailure();
   SqliteTransaction transaction(m_Writer);
   const std::int64_t key = OfficeKey(office);
@@ -279,6 +289,7 @@ Fault SqliteStorage::Apply(const std::string& office, std::span<const Change> ch
 }
 
 Fault SqliteStorage::Remove(const std::string& office, TextView number, const Origin& origin) {
+  const std::lock_guard lock(m_WriterMutex);
   m_Writer.ClearFailure();
   SqliteTransaction transaction(m_Writer);
   const std::int64_t key = OfficeKey(office);
@@ -293,6 +304,7 @@ Fault SqliteStorage::Remove(const std::string& office, TextView number, const Or
 
 Fault SqliteStorage::History(const std::string& office, TextView number,
                              std::vector<Version>& versions) const {
+  const std::lock_guard lock(m_ReaderMutex);
   m_Reader.ClearFailure();
   const std::string stored = device::ToUtf8(number);
   SqliteQuery query(m_Reader, "SELECT " INSPECTION_COLUMNS

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 
 #include "server/SqliteFile.h"
 #include "server/Storage.h"
@@ -61,7 +62,9 @@ private:
                   const Origin& origin);
   bool HasUnnumbered(std::int64_t office, const InspectionTexts& texts);
 
+  mutable std::mutex m_ReaderMutex;
   mutable SqliteFile m_Reader;  // of the calls that only read
+  std::mutex m_WriterMutex;
   SqliteFile m_Writer;
 };
 

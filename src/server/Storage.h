@@ -81,8 +81,8 @@ struct Applied {
 //  - Keys that OfferedKeys has returned can be read for as long as the storage lives, also when the
 //  inspection
 //    is changed or removed meanwhile: it is read as it is by then.
-// Calls that read (const) and calls that write may be made from two threads, one for each kind, at once.
-// Another process may use the same storage.
+// Calls may come from any thread; those that read (const) do not wait for those that write. Another process
+// may use the same storage.
 class Storage {
 public:
   using Key = std::int64_t;
