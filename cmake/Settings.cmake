@@ -9,6 +9,9 @@ set(CMAKE_INTERPROCEDURAL_OPTIMIZATION OFF)
 add_compile_options(
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
   -Wimplicit-fallthrough -Wextra-semi -Wno-restrict -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang") # builds the fuzzers only
+  add_compile_options(-Wno-error -Wno-unknown-warning-option)
+endif()
 
 # "address" stands for address and undefined behaviour together; "thread" for data races.
 set(INSPECTOR_SANITIZE "" CACHE STRING "Sanitizers: empty, address or thread")
