@@ -19,7 +19,11 @@ namespace inspector::bench {
 
 class UnattendedPrompts : public device::Prompts {
 public:
-  device::Answer Show(const device::Message& message) override { Fail(device::ToUtf8(message.text)); }
+  device::Answer Show(const device::Message& message) override {
+    if (!message.offer.empty()) return device::Answer::OkForAll;
+    if (message.title == u"Alert") return device::Answer::Ok;
+    Fail(device::ToUtf8(message.text));
+  }
   std::optional<device::Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
   std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
     return std::nullopt;

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/ExchangeCommands.h"
 #include "app/OptionsSheet.h"
 #include "app/ReportCommand.h"
 #include "data/KeyReport.h"
@@ -155,6 +156,11 @@ void CMainFrame::MakeScreens() {
   m_Overview->beforeChange = [this] { return IsStored(); };
   m_Overview->onOpened = [this] { Bring(Header()); };
   m_Overview->onChanged = [this] { RememberSoon(); };
+  m_Overview->onMerge = [this](std::int32_t inspectionID) {
+    const device::Text done = MergeImported(m_Document, inspectionID, *this);
+    if (!done.empty()) Tell(ToQString(done));
+    m_Overview->OnShow();
+  };
 }
 
 void CMainFrame::AddScreen(Screen& screen) {
@@ -242,6 +248,7 @@ void CMainFrame::MakeMenus() {
                  [this] { close(); });
   m_ScreenMenu = AddMenu(QStringLiteral("&Commands"));
   MakeVisitMenu();
+  MakeExchangeMenu();
   QMenu* const tools = AddMenu(QStringLiteral("&Tools"));
   m_Undo = AddMenuCommand(tools, "undo", {}, QKeySequence::Undo, [this] { Undo(); });
   ShowUndo();
@@ -287,6 +294,37 @@ void CMainFrame::MakeVisitMenu() {
   m_EverywhereInBar.prepend(write);
   m_Visit->Categories().addAction(write);
   m_Visit->WhatIsLeft().addAction(write);
+}
+
+void CMainFrame::MakeExchangeMenu() {
+  QMenu* const exchange = AddMenu(QStringLiteral("E&xchange"));
+  AddMenuCommand(exchange, "synchronise", QStringLiteral("&Synchronise..."),
+                 QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Y), [this] {
+                   if (IsStored() && Synchronise(m_Document, *this)) ShowExchanged();
+                 });
+  AddMenuCommand(exchange, "export", QStringLiteral("&Export..."),
+                 QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E), [this] {
+                   if (!IsStored() || !HasVisit()) return;
+                   const device::Text file = ExportCurrent(m_Document);
+                   if (!file.empty()) Tell(QStringLiteral("The inspection is exported: ") + ToQString(file));
+                 });
+  AddMenuCommand(exchange, "import", QStringLiteral("&Import..."),
+                 QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_I), [this] {
+                   if (IsStored() && ImportFile(m_Document)) Bring(*m_Overview);
+                 });
+  m_EverywhereInBar += exchange->menuAction();
+}
+
+// Rows were written beside the document, perhaps its current one.
+void CMainFrame::ShowExchanged() {
+  const std::int32_t inspection = m_Document.Inspection().m_InspectionID;
+  const std::int32_t category = m_Document.Categories().m_CategoryID;
+  const int top = m_Document.CategoryTopIndex();
+  m_Document.Reopen();
+  if (m_Document.SelectInspection(inspection) && category > 0 && m_Document.SelectCategory(category))
+    m_Document.SetCategoryTopIndex(top);
+  CurrentScreen()->OnShow();
+  ShowTitle();
 }
 
 QAction* CMainFrame::MakeViewMenu(QMenu* tools) {

@@ -83,6 +83,7 @@ private:
   void EditLists(const device::Text& list);
   void MakeMenus();
   void MakeVisitMenu();
+  void MakeExchangeMenu();
   QAction* MakeViewMenu(QMenu* tools);  // what opens it
   QMenu* AddMenu(const QString& title);
   QAction* AddMenuCommand(QMenu* menu, const char* objectName, const QString& caption,
@@ -106,6 +107,7 @@ private:
   void RememberSoon();
   void RememberPlace();
   void Report();
+  void ShowExchanged();
 
   inspection::CInspectorDoc& m_Document;
   inspection::UndoLog m_UndoLog;

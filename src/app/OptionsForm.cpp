@@ -6,6 +6,7 @@
 #include "device/Format.h"
 #include "device/OwnerRecord.h"
 #include "editing/PictureAttachment.h"
+#include "exchange/ServerSettings.h"
 
 namespace inspector::app {
 namespace {
@@ -113,10 +114,10 @@ const std::vector<OptionsPage>& OptionsPages() {
         {u"OwnerPhone", u"Phone; fax", Kind::Line, {}, {}, 125}}},
       {u"Server",
        u"The office's server, with which inspections are exchanged.",
-       {{u"IPAddress", u"Address of the server"},
+       {{u"IPAddress", u"Address of the server", Kind::Line, {}, {}, exchange::kMostAddressLetters},
         {u"Port", u"Port", Kind::Number},
         {u"UserName", u"User name"},
-        {u"Pswrd", u"Password", Kind::Secret}}},
+        {u"Pswrd", u"Password", Kind::Secret, {}, {}, exchange::kMostPasswordLetters}}},
       {u"Paths",
        u"Inspector ends when a database is to be found elsewhere.",
        {{kTemplatePath, u"Template database"}, {kInspectionPath, u"Inspection database"}}},
@@ -148,6 +149,10 @@ std::optional<OptionsForm::Problem> OptionsForm::WhyNot(const Values& values) {
       if (entry.limit > 0 && value.size() > static_cast<std::size_t>(entry.limit))
         return Problem{page.title,
                        device::Phrase(u"\"%s\" takes at most %d characters.", entry.caption, entry.limit)};
+      // A new device has no server and a port of 0.
+      if (entry.name == u"Port" && value != u"0" && !exchange::IsServerPort(value))
+        return Problem{page.title, device::Phrase(u"\"%s\" takes a number from %d to %d.", entry.caption,
+                                                  exchange::kLowestPort, exchange::kHighestPort)};
       if (!IsKeptElsewhere(entry.name) &&
           data::SetOption(tried, entry.name, value) == data::OptionSet::BadValue)
         return Problem{page.title, device::Phrase(u"\"%s\" does not take \"%s\".", entry.caption, value)};

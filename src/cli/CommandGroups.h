@@ -13,6 +13,8 @@ std::vector<Command> StepCommands();        // categories, steps, rate, comment,
 std::vector<Command> ReportCommands();      // report
 std::vector<Command> SettingCommands();     // options, owner
 std::vector<Command> LibraryCommands();     // library
+std::vector<Command> ExchangeCommands();    // export, import, staged, merge
+std::vector<Command> SyncCommands();        // sync
 std::vector<Command> PageCommands();        // man, completion
 
 // "--json", shared by the commands that list.
@@ -20,6 +22,11 @@ CommandOption JsonOption();
 
 // Of a repeated argument, one must be given.
 Argument AtLeastOne(Argument repeated);
+
+// The file that somebody typed, in whatever encoding. Nothing for a name that cannot be used, which has been
+// said; `which` is "after --out".
+std::optional<std::filesystem::path> TypedFile(Session& session, device::TextView which,
+                                               const std::string& name);
 
 // "NAME=VALUE" cut at the first "="; without one the value is missing.
 struct Assignment {

@@ -1,6 +1,7 @@
 #include <charconv>
 
 #include "cli/CommandGroups.h"
+#include "device/Format.h"
 
 namespace inspector::cli {
 
@@ -20,6 +21,22 @@ Argument AtLeastOne(Argument repeated) {
   return repeated;
 }
 
+std::optional<std::filesystem::path> TypedFile(Session& session, device::TextView which,
+                                               const std::string& name) {
+  if (name.empty()) {
+    session.Fail(device::Format(u"The file %s has no name.", which));
+    return std::nullopt;
+  }
+  const device::Text text = device::FromUtf8(name);
+  if (device::ToUtf8(text) == name) return session.GetMachine().paths.ResolveTyped(text);
+  // In another encoding; the host knows names by their bytes.
+  std::error_code error;
+  if (name.front() != '\\') return std::filesystem::current_path(error) / name;
+  session.Fail(device::Format(
+      u"The name %s holds letters in another encoding than UTF-8. Give it a name of plain letters.", which));
+  return std::nullopt;
+}
+
 Assignment ParseAssignment(const std::string& typed) {
   const std::size_t equals = typed.find('=');
   if (equals == std::string::npos) return {device::FromUtf8(typed), std::nullopt};
@@ -29,8 +46,9 @@ Assignment ParseAssignment(const std::string& typed) {
 const std::vector<Command>& AllCommands() {
   static const std::vector<Command> kCommands = [] {
     std::vector<Command> all;
-    for (const auto& group : {SetUpCommands(), InspectionCommands(), StepCommands(), ReportCommands(),
-                              SettingCommands(), LibraryCommands(), PageCommands()})
+    for (const auto& group :
+         {SetUpCommands(), InspectionCommands(), StepCommands(), ReportCommands(), SettingCommands(),
+          LibraryCommands(), ExchangeCommands(), SyncCommands(), PageCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

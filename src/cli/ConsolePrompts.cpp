@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <string>
@@ -21,6 +22,10 @@ volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void OnInterrupt(int) {
   interrupted = 1;
+}
+
+bool IsCommandToTerminal(char16_t unit) {
+  return (unit < u' ' && unit != u'\n' && unit != u'\t') || (unit >= 0x7F && unit <= 0x9F);
 }
 
 // One line, rewritten in place. Without a terminal it shows nothing, but the interrupt key still cancels.
@@ -43,6 +48,7 @@ public:
     m_Status = status;
     Draw();
   }
+  void SetDetail(const Text& detail) override { m_Detail = detail; }
   void SetRange(int low, int high) override {
     m_Low = low;
     m_High = high;
@@ -59,8 +65,8 @@ private:
   void Draw() {
     if (!m_Shown) return;
     const int whole = m_High > m_Low ? m_High - m_Low : 1;
-    const std::string line =
-        ToUtf8(device::Format(u"%s %d%% %s", m_Title, 100 * (m_Position - m_Low) / whole, m_Status));
+    const std::string line = ToUtf8(
+        device::Format(u"%s %d%% %s %s", m_Title, 100 * (m_Position - m_Low) / whole, m_Status, m_Detail));
     m_Err << '\r' << line;
     if (line.size() < m_LineLength) m_Err << std::string(m_LineLength - line.size(), ' ');
     m_Err << std::flush;
@@ -70,6 +76,7 @@ private:
   std::ostream& m_Err;
   Text m_Title;
   Text m_Status;
+  Text m_Detail;
   int m_Low = 0;
   int m_High = 0;
   int m_Position = 0;
@@ -101,6 +108,8 @@ bool ConsolePrompts::Answered(const Text& question) {
 Answer ConsolePrompts::Show(const device::Message& message) {
   Text text = device::ReplaceAll(message.text, u"\r\n", u"\n");
   text = message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n");
+  // What a file from elsewhere holds must not command the terminal.
+  std::replace_if(text.begin(), text.end(), IsCommandToTerminal, u'\uFFFD');
   switch (message.buttons) {
     case Buttons::YesNo:
       return Answered(text) ? Answer::Yes : Answer::No;

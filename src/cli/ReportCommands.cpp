@@ -64,26 +64,9 @@ Text InSentence(device::TextView title) {
 // False when the file after --out has no name that can be used.
 bool TakeTarget(Session& session, const Input& input, reports::ReportRequest& request) {
   if (!input.Has("--out")) return true;
-  if (input.options.at("--out").empty()) {
-    session.Fail(u"The file after --out has no name.");
-    return false;
-  }
-  const std::string& name = input.options.at("--out");
-  const Text text = device::FromUtf8(name);
-  std::error_code error;
   request.mayReplace = true;
-  if (device::ToUtf8(text) == name) {
-    request.target = session.GetMachine().paths.ResolveTyped(text);
-  } else if (name.front() != '\\') {
-    // In another encoding; the host knows names by their bytes.
-    request.target = std::filesystem::current_path(error) / name;
-  } else {
-    session.Fail(
-        u"The name after --out holds letters in another encoding than UTF-8. Give it a name of plain "
-        u"letters.");
-    return false;
-  }
-  return true;
+  request.target = TypedFile(session, u"after --out", input.options.at("--out"));
+  return request.target.has_value();
 }
 
 // What makes no difference to this kind of report is said, not refused: scripts give all of them to each.

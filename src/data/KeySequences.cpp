@@ -7,10 +7,16 @@
 namespace inspector::data {
 namespace {
 
-constexpr KeyUse kInspections[] = {{u"Inspection", u"InspectionID"}, {u"Category", u"InspectionID"}};
+// A staged inspection has a key of the same sequence, and its categories would go to another one of that key.
+constexpr KeyUse kInspections[] = {{u"Inspection", u"InspectionID"},
+                                   {u"Category", u"InspectionID"},
+                                   {u"MERGE_Inspection", u"InspectionID"},
+                                   {u"MERGE_Category", u"InspectionID"}};
 constexpr KeyUse kCategories[] = {
     {u"Category", u"CategoryID"}, {u"Step", u"CategoryID"}, {u"Field", u"CategoryID"}};
 constexpr KeyUse kSteps[] = {{u"Step", u"StepID"}};
+constexpr KeyUse kStagedCategories[] = {{u"MERGE_Category", u"CategoryID"}, {u"MERGE_Step", u"CategoryID"}};
+constexpr KeyUse kStagedSteps[] = {{u"MERGE_Step", u"StepID"}};
 constexpr KeyUse kComments[] = {{u"Comments", u"ID"},
                                 {u"StepComment", u"CommentID"},
                                 {u"CategoryComment", u"CommentID"},
@@ -23,6 +29,8 @@ constexpr KeySequence kSequences[] = {
     {u"Inspection", DatabaseKind::Inspection, kInspections},
     {u"InspectionCategory", DatabaseKind::Inspection, kCategories},
     {u"Step", DatabaseKind::Inspection, kSteps},
+    {u"MERGE_InspectionCategory", DatabaseKind::Inspection, kStagedCategories},
+    {u"MERGE_Step", DatabaseKind::Inspection, kStagedSteps},
     {u"Comments", DatabaseKind::Template, kComments},
     {u"Pickers", DatabaseKind::Template, kPickers},
     {u"ExpandedText", DatabaseKind::Template, kShortcuts},

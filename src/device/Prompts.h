@@ -13,7 +13,7 @@ namespace inspector::device {
 
 enum class Icon { None, Information, Exclamation, Hand };
 enum class Buttons { Ok, OkCancel, YesNo };
-enum class Answer { Ok, Cancel, Yes, No };
+enum class Answer { Ok, Cancel, Yes, No, OkForAll };
 
 struct Message {
   Text text;
@@ -21,6 +21,9 @@ struct Message {
   Buttons buttons = Buttons::Ok;
   Icon icon = Icon::None;
   bool isNoFirst = false;  // of Yes and No: a key pressed twice must not say Yes
+  // Of a box with OK alone: words beside a box to tick, "Don't show this again". Ticked, the answer is
+  // OkForAll.
+  Text offer{};
 };
 
 struct TextQuestion {
@@ -36,6 +39,11 @@ struct SaveQuestion {
   Text defaultExtension;  // "rtf"
 };
 
+struct OpenQuestion {
+  Text folder;  // as for SaveQuestion
+  Text filter;
+};
+
 struct DatabasePaths {
   Text templatePath;
   Text inspectionPath;
@@ -46,6 +54,8 @@ class ProgressWindow {
 public:
   virtual ~ProgressWindow() = default;
   virtual void SetStatus(const Text& status) = 0;
+  // How much of how much, "3 of 20", beside the status; empty takes it away.
+  virtual void SetDetail(const Text& detail) = 0;
   virtual void SetRange(int low, int high) = 0;
   virtual void SetPosition(int position) = 0;
   virtual void Step() = 0;
@@ -60,6 +70,8 @@ public:
   virtual std::optional<Text> AskText(const TextQuestion& question) = 0;
   // The path to write, on the host; nothing when the person cancels. Asks before it names an existing file.
   virtual std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) = 0;
+  // A file that is there; nothing when the person cancels, or where there is no way to choose one.
+  virtual std::optional<std::filesystem::path> AskOpenPath(const OpenQuestion&) { return std::nullopt; }
   virtual std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) = 0;
   virtual std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) = 0;
 

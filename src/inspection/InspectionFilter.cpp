@@ -68,8 +68,4 @@ int InspectionFilter::ShownOf(int position) const {
   return found != m_Shown.end() && *found == position ? static_cast<int>(found - m_Shown.begin()) : -1;
 }
 
-device::ListRow OtherInspections::ShownRow(int row) {
-  return Shown(m_Overview, PositionOf(row));
-}
-
 }  // namespace inspector::inspection

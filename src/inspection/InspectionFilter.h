@@ -35,18 +35,4 @@ private:
   std::vector<int> m_Shown;    // positions, ascending; used while filtering
 };
 
-// Every inspection but one: what it can be merged with.
-class OtherInspections : public device::RowSource {
-public:
-  OtherInspections(InspectionOverview& overview, int except) : m_Overview(overview), m_Except(except) {}
-
-  int RowCount() const override { return m_Overview.RowCount() - 1; }
-  device::ListRow ShownRow(int row) override;
-  int PositionOf(int shown) const { return shown < m_Except ? shown : shown + 1; }
-
-private:
-  InspectionOverview& m_Overview;
-  int m_Except;
-};
-
 }  // namespace inspector::inspection

@@ -86,24 +86,11 @@ RunResult InspectionOverview::CopyCurrent(TextView number, std::int32_t& key) {
   return transaction.Commit() ? RunResult::Done : RunResult::Failed;
 }
 
-std::optional<InspectionOverview::MergePair> InspectionOverview::OnMerge(int selected,
-                                                                         const ChooseOther& choose) {
-  device::Prompts& prompts = m_Document.GetWorkspace().GetPrompts();
-  const std::optional<Row> first = RowAt(selected);
-  if (!first) {
-    device::ShowError(prompts, u"You must select an inspection before pressing the button.");
-    return std::nullopt;
-  }
-  OtherInspections others(*this, selected);
-  if (others.RowCount() == 0) {
-    device::Alert(prompts, u"There is no other inspection to merge with.");
-    return std::nullopt;
-  }
-  const std::optional<int> chosen = choose(others);
-  if (!chosen) return std::nullopt;
-  const std::optional<Row> second = RowAt(others.PositionOf(*chosen));
-  if (!second) return std::nullopt;
-  return MergePair{first->inspectionID, second->inspectionID};
+std::optional<std::int32_t> InspectionOverview::OnMerge(int selected) {
+  if (const std::optional<Row> row = RowAt(selected)) return row->inspectionID;
+  device::ShowError(m_Document.GetWorkspace().GetPrompts(),
+                    u"You must select an inspection before pressing the button.");
+  return std::nullopt;
 }
 
 }  // namespace inspector::inspection

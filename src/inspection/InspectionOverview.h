@@ -36,14 +36,8 @@ public:
   // Makes the selected row the document's current inspection. Says so when it is gone.
   bool OnOpen(int selected) { return selected >= 0 && MakeCurrent(selected); }
 
-  // Shows the other inspections and returns the row chosen among them; nothing for Cancel.
-  using ChooseOther = std::function<std::optional<int>(device::RowSource& others)>;
-  struct MergePair {
-    std::int32_t kept = 0;
-    std::int32_t merged = 0;
-  };
-  // Refuses without a selection. The two inspections to merge; nothing is changed.
-  std::optional<MergePair> OnMerge(int selected, const ChooseOther& choose);
+  // The selected inspection, which is to take in what was imported. Refuses without a selection.
+  std::optional<std::int32_t> OnMerge(int selected);
 
   // While it lives, every RowAt reads the same moment, without a lock of its own.
   class ReadAll {

@@ -16,7 +16,6 @@ namespace {
 using device::Format;
 
 constexpr std::int32_t kNoType = -1;
-constexpr int kMostRowsForUndo = 20'000;
 constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {

@@ -41,8 +41,17 @@ void VisitSnapshot::Add(std::int32_t inspectionID) {
   m_Tables[1].AddKey(inspectionID);
 }
 
+void VisitSnapshot::AddStaged(std::int32_t inspectionID) {
+  m_Staged = inspectionID;
+  m_Tables.emplace_back(u"MERGE_Inspection", kInspectionID, std::vector{inspectionID});
+  m_Tables.emplace_back(u"MERGE_Category", kInspectionOfCategory, std::vector{inspectionID});
+}
+
 VisitSnapshot VisitSnapshot::Untaken() const {
-  return IsOfStep() ? OfStep(m_StepID, m_CategoryID) : OfInspections(m_Inspections);
+  if (IsOfStep()) return OfStep(m_StepID, m_CategoryID);
+  VisitSnapshot untaken = OfInspections(m_Inspections);
+  if (m_Staged) untaken.AddStaged(*m_Staged);
+  return untaken;
 }
 
 bool VisitSnapshot::IsOf(std::int32_t inspectionID) const {
@@ -51,12 +60,15 @@ bool VisitSnapshot::IsOf(std::int32_t inspectionID) const {
 
 bool VisitSnapshot::Take(data::Connection& connection) {
   const data::ReadScope reading(connection);
-  if (!m_Tables[0].Take(connection) || !m_Tables[1].Take(connection)) return false;
+  const auto take = [&](data::RowSnapshot& table) { return table.Take(connection); };
+  if (!std::all_of(m_Tables.begin(), m_Tables.end(), take)) return false;
   if (IsOfStep()) return true;
+  const auto owned = static_cast<std::ptrdiff_t>(m_Tables.size());
   const std::vector<std::int32_t> categories = m_Tables[1].Numbers(kCategoryID);
   m_Tables.emplace_back(u"Step", kCategoryOfStep, categories);
   m_Tables.emplace_back(u"Field", kCategoryOfField, categories);
-  return m_Tables[2].Take(connection) && m_Tables[3].Take(connection);
+  if (m_Staged) m_Tables.emplace_back(u"MERGE_Step", kCategoryOfStep, m_Tables[3].Numbers(kCategoryID));
+  return std::all_of(m_Tables.begin() + owned, m_Tables.end(), take);
 }
 
 bool VisitSnapshot::PutBack(data::Connection& connection) const {

@@ -11,6 +11,9 @@
 
 namespace inspector::inspection {
 
+// More of them are not kept: they would be held in memory twice.
+inline constexpr int kMostRowsForUndo = 20'000;
+
 // What an action may change. Before Take, as if nothing of it were there.
 class VisitSnapshot {
 public:
@@ -22,6 +25,8 @@ public:
   bool IsOf(std::int32_t inspectionID) const;
   // One that was not there when the others were taken.
   void Add(std::int32_t inspectionID);
+  // A staged inspection, with its categories and steps. Once, and not of a step's snapshot.
+  void AddStaged(std::int32_t inspectionID);
   // The same rows, not taken yet.
   VisitSnapshot Untaken() const;
   // False on a failure, which has been reported.
@@ -36,6 +41,8 @@ private:
   std::vector<std::int32_t> m_Inspections;
   std::int32_t m_StepID = 0;
   std::int32_t m_CategoryID = 0;
+  std::optional<std::int32_t> m_Staged;
+  // Inspections and categories, or a step and its category; those staged; then what belongs to categories.
   std::vector<data::RowSnapshot> m_Tables;
 };
 

@@ -4,35 +4,13 @@
 
 #include "data/CategoryTable.h"
 #include "data/InspectionTable.h"
-#include "data/StartUp.h"
 #include "data/StepTable.h"
 #include "device/Format.h"
-#include "device/OwnerRecord.h"
 #include "editing/Materials.h"
 #include "editing/RatingFlags.h"
 
 namespace inspector::reports {
 namespace {
-
-device::OwnerRecord ReadOwner(const device::Machine& machine) {
-  const auto block = machine.registry.ReadBinary(Text(data::kOwnerKey), u"Owner");
-  if (block) return device::OwnerRecord::Decode(*block);
-  if (!machine.registry.LastError().empty()) machine.faults.Report(machine.registry.LastError());
-  return {};
-}
-
-std::array<Text, 3> CompanyLines(const device::OwnerRecord& owner) {
-  std::array<Text, 3> lines = {owner.company, {}, {}};
-  for (const Text& part : device::SplitAddress(owner.address)) {
-    if (part.empty()) continue;
-    if (lines[1].empty()) {
-      lines[1] = part;
-    } else {
-      lines[2] += (lines[2].empty() ? u"" : u", ") + part;
-    }
-  }
-  return lines;
-}
 
 ReportLabels LabelsOf(const data::OptionsTable& options) {
   const auto& own = options.m_HeaderLabel;
@@ -50,12 +28,6 @@ ReportHeader HeaderOf(const data::InspectionTable& inspection) {
   header.clientAgent = inspection.m_ClientAgent;
   header.realEstateCompany = inspection.m_RealEstateCompany;
   return header;
-}
-
-ReportCompany CompanyOf(const device::OwnerRecord& owner) {
-  const std::size_t end = std::min(owner.phone.find(u';'), owner.phone.size());
-  return {owner.company, device::SplitAddress(owner.address), owner.phone.substr(0, end),
-          owner.phone.substr(std::min(end + 1, owner.phone.size()))};
 }
 
 class Collector {
@@ -164,12 +136,11 @@ CollectResult CollectReport(data::Workspace& workspace, std::int32_t inspectionI
   if (inspection.RecordCount() == 0) return CollectResult::NoSuchInspection;
   if (!inspection.GetRecord(0)) return CollectResult::Failed;
 
-  const device::OwnerRecord owner = ReadOwner(workspace.GetMachine());
+  content.company = ReadCompany(workspace);
+  content.companyLines = content.company.Lines();
   content.header = HeaderOf(inspection);
-  content.header.inspector = options.m_InspectorEntry.empty() ? owner.name : options.m_InspectorEntry;
+  content.header.inspector = content.company.inspector;
   content.labels = LabelsOf(options);
-  content.companyLines = CompanyLines(owner);
-  content.company = CompanyOf(owner);
   content.finePrint = options.m_FinePrint;
   content.definitionOfTerms = options.m_DefinitionOfTerms;
   content.generalInformation = inspection.m_GeneralInformation;

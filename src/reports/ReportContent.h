@@ -7,12 +7,10 @@
 
 #include "data/Workspace.h"
 #include "device/Text.h"
+#include "reports/ReportCompany.h"
 #include "reports/StepSelection.h"
 
 namespace inspector::reports {
-
-using device::Text;
-using device::TextView;
 
 // A category with the steps that have comments, materials or a rating, in the order of their numbers; or a
 // major system with all of its steps.
@@ -43,14 +41,6 @@ struct ReportLabels {
   Text documentNumber = u"Doc #";
   Text clientName = u"Client Name";
   Text date = u"Date";
-};
-
-// The company as the summary's page header has it.
-struct ReportCompany {
-  Text name;
-  std::array<Text, 4> address;
-  Text phone;
-  Text fax;
 };
 
 struct ReportContent {

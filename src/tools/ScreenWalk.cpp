@@ -20,6 +20,8 @@
 #include "editing/ui/DuplicateCategoryDialog.h"
 #include "editing/ui/PlaceholderDialog.h"
 #include "editing/ui/StepPropertySheet.h"
+#include "exchange/ui/ServerSettingsDialog.h"
+#include "exchange/ui/SyncDialog.h"
 #include "inspection/ui/InspectionOverviewView.h"
 #include "inspection/ui/InspectionSetupView2.h"
 #include "inspection/ui/InspectorView.h"
@@ -48,6 +50,7 @@ public:
     Visit();
     Menus();
     Dialogs();
+    Exchange();
     Options();
     Boxes();
   }
@@ -175,6 +178,21 @@ private:
     Look(page, "report-categories");
   }
 
+  void Exchange() {
+    data::Workspace& workspace = m_Document.GetWorkspace();
+    exchange::ui::SyncDialog sync(workspace, &m_Frame);
+    sync.findChild<QAbstractButton*>(QStringLiteral("sendSwitch"))->click();
+    sync.findChild<QAbstractButton*>(QStringLiteral("markAllButton"))->click();
+    Full(sync, "synchronise");
+    exchange::ui::ServerSettingsDialog server(workspace, &sync);
+    Look(server, "server-settings");
+    Modal("alert-offer", [this] {
+      m_Prompts.Show({.text = u"INSPECTION\u00A4418 Juniper Lane\u00A4Theodora and Miles Halvorsen\u00A4",
+                      .title = u"Alert",
+                      .offer = u"Don't show this again for this file"});
+    });
+  }
+
   void Options() {
     app::COptionsSheet options(m_Document.GetWorkspace());
     for (const app::OptionsPage& page : app::OptionsPages()) {
@@ -204,6 +222,7 @@ private:
     progress->SetRange(0, 10);
     progress->SetPosition(4);
     progress->SetStatus(u"Writing the category Bathrooms");
+    progress->SetDetail(u"4 of 10");
     if (QWidget* const window = QApplication::activeModalWidget()) Look(*window, "progress");
   }
 

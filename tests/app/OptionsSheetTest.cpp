@@ -17,7 +17,7 @@ protected:
 
 TEST_F(OptionsSheetTest, OptionsAreSavedWholeOrRefused) {
   m_Values[u"Port"] = u"x";
-  EXPECT_EQ(m_Form.WhyNot(m_Values)->text, u"\"Port\" does not take \"x\".");
+  EXPECT_EQ(m_Form.WhyNot(m_Values)->text, u"\"Port\" takes a number from 10 to 10000.");
   m_Values[u"Port"] = u"4000";
   m_Values[u"ShowStepNumbers"] = u"TRUE";
   m_Values[u"OwnerName"] = u"Ana Ruiz";

@@ -36,19 +36,5 @@ TEST_F(InspectionFilterTest, ShowsWhatHoldsEveryWordInAnyColumn) {
   EXPECT_THAT(Shown(u"xyz"), ElementsAre());
 }
 
-TEST_F(InspectionFilterTest, OffersEveryOtherInspectionForAMerge) {
-  const auto nothing = [](device::RowSource&) { return std::optional<int>(); };
-  EXPECT_FALSE(m_Overview.OnMerge(-1, nothing));
-  EXPECT_EQ(Prompts().Last(), "Error: You must select an inspection before pressing the button.");
-  const auto pair = m_Overview.OnMerge(1, [](device::RowSource& others) {
-    EXPECT_EQ(others.RowCount(), 3);
-    EXPECT_EQ(others.ShownRow(1).cells[0], u"Ruiz");
-    return std::optional(1);
-  });
-  ASSERT_TRUE(pair.has_value());
-  EXPECT_EQ(std::pair(pair->kept, pair->merged), std::pair(1001, 1002));
-  EXPECT_FALSE(m_Overview.OnMerge(1, nothing));
-}
-
 }  // namespace
 }  // namespace inspector::inspection

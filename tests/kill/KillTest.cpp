@@ -11,6 +11,9 @@ namespace inspector::tests {
 namespace {
 
 constexpr const char* kReport = "Reports/Visit.rtf";
+constexpr const char* kExported = "\\House.rtf";
+constexpr const char* kNothingStaged =
+    "DELETE FROM MERGE_Inspection; DELETE FROM MERGE_Category; DELETE FROM MERGE_Step;";
 const std::vector<std::string> kTypes = {"Full House Inspection", "Condominium Inspection"};
 
 // What can be found on a tablet, with the keys.
@@ -19,7 +22,10 @@ struct Content {
       : visits(tablet.Ask("SELECT InspectionID, InspectionNum, DocType, InspectionTypeID, GeneralInformation "
                           "FROM Inspection ORDER BY 1") +
                tablet.Ask("SELECT * FROM Category ORDER BY CategoryID") +
-               tablet.Ask("SELECT * FROM Step ORDER BY StepID")),
+               tablet.Ask("SELECT * FROM Step ORDER BY StepID") +
+               tablet.Ask("SELECT * FROM MERGE_Inspection ORDER BY InspectionID") +
+               tablet.Ask("SELECT * FROM MERGE_Category ORDER BY CategoryID") +
+               tablet.Ask("SELECT * FROM MERGE_Step ORDER BY StepID")),
         report(std::filesystem::exists(tablet.Home() / kReport) ? ContentOf(tablet.Home() / kReport) : "") {}
   bool operator==(const Content&) const = default;
 
@@ -77,10 +83,30 @@ std::vector<Work> EveryWork(Tablet& tablet) {
             "--layout", on.Random(2) ? "4 Column" : "Full Narrative",
             "--out",    "\\Reports\\Visit.rtf"};
   };
+  const auto exportHouse = [](Tablet& on) -> std::vector<std::string> {
+    if (on.Random(2)) std::filesystem::remove(on.Home() / kReport);
+    return {"export", "1000", "--out", "\\Reports\\Visit.rtf", "--yes"};
+  };
+  const auto importHouse = [](Tablet& on) -> std::vector<std::string> {
+    if (on.Random(2)) on.Ask(kNothingStaged);
+    return {"import", kExported};
+  };
+  const auto merge = [key = visit(), where](Tablet& on) -> std::vector<std::string> {
+    // Into nothing, or into steps that are there.
+    const std::string mine = " WHERE CategoryID IN (SELECT CategoryID FROM Category" + where(key) + ");";
+    on.Ask(std::string("BEGIN;") + kNothingStaged +
+           (on.Random(2) ? "UPDATE Step SET InspectResult = '', Comments = '', Materials = ''" + mine
+                         : "DELETE FROM Step" + mine + "DELETE FROM Category" + where(key) + ";") +
+           "COMMIT");
+    on.Run({"import", kExported});
+    return {"merge", std::to_string(key), on.Ask("SELECT InspectionID FROM MERGE_Inspection")};
+  };
+  tablet.Run({"export", "1000", "--out", kExported, "--yes"});
   const auto create = [](Tablet&) -> std::vector<std::string> { return {"new", "--type", kTypes[1]}; };
   std::filesystem::create_directories(tablet.Home() / "Reports");
-  return {
-      {"apply-type", applyType}, {"defaults", defaults}, {"report", report}, {"new", create}, {"rate", rate}};
+  return {{"apply-type", applyType}, {"defaults", defaults}, {"report", report},
+          {"new", create},           {"rate", rate},         {"export", exportHouse},
+          {"import", importHouse},   {"merge", merge}};
 }
 
 // Works till the program is caught at it.

@@ -36,6 +36,7 @@ struct RecordingWindow : device::ProgressWindow {
     m_Record->statuses.push_back(status);
     m_Conduct.atStatus();
   }
+  void SetDetail(const Text& detail) override { m_Record->details.push_back(detail); }
   void SetRange(int low, int high) override {
     std::tie(m_Record->low, m_Record->high) = std::pair(low, high);
   }
@@ -93,6 +94,7 @@ ScriptedPrompts::~ScriptedPrompts() {
   for (const auto& [about, answers] : m_Answers) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   for (const auto& [about, answers] : m_Texts) ADD_FAILURE() << "Never asked: " << ToUtf8(about);
   EXPECT_TRUE(m_SavePaths.empty()) << "Never asked where to save";
+  EXPECT_TRUE(m_OpenPaths.empty()) << "Never asked what to open";
   EXPECT_TRUE(m_Databases.empty()) << "Never asked for the databases";
 }
 
@@ -120,6 +122,11 @@ std::optional<Text> ScriptedPrompts::AskText(const device::TextQuestion& questio
 std::optional<std::filesystem::path> ScriptedPrompts::AskSavePath(const device::SaveQuestion& question) {
   m_Seen.saveQuestions.push_back(question);
   return TakeAnswer(m_SavePaths, "where to save").value_or(std::nullopt);
+}
+
+std::optional<std::filesystem::path> ScriptedPrompts::AskOpenPath(const device::OpenQuestion& question) {
+  m_Seen.openQuestions.push_back(question);
+  return TakeAnswer(m_OpenPaths, "what to open").value_or(std::nullopt);
 }
 
 std::optional<device::DatabasePaths> ScriptedPrompts::AskDatabasePaths(const device::DatabasePaths& current) {

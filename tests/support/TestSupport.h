@@ -83,6 +83,7 @@ public:
     Text title;
     bool cancellable = false;
     std::vector<Text> statuses;
+    std::vector<Text> details;
     int low = 0;
     int high = 0;
     int position = 0;
@@ -104,6 +105,7 @@ public:
   void Queue(const Text& about, Answer answer) { m_Answers[about].push_back(answer); }
   void QueueText(const Text& about, const std::optional<Text>& answer) { m_Texts[about].push_back(answer); }
   void QueueSavePath(const std::optional<std::filesystem::path>& answer) { m_SavePaths.push_back(answer); }
+  void QueueOpenPath(const std::optional<std::filesystem::path>& answer) { m_OpenPaths.push_back(answer); }
   void QueueDatabasePaths(const std::optional<device::DatabasePaths>& answer) {
     m_Databases.push_back(answer);
   }
@@ -119,6 +121,7 @@ public:
   std::string Last() const { return m_Seen.messages.empty() ? "" : ToUtf8(Transcript().back()); }
   const std::vector<device::TextQuestion>& TextQuestions() const { return m_Seen.textQuestions; }
   const std::vector<device::SaveQuestion>& SaveQuestions() const { return m_Seen.saveQuestions; }
+  const std::vector<device::OpenQuestion>& OpenQuestions() const { return m_Seen.openQuestions; }
   const std::vector<device::DatabasePaths>& DatabaseQuestions() const { return m_Seen.databaseQuestions; }
   const std::vector<std::shared_ptr<Progress>>& ProgressWindows() const { return m_Seen.progressWindows; }
   // Forgets what was recorded; queued answers stay.
@@ -127,6 +130,7 @@ public:
   Answer Show(const device::Message& message) override;
   std::optional<Text> AskText(const device::TextQuestion& question) override;
   std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion& question) override;
+  std::optional<std::filesystem::path> AskOpenPath(const device::OpenQuestion& question) override;
   std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths& current) override;
   std::unique_ptr<device::ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
 
@@ -134,12 +138,14 @@ private:
   std::map<Text, std::deque<Answer>> m_Answers;
   std::map<Text, std::deque<std::optional<Text>>> m_Texts;
   std::deque<std::optional<std::filesystem::path>> m_SavePaths;
+  std::deque<std::optional<std::filesystem::path>> m_OpenPaths;
   std::deque<std::optional<device::DatabasePaths>> m_Databases;
   Conduct m_Conduct;
   struct {
     std::vector<device::Message> messages;
     std::vector<device::TextQuestion> textQuestions;
     std::vector<device::SaveQuestion> saveQuestions;
+    std::vector<device::OpenQuestion> openQuestions;
     std::vector<device::DatabasePaths> databaseQuestions;
     std::vector<std::shared_ptr<Progress>> progressWindows;
   } m_Seen;

@@ -74,6 +74,7 @@ public:
   inspection::CInspectorDoc& Document() { return *m_Document; }
   ScriptedPrompts& Prompts() { return m_Prompts; }
   device::FaultLog& Faults() { return m_Faults; }
+  FaultyFiles& Disk() { return m_Files; }
   const std::filesystem::path& Root() const { return m_Folder.Path(); }
   // A file below the root.
   void Put(const std::filesystem::path& name, std::string_view content = "") const {

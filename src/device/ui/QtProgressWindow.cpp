@@ -32,9 +32,13 @@ QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget*
   m_Bar->setRange(0, 0);
   m_Bar->setTextVisible(false);
   m_Bar->setAccessibleName(QStringLiteral("Progress"));
+  m_Detail = new QLabel(m_Window);
+  m_Detail->setObjectName(QStringLiteral("progressDetail"));
+  m_Detail->hide();
   auto* layout = new QVBoxLayout(m_Window);
   layout->addWidget(m_Status);
   layout->addWidget(m_Bar);
+  layout->addWidget(m_Detail);
   if (cancellable) {
     m_Cancel = new QPushButton(QStringLiteral("Cancel"), m_Window);
     m_Cancel->setObjectName(QStringLiteral("cancelButton"));
@@ -77,10 +81,23 @@ void QtProgressWindow::Breathe(bool atOnce) {
 
 void QtProgressWindow::SetStatus(const Text& status) {
   m_Status->setText(Shortened(ToDisplay(status), kLongestStatus));
-  // A longer one takes another line.
+  FitHeight();
+  Breathe(true);
+}
+
+void QtProgressWindow::SetDetail(const Text& detail) {
+  m_Detail->setText(ToDisplay(detail));
+  if (m_Detail->isHidden() != detail.empty()) {
+    m_Detail->setVisible(!detail.empty());
+    FitHeight();
+  }
+  Breathe(false);
+}
+
+// Words that became longer take another line.
+void QtProgressWindow::FitHeight() {
   const int needed = m_Window->layout()->totalHeightForWidth(m_Window->width());
   if (needed > m_Window->height()) m_Window->resize(m_Window->width(), needed);
-  Breathe(true);
 }
 
 void QtProgressWindow::SetRange(int low, int high) {

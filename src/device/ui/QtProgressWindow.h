@@ -23,6 +23,7 @@ public:
   static void CancelAll();
 
   void SetStatus(const Text& status) override;
+  void SetDetail(const Text& detail) override;
   void SetRange(int low, int high) override;
   void SetPosition(int position) override;
   void Step() override;
@@ -30,9 +31,11 @@ public:
 
 private:
   void Breathe(bool atOnce);
+  void FitHeight();
 
   QDialog* m_Window;
   QLabel* m_Status;
+  QLabel* m_Detail;
   QProgressBar* m_Bar;
   QPushButton* m_Cancel = nullptr;
   bool m_Cancelled = false;

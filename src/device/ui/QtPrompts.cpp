@@ -13,6 +13,7 @@
 #include "device/ui/TextConversion.h"
 #include "device/ui/TextEntryDialog.h"
 #include "device/ui/Theme.h"
+#include "device/ui/WrappingCheckBox.h"
 
 namespace inspector::device::ui {
 namespace {
@@ -96,8 +97,15 @@ Answer QtPrompts::Show(const Message& message) {
   switch (message.buttons) {
     case Buttons::Ok:
       box.setStandardButtons(QMessageBox::Ok);
+      if (!message.offer.empty()) {
+        auto* const offer = new WrappingCheckBox(&box);
+        offer->setObjectName(QStringLiteral("offer"));
+        offer->setText(ToQString(message.offer));
+        box.setCheckBox(offer);  // which then owns it
+      }
+      box.setDefaultButton(QMessageBox::Ok);
       box.exec();
-      return Answer::Ok;
+      return box.checkBox() && box.checkBox()->isChecked() ? Answer::OkForAll : Answer::Ok;
     case Buttons::OkCancel:
       box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
       box.setDefaultButton(QMessageBox::Ok);
@@ -130,6 +138,15 @@ std::optional<std::filesystem::path> QtPrompts::AskSavePath(const SaveQuestion& 
   dialog.setNameFilter(FilterOf(question.filter));
   dialog.setDefaultSuffix(ToQString(question.defaultExtension));
   dialog.selectFile(ToQString(question.suggestedName));
+  const std::vector<std::filesystem::path> files = dialog.Ask();
+  return files.empty() ? std::nullopt : std::optional(files.front());
+}
+
+std::optional<std::filesystem::path> QtPrompts::AskOpenPath(const OpenQuestion& question) {
+  FileDialog dialog(Parent(), QStringLiteral("Open"), "openDialog");
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.ShowFolder(m_Paths.ResolveStored(question.folder));
+  dialog.setNameFilter(FilterOf(question.filter));
   const std::vector<std::filesystem::path> files = dialog.Ask();
   return files.empty() ? std::nullopt : std::optional(files.front());
 }

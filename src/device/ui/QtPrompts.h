@@ -20,6 +20,7 @@ public:
   Answer Show(const Message& message) override;
   std::optional<Text> AskText(const TextQuestion& question) override;
   std::optional<std::filesystem::path> AskSavePath(const SaveQuestion& question) override;
+  std::optional<std::filesystem::path> AskOpenPath(const OpenQuestion& question) override;
   std::optional<DatabasePaths> AskDatabasePaths(const DatabasePaths& current) override;
   std::unique_ptr<ProgressWindow> OpenProgress(const Text& title, bool cancellable) override;
   std::unique_ptr<Waiting> ShowWaiting() override;  // the wait cursor

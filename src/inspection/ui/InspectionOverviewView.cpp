@@ -5,16 +5,19 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "device/ui/ChoiceDialog.h"
 #include "device/ui/TextConversion.h"
 
 namespace inspector::inspection::ui {
 
 using device::ui::ListView;
 
-std::vector<device::ListColumn> InspectionColumns() {
+namespace {
+
+std::vector<device::ListColumn> Columns() {
   return {{u"Client Name", 66}, {u"Address", 70}, {u"City/State/Zip", 56}, {u"Doc #", 48}};
 }
+
+}  // namespace
 
 CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* parent)
     : Screen(parent),
@@ -22,7 +25,7 @@ CInspectionOverview::CInspectionOverview(CInspectorDoc& document, QWidget* paren
       m_Overview(document),
       m_Rows(m_Overview),
       m_Find(new device::ui::FindField("findField", QStringLiteral("Find inspections"), this)),
-      m_List(new ListView(m_Rows, InspectionColumns(), this)) {
+      m_List(new ListView(m_Rows, Columns(), this)) {
   setObjectName(QStringLiteral("inspectionOverview"));
   m_List->setObjectName(QStringLiteral("inspectionList"));
   m_List->setAccessibleName(QStringLiteral("Inspections"));
@@ -166,16 +169,8 @@ void CInspectionOverview::Delete() {
 }
 
 void CInspectionOverview::Merge() {
-  const auto pair = m_Overview.OnMerge(SelectedPosition(), [this](device::RowSource& others) {
-    device::ui::ChoiceDialog dialog(QStringLiteral("Merge Inspections"),
-                                    QStringLiteral("Choose the inspection to merge with:"), others,
-                                    InspectionColumns(), window());
-    return dialog.exec() == QDialog::Accepted && dialog.Chosen() >= 0 ? std::optional(dialog.Chosen())
-                                                                      : std::nullopt;
-  });
-  if (!pair) return;
-  device::Alert(m_Document.GetWorkspace().GetPrompts(),
-                u"Merging two inspections is not part of this version. Nothing was changed.");
+  const std::optional<std::int32_t> target = m_Overview.OnMerge(SelectedPosition());
+  if (target && onMerge) onMerge(*target);
 }
 
 void CInspectionOverview::DeleteAll() {

@@ -27,6 +27,8 @@ public:
   std::function<void()> onOpened;
   // The document's inspection is another one now, or was deleted.
   std::function<void()> onChanged;
+  // The inspection of the selected row is to take in what was imported.
+  std::function<void(std::int32_t inspectionID)> onMerge;
   // Must be asked before the document goes to another inspection.
   std::function<bool()> beforeChange;
 
@@ -56,8 +58,5 @@ private:
   std::int32_t m_SelectedID = -1;  // selected last; the filter may hide it
   std::int32_t m_CurrentID = -1;   // the document's inspection when this screen last looked
 };
-
-// The four columns, also of the list from which a second inspection is chosen.
-std::vector<device::ListColumn> InspectionColumns();
 
 }  // namespace inspector::inspection::ui

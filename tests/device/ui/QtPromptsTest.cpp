@@ -1,7 +1,9 @@
 #include "device/ui/QtPrompts.h"
 
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "device/ui/TextConversion.h"
 #include "support/Screens.h"
@@ -37,6 +39,35 @@ TEST_F(QtPromptsTest, ShowsTitleIconAndButtons) {
     m_Person.Expect("messageBox", [](QDialog& dialog) { dialog.reject(); });
     EXPECT_FALSE(ask(m_Prompts, u"Go on?"));
   }
+}
+
+TEST_F(QtPromptsTest, OffersToShowNoMoreOfAKind) {
+  const Message message{u"vtBuffer = ",    u"Alert", Buttons::Ok,
+                        Icon::Information, false,    u"Don't show this again"};
+  for (const bool isTicked : {false, true}) {
+    m_Person.Expect("messageBox", [=](QDialog& dialog) {
+      auto& box = static_cast<QMessageBox&>(dialog);
+      EXPECT_EQ(box.checkBox()->text(), QStringLiteral("Don't show this again"));
+      EXPECT_FALSE(box.checkBox()->isChecked());
+      EXPECT_TRUE(static_cast<QPushButton*>(box.button(QMessageBox::Ok))->isDefault()) << "Enter goes on";
+      box.checkBox()->setChecked(isTicked);
+      box.button(QMessageBox::Ok)->click();
+    });
+    EXPECT_EQ(m_Prompts.Show(message), isTicked ? Answer::OkForAll : Answer::Ok);
+  }
+}
+
+TEST_F(QtPromptsTest, OpensAFileThatIsThere) {
+  m_Folder.Put("My Documents/house.rtf");
+  const OpenQuestion question{u"\\My Documents\\", u"Rich Text Format (*.rtf)|*.rtf|"};
+  m_Person.Expect("openDialog", [](QDialog& dialog) {
+    EXPECT_EQ(static_cast<QFileDialog&>(dialog).nameFilters(), QStringList("Rich Text Format (*.rtf)"));
+    Part<QLineEdit>(dialog, "fileNameEdit").setText(QStringLiteral("house.rtf"));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(m_Prompts.AskOpenPath(question), m_Folder / "My Documents/house.rtf");
+  m_Person.Expect("openDialog", [](QDialog& dialog) { dialog.reject(); });
+  EXPECT_EQ(m_Prompts.AskOpenPath(question), std::nullopt);
 }
 
 TEST_F(QtPromptsTest, TakesTextAndPaths) {

@@ -88,18 +88,15 @@ TEST_F(InspectionOverviewViewTest, DeletesOneOrAll) {
   EXPECT_EQ(Count(), 1);
 }
 
-TEST_F(InspectionOverviewViewTest, MergeChoosesASecondInspectionAndChangesNothing) {
-  ScriptedDialogs person;
-  const Text counts = m_Device.RowCounts();
-  m_List.SelectRow(1);
-  person.Expect("choiceDialog", [](QDialog& dialog) {
-    EXPECT_EQ(Part<ListView>(dialog, "choiceList").model()->rowCount(), 2);
-    Part<ListView>(dialog, "choiceList").SelectRow(0);
-    dialog.accept();
-  });
+TEST_F(InspectionOverviewViewTest, MergesIntoTheSelectedInspection) {
+  std::vector<std::int32_t> merged;
+  m_View.onMerge = [&](std::int32_t key) { merged.push_back(key); };
+  m_List.SelectRow(-1);
   Run("merge");
-  EXPECT_THAT(Prompts().Last(), HasSubstr("Nothing was changed"));
-  EXPECT_EQ(m_Device.RowCounts(), counts);
+  EXPECT_EQ(Prompts().Last(), "Error: You must select an inspection before pressing the button.");
+  m_List.SelectRow(1);
+  Run("merge");
+  EXPECT_EQ(merged, std::vector<std::int32_t>{1001});
 }
 
 }  // namespace

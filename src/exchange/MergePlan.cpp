@@ -1,0 +1,184 @@
+#include "exchange/MergePlan.h"
+
+#include <map>
+#include <set>
+
+#include "data/CategoryTable.h"
+#include "data/StepTable.h"
+#include "device/Format.h"
+#include "exchange/TitleIndex.h"
+
+namespace inspector::exchange {
+namespace {
+
+using device::Format;
+
+bool IsEmpty(const data::StepTable& step) {
+  return step.m_InspectResult.empty() && step.m_Comments.empty() && step.m_Materials.empty();
+}
+
+// All that somebody would miss, to be compared.
+Text FindingsOf(const data::StepTable& step) {
+  Text findings;
+  for (const Text* const each : {&step.m_InspectResult, &step.m_Comments, &step.m_Materials,
+                                 &step.m_MaterialNote, &step.m_SummaryComment, &step.m_BitmapPath})
+    findings.append(*each).push_back(u'\0');
+  return findings;
+}
+Text WordsOf(const data::CategoryTable& category) {
+  Text words;
+  for (const Text* const each : {&category.m_CategoryNumber, &category.m_Remarks, &category.m_CommentText})
+    words.append(*each).push_back(u'\0');
+  return words;
+}
+bool SaysSomething(const Text& findings) {
+  return findings.find_first_not_of(u'\0') != Text::npos;
+}
+
+// Rows as they will stand when the plan has been carried out so far.
+struct TargetStep {
+  Text number;
+  Text findings;
+  bool isEmpty = true;
+  bool isAdded = false;    // by a staged step
+  bool isReached = false;  // likewise
+};
+struct TargetCategory {
+  std::int64_t key = 0;
+  Text number;
+  Text words;
+  bool isComplete = false;
+  bool isReached = false;
+};
+struct TargetSteps {
+  TitleIndex titles;
+  std::vector<TargetStep> rows;
+};
+
+class Planner {
+public:
+  explicit Planner(data::Databases& databases) : m_Databases(databases) {}
+
+  std::optional<MergePlan> Plan(std::int32_t target, std::int32_t staged) {
+    if (!ReadTarget(target)) return std::nullopt;
+    data::CategoryTable category(m_Databases, u"MERGE_Category");
+    category.OpenSQL(Format(kStagedCategories, staged));
+    if (category.Failed()) return std::nullopt;
+    for (int n = 0; n < category.RecordCount(); ++n)
+      if (!category.GetRecord(n) || !PlanCategory(n, category)) return std::nullopt;
+    return std::move(m_Plan);
+  }
+
+private:
+  bool ReadTarget(std::int32_t target) {
+    data::CategoryTable category(m_Databases);
+    category.OpenSQL(Format(kTargetCategories, target));
+    for (int row = 0; row < category.RecordCount(); ++row) {
+      if (!category.GetRecord(row)) return false;
+      m_Titles.Add(category.m_CategoryTitle, category.m_CategoryNumber, row);
+      m_Categories.push_back({category.m_CategoryID, category.m_CategoryNumber, WordsOf(category),
+                              category.m_CompleteFlag != 0});
+    }
+    return !category.Failed();
+  }
+
+  bool PlanCategory(int row, const data::CategoryTable& staged) {
+    const std::optional<int> found = m_Titles.First(staged.m_CategoryTitle);
+    CategoryMerge merge{row, found.value_or(static_cast<int>(m_Categories.size())), !found};
+    if (!found) {
+      m_Titles.Add(staged.m_CategoryTitle, {}, merge.target);
+      // Above every key that a stored category can have.
+      m_Categories.push_back({(std::int64_t{1} << 32) + merge.target, {}, {}});
+      ++m_Plan.addedCategories;
+    }
+    TargetCategory& target = m_Categories[static_cast<std::size_t>(merge.target)];
+    if (target.isReached) m_Plan.repeatedTitles.push_back(staged.m_CategoryTitle);
+    target.isReached = true;
+    merge.isTaken = !target.isComplete;
+    if (merge.isTaken) {
+      m_Titles.Renumber(staged.m_CategoryTitle, merge.target, target.number, staged.m_CategoryNumber);
+      target.number = staged.m_CategoryNumber;
+      target.words = WordsOf(staged);
+      target.isComplete = staged.m_CompleteFlag != 0;
+      m_Plan.takenCategories += !merge.isNew;
+    } else if (WordsOf(staged) != target.words) {
+      m_Plan.completeCategories.push_back(staged.m_CategoryTitle);
+    }
+    // The steps of a category whose key stands twice go with its first row.
+    if (m_Done.insert(staged.m_CategoryID).second && !PlanSteps(staged, target.key, merge)) return false;
+    m_Plan.categories.push_back(std::move(merge));
+    return true;
+  }
+
+  bool PlanSteps(const data::CategoryTable& category, std::int64_t target, CategoryMerge& merge) {
+    TargetSteps* const steps = StepsOf(target);
+    if (!steps) return false;
+    data::StepTable staged(m_Databases, u"MERGE_Step");
+    staged.OpenSQL(Format(kStagedSteps, staged.TableName(), category.m_CategoryID));
+    for (int row = 0; row < staged.RecordCount(); ++row) {
+      if (!staged.GetRecord(row)) return false;
+      merge.steps.push_back(PlanStep(row, staged, category.m_CategoryTitle, *steps));
+      merge.newSteps += merge.steps.back().isNew;
+    }
+    return !staged.Failed();
+  }
+
+  StepMerge PlanStep(int row, const data::StepTable& staged, const Text& category, TargetSteps& steps) {
+    const std::optional<int> found = steps.titles.First(staged.m_StepTitle);
+    StepMerge merge{row, found.value_or(static_cast<int>(steps.rows.size())), !found};
+    if (!found) {
+      steps.titles.Add(staged.m_StepTitle, {}, merge.target);
+      steps.rows.push_back({{}, {}, true, true});
+    }
+    TargetStep& target = steps.rows[static_cast<std::size_t>(merge.target)];
+    merge.isTaken = target.isEmpty;
+    const Text name = category + u": " + staged.m_StepTitle;
+    Text findings = FindingsOf(staged);
+    const bool isSame = findings == target.findings;
+    if (!merge.isTaken && isSame)
+      ++m_Plan.sameSteps;
+    else if (!merge.isTaken && SaysSomething(findings))
+      (target.isReached ? m_Plan.repeatedTitles : m_Plan.occupiedSteps).push_back(name);
+    if (merge.isTaken) {
+      steps.titles.Renumber(staged.m_StepTitle, merge.target, target.number, staged.m_StepNumber);
+      target.number = staged.m_StepNumber;
+      target.isEmpty = IsEmpty(staged);
+      m_Plan.filledSteps += SaysSomething(findings) && !target.isAdded;
+      target.findings = std::move(findings);
+    }
+    m_Plan.addedSteps += merge.isNew;
+    target.isReached = true;
+    return merge;
+  }
+
+  // Null when they could not be read.
+  TargetSteps* StepsOf(std::int64_t category) {
+    const auto [known, isNew] = m_Steps.try_emplace(category);
+    if (!isNew || category > INT32_MAX) return &known->second;
+    data::StepTable step(m_Databases);
+    step.OpenSQL(Format(kTargetSteps, step.TableName(), category));
+    for (int row = 0; row < step.RecordCount(); ++row) {
+      if (!step.GetRecord(row)) return nullptr;
+      known->second.titles.Add(step.m_StepTitle, step.m_StepNumber, row);
+      known->second.rows.push_back({step.m_StepNumber, FindingsOf(step), IsEmpty(step)});
+    }
+    return step.Failed() ? nullptr : &known->second;
+  }
+
+  data::Databases& m_Databases;
+  TitleIndex m_Titles;  // of the target's categories
+  std::vector<TargetCategory> m_Categories;
+  std::map<std::int64_t, TargetSteps> m_Steps;  // by the key of the target's category
+  std::set<std::int32_t> m_Done;                // staged categories
+  MergePlan m_Plan;
+};
+
+}  // namespace
+
+std::optional<MergePlan> ReadMergePlan(data::Databases& databases, std::int32_t targetInspectionID,
+                                       std::int32_t stagedInspectionID) {
+  const data::ReadScope reading(databases.Inspection());
+  return Planner(databases).Plan(targetInspectionID, stagedInspectionID);
+}
+
+}  // namespace inspector::exchange
