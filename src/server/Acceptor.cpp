@@ -6,14 +6,19 @@ using asio::ip::tcp;
 
 namespace {
 
-// The first address of a host name; sets `problem` when there is none.
+// The first address of a host name, in the form that devices use if there is one; sets `problem` when there
+// is none at all.
 tcp::endpoint Resolve(asio::io_context& io, const HostAndPort& place, std::string& problem) {
   asio::error_code error;
   tcp::resolver resolver(io);
   const auto found = resolver.resolve(place.host, std::to_string(place.port), error);
-  if (!error && !found.empty()) return found.begin()->endpoint();
-  problem = "\"" + place.host + "\" is no address of this machine: " + error.message() + ".";
-  return {};
+  if (error || found.empty()) {
+    problem = "\"" + place.host + "\" is no address of this machine: " + error.message() + ".";
+    return {};
+  }
+  for (const auto& entry : found)
+    if (entry.endpoint().address().is_v4()) return entry.endpoint();
+  return found.begin()->endpoint();
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <functional>
 
 #include "server/OfficeCommands.h"
+#include "server/OpenStorage.h"
 #include "server/Serve.h"
-#include "server/SqliteStorage.h"
 
 namespace inspector::server {
 namespace {
@@ -254,8 +254,8 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
   }
   if (!commands.Chosen()) return static_cast<int>(Serve(settings, err));
 
-  std::unique_ptr<SqliteStorage> storage;
-  if (const Fault fault = SqliteStorage::Open(settings.data, storage); !fault.empty()) {
+  std::unique_ptr<Storage> storage;
+  if (const Fault fault = OpenStorage(settings, storage); !fault.empty()) {
     err << fault << '\n';
     return static_cast<int>(ExitCode::Failed);
   }

@@ -8,7 +8,7 @@ namespace {
 constexpr int kMostDoublings = 4;
 constexpr int kFailuresOfAnAddress =
     20;  // tablets of an office may share one, and one of them a wrong password
-constexpr std::chrono::seconds kLongestWait{30};
+constexpr std::chrono::seconds kLongestWait{20};
 constexpr std::chrono::minutes kMemory{15};
 constexpr std::size_t kMostRecords = 10'000;
 

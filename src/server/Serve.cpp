@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <ctime>
 
+#include "server/OpenStorage.h"
 #include "server/Server.h"
-#include "server/SqliteStorage.h"
 
 namespace inspector::server {
 namespace {
@@ -63,8 +63,8 @@ ExitCode Serve(const Settings& settings, std::ostream& err) {
     return ExitCode::Failed;
   };
 
-  std::unique_ptr<SqliteStorage> storage;
-  if (const Fault fault = SqliteStorage::Open(settings.data, storage); !fault.empty()) return fail(fault);
+  std::unique_ptr<Storage> storage;
+  if (const Fault fault = OpenStorage(settings, storage); !fault.empty()) return fail(fault);
   const FolderLock lock(settings.data);
   if (!lock.IsMine()) return fail("Another server runs on " + settings.data.string() + ".");
   AllowSockets(settings.maxSessions, log);

@@ -1,5 +1,6 @@
 #include "server/Session.h"
 
+#include <algorithm>
 #include <asio/post.hpp>
 #include <asio/write.hpp>
 
@@ -9,6 +10,15 @@
 namespace inspector::server {
 
 using asio::ip::tcp;
+
+namespace {
+
+// Whoever has no password may not keep a place that a device could have. Time in which others' passwords are
+// looked at first does not count.
+constexpr std::chrono::seconds kStrangerIdle{20};
+constexpr std::chrono::seconds kStrangerSession{300};
+
+}  // namespace
 
 Session::Session(tcp::socket socket, std::string address, SessionHost& host, std::function<void()> ended)
     : m_Socket(std::move(socket)), m_Address(std::move(address)), m_Host(host), m_Ended(std::move(ended)) {}
@@ -183,7 +193,11 @@ void Session::Store() {
 
 void Session::CheckTime(Clock::time_point now) {
   if (m_HasEnded) return;
-  if (m_Silent && now - *m_Silent > m_Host.settings.idle) return End("silent for too long");
+  const bool isStranger = m_User.empty();
+  const auto idle =
+      isStranger ? std::min<Clock::duration>(m_Host.settings.idle, kStrangerIdle) : m_Host.settings.idle;
+  if (m_Silent && now - *m_Silent > idle) return End("silent for too long");
+  if (m_Silent && isStranger && now - m_Begin > kStrangerSession) return End("took too long to log in");
   if (now - m_Begin > m_Host.settings.session) End("lasted too long");
 }
 
