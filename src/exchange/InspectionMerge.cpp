@@ -121,6 +121,27 @@ int RowsToKeep(data::Databases& databases, std::int32_t target, const StagedInsp
   return steps.RecordCount() + staged.steps;
 }
 
+// The staged one, when both are there; else that has been told.
+std::optional<StagedInspection> FindBoth(inspection::CInspectorDoc& document, std::int32_t targetInspectionID,
+                                         std::int32_t stagedInspectionID) {
+  document.FinishDocTypeChange();
+  data::Workspace& workspace = document.GetWorkspace();
+  data::Databases& databases = workspace.GetDatabases();
+  if (!HasInspection(databases, targetInspectionID)) {
+    device::ShowError(workspace.GetPrompts(),
+                      Format(u"There is no inspection %d to merge into. Choose one from the list of "
+                             u"inspections.",
+                             targetInspectionID));
+    return std::nullopt;
+  }
+  auto staged = FindStaged(databases, stagedInspectionID);
+  if (!staged)
+    device::ShowError(
+        workspace.GetPrompts(),
+        Format(u"There is no imported inspection %d. Import one, or choose another.", stagedInspectionID));
+  return staged;
+}
+
 MergeResult MergeNow(data::Workspace& workspace, std::int32_t target, std::int32_t staged,
                      std::optional<MergePlan>& plan) {
   const auto progress = workspace.GetPrompts().OpenProgress(u"Merging Inspections...", true);
@@ -162,24 +183,9 @@ void AddNames(std::vector<Text>& sentences, TextView begin, const std::vector<Te
 
 std::optional<MergePreview> PreviewMerge(inspection::CInspectorDoc& document, std::int32_t targetInspectionID,
                                          std::int32_t stagedInspectionID) {
-  document.FinishDocTypeChange();
-  data::Workspace& workspace = document.GetWorkspace();
-  data::Databases& databases = workspace.GetDatabases();
-  if (!HasInspection(databases, targetInspectionID)) {
-    device::ShowError(workspace.GetPrompts(),
-                      Format(u"There is no inspection %d to merge into. Choose one from the list of "
-                             u"inspections.",
-                             targetInspectionID));
-    return std::nullopt;
-  }
-  auto staged = FindStaged(databases, stagedInspectionID);
-  if (!staged) {
-    device::ShowError(
-        workspace.GetPrompts(),
-        Format(u"There is no imported inspection %d. Import one, or choose another.", stagedInspectionID));
-    return std::nullopt;
-  }
-  auto plan = ReadMergePlan(databases, targetInspectionID, stagedInspectionID);
+  auto staged = FindBoth(document, targetInspectionID, stagedInspectionID);
+  if (!staged) return std::nullopt;
+  auto plan = ReadMergePlan(document.GetWorkspace().GetDatabases(), targetInspectionID, stagedInspectionID);
   if (!plan) return std::nullopt;
   return MergePreview{*std::move(plan), *std::move(staged)};
 }
@@ -200,7 +206,8 @@ std::vector<Text> Described(const MergePreview& preview) {
     sentences.push_back(Format(u"There already: %s.", Counted(plan.sameSteps, u"step", u"steps")));
   if (sentences.empty()) sentences.push_back(u"Nothing is added or filled.");
   AddNames(sentences, u"Left out, because these steps have findings already:", plan.occupiedSteps);
-  AddNames(sentences, u"In the file more than once, of which only the first counts:", plan.repeatedTitles);
+  AddNames(sentences, u"Left out, because a step of the same name came before:", plan.repeatedSteps);
+  AddNames(sentences, u"Put together, because they have one title:", plan.repeatedCategories);
   AddNames(sentences, u"Complete, and so keeping number and remarks:", plan.completeCategories);
   Text header;
   for (const Text& part :
@@ -216,11 +223,11 @@ MergeOutcome MergeInspection(inspection::CInspectorDoc& document, std::int32_t t
                              std::int32_t stagedInspectionID) {
   MergeOutcome outcome;
   data::Workspace& workspace = document.GetWorkspace();
-  auto preview = PreviewMerge(document, targetInspectionID, stagedInspectionID);
-  if (!preview) return outcome;
+  auto staged = FindBoth(document, targetInspectionID, stagedInspectionID);
+  if (!staged) return outcome;
   inspection::VisitSnapshot changed = inspection::VisitSnapshot::OfInspections({});
   const bool canUndo = document.GetUndoLog() && RowsToKeep(workspace.GetDatabases(), targetInspectionID,
-                                                           preview->staged) <= inspection::kMostRowsForUndo;
+                                                           *staged) <= inspection::kMostRowsForUndo;
   if (canUndo) {
     changed.Add(targetInspectionID);
     changed.AddStaged(stagedInspectionID);
@@ -233,7 +240,7 @@ MergeOutcome MergeInspection(inspection::CInspectorDoc& document, std::int32_t t
     device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was merged.");
   if (outcome.result != MergeResult::Merged) return outcome;
   recording.Done();
-  outcome.done = {*std::move(plan), std::move(preview->staged)};
+  outcome.done = {*std::move(plan), *std::move(staged)};
   outcome.isOpenOne = ShowAgain(document, targetInspectionID);
   if (document.GetUndoLog() && !canUndo) outcome.notes.push_back(u"This was too much to keep it for Undo.");
   return outcome;

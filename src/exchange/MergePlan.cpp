@@ -92,7 +92,7 @@ private:
       ++m_Plan.addedCategories;
     }
     TargetCategory& target = m_Categories[static_cast<std::size_t>(merge.target)];
-    if (target.isReached) m_Plan.repeatedTitles.push_back(staged.m_CategoryTitle);
+    if (target.isReached) m_Plan.repeatedCategories.push_back(staged.m_CategoryTitle);
     target.isReached = true;
     merge.isTaken = !target.isComplete;
     if (merge.isTaken) {
@@ -138,7 +138,7 @@ private:
     if (!merge.isTaken && isSame)
       ++m_Plan.sameSteps;
     else if (!merge.isTaken && SaysSomething(findings))
-      (target.isReached ? m_Plan.repeatedTitles : m_Plan.occupiedSteps).push_back(name);
+      (target.isReached ? m_Plan.repeatedSteps : m_Plan.occupiedSteps).push_back(name);
     if (merge.isTaken) {
       steps.titles.Renumber(staged.m_StepTitle, merge.target, target.number, staged.m_StepNumber);
       target.number = staged.m_StepNumber;

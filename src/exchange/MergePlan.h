@@ -46,7 +46,8 @@ struct MergePlan {
   // What is dropped, by name: "Roof: Shingles".
   std::vector<Text> completeCategories;  // other numbers or words for them
   std::vector<Text> occupiedSteps;       // with something to say, where the target had findings before
-  std::vector<Text> repeatedTitles;      // likewise, where one of the same title came before; and categories
+  std::vector<Text> repeatedSteps;       // likewise, where one of the same title came before
+  std::vector<Text> repeatedCategories;  // the last one's number and words count
 };
 
 // The queries by which a plan's rows are counted.

@@ -176,7 +176,8 @@ TEST_F(InspectionMergeTest, PreviewSaysTheSameAndChangesNothing) {
             u"Added: 1 category, 1 step.|Filled: 1 step that was empty.|"
             u"Number, remarks and status taken over: 1 category.|There already: 1 step.|"
             u"Left out, because these steps have findings already: Roof: A.|"
-            u"In the file more than once, of which only the first counts: Roof: B; Attic.|"
+            u"Left out, because a step of the same name came before: Roof: B.|Put together, because they "
+            u"have one title: Attic.|"
             u"Complete, and so keeping number and remarks: Roof.|"
             u"Left out: the header of the import (Ana, Elm, Doc # 7).");
   EXPECT_EQ(Everything(), before);

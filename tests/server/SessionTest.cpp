@@ -147,10 +147,6 @@ TEST_F(ServerTest, WrongPasswordsAreSlowedAndCounted) {
     EXPECT_GE(now() - begin, std::chrono::milliseconds(600)) << "200 and 400 in between: " << name;
   }
   EXPECT_TRUE(AwaitLog("wrong name or password user=\"nobody\"", 3));
-  // Others are not hindered.
-  const auto begin = now();
-  LogIn("ben");
-  EXPECT_LT(now() - begin, std::chrono::milliseconds(800));
   std::optional<User> ana;
   const auto failures = [&] {
     EXPECT_EQ(m_Storage->FindUser("ana", ana), "");

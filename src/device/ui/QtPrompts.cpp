@@ -101,7 +101,11 @@ Answer QtPrompts::Show(const Message& message) {
         auto* const offer = new WrappingCheckBox(&box);
         offer->setObjectName(QStringLiteral("offer"));
         offer->setText(ToQString(message.offer));
-        box.setCheckBox(offer);  // which then owns it
+        const QSizePolicy wrapping = offer->sizePolicy();
+        box.setCheckBox(offer);  // which then owns it, and makes it as wide as its words
+        offer->setSizePolicy(wrapping);
+        QWidget::setTabOrder(offer, box.button(QMessageBox::Ok));
+        box.button(QMessageBox::Ok)->setFocus();  // a blank pressed again and again ticks nothing
       }
       box.setDefaultButton(QMessageBox::Ok);
       box.exec();

@@ -51,6 +51,11 @@ SyncDialog::SyncDialog(data::Workspace& workspace, QWidget* parent)
     m_Periods.push_back(period);
   }
   m_Periods.front()->setChecked(true);
+  QWidget* before = m_Receive;
+  for (QWidget* const next : std::initializer_list<QWidget*>{m_Periods[0], m_Periods[1], m_Periods[2], m_Send}) {
+    setTabOrder(before, next);
+    before = next;
+  }
   m_Rows->setObjectName(QStringLiteral("inspectionsToSend"));
   m_Rows->setAccessibleName(tr("Inspections to send"));
   m_Rows->SetEmptyText(tr("There are no inspections on this device."));
