@@ -14,6 +14,8 @@ using device::TextView;
 
 namespace {
 
+constexpr std::size_t kNamesInLine = 3;  // of the main window; the preview has had all of them
+
 class StagedRows : public device::RowSource {
 public:
   explicit StagedRows(const std::vector<exchange::StagedInspection>& staged) : m_Staged(staged) {}
@@ -77,7 +79,7 @@ bool ImportFile(inspection::CInspectorDoc& document) {
 Text MergeImported(inspection::CInspectorDoc& document, std::int32_t targetInspectionID, QWidget& window) {
   document.FinishDocTypeChange();
   device::Prompts& prompts = document.GetWorkspace().GetPrompts();
-  const auto staged = exchange::ReadStaged(document.GetWorkspace().GetDatabases());
+  auto staged = exchange::ReadStaged(document.GetWorkspace().GetDatabases());
   if (!staged) return {};
   if (staged->empty()) {
     device::Alert(prompts, u"There is no imported inspection to merge. Import one first: Exchange, Import.");
@@ -87,6 +89,10 @@ Text MergeImported(inspection::CInspectorDoc& document, std::int32_t targetInspe
   device::ui::ChoiceDialog dialog(QStringLiteral("Merge Inspections"),
                                   QStringLiteral("Choose the imported inspection to take in:"), rows,
                                   StagedRows::Columns(), &window);
+  dialog.Offer(QStringLiteral("&Delete"), "deleteImported", [&](int row) {
+    if (!exchange::DiscardStaged(document.GetWorkspace(), (*staged)[static_cast<std::size_t>(row)])) return;
+    staged->erase(staged->begin() + row);
+  });
   if (staged->size() == 1) dialog.Choose(0);
   if (dialog.exec() != QDialog::Accepted || dialog.Chosen() < 0) return {};
   const std::int32_t chosen = (*staged)[static_cast<std::size_t>(dialog.Chosen())].inspectionID;
@@ -99,9 +105,8 @@ Text MergeImported(inspection::CInspectorDoc& document, std::int32_t targetInspe
   if (answer != device::Answer::Ok) return {};
   const exchange::MergeOutcome outcome = exchange::MergeInspection(document, targetInspectionID, chosen);
   if (outcome.result != exchange::MergeResult::Merged) return {};
-  std::vector<Text> told = Described(outcome.done);
+  std::vector<Text> told = Described(outcome.done, kNamesInLine);
   told.insert(told.begin(), u"Merged.");
-  told.insert(told.end(), outcome.notes.begin(), outcome.notes.end());
   return Joined(told, u" ");
 }
 

@@ -86,7 +86,10 @@ private:
 }  // namespace
 
 ConsolePrompts::ConsolePrompts(std::ostream& err, bool yes)
-    : m_Err(err), m_Yes(yes), m_HasTerminal(isatty(STDIN_FILENO) != 0) {}
+    : m_Err(err),
+      m_Yes(yes),
+      m_HasTerminal(isatty(STDIN_FILENO) != 0),
+      m_ErrIsTerminal(isatty(STDERR_FILENO) != 0) {}
 
 bool ConsolePrompts::Answered(const Text& question) {
   if (m_Yes) {
@@ -104,7 +107,8 @@ bool ConsolePrompts::Answered(const Text& question) {
 
 Answer ConsolePrompts::Show(const device::Message& message) {
   Text text = device::ReplaceAll(message.text, u"\r\n", u"\n");
-  text = ForTerminal(message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n"));
+  text = message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n");
+  if (m_ErrIsTerminal) text = ForTerminal(std::move(text));
   switch (message.buttons) {
     case Buttons::YesNo:
       return Answered(text) ? Answer::Yes : Answer::No;

@@ -27,7 +27,8 @@ private:
 
   std::ostream& m_Err;
   bool m_Yes;
-  bool m_HasTerminal;
+  bool m_HasTerminal;  // to answer from
+  bool m_ErrIsTerminal;
   const device::DevicePaths* m_Paths = nullptr;
 };
 

@@ -49,6 +49,16 @@ ExitCode RunStaged(Session& session, const Input& input) {
   return ExitCode::Done;
 }
 
+ExitCode RunDiscard(Session& session, const Input& input) {
+  const auto staged = exchange::FindStaged(session.Workspace().GetDatabases(), input.Number(0));
+  if (!staged) {
+    session.Fail(device::Format(u"There is no imported inspection %d. \"staged\" shows those there are.",
+                                input.Number(0)));
+    return ExitCode::Failed;
+  }
+  return exchange::DiscardStaged(session.Workspace(), *staged) ? ExitCode::Done : ExitCode::Failed;
+}
+
 void PrintLines(Session& session, const std::vector<Text>& lines) {
   for (const Text& line : lines) session.Out() << device::ToUtf8(line) << "\n";
 }
@@ -95,6 +105,12 @@ std::vector<Command> ExchangeCommands() {
        {JsonOption()},
        "",
        RunStaged},
+      {"discard",
+       "delete an inspection that was imported and is not to be merged",
+       {{"STAGED", "the key of the imported one, as \"staged\" shows it", Argument::Kind::Number, false}},
+       {},
+       "Asks first.",
+       RunDiscard},
       {"merge",
        "take an imported inspection's categories and steps into an inspection, and say what that did",
        {{"TARGET", "the inspection's key, as \"list\" shows it", Argument::Kind::Number, false},

@@ -305,6 +305,11 @@ sqlite3_stmt* TableRecordset::Statement(sqlite3_stmt*& cached, int& generation,
   return cached;
 }
 
+bool TableRecordset::IsWhole() const {
+  const std::vector<StoredColumn>* const stored = m_Connection.ColumnsOf(m_TableName);
+  return stored && stored->size() >= m_Columns.size() && !m_Connection.IsView(m_TableName);
+}
+
 std::size_t TableRecordset::StoredCount() {
   const std::vector<StoredColumn>* stored = m_Connection.ColumnsOf(m_RowsTable);
   return std::min(stored ? stored->size() : 0, m_Columns.size());

@@ -45,6 +45,10 @@ public:
   // Adds or updates; a second Write without GetRecord or PrepareNew repeats the same kind. A row that was
   // added becomes the last of the open ones. Both work on the table that the open rows belong to.
   bool Write();
+  // The row that was read has a date that is none. It reads as the zero date, and stays as it is.
+  bool HasUnreadDate() const { return !m_UnreadDate.empty(); }
+  // The table is one, and has a column for each member.
+  bool IsWhole() const;
   // Deletes the row last read or written, and takes it out of the open ones.
   bool DeleteCurrent();
 

@@ -11,6 +11,7 @@
 #include "editing/PictureTags.h"
 #include "exchange/ExportFormat.h"
 #include "reports/ReportCompany.h"
+#include "reports/ReportPictures.h"
 
 namespace inspector::exchange {
 namespace {
@@ -97,6 +98,8 @@ public:
     m_Records.Finish();
     m_Records.Begin(out, kInspectionTag, u"The inspection");
     m_Records.AddAll(inspection, InspectionFields());
+    if (inspection.HasUnreadDate())
+      m_Content.faults.push_back(u"The inspection, date: what is stored there is none; it stays empty.");
     m_Records.Add(u"inspector", company.inspector);
     m_Records.Finish();
   }
@@ -117,6 +120,10 @@ public:
       m_Records.Finish();
       if (!AddSteps(categories.m_CategoryID, out) || !CountFields(categories.m_CategoryID)) return false;
     }
+    const Text house = reports::ReportPictures::HousePhotoPath(m_Content.documentNumber);
+    if (reports::ReportPictures(m_Workspace.GetMachine(), m_Workspace.Options().m_DefaultPictCardPath, true)
+            .Exists(house))
+      m_Pictures.insert(house);
     m_Content.pictures = static_cast<int>(m_Pictures.size());
     return true;
   }
@@ -131,7 +138,8 @@ private:
       m_Records.Begin(out, kStepTag, Named(u"Step", m_Steps.m_StepNumber, m_Steps.m_StepTitle));
       m_Records.AddAll(m_Steps, StepFields());
       m_Records.Finish();
-      for (Text& tag : editing::DistinctTags(m_Steps.m_Comments)) m_Pictures.insert(std::move(tag));
+      for (const Text* const words : {&m_Steps.m_Comments, &m_Steps.m_SummaryComment})
+        for (Text& tag : editing::DistinctTags(*words)) m_Pictures.insert(std::move(tag));
       if (!m_Steps.m_BitmapPath.empty()) m_Pictures.insert(m_Steps.m_BitmapPath);
     }
     return true;

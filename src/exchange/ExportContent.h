@@ -18,12 +18,12 @@ struct ExportContent {
   std::vector<std::string> categories;  // each with its steps
   int records = 0;
   // Values that hold one of the two bytes that end fields and records, or characters that the code page
-  // lacks: where they stand and what becomes of them, each in words.
+  // lacks, or a date that is none: where they stand and what becomes of them, each in words.
   std::vector<Text> faults;
   // What does not travel.
   bool hasPrivateNotes = false;
   int formFields = 0;
-  int pictures = 0;  // different ones that steps and their comments name
+  int pictures = 0;  // different ones that steps and their comments name, and the house's
 };
 
 // Failed: a database could not be read, which has been reported.

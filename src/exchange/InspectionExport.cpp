@@ -30,12 +30,10 @@ Text Collect(data::Workspace& workspace, std::int32_t inspectionID, ExportConten
 
 // False when the person would rather mend the values first.
 bool ConfirmFaults(device::Prompts& prompts, const std::vector<Text>& faults) {
-  constexpr std::size_t kMostShown = 8;
   if (faults.empty()) return true;
   Text question = faults.size() == 1 ? Text(u"One value will not arrive as it is:\n\n")
                                      : Format(u"%d values will not arrive as they are:\n\n", faults.size());
-  for (std::size_t n = 0; n < std::min(faults.size(), kMostShown); ++n) question += faults[n] + u"\n";
-  if (faults.size() > kMostShown) question += Format(u"... and %d more.\n", faults.size() - kMostShown);
+  for (const Text& fault : faults) question += fault + u"\n";
   return device::ConfirmLoss(prompts, question + u"\nWrite the file as it stands?");
 }
 

@@ -54,7 +54,7 @@ public:
     std::vector<Text> failed;
     for (data::TableRecordset* const table :
          std::initializer_list<data::TableRecordset*>{&m_Inspection, &m_Category, &m_Step})
-      if (!table->Open() || table->Failed()) failed.push_back(table->TableName());
+      if (!table->Open() || table->Failed() || !table->IsWhole()) failed.push_back(table->TableName());
     return failed;
   }
 

@@ -14,6 +14,10 @@ namespace {
 
 using device::Format;
 
+constexpr TextView kTargetFields =
+    u"SELECT Field.* FROM Category INNER JOIN Field ON Category.CategoryID = Field.CategoryID WHERE "
+    u"(((Category.InspectionID)= %d));";
+
 // Carries a plan out, inside the caller's transaction.
 class Merger {
 public:
@@ -116,9 +120,19 @@ bool HasInspection(data::Databases& databases, std::int32_t inspectionID) {
 
 // How many rows undoing would have to hold.
 int RowsToKeep(data::Databases& databases, std::int32_t target, const StagedInspection& staged) {
-  data::StepTable steps(databases);
-  steps.OpenSQL(Format(inspection::kStepsOfInspection, target));
-  return steps.RecordCount() + staged.steps;
+  data::StepTable rows(databases);
+  int count = staged.categories + staged.steps;
+  for (const TextView query : {inspection::kStepsOfInspection, kTargetCategories, kTargetFields}) {
+    rows.OpenSQL(Format(query, target));
+    count += rows.RecordCount();
+  }
+  return count;
+}
+
+bool IsTooMuchToUndo(inspection::CInspectorDoc& document, std::int32_t target,
+                     const StagedInspection& staged) {
+  return document.GetUndoLog() &&
+         RowsToKeep(document.GetWorkspace().GetDatabases(), target, staged) > inspection::kMostRowsForUndo;
 }
 
 // The staged one, when both are there; else that has been told.
@@ -169,13 +183,13 @@ Text Counted(int count, TextView one, TextView several) {
   return count == 1 ? Format(u"1 %s", one) : Format(u"%d %s", count, several);
 }
 
-void AddNames(std::vector<Text>& sentences, TextView begin, const std::vector<Text>& names) {
-  constexpr std::size_t kMostNames = 8;
+void AddNames(std::vector<Text>& sentences, TextView begin, const std::vector<Text>& names,
+              std::size_t most) {
   if (names.empty()) return;
   Text sentence(begin);
-  for (std::size_t n = 0; n < std::min(names.size(), kMostNames); ++n)
+  for (std::size_t n = 0; n < std::min(names.size(), most); ++n)
     sentence += (n == 0 ? u" " : u"; ") + names[n];
-  if (names.size() > kMostNames) sentence += Format(u"; and %d more", names.size() - kMostNames);
+  if (names.size() > most) sentence += Format(u"; and %d more", names.size() - most);
   sentences.push_back(sentence + u".");
 }
 
@@ -187,28 +201,34 @@ std::optional<MergePreview> PreviewMerge(inspection::CInspectorDoc& document, st
   if (!staged) return std::nullopt;
   auto plan = ReadMergePlan(document.GetWorkspace().GetDatabases(), targetInspectionID, stagedInspectionID);
   if (!plan) return std::nullopt;
-  return MergePreview{*std::move(plan), *std::move(staged)};
+  const bool isTooMuch = IsTooMuchToUndo(document, targetInspectionID, *staged);
+  return MergePreview{*std::move(plan), *std::move(staged), isTooMuch};
 }
 
-std::vector<Text> Described(const MergePreview& preview) {
+std::vector<Text> Described(const MergePreview& preview, std::size_t mostNames) {
   const MergePlan& plan = preview.plan;
   std::vector<Text> sentences;
   if (plan.addedCategories + plan.addedSteps > 0)
     sentences.push_back(Format(u"Added: %s, %s.", Counted(plan.addedCategories, u"category", u"categories"),
                                Counted(plan.addedSteps, u"step", u"steps")));
   if (plan.filledSteps > 0)
-    sentences.push_back(
-        Format(u"Filled: %s.", Counted(plan.filledSteps, u"step that was empty", u"steps that were empty")));
+    sentences.push_back(Format(
+        u"Filled: %s.", Counted(plan.filledSteps, u"step without findings", u"steps without findings")));
   if (plan.takenCategories > 0)
     sentences.push_back(Format(u"Number, remarks and status taken over: %s.",
                                Counted(plan.takenCategories, u"category", u"categories")));
   if (plan.sameSteps > 0)
     sentences.push_back(Format(u"There already: %s.", Counted(plan.sameSteps, u"step", u"steps")));
   if (sentences.empty()) sentences.push_back(u"Nothing is added or filled.");
-  AddNames(sentences, u"Left out, because these steps have findings already:", plan.occupiedSteps);
-  AddNames(sentences, u"Left out, because a step of the same name came before:", plan.repeatedSteps);
-  AddNames(sentences, u"Put together, because they have one title:", plan.repeatedCategories);
-  AddNames(sentences, u"Complete, and so keeping number and remarks:", plan.completeCategories);
+  const auto addNames = [&](TextView begin, const std::vector<Text>& names) {
+    AddNames(sentences, begin, names, mostNames);
+  };
+  addNames(u"Replaced by what the import has there, also where that is nothing:", plan.replacedWords);
+  addNames(u"Left out, because these steps have findings already:", plan.occupiedSteps);
+  addNames(u"Left out, because a step of the same name came before:", plan.repeatedSteps);
+  addNames(u"Put together, because they have one title:", plan.repeatedCategories);
+  addNames(u"Complete, and so keeping number and remarks:", plan.completeCategories);
+  addNames(u"Added without a rating to a category that stays complete:", plan.unratedSteps);
   Text header;
   for (const Text& part :
        {preview.staged.client, preview.staged.address,
@@ -216,6 +236,7 @@ std::vector<Text> Described(const MergePreview& preview) {
     if (!part.empty()) header += (header.empty() ? u"" : u", ") + part;
   sentences.push_back(u"Left out: the header of the import" +
                       (header.empty() ? Text(u".") : u" (" + header + u")."));
+  if (preview.isTooMuchToUndo) sentences.push_back(u"This is too much to be taken back with Undo.");
   return sentences;
 }
 
@@ -226,23 +247,21 @@ MergeOutcome MergeInspection(inspection::CInspectorDoc& document, std::int32_t t
   auto staged = FindBoth(document, targetInspectionID, stagedInspectionID);
   if (!staged) return outcome;
   inspection::VisitSnapshot changed = inspection::VisitSnapshot::OfInspections({});
-  const bool canUndo = document.GetUndoLog() && RowsToKeep(workspace.GetDatabases(), targetInspectionID,
-                                                           *staged) <= inspection::kMostRowsForUndo;
-  if (canUndo) {
+  const bool isTooMuch = IsTooMuchToUndo(document, targetInspectionID, *staged);
+  if (!isTooMuch) {
     changed.Add(targetInspectionID);
     changed.AddStaged(stagedInspectionID);
   }
   inspection::UndoRecording recording(document, u"Merge", std::move(changed));
-  if (!canUndo) recording.Forgo();
+  if (isTooMuch) recording.Forgo();
   std::optional<MergePlan> plan;
   outcome.result = MergeNow(workspace, targetInspectionID, stagedInspectionID, plan);
   if (outcome.result == MergeResult::Cancelled)
     device::Alert(workspace.GetPrompts(), u"Cancelled. Nothing was merged.");
   if (outcome.result != MergeResult::Merged) return outcome;
   recording.Done();
-  outcome.done = {*std::move(plan), *std::move(staged)};
+  outcome.done = {*std::move(plan), *std::move(staged), isTooMuch};
   outcome.isOpenOne = ShowAgain(document, targetInspectionID);
-  if (document.GetUndoLog() && !canUndo) outcome.notes.push_back(u"This was too much to keep it for Undo.");
   return outcome;
 }
 

@@ -13,14 +13,16 @@ namespace inspector::exchange {
 struct MergePreview {
   MergePlan plan;
   StagedInspection staged;  // its header is dropped
+  bool isTooMuchToUndo = false;
 };
 
 // What a merge would do, without doing it. Nothing when one of the two inspections is not there, which has
 // been told, or something could not be read, which has been reported.
 std::optional<MergePreview> PreviewMerge(inspection::CInspectorDoc& document, std::int32_t targetInspectionID,
                                          std::int32_t stagedInspectionID);
-// The same in sentences, which are true before a merge and after it: what is added, filled and left out.
-std::vector<Text> Described(const MergePreview& preview);
+// The same in sentences, which are true before a merge and after it: what is added, filled, replaced and left
+// out. At most so many names in each.
+std::vector<Text> Described(const MergePreview& preview, std::size_t mostNames = std::string::npos);
 
 enum class MergeResult { Merged, Cancelled, Failed };
 
@@ -30,7 +32,6 @@ struct MergeOutcome {
   // The target is the document's current inspection. Its categories have been read again and its category
   // is current again; lists that show them have to be filled anew.
   bool isOpenOne = false;
-  std::vector<Text> notes;
 };
 
 // Merges categories and steps as MergePlan says, and deletes the staged inspection. One transaction, which

@@ -35,10 +35,35 @@ bool SaysSomething(const Text& findings) {
   return findings.find_first_not_of(u'\0') != Text::npos;
 }
 
+// What a person may have written where there are no findings: what it is called, and what it says.
+struct Words {
+  TextView what;
+  Text text;
+};
+using AllWords = std::vector<Words>;
+AllWords WordsBeside(const data::StepTable& step) {
+  return {{u"material note", step.m_MaterialNote},
+          {u"summary comment", step.m_SummaryComment},
+          {u"picture", step.m_BitmapPath},
+          {u"major system", step.m_MajorSystem}};
+}
+AllWords WordsBeside(const data::CategoryTable& category) {
+  return {{u"remarks", category.m_Remarks}, {u"comments", category.m_CommentText}};
+}
+// "remarks, comments": those that `after` has no more.
+Text Lost(const AllWords& before, const AllWords& after) {
+  Text lost;
+  for (std::size_t n = 0; n < before.size(); ++n)
+    if (!before[n].text.empty() && before[n].text != after[n].text)
+      lost.append(lost.empty() ? u"" : u", ").append(before[n].what);
+  return lost;
+}
+
 // Rows as they will stand when the plan has been carried out so far.
 struct TargetStep {
   Text number;
   Text findings;
+  AllWords beside;  // as it was stored
   bool isEmpty = true;
   bool isAdded = false;    // by a staged step
   bool isReached = false;  // likewise
@@ -47,6 +72,7 @@ struct TargetCategory {
   std::int64_t key = 0;
   Text number;
   Text words;
+  AllWords beside;  // as it was stored
   bool isComplete = false;
   bool isReached = false;
 };
@@ -77,7 +103,7 @@ private:
       if (!category.GetRecord(row)) return false;
       m_Titles.Add(category.m_CategoryTitle, category.m_CategoryNumber, row);
       m_Categories.push_back({category.m_CategoryID, category.m_CategoryNumber, WordsOf(category),
-                              category.m_CompleteFlag != 0});
+                              WordsBeside(category), category.m_CompleteFlag != 0});
     }
     return !category.Failed();
   }
@@ -88,7 +114,7 @@ private:
     if (!found) {
       m_Titles.Add(staged.m_CategoryTitle, {}, merge.target);
       // Above every key that a stored category can have.
-      m_Categories.push_back({(std::int64_t{1} << 32) + merge.target, {}, {}});
+      m_Categories.push_back({(std::int64_t{1} << 32) + merge.target, {}, {}, {}});
       ++m_Plan.addedCategories;
     }
     TargetCategory& target = m_Categories[static_cast<std::size_t>(merge.target)];
@@ -97,6 +123,7 @@ private:
     merge.isTaken = !target.isComplete;
     if (merge.isTaken) {
       m_Titles.Renumber(staged.m_CategoryTitle, merge.target, target.number, staged.m_CategoryNumber);
+      NoteLost(staged.m_CategoryTitle, target.beside, WordsBeside(staged));
       target.number = staged.m_CategoryNumber;
       target.words = WordsOf(staged);
       target.isComplete = staged.m_CompleteFlag != 0;
@@ -105,20 +132,23 @@ private:
       m_Plan.completeCategories.push_back(staged.m_CategoryTitle);
     }
     // The steps of a category whose key stands twice go with its first row.
-    if (m_Done.insert(staged.m_CategoryID).second && !PlanSteps(staged, target.key, merge)) return false;
+    if (m_Done.insert(staged.m_CategoryID).second && !PlanSteps(staged, target, merge)) return false;
     m_Plan.categories.push_back(std::move(merge));
     return true;
   }
 
-  bool PlanSteps(const data::CategoryTable& category, std::int64_t target, CategoryMerge& merge) {
-    TargetSteps* const steps = StepsOf(target);
+  bool PlanSteps(const data::CategoryTable& category, const TargetCategory& target, CategoryMerge& merge) {
+    TargetSteps* const steps = StepsOf(target.key);
     if (!steps) return false;
     data::StepTable staged(m_Databases, u"MERGE_Step");
     staged.OpenSQL(Format(kStagedSteps, staged.TableName(), category.m_CategoryID));
     for (int row = 0; row < staged.RecordCount(); ++row) {
       if (!staged.GetRecord(row)) return false;
       merge.steps.push_back(PlanStep(row, staged, category.m_CategoryTitle, *steps));
-      merge.newSteps += merge.steps.back().isNew;
+      const bool isNew = merge.steps.back().isNew;
+      merge.newSteps += isNew;
+      if (isNew && target.isComplete && staged.m_InspectResult.empty())
+        m_Plan.unratedSteps.push_back(NameOf(category.m_CategoryTitle, staged));
     }
     return !staged.Failed();
   }
@@ -128,11 +158,11 @@ private:
     StepMerge merge{row, found.value_or(static_cast<int>(steps.rows.size())), !found};
     if (!found) {
       steps.titles.Add(staged.m_StepTitle, {}, merge.target);
-      steps.rows.push_back({{}, {}, true, true});
+      steps.rows.push_back({{}, {}, {}, true, true});
     }
     TargetStep& target = steps.rows[static_cast<std::size_t>(merge.target)];
     merge.isTaken = target.isEmpty;
-    const Text name = category + u": " + staged.m_StepTitle;
+    const Text name = NameOf(category, staged);
     Text findings = FindingsOf(staged);
     const bool isSame = findings == target.findings;
     if (!merge.isTaken && isSame)
@@ -143,12 +173,25 @@ private:
       steps.titles.Renumber(staged.m_StepTitle, merge.target, target.number, staged.m_StepNumber);
       target.number = staged.m_StepNumber;
       target.isEmpty = IsEmpty(staged);
+      NoteLost(name, target.beside, WordsBeside(staged));
       m_Plan.filledSteps += SaysSomething(findings) && !target.isAdded;
       target.findings = std::move(findings);
     }
     m_Plan.addedSteps += merge.isNew;
     target.isReached = true;
     return merge;
+  }
+
+  static Text NameOf(const Text& category, const data::StepTable& step) {
+    return category + u": " + step.m_StepTitle;
+  }
+
+  // What was there before the merge is told once.
+  void NoteLost(const Text& name, AllWords& before, const AllWords& after) {
+    if (before.empty()) return;
+    if (const Text lost = Lost(before, after); !lost.empty())
+      m_Plan.replacedWords.push_back(Format(u"%s (%s)", name, lost));
+    before.clear();
   }
 
   // Null when they could not be read.
@@ -160,7 +203,7 @@ private:
     for (int row = 0; row < step.RecordCount(); ++row) {
       if (!step.GetRecord(row)) return nullptr;
       known->second.titles.Add(step.m_StepTitle, step.m_StepNumber, row);
-      known->second.rows.push_back({step.m_StepNumber, FindingsOf(step), IsEmpty(step)});
+      known->second.rows.push_back({step.m_StepNumber, FindingsOf(step), WordsBeside(step), IsEmpty(step)});
     }
     return step.Failed() ? nullptr : &known->second;
   }

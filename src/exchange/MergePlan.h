@@ -41,13 +41,17 @@ struct MergePlan {
   int addedCategories = 0;
   int takenCategories = 0;  // that were there and take over the staged columns
   int addedSteps = 0;
-  int filledSteps = 0;  // that were there, were empty, and get something
+  int filledSteps = 0;  // that were there, had no findings, and get something
   int sameSteps = 0;    // with the same findings as the target had or got before
   // What is dropped, by name: "Roof: Shingles".
   std::vector<Text> completeCategories;  // other numbers or words for them
   std::vector<Text> occupiedSteps;       // with something to say, where the target had findings before
   std::vector<Text> repeatedSteps;       // likewise, where one of the same title came before
   std::vector<Text> repeatedCategories;  // the last one's number and words count
+  // What the target had beside findings, and has no more: "Roof: Shingles (summary comment, picture)".
+  std::vector<Text> replacedWords;
+  // Stay complete, although they get a step without a rating.
+  std::vector<Text> unratedSteps;
 };
 
 // The queries by which a plan's rows are counted.

@@ -38,6 +38,33 @@ std::optional<std::vector<StagedInspection>> ReadStaged(data::Databases& databas
   return Read(databases, u"SELECT * FROM MERGE_Inspection");
 }
 
+bool DiscardStaged(data::Workspace& workspace, const StagedInspection& staged) {
+  const Text question = Format(
+      u"Delete this imported inspection?\n\nClient Name: %s\nDwelling Address: %s\nDoc #: %s\n\nThe file "
+      u"that it "
+      u"came from stays, and can be imported again.",
+      staged.client, staged.address, staged.documentNumber);
+  if (!device::ConfirmCaution(workspace.GetPrompts(), question)) return false;
+  data::Databases& databases = workspace.GetDatabases();
+  data::Transaction transaction(databases.Inspection());
+  if (!transaction.IsOpen()) return false;
+  data::CategoryTable categories(databases, u"MERGE_Category");
+  data::StepTable steps(databases, u"MERGE_Step");
+  categories.OpenSQL(Format(u"SELECT * FROM MERGE_Category WHERE InspectionID = %d", staged.inspectionID));
+  if (categories.Failed()) return false;
+  for (int n = 0; n < categories.RecordCount(); ++n) {
+    if (!categories.GetRecord(n)) return false;
+    steps.OpenSQL(Format(u"DELETE FROM MERGE_Step WHERE CategoryID = %d", categories.m_CategoryID));
+    if (steps.Failed()) return false;
+  }
+  for (const device::TextView table :
+       {device::TextView(u"MERGE_Category"), device::TextView(u"MERGE_Inspection")}) {
+    categories.OpenSQL(Format(u"DELETE FROM %s WHERE InspectionID = %d", table, staged.inspectionID));
+    if (categories.Failed()) return false;
+  }
+  return transaction.Commit();
+}
+
 std::optional<StagedInspection> FindStaged(data::Databases& databases, std::int32_t inspectionID) {
   auto found =
       Read(databases, Format(u"SELECT * FROM MERGE_Inspection WHERE InspectionID = %d", inspectionID));

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "data/Databases.h"
+#include "data/Workspace.h"
 #include "device/Text.h"
 
 namespace inspector::exchange {
@@ -24,5 +24,9 @@ struct StagedInspection {
 std::optional<std::vector<StagedInspection>> ReadStaged(data::Databases& databases);
 // Nothing, too, when there is none of that key.
 std::optional<StagedInspection> FindStaged(data::Databases& databases, std::int32_t inspectionID);
+
+// Asks, then deletes one with its categories and steps. False when nothing was deleted; a failure has been
+// told.
+bool DiscardStaged(data::Workspace& workspace, const StagedInspection& staged);
 
 }  // namespace inspector::exchange

@@ -1,5 +1,5 @@
 // Taking back the last action of this run that changed a whole visit: delete, duplicate, defaults, a change
-// of type.
+// of type, a merge.
 #pragma once
 
 #include <functional>

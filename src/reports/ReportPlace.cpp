@@ -72,7 +72,7 @@ std::optional<std::vector<Text>> CommentsOf(data::Workspace& workspace, std::int
   data::StepTable steps(workspace.GetDatabases());
   steps.OpenSQL(device::Format(inspection::kStepsOfInspection, inspectionID));
   for (int n = 0; n < steps.RecordCount(); ++n) {
-    if (steps.GetRecord(n)) comments.push_back(steps.m_Comments);
+    if (steps.GetRecord(n)) comments.insert(comments.end(), {steps.m_Comments, steps.m_SummaryComment});
     if (steps.Failed()) return std::nullopt;
   }
   return steps.Failed() ? std::nullopt : std::optional(std::move(comments));
@@ -88,8 +88,8 @@ Text ReportPlace::WhyNot(const std::filesystem::path& named) const {
       std::filesystem::is_symlink(named, noLink) ? device::WholePath(named) : named;
   // Also what is not there at the moment: it would be taken for what its name says.
   if (IsOwnFile(m_Workspace, file))
-    return device::Format(
-        u"%s is a database of this program, or a file that it needs. Give the report another name.", name);
+    return device::Format(u"%s is a database of this program, or a file that it needs. Choose another name.",
+                          name);
   std::error_code error;
   const bool isThere = std::filesystem::exists(file, error);
   if (m_Pictures.IsCardFolder(file) ||
@@ -100,14 +100,14 @@ Text ReportPlace::WhyNot(const std::filesystem::path& named) const {
         name);
   if (std::filesystem::is_directory(file, error)) return {};
   if (HasNameOfPicture(file))
-    return device::Format(u"%s has the name of a picture. Give the report another name.", name);
+    return device::Format(u"%s has the name of a picture. Choose another name.", name);
   if (!isThere) return {};
   if (IsDatabase(m_Workspace.GetMachine(), file))
-    return device::Format(u"%s is a database, and would be lost. Give the report another name.", name);
+    return device::Format(u"%s is a database, and would be lost. Choose another name.", name);
   const auto all = AllPictures();
   if (!all) return u"The comments of the inspection could not be read. Nothing was written.";
   if (HasContentOfPicture(m_Workspace.GetMachine(), file) || IsOneOf(file, *all))
-    return device::Format(u"%s is a picture, and would be lost. Give the report another name.", name);
+    return device::Format(u"%s is a picture, and would be lost. Choose another name.", name);
   return {};
 }
 

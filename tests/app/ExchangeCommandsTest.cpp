@@ -2,6 +2,7 @@
 
 #include "app/MainFrame.h"
 #include "device/ui/ListView.h"
+#include "exchange/StagedInspections.h"
 #include "support/Screens.h"
 #include "support/ScriptedServer.h"
 #include "support/VisitFixture.h"
@@ -108,6 +109,18 @@ TEST_F(ExchangeCommandsTest, CarriesAVisitToAnotherInspection) {
   Prompts().Queue(u"Merge Inspections", Answer::Ok);
   EXPECT_THAT(ToUtf8(MergeImported(Document(), other, m_Window)), StartsWith("Merged. Added: "));
   EXPECT_EQ(Finding(u"20.1"), u"20.1|Shingles|Poor||Loose.");
+
+  Prompts().QueueOpenPath(file);
+  ImportFile(Document());
+  m_Person.Expect("choiceDialog", [this](QDialog& dialog) {
+    Prompts().Queue(u"Caution", Answer::Yes);
+    Part<QPushButton>(dialog, "deleteImported").click();
+    EXPECT_EQ(Part<ListView>(dialog, "choiceList").model()->rowCount(), 0);
+    EXPECT_FALSE(Part<QPushButton>(dialog, "deleteImported").isEnabled());
+    dialog.reject();
+  });
+  EXPECT_EQ(MergeImported(Document(), other, m_Window), u"");
+  EXPECT_THAT(*exchange::ReadStaged(Document().GetWorkspace().GetDatabases()), IsEmpty());
 }
 
 }  // namespace

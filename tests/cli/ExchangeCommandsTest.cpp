@@ -46,6 +46,16 @@ TEST_F(ExchangeCommandsTest, HouseTravelsAndIsMerged) {
   EXPECT_EQ(steps(Outline(1003)), steps(Outline(1001)));
   EXPECT_EQ(Out("staged --json"), "[]\n");
   ExpectRefused(1, "merge 1003 1002", "There is no imported inspection 1002");
+
+  Cli("import " + m_File);
+  Cli("import " + m_File);
+  ExpectRefused(1, "discard 4711 --yes", "There is no imported inspection 4711.");
+  ExpectRefused(1, "discard 1004", "Caution: Delete this imported inspection?");
+  EXPECT_EQ(Cli("discard 1004 --yes").exit, 0);
+  EXPECT_EQ(Json("staged").dump(),
+            R"([{"id":1005,"number":"7/8","client":"Ana","address":"","categories":5,"steps":4}])");
+  EXPECT_EQ(InVisits("SELECT count(*) FROM MERGE_Step JOIN MERGE_Category USING (CategoryID)"), "4");
+  EXPECT_EQ(InVisits("SELECT count(*) FROM MERGE_Step"), "4");
 }
 
 TEST_F(ExchangeCommandsTest, FilesGoWhereTheyAreToldAndReplaceOnlyWhatTheyMay) {
@@ -62,7 +72,7 @@ TEST_F(ExchangeCommandsTest, FilesGoWhereTheyAreToldAndReplaceOnlyWhatTheyMay) {
   ExpectRefused(2, "import ''", "The file to import has no name.");
   ExpectRefused(1, "import " + m_File, "is not there.");
   m_Device.Put("house.rtf", "Brindlecove Export File\xA4\xA7\x1B[2J\xA7");
-  ExpectRefused(1, "import " + m_File, "Alert: \xEF\xBF\xBD[2J\n");  // no command to the terminal
+  ExpectRefused(1, "import " + m_File, "Alert: \x1B[2J\n");  // byte for byte: no terminal
 }
 
 TEST_F(ExchangeCommandsTest, ValuesThatCannotArriveNeedAYes) {

@@ -87,14 +87,14 @@ TEST_F(ReportCommandsTest, NoReportReplacesWhatAnybodyMayNeed) {
     const std::filesystem::path file = m_Device.Root() / name;
     if (!std::filesystem::exists(file)) m_Device.Put(name, std::string("SQLite format 3\0 needed", 24));
     const std::string before = ContentOf(file);
-    ExpectRefused(1, "text 1001 --out '" + file.string() + "'", "Give the report another name.");
+    ExpectRefused(1, "text 1001 --out '" + file.string() + "'", "Choose another name.");
     EXPECT_TRUE(ContentOf(file) == before) << name;
   }
   ExpectRefused(1, "text 1001 --out '\\HousePhotoH-1.JPG'", "has the name of a picture");
   for (const char* const leadsTo : {"My Documents/Inspection_Data.cdb-wal", "Pictures/new.jpg"}) {
     const std::filesystem::path link = m_Device.Root() / "link.txt";
     std::filesystem::create_symlink(m_Device.Root() / leadsTo, link);
-    ExpectRefused(1, "text 1001 --out '" + link.string() + "'", "Give the report another name.");
+    ExpectRefused(1, "text 1001 --out '" + link.string() + "'", "Choose another name.");
     std::filesystem::remove(link);
   }
 }

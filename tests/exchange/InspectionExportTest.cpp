@@ -43,6 +43,9 @@ TEST_F(InspectionExportTest, FileIsTheSameByteForByte) {
   EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
             u"Exporting Inspection...|Category 1 of 2|Category 2 of 2|0|2|3");
   EXPECT_EQ(Joined(outcome.notes), u"Not in the file: the private notes and 1 picture (only its name).");
+  m_Device.RunInVisits("UPDATE Step SET SummaryComment = '***Picture-2;Scaling=50***'");
+  m_Device.Put("HousePhoto2026-014.jpg", "x");
+  EXPECT_EQ(Joined(Export().notes), u"Not in the file: the private notes and 3 pictures (only their names).");
 }
 
 TEST_F(InspectionExportTest, HouseWithoutCategoriesIsThreeRecords) {
@@ -122,7 +125,7 @@ TEST_F(InspectionExportTest, AsksWhereToAndKeepsDatabasesAndPictures) {
   for (const char* name : {"My Documents/Inspection_Data.cdb", "registry.toml", "b.jpg"}) {
     EXPECT_EQ(ExportInspection(m_Device.GetWorkspace(), {kHouse, m_Device.Root() / name}).result,
               ExportResult::Failed);
-    EXPECT_THAT(Prompts().Last(), HasSubstr("Give the report another name"));
+    EXPECT_THAT(Prompts().Last(), HasSubstr("Choose another name"));
   }
   EXPECT_EQ(Export(4711).result, ExportResult::Failed);
   EXPECT_THAT(Prompts().Last(), HasSubstr("There is no inspection 4711"));

@@ -194,6 +194,13 @@ TEST_F(InspectionImportTest, StagingTablesAreMadeOrNamed) {
   EXPECT_EQ(Import(std::string(kHeader) + "INSPECTION|1|\n").result, ImportResult::Failed);
   EXPECT_EQ(Prompts().Last(),
             "Alert: The following tables failed to open:\r\r* MERGE_Inspection\r* MERGE_Step\r");
+  // Tables that would take a row and lose half of it.
+  m_Device.RunInVisits(
+      "DROP VIEW MERGE_Step; DROP VIEW MERGE_Inspection; DROP TABLE IF EXISTS MERGE_Category;"
+      "CREATE TABLE MERGE_Category (CategoryID INTEGER); CREATE VIEW MERGE_Step AS SELECT * FROM Step");
+  EXPECT_EQ(Import(std::string(kHeader) + "INSPECTION|1|\n").result, ImportResult::Failed);
+  EXPECT_EQ(Prompts().Last(),
+            "Alert: The following tables failed to open:\r\r* MERGE_Category\r* MERGE_Step\r");
 }
 
 TEST_F(InspectionImportTest, ManyRecords) {

@@ -159,10 +159,10 @@ TEST_F(InspectionMergeTest, NewRowsGetTheirOwnKeysAndOthersAreNotTouched) {
   EXPECT_EQ(Prompts().ProgressWindows().back()->Told(),
             u"Merging Inspections...|Merging Categories...|Merging Categories... 1 of 2|Merging "
             u"Categories... 2 of 2|0|2|2");
-  EXPECT_EQ(
-      Joined(Described(outcome.done)),
-      u"Added: 1 category, 3 steps.|Filled: 1 step that was empty.|Number, remarks and status taken over: 1 "
-      u"category.|Left out: the header of the import (Ana, Elm, Doc # 7).");
+  EXPECT_EQ(Joined(Described(outcome.done)),
+            u"Added: 1 category, 3 steps.|Filled: 1 step without findings.|Number, remarks and status taken "
+            u"over: 1 "
+            u"category.|Left out: the header of the import (Ana, Elm, Doc # 7).");
 }
 
 TEST_F(InspectionMergeTest, PreviewSaysTheSameAndChangesNothing) {
@@ -173,12 +173,13 @@ TEST_F(InspectionMergeTest, PreviewSaysTheSameAndChangesNothing) {
   const auto preview = PreviewMerge(Document(), 72, 5);
   ASSERT_TRUE(preview);
   EXPECT_EQ(Joined(Described(*preview)),
-            u"Added: 1 category, 1 step.|Filled: 1 step that was empty.|"
+            u"Added: 1 category, 1 step.|Filled: 1 step without findings.|"
             u"Number, remarks and status taken over: 1 category.|There already: 1 step.|"
             u"Left out, because these steps have findings already: Roof: A.|"
             u"Left out, because a step of the same name came before: Roof: B.|Put together, because they "
             u"have one title: Attic.|"
             u"Complete, and so keeping number and remarks: Roof.|"
+            u"Added without a rating to a category that stays complete: Roof: D.|"
             u"Left out: the header of the import (Ana, Elm, Doc # 7).");
   EXPECT_EQ(Everything(), before);
   EXPECT_EQ(Described(Merge().done), Described(*preview));
@@ -187,6 +188,28 @@ TEST_F(InspectionMergeTest, PreviewSaysTheSameAndChangesNothing) {
     EXPECT_EQ(MergeInspection(Document(), target, staged).result, MergeResult::Failed);
     EXPECT_THAT(Prompts().Last(), HasSubstr(says));
   }
+}
+
+TEST_F(InspectionMergeTest, NamesWhatTheImportReplaces) {
+  Fill("", 72, {"Roof 10", "  A 1", "  B 1", "Attic 5 complete"});
+  m_Device.RunInVisits(
+      "UPDATE Category SET Remarks = 'mine', CommentText = 'both' WHERE CategoryTitle = 'Roof';"
+      "UPDATE Step SET SummaryComment = 'mine', BitmapPath = 'a.jpg', MajorSystem = 'Roof' WHERE StepTitle = "
+      "'A';"
+      "UPDATE Step SET MaterialNote = 'mine' WHERE StepTitle = 'B'");
+  Stage({"Roof 20", "  A 1", "  B 1 Good", "  A 2", "Attic 5", "  Z 1", "  Y 1 Good"});
+  m_Device.RunInVisits(
+      "UPDATE MERGE_Category SET CommentText = 'both'; UPDATE MERGE_Step SET MajorSystem = 'Roof'");
+  const std::vector<Text> told = Described(*PreviewMerge(Document(), 72, 5));
+  EXPECT_THAT(told, ::testing::Contains(
+                        u"Replaced by what the import has there, also where that is nothing: Roof (remarks); "
+                        u"Roof: A (summary comment, picture); Roof: B (material note)."));
+  EXPECT_THAT(told,
+              ::testing::Contains(u"Added without a rating to a category that stays complete: Attic: Z."));
+  EXPECT_THAT(Described(*PreviewMerge(Document(), 72, 5), 1),
+              ::testing::Contains(
+                  u"Replaced by what the import has there, also where that is nothing: Roof (remarks); "
+                  u"and 2 more."));
 }
 
 TEST_F(InspectionMergeTest, AllIsMergedOrNothing) {
@@ -225,7 +248,6 @@ TEST_F(InspectionMergeTest, MergeIsUndoneWithWhatWasStaged) {
   Prompts().CancelAtStep(99);
   const MergeOutcome outcome = Merge();
   EXPECT_TRUE(outcome.isOpenOne);
-  EXPECT_THAT(outcome.notes, IsEmpty());
   EXPECT_EQ(Document().Categories().RecordCount(), 2) << "the open document has the new one";
   EXPECT_EQ(Document().Categories().m_CategoryNumber, u"20") << "and what was taken over";
   EXPECT_EQ(Document().Categories().m_CategoryID, 300);

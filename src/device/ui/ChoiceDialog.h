@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QDialogButtonBox>
 
 #include "device/ui/ListView.h"
 
@@ -14,11 +15,16 @@ public:
                std::vector<ListColumn> columns, QWidget* parent);
 
   void Choose(int row) { m_List->SelectRow(row); }
+  // A button beside OK, for something else to do with the selected row. The rows are read again afterwards.
+  void Offer(const QString& caption, const char* objectName, std::function<void(int row)> run);
   // -1 for none.
   int Chosen() const { return m_List->SelectedRow(); }
 
 private:
+  void EnableFor(int row);
+
   ListView* m_List;
+  QDialogButtonBox* m_Buttons;
 };
 
 }  // namespace inspector::device::ui

@@ -2,9 +2,12 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScroller>
 #include <algorithm>
 
 #include "device/ui/DatabasePathsDialog.h"
@@ -47,9 +50,10 @@ QString FilterOf(const Text& filter) {
 
 // The toolkit keeps a box to half of a narrow screen, where long words go on beyond its lower edge, and the
 // answers with them.
-void FitToScreen(QMessageBox& box) {
-  constexpr int kBesideWords = 120;  // logical pixels: the icon and the margins
-  constexpr int kBelowWords = 200;   // the buttons and the title bar
+constexpr int kBesideWords = 120;  // logical pixels: the icon and the margins
+constexpr int kBelowWords = 200;   // the buttons and the title bar
+
+void FitToScreen(QMessageBox& box, int leastWidth) {
   constexpr int kWideScreen = 900;
   constexpr int kLeastWidth = 320;
   constexpr int kToolkitsWidth = 500;  // that it makes a box at most, and half of the screen
@@ -63,13 +67,34 @@ void FitToScreen(QMessageBox& box) {
   const QRect lines =
       words->fontMetrics().boundingRect(QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), 0, words->text());
   if (room.width() < kWideScreen)
-    words->setMinimumWidth(std::min(lines.width() + 1, room.width() - kBesideWords));
+    words->setMinimumWidth(std::min(std::max(lines.width() + 1, leastWidth), room.width() - kBesideWords));
   if (lines.width() <= words->minimumWidth() && lines.height() < room.height() - kBelowWords) return;
   words->setWordWrap(true);
   const QFont full = words->font();
   ShrinkToFit(*words, full,
               std::max(words->minimumWidth(), std::min(room.width() / 2, kToolkitsWidth) - kBesideWords),
               room.height() - kBelowWords);
+}
+
+// What is too long to be read at one glance, and has to be read all the same. To be called when the box has
+// everything else, because it lays itself out anew for each part.
+void ShowScrolling(QMessageBox& box, const QString& words) {
+  constexpr qsizetype kMostLetters = 500'000;
+  constexpr QSize kPreferred(480, 360);
+  auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  if (label == nullptr) return;
+  auto* const text = new QPlainTextEdit(Shortened(words, kMostLetters), &box);
+  text->setObjectName(QStringLiteral("longMessage"));
+  text->setAccessibleName(QStringLiteral("Message"));
+  text->setReadOnly(true);
+  text->setTabChangesFocus(true);
+  QScroller::grabGesture(text->viewport(), QScroller::TouchGesture);
+  const QSize room = box.screen()->availableSize() - QSize(kBesideWords, kBelowWords);
+  const int windowWidth = box.parentWidget() ? box.parentWidget()->window()->width() : room.width();
+  text->setMinimumSize(
+      kPreferred.boundedTo(room).boundedTo({std::max(windowWidth - kBesideWords, 200), room.height()}));
+  delete box.layout()->replaceWidget(label, text);
+  label->hide();
 }
 
 class WaitCursor : public Prompts::Waiting {
@@ -87,13 +112,20 @@ QWidget* QtPrompts::Parent() const {
 
 Answer QtPrompts::Show(const Message& message) {
   constexpr qsizetype kMostLetters = 2000;
+  constexpr int kOfferWidth = 340;
   QMessageBox box(Parent());
+  const QString words = ToDisplay(message.text);
   box.setObjectName(QStringLiteral("messageBox"));
   box.setTextFormat(Qt::PlainText);
   box.setWindowTitle(ToQString(message.title));
-  box.setText(Shortened(ToDisplay(message.text), kMostLetters));
+  box.setText(Shortened(words, kMostLetters));
   box.setIcon(IconOf(message.icon));
-  FitToScreen(box);
+  // Boxes that come one after the other keep their buttons under the finger.
+  FitToScreen(box, message.offer.empty() ? 0 : kOfferWidth);
+  const auto ask = [&] {
+    if (words.size() > kMostLetters) ShowScrolling(box, words);
+    return box.exec();
+  };
   switch (message.buttons) {
     case Buttons::Ok:
       box.setStandardButtons(QMessageBox::Ok);
@@ -108,17 +140,17 @@ Answer QtPrompts::Show(const Message& message) {
         box.button(QMessageBox::Ok)->setFocus();  // a blank pressed again and again ticks nothing
       }
       box.setDefaultButton(QMessageBox::Ok);
-      box.exec();
+      ask();
       return box.checkBox() && box.checkBox()->isChecked() ? Answer::OkForAll : Answer::Ok;
     case Buttons::OkCancel:
       box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
       box.setDefaultButton(QMessageBox::Ok);
-      return box.exec() == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
+      return ask() == QMessageBox::Ok ? Answer::Ok : Answer::Cancel;
     case Buttons::YesNo:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
       box.setDefaultButton(message.isNoFirst ? QMessageBox::No : QMessageBox::Yes);
       box.setEscapeButton(QMessageBox::No);
-      return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+      return ask() == QMessageBox::Yes ? Answer::Yes : Answer::No;
   }
   return Answer::Cancel;
 }

@@ -2,8 +2,10 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 
 #include "device/ui/TextConversion.h"
 #include "support/Screens.h"
@@ -55,6 +57,19 @@ TEST_F(QtPromptsTest, OffersToShowNoMoreOfAKind) {
     });
     EXPECT_EQ(m_Prompts.Show(message), isTicked ? Answer::OkForAll : Answer::Ok);
   }
+}
+
+TEST_F(QtPromptsTest, LongWordsScrollToTheirEnd) {
+  const Text words = Text(5000, u'x') + u" end";
+  m_Person.Expect("messageBox", [&](QDialog& dialog) {
+    const auto& text = Part<QPlainTextEdit>(dialog, "longMessage");
+    EXPECT_EQ(FromQString(text.toPlainText()), words);
+    EXPECT_TRUE(text.isReadOnly());
+    EXPECT_TRUE(text.isVisible());
+    EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+    static_cast<QMessageBox&>(dialog).button(QMessageBox::Ok)->click();
+  });
+  Alert(m_Prompts, words);
 }
 
 TEST_F(QtPromptsTest, OpensAFileThatIsThere) {
