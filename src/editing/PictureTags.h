@@ -24,7 +24,8 @@ inline constexpr TextView kError =
 Text FindFirstTag(TextView text);
 // The words without the tags. Blanks beside a tag stay. What a removed tag joins may form a new one.
 Text StripTags(TextView text);
-// Every tag once, in the order in which StripTags meets them, which is the order of the pictures.
+// Every tag once, in the order in which StripTags meets them, which is the order of the pictures. One that
+// only the removal of another puts together again counts again.
 std::vector<Text> DistinctTags(TextView text);
 
 // kKnownPicture, kGenericPicture or kError.

@@ -21,13 +21,19 @@ constexpr const char* kFooter = R"(Setting an office up:
 Users, inspections and history may be worked on while the server runs. Without a command
 it serves.)";
 
+constexpr const char* kEverywhere =
+    "Every command takes --data DIR or --config FILE, which say where the data is.";
+
 constexpr const char* kFields =
-    "Fields have the names of the device's columns or of its command line, in any case: InspectionNum "
-    "(number), "
-    "DwellingAddress (address), CityStateZip, ClientName (client), ClientAddress, ClientCityStateZip, "
-    "GeneralInformation (general), DocType, ClientAgent (agent), ListingAgent, RealEstateCompany (company), "
-    "InspectionDate (date; 2026-05-31 or 5/31/2026, today when it is not given), InspectionTypeID (type; -1: "
-    "none).";
+    R"(Fields have the names of the device's columns, or those of its command line, in any case:
+  InspectionNum       number              CityStateZip        citystatezip
+  DwellingAddress     address             ClientAgent         agent
+  ClientName          client              ListingAgent        listingagent
+  ClientAddress       clientaddress       RealEstateCompany   company
+  ClientCityStateZip  clientcitystatezip  InspectionDate      date, 2026-05-31 or 5/31/2026
+  GeneralInformation  general             InspectionTypeID    type, -1 for none
+  DocType             doctype
+Every command takes --data DIR or --config FILE, which say where the data is.)";
 
 // What was typed, wherever it stood.
 struct Typed {
@@ -85,6 +91,8 @@ public:
 
   // The command that was chosen; none when it is to serve.
   const Command& Chosen() const { return m_Chosen; }
+  // It may be the first of all, where there is no data yet.
+  bool ChosenBegins() const { return m_ChosenBegins; }
 
   void AddAll();
 
@@ -99,6 +107,9 @@ private:
     CLI::App* const group = m_App.add_subcommand(name, help);
     group->fallthrough()->require_subcommand(1);
     return *group;
+  }
+  void Begins(CLI::App* command) {
+    command->parse_complete_callback([this] { m_ChosenBegins = true; });
   }
   void Office(CLI::App* command) {
     command->add_option("--office", m_Typed.office, "The office it belongs to")
@@ -117,6 +128,7 @@ private:
   CLI::App& m_App;
   Typed& m_Typed;
   Command m_Chosen;
+  bool m_ChosenBegins = false;
 };
 
 void Commands::AddAll() {
@@ -141,6 +153,7 @@ void Commands::AddUsers() {
       Add(group, "add", "A new user; the password is asked for, or read from the first line of the input",
           [this](CommandRun& run) { return AddUser(run, m_Typed.name, m_Typed.office); }));
   Office(add);
+  Begins(add);
   withName(Add(group, "remove", "The user may not log in any more; what was sent stays",
                [this](CommandRun& run) { return RemoveUser(run, m_Typed.name); }));
   withName(Add(group, "passwd", "Another password, asked for or read from the input",
@@ -176,6 +189,7 @@ void Commands::AddInspections() {
   Fields(set, "InspectionNum, which says which, and the fields to change");
   Fields(list, "Only those with these values");
   Fields(show, "InspectionNum=NUMBER, or the number alone");
+  for (CLI::App* const command : {add, import}) Begins(command);
   for (CLI::App* const command : {list, show}) Json(command);
   list->add_option("--period", m_Typed.period, "Only those that a device gets for it")
       ->check(CLI::IsMember({"today", "week", "all"}));
@@ -185,7 +199,7 @@ void Commands::AddInspections() {
                    "The first line names the fields; comma, semicolon or tab between them")
       ->required();
   import->add_flag("--dry-run", m_Typed.dryRun, "Only look whether it could be imported");
-  import->footer(std::string("All lines are imported, or none. ") + kFields);
+  import->footer(std::string("All lines are imported, or none.\n") + kFields);
 }
 
 void Commands::AddHistory() {
@@ -200,9 +214,7 @@ void Commands::AddHistory() {
   history->add_option("NUMBER", m_Typed.number, "Without it: what devices have sent without a number");
   Json(history);
   restore->add_option("NUMBER", m_Typed.number)->required();
-  restore->add_option("--version-number,--version", m_Typed.version, "Which, as history counts")
-      ->required()
-      ->type_name("N");
+  restore->add_option("--version", m_Typed.version, "Which, as history counts")->required()->type_name("N");
   restore->add_flag("--unnumbered", m_Typed.unnumbered, "One that came without a number; it gets this one");
 }
 
@@ -213,7 +225,8 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
       "The office's end of the synchronisation: devices fetch their inspections here and send them back.",
       "inspector-syncd");
   Typed typed;
-  app.footer(kFooter);
+  app.footer(kEverywhere);
+  app.set_version_flag("--version", INSPECTOR_VERSION);
   app.add_option("--data", typed.data, "The folder where users, inspections and history are kept")
       ->type_name("DIR");
   app.add_option("--config", typed.config, "A configuration file in TOML; options of the command line win")
@@ -233,6 +246,7 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
   app.require_subcommand(0, 1);
   Commands commands(app, typed);
   commands.AddAll();
+  app.footer(kFooter);
 
   std::reverse(words.begin(), words.end());  // as CLI11 takes them
   try {
@@ -255,6 +269,10 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
   if (!commands.Chosen()) return static_cast<int>(Serve(settings, err));
 
   std::unique_ptr<Storage> storage;
+  if (!commands.ChosenBegins() && !HasStorage(settings)) {
+    err << "There is no data in " << settings.data.string() << ".\n";
+    return static_cast<int>(ExitCode::Failed);
+  }
   if (const Fault fault = OpenStorage(settings, storage); !fault.empty()) {
     err << fault << '\n';
     return static_cast<int>(ExitCode::Failed);

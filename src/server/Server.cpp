@@ -28,6 +28,8 @@ Server::Server(const Settings& settings, Storage& storage, device::Clock& clock,
       m_Host{m_Io, settings, clock, log, m_Desk, m_Guard, m_Hashing, m_StrangerHash, m_Counters} {}
 
 Server::~Server() {
+  // Nobody waits any more for those that have not begun.
+  m_Hashing.stop();
   m_Hashing.join();
   // What is left in the queue may hold sessions, whose sockets belong to it.
   m_Sessions.clear();

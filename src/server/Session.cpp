@@ -203,7 +203,8 @@ void Session::CheckTime(Clock::time_point now) {
 
 void Session::Stop() {
   m_IsStopping = true;
-  if (!m_HasEnded && m_Silent && m_Conversation.IsAtBorder()) End("the server stops");
+  const bool isStranger = m_User.empty();
+  if (isStranger || (m_Silent && m_Conversation.IsAtBorder())) End("the server stops");
 }
 
 void Session::Fail(const Fault& fault) {

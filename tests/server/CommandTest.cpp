@@ -36,6 +36,8 @@ protected:
 };
 
 TEST_F(SyncCommandTest, UsersHavePasswordsThatDevicesCanSend) {
+  EXPECT_THAT(Run({"user", "list"}), StartsWith("1: There is no data in"));
+  EXPECT_FALSE(std::filesystem::exists(m_Folder / "data"));
   EXPECT_EQ(Run({"user", "add", "ana", "--office", "north"}, "Z\u00FCrich\n"), "");
   EXPECT_THAT(Ask("SELECT Name, PasswordHash FROM User"), StartsWith("ana|$argon2id$"));
   const auto fits = [this](const std::string& bytes) {

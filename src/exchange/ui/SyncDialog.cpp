@@ -52,7 +52,8 @@ SyncDialog::SyncDialog(data::Workspace& workspace, QWidget* parent)
   }
   m_Periods.front()->setChecked(true);
   QWidget* before = m_Receive;
-  for (QWidget* const next : std::initializer_list<QWidget*>{m_Periods[0], m_Periods[1], m_Periods[2], m_Send}) {
+  for (QWidget* const next :
+       std::initializer_list<QWidget*>{m_Periods[0], m_Periods[1], m_Periods[2], m_Send}) {
     setTabOrder(before, next);
     before = next;
   }
