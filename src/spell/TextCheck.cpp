@@ -11,10 +11,15 @@ std::vector<MisspeltWord> TextCheck::FindMisspelt(TextView text) const {
 std::vector<MisspeltWord> TextCheck::FindMisspelt(TextView text, std::size_t from, std::size_t to) const {
   std::vector<MisspeltWord> misspelt;
   if (!m_Checker.HasDictionary()) return misspelt;
-  for (const ScannedWord& word : m_Scanner.Scan(text, from, to)) {
-    TextRange part = MisspeltPart(text, word);
+  // One word more, with which the last one may belong together.
+  constexpr std::size_t kBlankAndNext = 2;
+  const std::size_t blank = std::min(text.find(u' ', to), text.size());
+  const std::size_t end = std::min(blank + kBlankAndNext, text.size());
+  const std::vector<ScannedWord> words = m_Scanner.Scan(text, from, end);
+  for (std::size_t n = 0; n < words.size() && words[n].range.at < to; ++n) {
+    TextRange part = MisspeltPart(text, words[n]);
     if (part.length == 0 || (!misspelt.empty() && misspelt.back().range.End() > part.at)) continue;
-    part = WithTornPart(text, word, part);
+    part = WithTornPart(text, words[n], part, n + 1 < words.size() ? &words[n + 1] : nullptr);
     misspelt.push_back({part, Text(text.substr(part.at, part.length))});
   }
   return misspelt;
@@ -41,16 +46,15 @@ TextRange TextCheck::MisspeltPart(TextView text, const ScannedWord& word) const 
   }
 }
 
-TextRange TextCheck::WithTornPart(TextView text, const ScannedWord& word, TextRange part) const {
+TextRange TextCheck::WithTornPart(TextView text, const ScannedWord& word, TextRange part,
+                                  const ScannedWord* next) const {
   Text joined(text.substr(word.whole.at, word.whole.length));
   if (std::erase(joined, u'-') == 1 && m_Checker.Check(joined)) return word.whole;
   if (part != word.whole || part.End() >= text.size() || text[part.End()] != u' ') return part;
-  const std::vector<ScannedWord> next = m_Scanner.Scan(text, part.End() + 1, part.End() + 2);
-  if (next.empty() || next.front().range.at != part.End() + 1 || next.front().range != next.front().whole)
-    return part;
+  if (!next || next->range.at != part.End() + 1 || next->range != next->whole) return part;
   joined = text.substr(part.at, part.length);
-  joined += text.substr(next.front().range.at, next.front().range.length);
-  return m_Checker.Check(joined) ? TextRange{part.at, next.front().range.End() - part.at} : part;
+  joined += text.substr(next->range.at, next->range.length);
+  return m_Checker.Check(joined) ? TextRange{part.at, next->range.End() - part.at} : part;
 }
 
 }  // namespace inspector::spell

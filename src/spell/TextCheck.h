@@ -27,7 +27,9 @@ private:
   // The part of the word that is misspelt; length 0 when none is. It is less than the word behind an elision
   // ("l'eau": a dictionary that has "l'" as a word takes it as one).
   TextRange MisspeltPart(TextView text, const ScannedWord& word) const;
-  TextRange WithTornPart(TextView text, const ScannedWord& word, TextRange part) const;
+  // `next` is the word behind it, or null.
+  TextRange WithTornPart(TextView text, const ScannedWord& word, TextRange part,
+                         const ScannedWord* next) const;
 
   const SpellChecker& m_Checker;
   WordScanner m_Scanner;
