@@ -2,7 +2,6 @@
 # (the usual one), British, Canadian, French.
 find_path(INSPECTOR_WORD_LISTS american-english PATHS /usr/share/dict NO_DEFAULT_PATH REQUIRED
           DOC "The folder of the packages wamerican, wbritish, wcanadian and wfrench")
-set(INSPECTOR_DICTIONARIES "${PROJECT_BINARY_DIR}/share/dictionaries")
 set(trade "${PROJECT_SOURCE_DIR}/assets/words")
 
 set(dictionaries)
