@@ -45,7 +45,7 @@ bool SpellChecker::Check(TextView word) const {
   // One unit is one byte in the code page.
   if (word.size() > kMostWordBytes) return false;
   AssignWordBytes(m_Word, word);
-  return m_Dictionary.Accepts(m_Word) || m_Accepted.Accepts(word);
+  return m_Dictionary.Accepts(m_Word) || m_Accepted.Accepts(word) || m_Ignored.Accepts(word);
 }
 
 bool SpellChecker::Add(TextView word) {

@@ -48,8 +48,10 @@ public:
   // three folders whose file can be opened or made. False when it could not be stored; it is accepted all the
   // same.
   bool Add(TextView word);
-  // Accepts without storing: "Ignore All".
+  // Accepts without storing.
   void Accept(TextView word) { m_Accepted.Accept(word); }
+  // "Ignore All": the word is no fault any more, whatever its case, but nothing to suggest either.
+  void Ignore(TextView word) { m_Ignored.Accept(word); }
   const PersonalList& Accepted() const { return m_Accepted; }
 
   // Whether a character belongs to words: the letters A to Z, and what the dictionary adds.
@@ -63,6 +65,7 @@ private:
   DictionaryFile m_Dictionary;
   int m_Generation = 0;
   PersonalList m_Accepted;
+  PersonalList m_Ignored;             // nothing of it is stored
   std::string m_ExtraWordCharacters;  // in the code page; those of earlier dictionaries stay
   mutable std::string m_Word;         // in the code page, so that a check allocates nothing
 };

@@ -14,18 +14,18 @@ namespace inspector::spell {
 namespace {
 
 constexpr std::size_t kFurthestLength = 3;
-constexpr int kJoined = 30;  // a blank or a hyphen in the middle of a word
-constexpr int kSplit = 100;  // a blank left out
-constexpr int kClingingPart = -30;
-constexpr int kShortPart = 60;  // ... beside one or two letters, which much can be cut into
-// Short words that often run into their neighbours.
+constexpr int kJoined = -170;       // a blank or a hyphen in the middle of a word: nothing is likelier
+constexpr int kSplit = 100;         // a blank left out
+constexpr int kClingingPart = -30;  // ... beside a short word that often runs into its neighbours
+constexpr int kShortPart = 60;      // ... beside other letters, one or two, which much can be cut into
+constexpr int kName = 70;           // a small letter where a name has a capital
+constexpr int kPossessive = 60;     // a word that is in the dictionary for its "'s" only
+constexpr int kSoundsAlike = 35;    // off, for the same sound
+constexpr int kCommonStep = 14;     // off, for each doubling of how often it is written
+constexpr int kCommonMost = 60;
+
 constexpr std::string_view kClinging[] = {"a",  "an", "as", "at", "be", "by", "in", "is",
                                           "it", "no", "of", "on", "or", "so", "to", "up"};
-constexpr int kName = 70;         // a small letter where a name has a capital
-constexpr int kPossessive = 60;   // a word that is in the dictionary for its "'s" only
-constexpr int kSoundsAlike = 35;  // off, for the same sound
-constexpr int kCommonStep = 14;   // off, for each doubling of how often it is written
-constexpr int kCommonMost = 60;
 
 // What an edit may cost altogether: longer words hold more slips.
 int MostCost(std::size_t letters) {
@@ -128,7 +128,7 @@ private:
     std::string joined = m_Lower;
     std::erase_if(joined, [](char byte) { return byte == ' ' || byte == '-'; });
     if (joined.size() != m_Lower.size() && m_Checker.Check(device::FromCodePage(joined)))
-      Add(joined, kJoined - 200);
+      Add(joined, kJoined);
   }
 
   void ConsiderSplit() {
