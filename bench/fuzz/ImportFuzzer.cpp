@@ -1,5 +1,6 @@
 // Any bytes as an export file: they must be cut without loss, every field must become a column, and what a
 // column has become must survive being written and read once more.
+#include "../UnattendedPrompts.h"
 #include "Fuzzer.h"
 #include "data/CategoryTable.h"
 #include "data/InspectionTable.h"
@@ -13,21 +14,8 @@ namespace {
 using exchange::ExportField;
 
 // Never opened: only the members of rows are used.
-class NobodysPrompts : public device::Prompts {
-public:
-  device::Answer Show(const device::Message&) override { return device::Answer::Ok; }
-  std::optional<device::Text> AskText(const device::TextQuestion&) override { return std::nullopt; }
-  std::optional<std::filesystem::path> AskSavePath(const device::SaveQuestion&) override {
-    return std::nullopt;
-  }
-  std::optional<device::DatabasePaths> AskDatabasePaths(const device::DatabasePaths&) override {
-    return std::nullopt;
-  }
-  std::unique_ptr<device::ProgressWindow> OpenProgress(const device::Text&, bool) override { return nullptr; }
-};
-
 struct Rows {
-  NobodysPrompts prompts;
+  bench::UnattendedPrompts prompts;
   device::SystemClock clock;
   device::FaultLog faults{prompts, clock, "/dev/null"};
   data::Databases databases{"/dev/null", "/dev/null", faults, clock};

@@ -2,13 +2,12 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScroller>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "app/ReportTextPages.h"
 #include "device/ui/DialogSize.h"
+#include "device/ui/FieldArea.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/PickerCombo.h"
 #include "device/ui/TextConversion.h"
@@ -48,12 +47,7 @@ COptionsSheet::COptionsSheet(data::Workspace& workspace, QWidget* parent)
   m_Chooser->setAccessibleName(QStringLiteral("Page of the options"));
   for (const OptionsPage& page : OptionsPages()) {
     m_Chooser->addItem(device::ui::ToQString(page.title));
-    auto* scroll = new QScrollArea(m_Stack);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    QScroller::grabGesture(scroll->viewport(), QScroller::TouchGesture);
+    auto* scroll = new device::ui::FieldArea(m_Stack);
     COptionsPage* const view = MakePage(page, scroll);
     view->Show(m_Values);
     scroll->setWidget(view);

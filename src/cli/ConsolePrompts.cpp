@@ -7,6 +7,7 @@
 #include <iostream>
 #include <string>
 
+#include "cli/TerminalText.h"
 #include "device/Format.h"
 
 namespace inspector::cli {
@@ -22,10 +23,6 @@ volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void OnInterrupt(int) {
   interrupted = 1;
-}
-
-bool IsCommandToTerminal(char16_t unit) {
-  return (unit < u' ' && unit != u'\n' && unit != u'\t') || (unit >= 0x7F && unit <= 0x9F);
 }
 
 // One line, rewritten in place. Without a terminal it shows nothing, but the interrupt key still cancels.
@@ -107,9 +104,7 @@ bool ConsolePrompts::Answered(const Text& question) {
 
 Answer ConsolePrompts::Show(const device::Message& message) {
   Text text = device::ReplaceAll(message.text, u"\r\n", u"\n");
-  text = message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n");
-  // What a file from elsewhere holds must not command the terminal.
-  std::replace_if(text.begin(), text.end(), IsCommandToTerminal, u'\uFFFD');
+  text = ForTerminal(message.title + u": " + device::ReplaceAll(std::move(text), u"\r", u"\n"));
   switch (message.buttons) {
     case Buttons::YesNo:
       return Answered(text) ? Answer::Yes : Answer::No;

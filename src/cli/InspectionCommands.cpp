@@ -127,6 +127,12 @@ ExitCode RunApplyType(Session& session, const Input& input) {
   return document.FinishDocTypeChange() ? ExitCode::Done : ExitCode::Failed;
 }
 
+ExitCode RunMakeCategories(Session& session, const Input& input) {
+  return session.SelectInspection(input.Number(0)) && inspection::MakeLackingCategories(session.Document())
+             ? ExitCode::Done
+             : ExitCode::Failed;
+}
+
 ExitCode RunDefaults(Session& session, const Input& input) {
   if (!session.SelectInspection(input.Number(0))) return ExitCode::Failed;
   return editing::ApplyDefaults(session.Document()) == editing::DefaultsResult::Done ? ExitCode::Done
@@ -166,6 +172,12 @@ std::vector<Command> InspectionCommands() {
        {},
        "Asks when the inspection has a type already. Choosing the same type changes nothing.",
        RunApplyType},
+      {"make-categories",
+       "make the categories of an inspection that has a type but none yet",
+       {kInspection},
+       {},
+       "For one that came from the office's server, which sends the type but no categories.",
+       RunMakeCategories},
       {"defaults",
        "give every step without a rating its default material and rating",
        {kInspection},

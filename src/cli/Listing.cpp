@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "cli/TerminalText.h"
+
 namespace inspector::cli {
 namespace {
 
@@ -15,6 +17,7 @@ Text Cell(const Listing::Value& value) {
   if (const auto* number = std::get_if<std::int32_t>(&value)) return device::Decimal(*number);
   Text text;
   for (const char16_t unit : std::get<Text>(value)) text += unit < u' ' ? u' ' : unit;
+  text = ForTerminal(std::move(text));
   if (text.size() > kWidestCell) text = Text(device::Shortened(text, kWidestCell - 3)) + u"...";
   return text;
 }

@@ -1,5 +1,6 @@
 #include "cli/Session.h"
 
+#include "cli/TerminalText.h"
 #include "device/DefaultHome.h"
 #include "device/Format.h"
 
@@ -25,12 +26,12 @@ bool Session::OpenDocument() {
 }
 
 bool Session::Fail(const device::Text& problem) {
-  m_Err << "inspector-cli: " << device::ToUtf8(problem) << "\n";
+  m_Err << "inspector-cli: " << device::ToUtf8(ForTerminal(problem)) << "\n";
   return false;
 }
 
 void Session::Note(const device::Text& note) {
-  m_Err << device::ToUtf8(note) << "\n";
+  m_Err << device::ToUtf8(ForTerminal(note)) << "\n";
 }
 
 bool Session::SelectInspection(std::int32_t inspectionID) {

@@ -1,7 +1,10 @@
 #include <charconv>
 
 #include "cli/CommandGroups.h"
+#include "cli/TerminalText.h"
 #include "device/Format.h"
+#include "exchange/ServerSettings.h"
+#include "exchange/SyncList.h"
 #include "exchange/SyncSession.h"
 
 namespace inspector::cli {
@@ -44,7 +47,7 @@ ExitCode RunSync(Session& session, const Input& input) {
                          device::FromUtf8(send->second)));
       return ExitCode::Usage;
     }
-    request.send = *keys;
+    request.send = exchange::InOrderOfList(session.Workspace().GetDatabases(), *keys);
   }
   if (!exchange::SyncSession::HasServer(session.Workspace().Options())) {
     session.Fail(
@@ -52,9 +55,14 @@ ExitCode RunSync(Session& session, const Input& input) {
         u"NAME=VALUE\".");
     return ExitCode::Failed;
   }
+  const data::OptionsTable& options = session.Workspace().Options();
+  if (const Text problem = exchange::WhyNotSent(options.m_UserName, options.m_Pswrd); !problem.empty()) {
+    session.Fail(problem);
+    return ExitCode::Failed;
+  }
   exchange::SyncSession sync(session.Workspace(), std::move(request));
   sync.Run();
-  session.Out() << device::ToUtf8(Described(sync.Report())) << "\n";
+  session.Out() << device::ToUtf8(ForTerminal(Described(sync.Report()))) << "\n";
   return sync.Report().IsWhole() ? ExitCode::Done : ExitCode::Failed;
 }
 
@@ -70,7 +78,9 @@ std::vector<Command> SyncCommands() {
          "which inspections to receive: today, week, all or none (default: today)",
          false,
          {"today", "week", "all", "none"}},
-        {"--send", "ID,ID,...", "the keys of the inspections to send, as \"list\" shows them", false}},
+        {"--send", "ID,ID,...",
+         "the keys of the inspections to send, as \"list\" shows them; each goes once, in that order",
+         false}},
        "The server, the user name and the password are those of the options IPAddress, Port, UserName and "
        "Pswrd. Only headers travel: no categories, steps or pictures. An inspection whose number this device "
        "knows is updated, another one is added. What was received, sent and left out is printed; the exit "

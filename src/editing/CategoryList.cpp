@@ -8,6 +8,7 @@
 #include "editing/CategoryOpening.h"
 #include "editing/Completeness.h"
 #include "editing/RowFilter.h"
+#include "inspection/HeaderFields.h"
 
 namespace inspector::editing {
 namespace {
@@ -103,6 +104,17 @@ CategoryList::Left CategoryList::WhatIsLeft() {
     left.steps += here.steps;
   }
   return left;
+}
+
+bool CategoryList::LacksCategories() {
+  return m_Document.HasInspection() && !m_Document.Inspection().m_DocType.empty() && !m_List.Failed() &&
+         m_List.RecordCount() == 0;
+}
+
+bool CategoryList::MakeCategories() {
+  const bool isMade = inspection::MakeLackingCategories(m_Document);
+  Refill();
+  return isMade;
 }
 
 Text CategoryList::LeftCaption() {

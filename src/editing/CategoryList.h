@@ -50,6 +50,10 @@ public:
   std::optional<Row> RowAt(int row);
   // Under the status: how many steps still want something.
   device::ListRow ShownRow(int row) override;
+  // There is a type but no category, as the office sends them.
+  bool LacksCategories();
+  // Makes those of the type. False when none were made, which has been told.
+  bool MakeCategories();
   // What is left in the whole inspection, absent categories aside: "4 of 5 categories to complete (2 not
   // opened yet), 12 steps to do".
   Text LeftCaption();

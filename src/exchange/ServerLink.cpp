@@ -4,7 +4,6 @@
 #include <asio/io_context.hpp>
 #include <asio/ip/tcp.hpp>
 #include <asio/write.hpp>
-#include <chrono>
 #include <vector>
 
 namespace inspector::exchange {
@@ -33,11 +32,13 @@ void ServerLink::Close() {
   m_Socket->socket.close(passedOver);
 }
 
-bool ServerLink::Wait(const std::function<bool()>& isOver) {
+bool ServerLink::Wait(const std::function<bool()>& isOver, std::optional<std::chrono::milliseconds> most) {
+  const auto begun = std::chrono::steady_clock::now();
+  const auto isLate = [&] { return most && std::chrono::steady_clock::now() - begun >= *most; };
   m_Socket->context.restart();
   while (!isOver()) {
     m_Socket->context.run_one_for(kBetweenLooks);
-    if (isOver() || !m_GivesUp()) continue;
+    if (isOver() || !(isLate() || m_GivesUp())) continue;
     asio::error_code passedOver;
     m_Socket->socket.cancel(passedOver);
     // What waits refers to the caller's variables.
@@ -106,6 +107,13 @@ std::optional<std::string> ServerLink::Receive(std::size_t most) {
   }
   bytes.resize(count);
   return bytes;
+}
+
+bool ServerLink::HasMore(std::chrono::milliseconds within) {
+  std::optional<asio::error_code> result;
+  m_Socket->socket.async_wait(tcp::socket::wait_read,
+                              [&result](const asio::error_code& code) { result = code; });
+  return Wait([&result] { return result.has_value(); }, within) && !*result;
 }
 
 }  // namespace inspector::exchange

@@ -1,6 +1,7 @@
 // One connection to the office's server: bytes one way and the other, for somebody who waits for them.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -29,6 +30,8 @@ public:
   // What one receive call returns, at most `most` bytes. Nothing when the other end has closed, the
   // connection is broken or was given up.
   std::optional<std::string> Receive(std::size_t most);
+  // Whether Receive would return at once, after so long a wait at most. Not so when it was given up.
+  bool HasMore(std::chrono::milliseconds within);
   // So that no further call waits. Also done at the end.
   void Close();
 
@@ -38,7 +41,7 @@ public:
 private:
   struct Socket;
 
-  bool Wait(const std::function<bool()>& isOver);
+  bool Wait(const std::function<bool()>& isOver, std::optional<std::chrono::milliseconds> most = {});
 
   std::function<bool()> m_GivesUp;
   std::unique_ptr<Socket> m_Socket;

@@ -6,6 +6,7 @@
 namespace inspector::exchange {
 
 using device::Text;
+using device::TextView;
 
 inline constexpr int kMostAddressLetters = 80;
 inline constexpr int kMostPasswordLetters = 16;
@@ -22,6 +23,8 @@ struct ServerSettings {
 // Digits that give a port which the protocol may use.
 bool IsServerPort(const Text& typed);
 ServerSettings ReadServerSettings(data::Workspace& workspace);
+// What keeps a name and a password from reaching the server as they are; empty when nothing.
+Text WhyNotSent(TextView userName, TextView password);
 // What a person must correct before they can be written; empty when nothing.
 Text WhyNot(const ServerSettings& settings);
 // Into the row of the options. False when it could not be written, which has been reported; the options are

@@ -62,4 +62,19 @@ std::vector<std::int32_t> SyncList::Marked() const {
   return keys;
 }
 
+std::vector<std::int32_t> InOrderOfList(data::Databases& databases, const std::vector<std::int32_t>& keys) {
+  const data::ReadScope reading(databases.Inspection());
+  data::InspectionTable rows(databases);
+  rows.Open();
+  std::vector<std::int32_t> wanted = keys;
+  std::sort(wanted.begin(), wanted.end());
+  std::vector<std::int32_t> ordered;
+  for (int n = 0; n < rows.RecordCount(); ++n)
+    if (rows.GetRecord(n) && std::binary_search(wanted.begin(), wanted.end(), rows.m_InspectionID))
+      ordered.push_back(rows.m_InspectionID);
+  for (const std::int32_t key : keys)
+    if (std::find(ordered.begin(), ordered.end(), key) == ordered.end()) ordered.push_back(key);
+  return ordered;
+}
+
 }  // namespace inspector::exchange

@@ -37,4 +37,7 @@ private:
   std::vector<Entry> m_Entries;
 };
 
+// The keys as the list has them, each once; then those that it does not have.
+std::vector<std::int32_t> InOrderOfList(data::Databases& databases, const std::vector<std::int32_t>& keys);
+
 }  // namespace inspector::exchange

@@ -1,11 +1,16 @@
 #include "exchange/SyncReport.h"
 
+#include <algorithm>
+
 #include "device/Format.h"
 
 namespace inspector::exchange {
 namespace {
 
 using device::Format;
+
+// The same is to be said of many, if of one.
+constexpr std::size_t kMostNotes = 20;
 
 Text Counted(int count, TextView one, TextView many) {
   return count == 1 ? Text(one) : Format(many, count);
@@ -42,17 +47,23 @@ Text HowItEnded(const SyncReport& report) {
 
 Text Received(const SyncReport& report) {
   if (!report.hasAsked) return {};
-  if (!report.isOffered) return u"The server did not say which inspections it has; none were received.";
-  Text text =
-      report.offered == 0 && report.notStored == 0
-          ? Text(u"The server has no inspections for this period.")
-          : Counted(report.Received(), u"1 inspection was received", u"%d inspections were received") +
-                Format(u": %d new, %d already on this device.", report.added, report.updated);
-  if (report.Received() + report.notStored < report.offered)
-    text += Format(u" The server has %d.", report.offered);
-  if (report.notStored > 0)
-    text += u" " + Counted(report.notStored, u"1 more came but could not be stored.",
-                           u"%d more came but could not be stored.");
+  if (!report.isAnswered) return u"No inspections were received.";
+  if (!report.offered) return u"The server did not say which inspections it has; none were received.";
+  if (*report.offered <= 0) return u"The server has no inspections for this period.";
+  const int came = report.Received() + report.notStored;
+  if (came == 0) return Format(u"No inspections were received. The server has %d.", *report.offered);
+  Text text;
+  if (report.Received() > 0) {
+    text = Counted(report.Received(), u"1 inspection was received", u"%d inspections were received") +
+           Format(u": %d new, %d already on this device.", report.added, report.updated);
+    if (report.notStored > 0)
+      text += u" " + Counted(report.notStored, u"1 more came but could not be stored.",
+                             u"%d more came but could not be stored.");
+  } else {
+    text = Counted(report.notStored, u"1 inspection came but could not be stored.",
+                   u"%d inspections came but could not be stored.");
+  }
+  if (came < *report.offered) text += Format(u" The server has %d.", *report.offered);
   return text;
 }
 
@@ -72,7 +83,7 @@ void AddLine(Text& text, const Text& line) {
 }  // namespace
 
 bool SyncReport::IsWhole() const {
-  return end == End::Complete && isOffered && isAnnounced && notStored == 0 && leftOut.empty();
+  return end == End::Complete && (!hasAsked || offered) && isAnnounced && notStored == 0 && leftOut.empty();
 }
 
 Text Described(const SyncReport& report) {
@@ -83,7 +94,10 @@ Text Described(const SyncReport& report) {
     AddLine(text, Sent(report));
   }
   for (const Text& why : report.leftOut) AddLine(text, why);
-  for (const Text& which : report.altered) AddLine(text, which);
+  for (std::size_t n = 0; n < std::min(report.notes.size(), kMostNotes); ++n) AddLine(text, report.notes[n]);
+  if (report.notes.size() > kMostNotes)
+    AddLine(text, Format(u"There are %d more remarks like these.",
+                         static_cast<int>(report.notes.size() - kMostNotes)));
   if (text.empty()) text = u"Nothing was to be received or sent.";
   return text;
 }

@@ -1,6 +1,7 @@
 // What a session with the server did, for the person to read at its end.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "device/Text.h"
@@ -25,9 +26,9 @@ struct SyncReport {
   Text server;  // "192.168.1.10:4850"
   Text reason;  // the system's words for why it was not reached, or broke off
 
-  bool hasAsked = false;  // for inspections
-  bool isOffered = true;  // false: the server did not say how many it has
-  int offered = 0;        // that the server said it has for the period
+  bool hasAsked = false;       // for inspections
+  bool isAnswered = false;     // whatever the server said to that
+  std::optional<int> offered;  // that the server said it has for the period
   int added = 0;
   int updated = 0;
   int notStored = 0;  // came whole, but could not be written
@@ -36,7 +37,7 @@ struct SyncReport {
   bool isAnnounced = true;    // false: the server does not want any
   int sent = 0;               // whole, and answered
   std::vector<Text> leftOut;  // why one is not among those to be sent, a sentence each
-  std::vector<Text> altered;  // sent with "?" for letters that the server cannot be told, likewise
+  std::vector<Text> notes;    // on what was received or sent otherwise than one might think, likewise
 
   int Received() const { return added + updated; }
   // Everything that was asked for is done.

@@ -7,6 +7,7 @@
 #include "device/CodePage.h"
 #include "device/Format.h"
 #include "exchange/ExportFormat.h"
+#include "inspection/DocTypeChange.h"
 
 namespace inspector::exchange {
 namespace {
@@ -20,6 +21,9 @@ constexpr std::size_t kMostHostBytes = 255;
 constexpr std::chrono::milliseconds kUntilShown(700);
 // So long the server may take to finish the record in which the person wants to stop.
 constexpr std::chrono::seconds kForTheRecord(5);
+// A type begins with the byte that alone means an empty value. What belongs to it was sent with it.
+constexpr std::chrono::seconds kForTheRestOfAType(2);
+constexpr std::size_t kLongestName = 60;
 
 Text& TextColumn(const data::InspectionTable& row, int ordinal) {
   return **std::get_if<Text*>(&row.Columns()[static_cast<std::size_t>(ordinal)].member);
@@ -33,7 +37,10 @@ TextView CaptionOf(int ordinal) {
 
 Text Named(const data::InspectionTable& row) {
   const Text number = row.m_InspectionNum.empty() ? Text(u"without a number") : row.m_InspectionNum;
-  return row.m_ClientName.empty() ? number : Format(u"%s (%s)", number, row.m_ClientName);
+  const TextView shown = device::Shortened(number, kLongestName);
+  return row.m_ClientName.empty()
+             ? Text(shown)
+             : Format(u"%s (%s)", shown, device::Shortened(row.m_ClientName, kLongestName));
 }
 
 }  // namespace
@@ -50,11 +57,10 @@ bool SyncSession::Run() {
   // The server waits: what could not be stored is told at the end.
   const device::FaultLog::Silence silence(m_Workspace.GetMachine().faults);
   const data::OptionsTable& options = m_Workspace.Options();
-  const auto port = static_cast<std::uint16_t>(options.m_Port);
-  m_Report.server = Format(u"%s:%d", options.m_IPAddress, port);
+  m_Report.server = Format(u"%s:%d", options.m_IPAddress, options.m_Port);
   m_Report.chosen = static_cast<int>(m_Request.send.size());
   const std::string host = device::ToCodePage(options.m_IPAddress).substr(0, kMostHostBytes);
-  const ServerLink::Attempt attempt = m_Link.Connect(host, port);
+  const ServerLink::Attempt attempt = m_Link.Connect(host, static_cast<std::uint16_t>(options.m_Port));
   m_Report.reason = device::FromUtf8(m_Link.Error());
   if (attempt == ServerLink::Attempt::NoSocket || attempt == ServerLink::Attempt::UnknownHost) {
     m_Progress.reset();
@@ -114,29 +120,26 @@ bool SyncSession::SendText(std::string_view text) {
   return false;
 }
 
-std::optional<std::string> SyncSession::ReceiveText() {
-  std::optional<std::string> reply = m_Link.Receive(protocol::kBufferBytes);
+std::optional<std::string> SyncSession::ReceiveText(std::size_t most) {
+  std::optional<std::string> reply = m_Link.Receive(most);
   if (reply) return reply;
   m_Report.end = IsCancelled() ? SyncReport::End::Cancelled : SyncReport::End::Broken;
   m_Report.reason = device::FromUtf8(m_Link.Error());
   return std::nullopt;
 }
 
-std::optional<std::int32_t> SyncSession::ReceiveInt32() {
+std::optional<SyncSession::Type> SyncSession::ReceiveType() {
   std::string bytes;
   std::array<char, 4> raw{};
   // The office sends them at once; a network may cut them all the same.
   while (bytes.size() < raw.size()) {
-    const std::optional<std::string> piece = m_Link.Receive(raw.size() - bytes.size());
-    if (!piece) {
-      m_Report.end = IsCancelled() ? SyncReport::End::Cancelled : SyncReport::End::Broken;
-      m_Report.reason = device::FromUtf8(m_Link.Error());
-      return std::nullopt;
-    }
+    const std::optional<std::string> piece = ReceiveText(raw.size() - bytes.size());
+    if (!piece) return std::nullopt;
     bytes += *piece;
+    if (bytes == std::string_view(&protocol::kEot, 1) && !m_Link.HasMore(kForTheRestOfAType)) return Type{};
   }
   std::copy(bytes.begin(), bytes.end(), raw.begin());
-  return protocol::Int32FromWire(raw);
+  return Type{protocol::Int32FromWire(raw)};
 }
 
 bool SyncSession::IsConfirmed(std::string_view command, const Text& value) {
@@ -159,17 +162,16 @@ void SyncSession::ReceiveInspections() {
     return;
   const std::optional<std::string> reply = ReceiveText();
   if (!reply) return;
-  const std::optional<int> count = protocol::CountOf(*reply);
-  m_Report.isOffered = count.has_value();
-  m_Report.offered = count.value_or(0);
-  for (int i = 0; i < m_Report.offered; ++i) {
+  m_Report.isAnswered = true;
+  m_Report.offered = protocol::CountOf(*reply);
+  const int count = m_Report.offered.value_or(0);
+  for (int i = 0; i < count; ++i) {
     if (IsCancelled()) {
       m_Report.end = SyncReport::End::Cancelled;
       return;
     }
     // The bar has no more to tell than which half this is; the count has.
-    ShowPhase(i / m_Report.offered * 50, u"Receiving Inspections...",
-              Format(u"%d of %d", i + 1, m_Report.offered));
+    ShowPhase(i / count * 50, u"Receiving Inspections...", Format(u"%d of %d", i + 1, count));
     m_IsInRecord = true;
     const bool isReceived = SendText(protocol::kNextInspection) && ReceiveOneInspection();
     m_IsInRecord = false;
@@ -181,11 +183,11 @@ bool SyncSession::ReceiveOneInspection() {
   const std::optional<std::string> number = ReceiveText();
   if (!number) return false;
   std::vector<Text> texts;  // as kReceivedOrdinals has them
-  std::int32_t type = 0;
+  Type type;
   for (const int ordinal : protocol::kReceivedOrdinals) {
     if (!SendText(protocol::kNextField)) return false;
     if (ordinal == protocol::kTypeOrdinal) {
-      const std::optional<std::int32_t> value = ReceiveInt32();
+      const std::optional<Type> value = ReceiveType();
       if (!value) return false;
       type = *value;
       texts.emplace_back();
@@ -201,7 +203,7 @@ bool SyncSession::ReceiveOneInspection() {
 
 // What the server has sent whole. A row that cannot be written has been told by the fault log; the session
 // goes on.
-void SyncSession::Store(const Text& number, const std::vector<Text>& texts, std::int32_t type) {
+void SyncSession::Store(const Text& number, const std::vector<Text>& texts, const Type& type) {
   data::Databases& databases = m_Workspace.GetDatabases();
   data::Transaction transaction(databases.Inspection());
   data::InspectionTable row(databases);
@@ -218,12 +220,13 @@ void SyncSession::Store(const Text& number, const std::vector<Text>& texts, std:
   if (!isKnown) {
     row.PrepareNew();
     row.m_InspectionID = data::NextInspectionID(databases, u"Inspection");
+    row.m_InspectionTypeID = inspection::kNoType;
   }
   row.m_InspectionNum = number;
   for (std::size_t n = 0; n < protocol::kReceivedOrdinals.size(); ++n) {
     const int ordinal = protocol::kReceivedOrdinals[n];
     if (ordinal == protocol::kTypeOrdinal) {
-      row.m_InspectionTypeID = type;
+      if (type.key) row.m_InspectionTypeID = *type.key;
     } else if (ordinal != protocol::kDateOrdinal) {
       TextColumn(row, ordinal) = texts[n];
     } else if (std::optional<device::CalendarTime> date = protocol::DateFromWire(texts[n])) {
@@ -234,10 +237,20 @@ void SyncSession::Store(const Text& number, const std::vector<Text>& texts, std:
         date->milliseconds = row.m_InspectionDate.milliseconds;
       }
       row.m_InspectionDate = *date;
+    } else if (!texts[n].empty()) {
+      Note(number, Format(u"its date %s is none and was passed over.", texts[n]));
     }
   }
   const bool isStored = row.Write() && transaction.Commit();
+  if (isStored && device::Contains(number, u"'"))
+    Note(number,
+         u"it is added in every session, because a number with ' in it is not found again. The office "
+         u"should give it another one.");
   ++(!isStored ? m_Report.notStored : isKnown ? m_Report.updated : m_Report.added);
+}
+
+void SyncSession::Note(const Text& number, TextView remark) {
+  m_Report.notes.push_back(Format(u"Inspection %s: %s", device::Shortened(number, kLongestName), remark));
 }
 
 // Before any is announced, because what is announced has to come.
@@ -276,7 +289,7 @@ std::optional<SyncSession::Values> SyncSession::ValuesOf(std::int32_t inspection
       return std::nullopt;
     }
     if (!device::FitsCodePage(text))
-      m_Report.altered.push_back(
+      m_Report.notes.push_back(
           device::Phrase(u"Inspection %s: the server gets a ? for each letter of its \"%s\" that the "
                          u"connection has no room for.",
                          Named(row), field));

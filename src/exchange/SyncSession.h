@@ -39,11 +39,15 @@ public:
 private:
   // The texts of one inspection as they go to the server.
   using Values = std::vector<std::string>;
+  struct Type {
+    std::optional<std::int32_t> key;  // none: the server has none to tell
+  };
 
   bool LogIn();
   void ReceiveInspections();
   bool ReceiveOneInspection();
-  void Store(const Text& number, const std::vector<Text>& texts, std::int32_t type);
+  void Store(const Text& number, const std::vector<Text>& texts, const Type& type);
+  void Note(const Text& number, TextView remark);
   void ChooseWhatCanBeSent();
   std::optional<Values> ValuesOf(std::int32_t inspectionID);
   void SendInspections();
@@ -51,8 +55,8 @@ private:
   void LogOut();
 
   bool SendText(std::string_view text);
-  std::optional<std::string> ReceiveText();
-  std::optional<std::int32_t> ReceiveInt32();
+  std::optional<std::string> ReceiveText(std::size_t most = protocol::kBufferBytes);
+  std::optional<Type> ReceiveType();
   bool IsConfirmed(std::string_view command, const Text& value);
 
   void OpenProgress();

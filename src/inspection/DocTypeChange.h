@@ -9,11 +9,14 @@ namespace inspector::inspection {
 using device::Text;
 using device::TextView;
 
+// The key of the type while none is chosen.
+inline constexpr std::int32_t kNoType = -1;
+
 // The columns of an inspection that a change of type reads and sets.
 struct DocTypeState {
   std::int32_t inspectionID = 0;
-  std::int32_t inspectionTypeID = -1;  // -1 while no type is chosen
-  Text docType;                        // the type's name, empty while none is chosen
+  std::int32_t inspectionTypeID = kNoType;
+  Text docType;  // the type's name, empty while none is chosen
   Text generalInformation;
 };
 

@@ -77,4 +77,30 @@ DocTypeChoice ConfirmDocTypeChange(CInspectorDoc& document, TextView newType) {
   return confirmed ? DocTypeChoice::Change : DocTypeChoice::Refused;
 }
 
+bool MakeLackingCategories(CInspectorDoc& document) {
+  document.FinishDocTypeChange();
+  document.LoadCategories();
+  data::Workspace& workspace = document.GetWorkspace();
+  const Text type = document.Inspection().m_DocType;
+  if (type.empty()) {
+    device::Alert(workspace.GetPrompts(),
+                  u"This inspection has no Doc Type yet. Choose one in the header; it makes the categories.");
+    return false;
+  }
+  if (document.Categories().Failed()) return false;
+  if (document.Categories().RecordCount() > 0) {
+    device::Alert(workspace.GetPrompts(), u"This inspection has its categories already.");
+    return false;
+  }
+  if (!HasInspectionType(workspace.GetDatabases(), type)) {
+    device::Alert(workspace.GetPrompts(),
+                  device::Phrase(u"The library of this device has no Doc Type \"%s\". Choose another one in "
+                                 u"the header.",
+                                 type));
+    return false;
+  }
+  document.ChangeDocType(type);
+  return document.FinishDocTypeChange();
+}
+
 }  // namespace inspector::inspection

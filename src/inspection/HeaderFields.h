@@ -34,4 +34,9 @@ std::vector<Text> PickerChoices(data::Databases& databases, const HeaderField& f
 enum class DocTypeChoice { Same, Refused, Change };
 DocTypeChoice ConfirmDocTypeChange(CInspectorDoc& document, TextView newType);
 
+// Makes the categories of the current inspection's type, with the type's comments, where there are none: the
+// office sends the type but no categories, and choosing the same type once more changes nothing. False when
+// nothing was made; why has been told.
+bool MakeLackingCategories(CInspectorDoc& document);
+
 }  // namespace inspector::inspection

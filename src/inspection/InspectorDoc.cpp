@@ -15,7 +15,6 @@ namespace {
 
 using device::Format;
 
-constexpr std::int32_t kNoType = -1;
 constexpr int kStatusesOfDeleteAll = 100;  // painting one takes longer than deleting a visit
 
 bool WriteDocType(data::Databases& databases, const DocTypeState& state) {

@@ -76,11 +76,9 @@ struct Applied {
 //  it
 //    returns with one. A crash at any moment leaves the same choice.
 //  - Each version of an inspection is kept, with who, when and from where. A change that changes nothing
-//  makes
-//    no version.
+//    makes no version.
 //  - Keys that OfferedKeys has returned can be read for as long as the storage lives, also when the
-//  inspection
-//    is changed or removed meanwhile: it is read as it is by then.
+//    inspection is changed or removed meanwhile: it is read as it is by then.
 // Calls may come from any thread; those that read (const) do not wait for those that write. Another process
 // may use the same storage.
 class Storage {

@@ -63,7 +63,9 @@ TEST_F(InspectionCommandsTest, SetWritesAllFieldsOrNone) {
 
 TEST_F(InspectionCommandsTest, WhatCannotBeTakenBackAsksAndTakesYesForAnAnswer) {
   ExpectRefused(1, "apply-type 1000 ''", "An empty name is no inspection type. \"types\" shows");
+  ExpectRefused(1, "make-categories 1000", "has no Doc Type yet");
   Out("apply-type 1000 House");  // the first type without a question
+  ExpectRefused(1, "make-categories 1000", "has its categories already");
   Out("steps 1000");
   const std::vector<Text> before = Outline(1000);
   Out("apply-type 1000 House");

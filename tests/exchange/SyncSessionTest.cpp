@@ -3,6 +3,7 @@
 #include "exchange/SyncSession.h"
 
 #include "exchange/ServerSettings.h"
+#include "exchange/SyncList.h"
 #include "support/ScriptedServer.h"
 #include "support/Shell.h"
 #include "support/StartedMachine.h"
@@ -105,8 +106,9 @@ TEST_F(SyncSessionTest, ReceivesAndSendsByteForByte) {
                            "2028-02-29T00:00:00|House|0|0|0|"
                            "' OR '1'='1||Salem|M. Cole||300|Elm Realty|");
   EXPECT_TRUE(m_Report.IsWhole());
-  EXPECT_EQ(ToUtf8(Described(m_Report)),
-            "3 inspections were received: 2 new, 1 already on this device.\n2 inspections were sent.");
+  EXPECT_THAT(ToUtf8(Described(m_Report)),
+              StartsWith("3 inspections were received: 2 new, 1 already on this device.\n"
+                         "2 inspections were sent.\nInspection 2026-015: its date 13/1/2026 is none"));
   ASSERT_EQ(m_Prompts.ProgressWindows().size(), 1u);
   const ScriptedPrompts::Progress& progress = *m_Prompts.ProgressWindows().front();
   EXPECT_EQ(
@@ -194,6 +196,55 @@ TEST_F(SyncSessionTest, BreaksOffAtAnyMessageWithoutHalfARow) {
   EXPECT_EQ(m_Report.Received(), 0);
 }
 
+TEST_F(SyncSessionTest, TakesWhatIsUnusualWithARemark) {
+  std::vector<std::string> known = Offer("2026-014", "Ana and Leo", "13/1/2026");
+  known[10] = kEmpty;  // no type
+  std::vector<std::string> unknown = Offer("O'Neil", "Cy", "8/2/2026");
+  unknown[10] = kEmpty;
+  std::vector<std::string> four = Offer("2026-015", "Di", "8/3/2026");
+  four[10] = std::string("\4\0\0\0", 4);
+  ScriptedServer server(Together({{kYes, kYes, "CONT 3\r"}, known, unknown, four}));
+  EXPECT_TRUE(Run(server, Period::All));
+  EXPECT_EQ(
+      Ask("SELECT InspectionNum, InspectionTypeID, InspectionDate FROM Inspection WHERE InspectionID <> 72"),
+      "2026-014|1|2026-07-03T09:05:59\nO'Neil|-1|2026-08-02T00:00:00\n2026-015|4|2026-08-03T00:00:00");
+  EXPECT_EQ(
+      ToUtf8(Described(m_Report)),
+      "3 inspections were received: 2 new, 1 already on this device.\n"
+      "Inspection 2026-014: its date 13/1/2026 is none and was passed over.\n"
+      "Inspection O'Neil: it is added in every session, because a number with ' in it is not found again. "
+      "The office should give it another one.");
+}
+
+// What a person reads who asked for inspections, by how far the session came.
+TEST(SyncReportTest, SaysWhatCameAndWhatDidNot) {
+  SyncReport report;
+  report.hasAsked = true;
+  report.end = End::Cancelled;
+  const std::string stopped =
+      "Stopped before the end. What is counted here is done; synchronise again for the rest.\n";
+  EXPECT_EQ(ToUtf8(Described(report)), stopped + "No inspections were received.");
+  report.isAnswered = true;
+  report.offered = 3;
+  EXPECT_EQ(ToUtf8(Described(report)), stopped + "No inspections were received. The server has 3.");
+  report.added = 1;
+  EXPECT_EQ(ToUtf8(Described(report)),
+            stopped + "1 inspection was received: 1 new, 0 already on this device. The server has 3.");
+  report.end = End::Complete;
+  report.added = 0;
+  report.notStored = 3;
+  EXPECT_EQ(ToUtf8(Described(report)), "3 inspections came but could not be stored.");
+  EXPECT_FALSE(report.IsWhole());
+  report.notStored = 0;
+  report.added = 1;
+  report.updated = 2;
+  report.notes.assign(22, u"-");
+  EXPECT_TRUE(report.IsWhole());
+  EXPECT_THAT(ToUtf8(Described(report)),
+              StartsWith("3 inspections were received: 1 new, 2 already on this device.\n-\n"));
+  EXPECT_THAT(ToUtf8(Described(report)), EndsWith("\n-\nThere are 2 more remarks like these."));
+}
+
 TEST_F(SyncSessionTest, SendsOnlyWhatArrivesWhole) {
   RunInVisits(
       "UPDATE Inspection SET GeneralInformation = printf('%.*c', 2048, 'x') WHERE InspectionID = 71;"
@@ -203,12 +254,15 @@ TEST_F(SyncSessionTest, SendsOnlyWhatArrivesWhole) {
       "'', "
       "0, 0, 0, '2026-016', '', '', '', '', 0, '', '' FROM Inspection WHERE InspectionID = 72");
   ScriptedServer server(std::vector<std::string>(15, kYes));
-  EXPECT_TRUE(Run(server, std::nullopt, {71, 72, 73}));
+  const std::vector<std::int32_t> asTyped = {73, 99, 72, 73, 71, 99};
+  const std::vector<std::int32_t> inOrder = InOrderOfList(m_Workspace->GetDatabases(), asTyped);
+  EXPECT_THAT(inOrder, ElementsAre(71, 72, 73, 99));
+  EXPECT_TRUE(Run(server, std::nullopt, inOrder));
   EXPECT_EQ(server.Heard(), m_LogIn + "SEND 1\\r\n.\n.\nBe\xF1 ?.\n.\n.\n" + std::string(2047, 'y') +
                                 ".\n.\n.\n.\n.\n.\nDONE.\nQUIT\\r\n");
   EXPECT_FALSE(m_Report.IsWhole());
   const std::string told = ToUtf8(Described(m_Report));
-  EXPECT_THAT(told, HasSubstr("1 inspection was sent of 3 chosen."));
+  EXPECT_THAT(told, HasSubstr("1 inspection was sent of 4 chosen."));
   EXPECT_THAT(told,
               HasSubstr("Inspection 2026-014 (Ana Ruiz) was left out: its \"General Information\" has 2048"));
   EXPECT_THAT(told, HasSubstr("Inspection 2026-016"));
@@ -260,6 +314,13 @@ TEST_F(SyncSessionTest, KeepsTheSettingsOfTheServer) {
   EXPECT_FALSE(SyncSession::HasServer(m_Workspace->Options()));
   ExpectEach<ServerSettings, Text>(
       {{{u"", u"9", u"", u""}, u"The port is a number from 10 to 10000."},
+       {{u"a", u"10", u"a\rb", u""},
+        u"The user name has a character that the connection to the server has no room for. Ask the office "
+        u"for "
+        u"another one."},
+       {{u"a", u"10", u"a", u"\u4E2D"},
+        u"The password has a character that the connection to the server has no room for. Ask the office for "
+        u"another one."},
        {{u"", u"10001", u"", u""}, u"The port is a number from 10 to 10000."},
        {{u"", u"10a", u"", u""}, u"The port is a number from 10 to 10000."},
        {{Text(81, u'a'), u"10", u"", u""}, u"The address of the server takes at most 80 characters."},

@@ -50,14 +50,10 @@ QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget*
   }
   // Escape closes a dialog; here it must ask to stop and leave the window where it is.
   QObject::connect(m_Window, &QDialog::rejected, m_Window, [this] {
-    if (m_Cancel) m_Cancelled = true;
+    if (m_Cancel) AskToStop();
     m_Window->show();
   });
-  if (m_Cancel)
-    QObject::connect(m_Cancel, &QPushButton::clicked, m_Window, [this] {
-      m_Cancelled = true;
-      m_Cancel->setEnabled(false);
-    });
+  if (m_Cancel) QObject::connect(m_Cancel, &QPushButton::clicked, m_Window, [this] { AskToStop(); });
   m_Window->setMinimumWidth(320);
   m_Window->show();
   Breathe(true);
@@ -65,6 +61,11 @@ QtProgressWindow::QtProgressWindow(const Text& title, bool cancellable, QWidget*
 
 QtProgressWindow::~QtProgressWindow() {
   delete m_Window;
+}
+
+void QtProgressWindow::AskToStop() {
+  m_Cancelled = true;
+  m_Cancel->setEnabled(false);
 }
 
 void QtProgressWindow::CancelAll() {

@@ -30,6 +30,7 @@ public:
   bool Cancelled() override;
 
 private:
+  void AskToStop();
   void Breathe(bool atOnce);
   void FitHeight();
 

@@ -16,8 +16,12 @@ constexpr int kTitleColumn = 1;  // so that Enter opens and Space marks
 CCategoryView::CCategoryView(inspection::CInspectorDoc& document, EditingDialogs& dialogs, QWidget* parent)
     : ListScreen(parent), m_List(document, dialogs) {
   Build(m_List, CategoryList::Columns(), QStringLiteral("categories"));
-  SetEmptyText(QStringLiteral("No categories. Choose a Doc Type in the header."));
   m_Rows->onClick = [this](int row, int column) { OnRow(row, column); };
+  m_Make = AddCommand("makeCategories", QStringLiteral("&Make Categories"),
+                      QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M), [this] {
+                        m_List.MakeCategories();
+                        OnShow();
+                      });
   m_Duplicate =
       AddCommand("duplicate", QStringLiteral("&Duplicate..."), QKeySequence(Qt::CTRL | Qt::Key_D), [this] {
         ShowMarked();
@@ -103,6 +107,10 @@ void CCategoryView::Refresh() {
 
 void CCategoryView::FollowState() {
   ShowCaptions(m_List.Caption(), m_List.LeftCaption());
+  const bool lacks = m_List.LacksCategories();
+  m_Make->setVisible(lacks);
+  SetEmptyText(lacks ? QStringLiteral("No categories yet. Make Categories makes those of the Doc Type.")
+                     : QStringLiteral("No categories. Choose a Doc Type in the header."));
   const bool marked = m_List.HasMarks();
   for (QAction* action : {m_Duplicate, m_Rename, m_NotPresent}) action->setEnabled(marked);
   m_NotPresent->setText(device::ui::ToQString(m_List.ToggleCaption()));

@@ -28,6 +28,7 @@ private:
   void FollowState();
 
   CategoryList m_List;
+  QAction* m_Make;
   QAction* m_Duplicate;
   QAction* m_Rename;
   QAction* m_NotPresent;

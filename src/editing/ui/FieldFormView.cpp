@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "device/ListColumns.h"
+#include "device/ui/FieldArea.h"
 #include "device/ui/TextConversion.h"
 #include "editing/ui/Captions.h"
 #include "editing/ui/FieldEditor.h"
@@ -29,7 +30,7 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
     : Screen(parent),
       m_Form(document, dialogs),
       m_Caption(MakeLabel("caption", this)),
-      m_Area(new QScrollArea(this)),
+      m_Area(new device::ui::FieldArea(this)),
       m_Left(MakeLabel("whatIsLeft", this)),
       m_Pause(
           kStoreAfter, document.GetWorkspace().GetMachine().faults,
@@ -37,10 +38,6 @@ CFieldFormView::CFieldFormView(inspection::CInspectorDoc& document, EditingDialo
       m_Faults(document.GetWorkspace().GetMachine().faults) {
   m_Area->setObjectName(QStringLiteral("fields"));
   m_Area->setAccessibleName(QStringLiteral("Fields"));
-  m_Area->setWidgetResizable(true);
-  m_Area->setFrameShape(QFrame::NoFrame);
-  m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  m_Area->setFocusPolicy(Qt::NoFocus);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(6, 6, 6, 6);
   layout->addWidget(m_Caption);

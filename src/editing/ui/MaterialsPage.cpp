@@ -4,9 +4,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "device/ui/FieldArea.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
 #include "device/ui/WrappingCheckBox.h"
@@ -19,11 +19,7 @@ using device::ui::ToQString;
 CMaterialsPage::CMaterialsPage(StepSheet& sheet, SheetDialogs& dialogs, QWidget* parent)
     : QWidget(parent), m_Sheet(sheet), m_Dialogs(dialogs) {
   setObjectName(QStringLiteral("materialsPage"));
-  auto* area = new QScrollArea(this);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* area = new device::ui::FieldArea(this);
   auto* boxes = new QWidget(area);
   auto* rows = new QVBoxLayout(boxes);
   m_Column = new QVBoxLayout;

@@ -4,11 +4,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScroller>
 #include <QVBoxLayout>
 
 #include "device/ui/DialogSize.h"
+#include "device/ui/FieldArea.h"
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
@@ -32,12 +31,7 @@ ServerSettingsDialog::ServerSettingsDialog(data::Workspace& workspace, QWidget* 
   head->addWidget(words, 1);
   head->addWidget(done);
 
-  auto* area = new QScrollArea(this);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setFocusPolicy(Qt::NoFocus);
-  QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
+  auto* area = new device::ui::FieldArea(this);
   auto* fields = new QWidget;
   auto* layout = new QVBoxLayout(fields);
   layout->setContentsMargins(0, 0, 0, 0);

@@ -12,6 +12,7 @@
 #include "device/ui/OkCancel.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/WrappingCheckBox.h"
+#include "exchange/ServerSettings.h"
 #include "exchange/ui/ServerSettingsDialog.h"
 
 namespace inspector::exchange::ui {
@@ -151,6 +152,11 @@ void SyncDialog::AskForServer() {
 void SyncDialog::accept() {
   // Whoever typed the settings looks once more at what is to be exchanged.
   if (!SyncSession::HasServer(m_Workspace.Options())) return AskForServer();
+  const data::OptionsTable& options = m_Workspace.Options();
+  if (const Text problem = WhyNotSent(options.m_UserName, options.m_Pswrd); !problem.empty()) {
+    device::Alert(m_Workspace.GetPrompts(), problem);
+    return AskForServer();
+  }
   SyncSession session(m_Workspace, Request());
   const bool isDone = session.Run();
   m_HasRun = true;

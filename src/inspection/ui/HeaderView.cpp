@@ -5,9 +5,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
-#include <QScrollArea>
-#include <QScroller>
 
+#include "device/ui/FieldArea.h"
 #include "device/ui/LinesEdit.h"
 #include "device/ui/TextConversion.h"
 
@@ -47,12 +46,7 @@ HeaderView::HeaderView(CInspectorDoc& document, HeaderPage page, QWidget* parent
           kWriteAfter, document.GetWorkspace().GetMachine().faults,
           [&document] { return document.IsChangingDocType() || document.GetWorkspace().IsBusy(); },
           [this] { return Flush(); }) {
-  auto* scroll = new QScrollArea(this);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidgetResizable(true);
-  scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  QScroller::grabGesture(scroll->viewport(), QScroller::TouchGesture);
+  auto* scroll = new device::ui::FieldArea(this);
   m_Inside = new QWidget(scroll);
   m_Grid = new QGridLayout(m_Inside);
   m_Grid->setContentsMargins(12, 8, 12, 12);

@@ -5,12 +5,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScroller>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "device/ui/DialogSize.h"
+#include "device/ui/FieldArea.h"
 #include "device/ui/FileDialog.h"
 #include "device/ui/TextConversion.h"
 #include "device/ui/TypingHistory.h"
@@ -41,12 +40,7 @@ ReportDialog::ReportDialog(ReportForm& form, device::Prompts& prompts, QWidget* 
   setObjectName(QStringLiteral("reportDialog"));
   setWindowTitle(QStringLiteral("Report"));
   // On a handheld that is turned, or with large text, the fields scroll and the buttons stay.
-  auto* area = new QScrollArea(this);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setFocusPolicy(Qt::NoFocus);
-  QScroller::grabGesture(area->viewport(), QScroller::TouchGesture);
+  auto* area = new device::ui::FieldArea(this);
   auto* fields = new QWidget;
   auto* layout = new QVBoxLayout(fields);
   layout->setContentsMargins(0, 0, 0, 0);

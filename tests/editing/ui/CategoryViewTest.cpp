@@ -47,6 +47,17 @@ TEST_F(CategoryViewTest, MarksTogglesAndOpens) {
   EXPECT_THAT(m_Opened, ElementsAre(Screen::Steps, Screen::Form));
 }
 
+TEST_F(CategoryViewTest, MakesTheCategoriesThatTheOfficeDoesNotSend) {
+  const QAction& make = Part<QAction>(m_View, "makeCategories");
+  EXPECT_FALSE(make.isVisible());
+  m_Device.RunInVisits("DELETE FROM Category");
+  m_View.OnShow();
+  EXPECT_TRUE(make.isVisible());
+  EXPECT_TRUE(RunCommand(m_View, "makeCategories"));
+  EXPECT_EQ(m_View.Rows().Model().rowCount(), 5);
+  EXPECT_FALSE(make.isVisible());
+}
+
 TEST_F(CategoryViewTest, SearchLeavesWhatHoldsTheWords) {
   Fill(m_View, "searchField", "ceLLar");
   ASSERT_EQ(m_View.Rows().Model().rowCount(), 1);
