@@ -15,6 +15,7 @@ std::vector<Command> SettingCommands();     // options, owner
 std::vector<Command> LibraryCommands();     // library
 std::vector<Command> ExchangeCommands();    // export, import, staged, merge
 std::vector<Command> SyncCommands();        // sync
+std::vector<Command> SpellCommands();       // spell
 std::vector<Command> PageCommands();        // man, completion
 
 // "--json", shared by the commands that list.

@@ -48,7 +48,7 @@ const std::vector<Command>& AllCommands() {
     std::vector<Command> all;
     for (const auto& group :
          {SetUpCommands(), InspectionCommands(), StepCommands(), ReportCommands(), SettingCommands(),
-          LibraryCommands(), ExchangeCommands(), SyncCommands(), PageCommands()})
+          LibraryCommands(), ExchangeCommands(), SyncCommands(), SpellCommands(), PageCommands()})
       all.insert(all.end(), group.begin(), group.end());
     return all;
   }();

@@ -9,6 +9,7 @@
 #include "device/Format.h"
 #include "editing/VisitScript.h"
 #include "library/Library.h"
+#include "spell/InstalledDictionaries.h"
 
 namespace inspector::cli {
 namespace {
@@ -19,9 +20,13 @@ using device::Text;
 
 constexpr device::TextView kSampleValue = u"SampleVisit";
 
+std::filesystem::path FolderFrom(const char* variable, const char* usual) {
+  const char* chosen = std::getenv(variable);
+  return chosen && *chosen ? chosen : usual;
+}
+
 std::filesystem::path AssetsFolder() {
-  const char* chosen = std::getenv("INSPECTOR_ASSETS");
-  return chosen && *chosen ? chosen : INSPECTOR_ASSETS;
+  return FolderFrom("INSPECTOR_ASSETS", INSPECTOR_ASSETS);
 }
 
 // True when the file is there afterwards.
@@ -111,6 +116,17 @@ bool AddSampleVisit(Session& session, SampleWish wish) {
   return true;
 }
 
+// A device without them does everything but check spelling, so it is no failure.
+void PlaceDictionaries(Session& session) {
+  device::Machine& machine = session.GetMachine();
+  std::vector<std::filesystem::path> placed;
+  const Text problem = spell::InstalledDictionaries(machine.files, machine.paths)
+                           .Place(FolderFrom("INSPECTOR_DICTIONARIES", INSPECTOR_DICTIONARIES), placed);
+  if (!placed.empty())
+    session.Out() << "Placed the dictionaries in " << placed.front().parent_path().string() << "\n";
+  if (!problem.empty()) session.Note(problem);
+}
+
 ExitCode RunInit(Session& session, const Input& input) {
   const std::optional<device::DatabasePaths> paths = data::ReadDatabasePaths(session.GetMachine());
   if (!paths || !CreateIfMissing(session, paths->templatePath, data::DatabaseKind::Template) ||
@@ -120,6 +136,7 @@ ExitCode RunInit(Session& session, const Input& input) {
   // Also after a first init that was killed between making the file and filling it.
   if (data::IsEmptyLibrary(session.Workspace().TemplateConnection()) && !AddStarterLibrary(session))
     return ExitCode::Failed;
+  PlaceDictionaries(session);
   if (input.Has("--sample") && !AddSampleVisit(session, SampleWish::Anywhere)) return ExitCode::Failed;
   if (input.Has("--sample-if-unused") && !AddSampleVisit(session, SampleWish::OnUnusedDevice))
     return ExitCode::Failed;
@@ -197,7 +214,7 @@ ExitCode RunCheck(Session& session, const Input& input) {
 std::vector<Command> SetUpCommands() {
   return {
       {"init",
-       "create what is missing: databases and starter library",
+       "create what is missing: databases, starter library and dictionaries",
        {},
        {{"--sample", "", "add the sample visit, once", false},
         {"--sample-if-unused", "", "the same, where nobody has recorded anything yet", false}},

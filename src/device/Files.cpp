@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "device/HostAppendFile.h"
 #include "device/HostInputFile.h"
 #include "device/HostOutputFile.h"
 
@@ -14,6 +15,10 @@ std::unique_ptr<InputFile> HostFiles::OpenForReading(const std::filesystem::path
 
 std::unique_ptr<OutputFile> HostFiles::Create(const std::filesystem::path& target) {
   return std::make_unique<HostOutputFile>(target);
+}
+
+std::unique_ptr<AppendFile> HostFiles::OpenForAppending(const std::filesystem::path& path) {
+  return HostAppendFile::Open(path);
 }
 
 std::vector<Text> HostFiles::ListEntries(const std::filesystem::path& folder) {

@@ -34,6 +34,15 @@ public:
   virtual std::string Error() const = 0;
 };
 
+// A text file that only grows: nothing that stands in it is ever touched, whenever the program ends.
+class AppendFile {
+public:
+  virtual ~AppendFile() = default;
+  // The line and CR LF behind all that is there, in one write, synced. A last line without an end gets one
+  // first. False when that failed.
+  virtual bool AppendLine(std::string_view line) = 0;
+};
+
 class Files {
 public:
   virtual ~Files() = default;
@@ -41,6 +50,8 @@ public:
   virtual std::unique_ptr<InputFile> OpenForReading(const std::filesystem::path& path) = 0;
   // Never null: what went wrong is told by the first Write or Commit and by Error.
   virtual std::unique_ptr<OutputFile> Create(const std::filesystem::path& target) = 0;
+  // Makes the file when it is missing, but no folder. Null when it cannot be opened for reading and writing.
+  virtual std::unique_ptr<AppendFile> OpenForAppending(const std::filesystem::path& path) = 0;
   // The entries of a folder, folders included, without "." and "..", in ascending 16-bit code units. A
   // folder that is missing has none.
   virtual std::vector<Text> ListEntries(const std::filesystem::path& folder) = 0;
@@ -55,6 +66,7 @@ class HostFiles : public Files {
 public:
   std::unique_ptr<InputFile> OpenForReading(const std::filesystem::path& path) override;
   std::unique_ptr<OutputFile> Create(const std::filesystem::path& target) override;
+  std::unique_ptr<AppendFile> OpenForAppending(const std::filesystem::path& path) override;
   std::vector<Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override;
   std::error_code MakeFolder(const std::filesystem::path& folder) override;

@@ -2,25 +2,20 @@
 
 #include <algorithm>
 
+#include "device/TextMarks.h"
+
 namespace inspector::editing {
 namespace {
 
 using device::Contains;
 using device::ReplaceAll;
 
-constexpr TextView kMark = u"***";
+constexpr TextView kMark = device::kTagMark;
 constexpr TextView kScaling = u";Scaling=";
 constexpr TextView kPath = u"Path=";
 constexpr TextView kPicture = u"Picture-";
 constexpr TextView kDesktopDrive = u"C:\\";
 constexpr int kFullSize = 100;
-
-// Most texts have no asterisk at all.
-std::size_t FindMark(TextView text, std::size_t from) {
-  from = device::FindUnit(
-      text, [](char16_t unit) { return unit == u'*'; }, from);
-  return from == TextView::npos ? from : text.find(kMark, from);
-}
 
 // The first tag, after removing it wherever it stands.
 Text TakeFirstTag(Text& text) {
@@ -32,11 +27,8 @@ Text TakeFirstTag(Text& text) {
 }  // namespace
 
 Text FindFirstTag(TextView text) {
-  const std::size_t begin = FindMark(text, 0);
-  if (begin == TextView::npos) return {};
-  const std::size_t end = FindMark(text, begin + kMark.size());
-  if (end == TextView::npos) return {};
-  return Text(text.substr(begin, end + kMark.size() - begin));
+  const std::optional<device::TextRange> range = device::FindTagRange(text);
+  return range ? Text(text.substr(range->at, range->length)) : Text();
 }
 
 Text StripTags(TextView text) {

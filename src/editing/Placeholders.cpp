@@ -5,11 +5,10 @@
 
 #include "data/PickersTable.h"
 #include "device/Format.h"
+#include "device/TextMarks.h"
 
 namespace inspector::editing {
 namespace {
-
-constexpr char16_t kCaret = u'^';
 
 // "(a,b,c)": up to each comma, the last one up to the parenthesis.
 void AddAlternatives(TextView name, std::vector<Text>& choices) {
@@ -22,17 +21,15 @@ void AddAlternatives(TextView name, std::vector<Text>& choices) {
 }  // namespace
 
 std::optional<Placeholder> FindPlaceholder(TextView text, std::size_t from) {
-  const std::size_t begin = text.find(kCaret, from);
-  if (begin == TextView::npos) return std::nullopt;
-  const std::size_t end = text.find(kCaret, begin + 1);
-  if (end == TextView::npos) return std::nullopt;
-  return Placeholder{begin, end + 1 - begin, Text(text.substr(begin + 1, end - begin - 1))};
+  const std::optional<device::TextRange> range = device::FindCaretRange(text, from);
+  if (!range) return std::nullopt;
+  return Placeholder{range->at, range->length, Text(text.substr(range->at + 1, range->length - 2))};
 }
 
 bool HasUnfilledGap(TextView text) {
   std::size_t from = 0;
   while (const std::optional<Placeholder> gap = FindPlaceholder(text, from)) {
-    if (gap->name.empty() || gap->name.front() < u'0' || gap->name.front() > u'9') return true;
+    if (device::IsGapName(gap->name)) return true;
     from = gap->at + 1;
   }
   return false;

@@ -28,6 +28,12 @@ Shortcuts::Shortcuts(data::Databases& databases) {
       m_Expanded.try_emplace(Folded(shortcuts.m_ShortCut), shortcuts.m_Expanded);
 }
 
+std::vector<Text> Shortcuts::Names() const {
+  std::vector<Text> names;
+  for (const auto& [name, expanded] : m_Expanded) names.push_back(name);
+  return names;
+}
+
 bool Shortcuts::EndsWord(char16_t unit) {
   constexpr TextView kPunctuation = u".,;:!?()[]{}\"'/\\-+*=<>&";
   return IsBlank(unit) || kPunctuation.find(unit) != TextView::npos;

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 #include "data/Databases.h"
 #include "editing/CommentText.h"
@@ -20,6 +21,9 @@ public:
   // The word that ends at `wordEnd`, without regard to case, replaced by what it stands for. Nothing when it
   // is no shortcut. Of two rows with the same shortcut the first counts.
   std::optional<TextChange> Expand(TextView text, std::size_t wordEnd) const;
+
+  // In small letters, in no order.
+  std::vector<Text> Names() const;
 
 private:
   const Text* Find(TextView word) const;

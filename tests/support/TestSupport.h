@@ -209,6 +209,9 @@ public:
 
   std::unique_ptr<device::InputFile> OpenForReading(const std::filesystem::path& path) override;
   std::unique_ptr<device::OutputFile> Create(const std::filesystem::path& target) override;
+  std::unique_ptr<device::AppendFile> OpenForAppending(const std::filesystem::path& path) override {
+    return m_Host.OpenForAppending(path);
+  }
   std::vector<Text> ListEntries(const std::filesystem::path& folder) override;
   bool Exists(const std::filesystem::path& path) override { return m_Host.Exists(path); }
   std::error_code MakeFolder(const std::filesystem::path& folder) override {
