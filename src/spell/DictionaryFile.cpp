@@ -42,6 +42,7 @@ public:
     }
     m_At = file.m_Store + offset;
     m_End = m_At + size;
+    m_Size = size;
     m_Said = Read16(at + 6);
   }
 
@@ -53,6 +54,8 @@ public:
     m_Count += m_IsBroken ? 0 : 1;
     return !m_IsBroken;
   }
+  // In bytes; chains of a sound file share none.
+  std::size_t Size() const { return m_Size; }
   bool IsBroken() const { return m_IsBroken || m_Count != m_Said; }
 
 private:
@@ -80,6 +83,7 @@ private:
 
   const std::uint8_t* m_At = nullptr;
   const std::uint8_t* m_End = nullptr;
+  std::size_t m_Size = 0;
   std::uint32_t m_SetCount;
   unsigned m_Count = 0;
   unsigned m_Said = 0;
@@ -320,8 +324,11 @@ bool DictionaryFile::StemOf(const Entry& entry, std::string& stem) const {
 
 void DictionaryFile::ForEachWord(const WordSink& sink) const {
   std::string word;
+  std::size_t seen = 0;
   for (std::uint32_t slot = 0; slot < m_Slots; ++slot) {
     Chain chain(*this, slot);
+    // A few bytes that all slots share would be words without end.
+    if ((seen += chain.Size()) > m_StoreSize) return;
     for (Entry entry; chain.Next(entry);) {
       if (!StemOf(entry, word)) break;
       const std::size_t stem = word.size();
@@ -342,8 +349,13 @@ std::vector<std::string> DictionaryFile::FindFaults() const {
     faults.push_back("slot " + std::to_string(slot) + ": " + what);
   };
   std::string word;
+  std::size_t seen = 0;
   for (std::uint32_t slot = 0; slot < m_Slots; ++slot) {
     Chain chain(*this, slot);
+    if ((seen += chain.Size()) > m_StoreSize) {
+      add(slot, "the chain shares bytes with others");
+      return faults;
+    }
     for (Entry entry; chain.Next(entry);) {
       if (!StemOf(entry, word)) {
         add(slot, "an entry holds a code without meaning");
