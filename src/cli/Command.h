@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/Session.h"
@@ -31,6 +33,9 @@ struct CommandOption {
   std::vector<std::string> choices = {};  // for the completion, where there are few
   bool repeated = false;                  // takes any number of values
 };
+
+// The whole text is the number: " 7" or "0x7" read as another one would be another inspection's key.
+std::optional<std::int32_t> ParseNumber(std::string_view typed);
 
 // What was typed after the command's name. Texts are UTF-8, as they came.
 struct Input {

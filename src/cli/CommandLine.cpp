@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <deque>
 
 #include "cli/Command.h"
@@ -21,13 +20,9 @@ std::string Unshielded(std::string word) {
   return word;
 }
 
-// Every character must belong to the number: " 7" or "0x7" read as 0 would be another inspection's key.
 std::string WhyNoNumber(const std::string& typed) {
   const std::string word = Unshielded(typed);
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-  const bool isNumber = error == std::errc() && end == word.data() + word.size();
-  return isNumber ? "" : word + " is no number";
+  return ParseNumber(word) ? "" : word + " is no number";
 }
 
 // Where CLI11 puts what it parsed for one command.

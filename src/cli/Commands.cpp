@@ -5,11 +5,14 @@
 
 namespace inspector::cli {
 
-std::int32_t Input::Number(std::size_t index) const {
-  const std::string& text = arguments[index];
+std::optional<std::int32_t> ParseNumber(std::string_view typed) {
   std::int32_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
+  const auto [end, error] = std::from_chars(typed.data(), typed.data() + typed.size(), number);
+  return error == std::errc() && end == typed.data() + typed.size() ? std::optional(number) : std::nullopt;
+}
+
+std::int32_t Input::Number(std::size_t index) const {
+  return ParseNumber(arguments[index]).value_or(0);
 }
 
 CommandOption JsonOption() {

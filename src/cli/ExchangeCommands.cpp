@@ -96,8 +96,7 @@ std::vector<Command> ExchangeCommands() {
        {{"FILE", "the export file", Argument::Kind::Text, false}},
        {},
        "Shows everything that it reads on standard error. All of the file is staged or nothing; \"merge\" "
-       "takes "
-       "what is staged into an inspection.",
+       "takes what is staged into an inspection.",
        RunImport},
       {"staged",
        "list the inspections that were imported and not merged yet",

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <iostream>
 #include <iterator>
 
@@ -152,13 +151,12 @@ ExitCode RunSpell(Session& session, const Input& input) {
   }
   if (!isVisit) return CheckFile(session, input.repeated.front());
   const std::string& typed = input.options.at("--inspection");
-  std::int32_t key = 0;
-  const auto [end, error] = std::from_chars(typed.data(), typed.data() + typed.size(), key);
-  if (error != std::errc() || end != typed.data() + typed.size()) {
+  const std::optional<std::int32_t> key = ParseNumber(typed);
+  if (!key) {
     session.Fail(Format(u"%s is no key of an inspection. \"list\" shows them.", device::FromUtf8(typed)));
     return ExitCode::Usage;
   }
-  return CheckVisit(session, key);
+  return CheckVisit(session, *key);
 }
 
 }  // namespace
@@ -170,10 +168,8 @@ std::vector<Command> SpellCommands() {
        {{"FILE", "a text in UTF-8; \"-\" for the standard input", Argument::Kind::Text, true}},
        {{"--inspection", "ID", "check all texts of this inspection", false}},
        "Prints \"line:column: word: suggestions\" for each word that neither the dictionary nor the personal "
-       "list "
-       "has; for an inspection with category, step and field before it. Ends with 1 when there is one. "
-       "Picture "
-       "tags, gaps, figures, addresses and the names of shortcuts are no words.",
+       "list has; for an inspection with category, step and field before it. Ends with 1 when there is one. "
+       "Picture tags, gaps, figures, addresses and the names of shortcuts are no words.",
        RunSpell},
   };
 }

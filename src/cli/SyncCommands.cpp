@@ -1,4 +1,3 @@
-#include <charconv>
 
 #include "cli/CommandGroups.h"
 #include "cli/TerminalText.h"
@@ -18,11 +17,9 @@ constexpr const char* kNone = "none";
 std::optional<std::vector<std::int32_t>> ParseKeys(const std::string& typed) {
   std::vector<std::int32_t> keys;
   for (const Text& part : device::Split(device::FromUtf8(typed), u',')) {
-    const std::string text = device::ToUtf8(part);
-    std::int32_t key = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), key);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    keys.push_back(key);
+    const std::optional<std::int32_t> key = ParseNumber(device::ToUtf8(part));
+    if (!key) return std::nullopt;
+    keys.push_back(*key);
   }
   return keys;
 }

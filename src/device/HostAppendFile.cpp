@@ -5,17 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include "device/Uninterrupted.h"
 
 namespace inspector::device {
 namespace {
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
 
 class FileLock {
 public:

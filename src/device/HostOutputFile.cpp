@@ -12,6 +12,8 @@
 #include <cstring>
 #include <system_error>
 
+#include "device/Uninterrupted.h"
+
 namespace inspector::device {
 namespace {
 
@@ -22,13 +24,6 @@ constexpr int kLinksFollowed = 40;     // as many as the host itself follows
 constexpr int kNamesTried = 1000;
 constexpr std::size_t kNameBytesKept = 200;  // of the 255 that a name may have
 constexpr std::string_view kHiddenSuffix = ".unfinished";
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) result = call();
-  return result;
-}
 
 // The hidden names of report.rtf are ".report.rtf.", the process id, "-", a number and the suffix.
 std::string HiddenPrefix(const std::string& name) {

@@ -187,6 +187,12 @@ bool EqualIgnoringCase(TextView left, TextView right) {
                     [](char16_t a, char16_t b) { return a == b || FoldCase(a) == FoldCase(b); });
 }
 
+Text Folded(TextView text) {
+  Text folded(text);
+  std::transform(folded.begin(), folded.end(), folded.begin(), FoldCase);
+  return folded;
+}
+
 bool Contains(TextView text, TextView part) {
   return text.find(part) != TextView::npos;
 }

@@ -25,6 +25,8 @@ void AssignUtf8(std::string& out, TextView text);
 // No locale is consulted: I and i are one letter everywhere.
 char16_t FoldCase(char16_t unit);
 bool EqualIgnoringCase(TextView left, TextView right);
+// All letters in their small form, to be a key.
+Text Folded(TextView text);
 
 // The first of the two units of a character beyond U+FFFF.
 bool IsHighSurrogate(char16_t unit);

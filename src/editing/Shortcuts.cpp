@@ -7,12 +7,6 @@
 namespace inspector::editing {
 namespace {
 
-Text Folded(TextView word) {
-  Text folded(word);
-  std::transform(folded.begin(), folded.end(), folded.begin(), device::FoldCase);
-  return folded;
-}
-
 bool IsBlank(char16_t unit) {
   return unit <= u' ' || unit == 0xA0 || unit == 0x2029;
 }
@@ -25,7 +19,7 @@ Shortcuts::Shortcuts(data::Databases& databases) {
   shortcuts.Open();
   for (int n = 0; n < shortcuts.RecordCount(); ++n)
     if (shortcuts.GetRecord(n) && !shortcuts.m_ShortCut.empty())
-      m_Expanded.try_emplace(Folded(shortcuts.m_ShortCut), shortcuts.m_Expanded);
+      m_Expanded.try_emplace(device::Folded(shortcuts.m_ShortCut), shortcuts.m_Expanded);
 }
 
 std::vector<Text> Shortcuts::Names() const {
@@ -40,7 +34,7 @@ bool Shortcuts::EndsWord(char16_t unit) {
 }
 
 const Text* Shortcuts::Find(TextView word) const {
-  const auto found = m_Expanded.find(Folded(word));
+  const auto found = m_Expanded.find(device::Folded(word));
   return found == m_Expanded.end() ? nullptr : &found->second;
 }
 

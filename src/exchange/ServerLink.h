@@ -13,8 +13,8 @@
 namespace inspector::exchange {
 
 // Whoever calls waits, but not blindly: `givesUp` is asked several times a second meanwhile, so that a window
-// can be painted and a person can stop; true ends the wait. There is no other
-// limit of time, because an office may be at the end of a slow line.
+// can be painted and a person can stop; true ends the wait. There is no other limit of time, because an
+// office may be at the end of a slow line.
 class ServerLink {
 public:
   explicit ServerLink(std::function<bool()> givesUp);

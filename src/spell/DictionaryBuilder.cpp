@@ -8,6 +8,7 @@
 #include "spell/EndingSets.h"
 #include "spell/Letters.h"
 #include "spell/WordCodes.h"
+#include "spell/WordLines.h"
 
 namespace inspector::spell {
 namespace {
@@ -106,14 +107,6 @@ bool IsStorable(char16_t unit) {
   return unit > u' ' && unit != 0x7F && unit != 0xA0;
 }
 
-std::string_view WithoutBlanks(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  line = line.substr(0, line.find('#'));
-  const std::size_t begin = line.find_first_not_of(kBlanks);
-  if (begin == line.npos) return {};
-  return line.substr(begin, line.find_last_not_of(kBlanks) + 1 - begin);
-}
-
 }  // namespace
 
 bool DictionaryBuilder::Add(TextView word) {
@@ -130,12 +123,10 @@ bool DictionaryBuilder::Add(TextView word) {
 
 bool DictionaryBuilder::AddLines(std::string_view utf8) {
   bool areAllTaken = true;
-  while (!utf8.empty()) {
-    const std::size_t end = std::min(utf8.find('\n'), utf8.size());
-    const std::string_view word = WithoutBlanks(utf8.substr(0, end));
-    utf8.remove_prefix(std::min(end + 1, utf8.size()));
+  ForEachLine(utf8, "\n", [&](std::string_view line) {
+    const std::string_view word = WithoutBlanks(line.substr(0, line.find('#')));
     if (!word.empty()) areAllTaken = Add(device::FromUtf8(word)) && areAllTaken;
-  }
+  });
   return areAllTaken;
 }
 

@@ -322,24 +322,33 @@ bool DictionaryFile::StemOf(const Entry& entry, std::string& stem) const {
   return true;
 }
 
-void DictionaryFile::ForEachWord(const WordSink& sink) const {
+template <typename Word, typename Fault>
+void DictionaryFile::Walk(Word onWord, Fault onFault) const {
   std::string word;
   std::size_t seen = 0;
   for (std::uint32_t slot = 0; slot < m_Slots; ++slot) {
     Chain chain(*this, slot);
     // A few bytes that all slots share would be words without end.
-    if ((seen += chain.Size()) > m_StoreSize) return;
+    if ((seen += chain.Size()) > m_StoreSize) return onFault(slot, "the chain shares bytes with others");
     for (Entry entry; chain.Next(entry);) {
-      if (!StemOf(entry, word)) break;
+      if (!StemOf(entry, word)) {
+        onFault(slot, "an entry holds a code without meaning");
+        break;
+      }
       const std::size_t stem = word.size();
       for (std::size_t ending = 0; ending < m_Endings.size(); ++ending) {
         if (!SetHas(entry.set, static_cast<std::uint8_t>(ending))) continue;
         word.resize(stem);
         word += m_Endings[ending];
-        sink(word);
+        onWord(slot, word);
       }
     }
+    if (chain.IsBroken()) onFault(slot, "the chain does not fit into the word store");
   }
+}
+
+void DictionaryFile::ForEachWord(const WordSink& sink) const {
+  Walk([&sink](std::uint32_t, const std::string& word) { sink(word); }, [](std::uint32_t, const char*) {});
 }
 
 std::vector<std::string> DictionaryFile::FindFaults() const {
@@ -348,29 +357,11 @@ std::vector<std::string> DictionaryFile::FindFaults() const {
   const auto add = [&faults](std::uint32_t slot, const char* what) {
     faults.push_back("slot " + std::to_string(slot) + ": " + what);
   };
-  std::string word;
-  std::size_t seen = 0;
-  for (std::uint32_t slot = 0; slot < m_Slots; ++slot) {
-    Chain chain(*this, slot);
-    if ((seen += chain.Size()) > m_StoreSize) {
-      add(slot, "the chain shares bytes with others");
-      return faults;
-    }
-    for (Entry entry; chain.Next(entry);) {
-      if (!StemOf(entry, word)) {
-        add(slot, "an entry holds a code without meaning");
-        break;
-      }
-      const std::size_t stem = word.size();
-      for (std::size_t ending = 0; ending < m_Endings.size(); ++ending) {
-        if (!SetHas(entry.set, static_cast<std::uint8_t>(ending))) continue;
-        word.resize(stem);
-        word += m_Endings[ending];
+  Walk(
+      [&](std::uint32_t slot, const std::string& word) {
         if (!Accepts(word)) add(slot, "an entry is not found under its own hash");
-      }
-    }
-    if (chain.IsBroken()) add(slot, "the chain does not fit into the word store");
-  }
+      },
+      add);
   return faults;
 }
 

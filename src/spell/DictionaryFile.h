@@ -75,6 +75,10 @@ private:
   bool SetHas(std::uint32_t set, std::uint8_t ending) const {
     return (m_Sets[static_cast<std::size_t>(set) * kSetBytes + ending / 8] >> ending % 8 & 1) != 0;
   }
+  // Calls onWord(slot, word) for every word, and onFault(slot, words) for what makes no sense; after that the
+  // rest of the chain is passed over.
+  template <typename Word, typename Fault>
+  void Walk(Word onWord, Fault onFault) const;
   // The word of an entry without its ending; false when a code has no meaning.
   bool StemOf(const Entry& entry, std::string& stem) const;
 

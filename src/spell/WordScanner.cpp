@@ -24,12 +24,6 @@ bool PartsWords(char16_t unit) {
   return kSigns.find(unit) != TextView::npos;
 }
 
-Text Folded(TextView text) {
-  Text folded(text);
-  std::transform(folded.begin(), folded.end(), folded.begin(), device::FoldCase);
-  return folded;
-}
-
 TextView WithoutPunctuation(TextView token) {
   constexpr TextView kPunctuation = u".,;:!?()[]{}\"'<>\u2018\u2019\u201C\u201D\u00AB\u00BB";
   const std::size_t begin = token.find_first_not_of(kPunctuation);
@@ -39,7 +33,7 @@ TextView WithoutPunctuation(TextView token) {
 
 // Of a page, a mailbox or a file.
 bool IsAddress(TextView token) {
-  const Text address = Folded(WithoutPunctuation(token));
+  const Text address = device::Folded(WithoutPunctuation(token));
   const std::size_t at = address.find(u'@');
   if (at != Text::npos && at > 0 && at + 1 < address.size()) return true;
   if (device::Contains(address, u"://") || address.starts_with(u"www.") || address.starts_with(u"mailto:"))
@@ -74,7 +68,7 @@ std::vector<TextRange> MarkedRanges(TextView text) {
 
 WordScanner::WordScanner(const SpellChecker& checker, const std::vector<Text>& shortcuts)
     : m_Checker(checker) {
-  for (const Text& shortcut : shortcuts) m_Shortcuts.insert(Folded(shortcut));
+  for (const Text& shortcut : shortcuts) m_Shortcuts.insert(device::Folded(shortcut));
 }
 
 std::vector<ScannedWord> WordScanner::Scan(TextView text) const {
@@ -108,8 +102,8 @@ bool WordScanner::IsWordUnit(char16_t unit) const {
 }
 
 bool WordScanner::IsShortcut(TextView token) const {
-  return !m_Shortcuts.empty() &&
-         (m_Shortcuts.contains(Folded(token)) || m_Shortcuts.contains(Folded(WithoutPunctuation(token))));
+  return !m_Shortcuts.empty() && (m_Shortcuts.contains(device::Folded(token)) ||
+                                  m_Shortcuts.contains(device::Folded(WithoutPunctuation(token))));
 }
 
 void WordScanner::ScanToken(TextView text, TextRange token, std::vector<ScannedWord>& words) const {

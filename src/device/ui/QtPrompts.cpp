@@ -48,21 +48,28 @@ QString FilterOf(const Text& filter) {
   return entries.join(QStringLiteral(";;"));
 }
 
+// What a box needs besides its words, in logical pixels: the icon and the margins, the buttons and the title.
+constexpr int kBesideWords = 120;
+constexpr int kBelowWords = 200;
+
+// How much there is of a screen for a box.
+QSize RoomFor(const QMessageBox& box) {
+  constexpr int kLeastWidth = 320;
+  QSize room = box.screen()->availableSize();
+  // The main window shows it; small dialogs do not.
+  if (const QWidget* const parent = box.parentWidget())
+    room.setWidth(std::clamp(parent->window()->width(), std::min(kLeastWidth, room.width()), room.width()));
+  return room;
+}
+
 // The toolkit keeps a box to half of a narrow screen, where long words go on beyond its lower edge, and the
 // answers with them.
-constexpr int kBesideWords = 120;  // logical pixels: the icon and the margins
-constexpr int kBelowWords = 200;   // the buttons and the title bar
-
 void FitToScreen(QMessageBox& box, int leastWidth) {
   constexpr int kWideScreen = 900;
-  constexpr int kLeastWidth = 320;
   constexpr int kToolkitsWidth = 500;  // that it makes a box at most, and half of the screen
   auto* const words = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
   if (words == nullptr) return;
-  QSize room = box.screen()->availableSize();
-  // The main window shows how much there is of a screen; small dialogs do not.
-  if (const QWidget* const parent = box.parentWidget())
-    room.setWidth(std::clamp(parent->window()->width(), std::min(kLeastWidth, room.width()), room.width()));
+  const QSize room = RoomFor(box);
   box.ensurePolished();
   const QRect lines =
       words->fontMetrics().boundingRect(QRect(0, 0, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), 0, words->text());
@@ -89,10 +96,7 @@ void ShowScrolling(QMessageBox& box, const QString& words) {
   text->setReadOnly(true);
   text->setTabChangesFocus(true);
   QScroller::grabGesture(text->viewport(), QScroller::TouchGesture);
-  const QSize room = box.screen()->availableSize() - QSize(kBesideWords, kBelowWords);
-  const int windowWidth = box.parentWidget() ? box.parentWidget()->window()->width() : room.width();
-  text->setMinimumSize(
-      kPreferred.boundedTo(room).boundedTo({std::max(windowWidth - kBesideWords, 200), room.height()}));
+  text->setMinimumSize(kPreferred.boundedTo(RoomFor(box) - QSize(kBesideWords, kBelowWords)));
   delete box.layout()->replaceWidget(label, text);
   label->hide();
 }
@@ -121,9 +125,10 @@ Answer QtPrompts::Show(const Message& message) {
   box.setText(Shortened(words, kMostLetters));
   box.setIcon(IconOf(message.icon));
   // Boxes that come one after the other keep their buttons under the finger.
-  FitToScreen(box, message.offer.empty() ? 0 : kOfferWidth);
+  const bool isLong = words.size() > kMostLetters;
+  if (!isLong) FitToScreen(box, message.offer.empty() ? 0 : kOfferWidth);
   const auto ask = [&] {
-    if (words.size() > kMostLetters) ShowScrolling(box, words);
+    if (isLong) ShowScrolling(box, words);
     return box.exec();
   };
   switch (message.buttons) {
