@@ -63,7 +63,7 @@ Text Lost(const AllWords& before, const AllWords& after) {
 struct TargetStep {
   Text number;
   Text findings;
-  AllWords beside;  // as it was stored
+  AllWords beside;  // as it was stored; of an occupied one nothing, since it stays
   bool isEmpty = true;
   bool isAdded = false;    // by a staged step
   bool isReached = false;  // likewise
@@ -123,7 +123,7 @@ private:
     merge.isTaken = !target.isComplete;
     if (merge.isTaken) {
       m_Titles.Renumber(staged.m_CategoryTitle, merge.target, target.number, staged.m_CategoryNumber);
-      NoteLost(staged.m_CategoryTitle, target.beside, WordsBeside(staged));
+      NoteLost(staged.m_CategoryTitle, target.beside, staged);
       target.number = staged.m_CategoryNumber;
       target.words = WordsOf(staged);
       target.isComplete = staged.m_CompleteFlag != 0;
@@ -173,7 +173,7 @@ private:
       steps.titles.Renumber(staged.m_StepTitle, merge.target, target.number, staged.m_StepNumber);
       target.number = staged.m_StepNumber;
       target.isEmpty = IsEmpty(staged);
-      NoteLost(name, target.beside, WordsBeside(staged));
+      NoteLost(name, target.beside, staged);
       m_Plan.filledSteps += SaysSomething(findings) && !target.isAdded;
       target.findings = std::move(findings);
     }
@@ -187,9 +187,10 @@ private:
   }
 
   // What was there before the merge is told once.
-  void NoteLost(const Text& name, AllWords& before, const AllWords& after) {
+  template <typename Row>
+  void NoteLost(const Text& name, AllWords& before, const Row& staged) {
     if (before.empty()) return;
-    if (const Text lost = Lost(before, after); !lost.empty())
+    if (const Text lost = Lost(before, WordsBeside(staged)); !lost.empty())
       m_Plan.replacedWords.push_back(Format(u"%s (%s)", name, lost));
     before.clear();
   }
@@ -203,7 +204,9 @@ private:
     for (int row = 0; row < step.RecordCount(); ++row) {
       if (!step.GetRecord(row)) return nullptr;
       known->second.titles.Add(step.m_StepTitle, step.m_StepNumber, row);
-      known->second.rows.push_back({step.m_StepNumber, FindingsOf(step), WordsBeside(step), IsEmpty(step)});
+      const bool isEmpty = IsEmpty(step);
+      known->second.rows.push_back(
+          {step.m_StepNumber, FindingsOf(step), isEmpty ? WordsBeside(step) : AllWords(), isEmpty});
     }
     return step.Failed() ? nullptr : &known->second;
   }
