@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <ctime>
 #include <functional>
 
 #include "server/OfficeCommands.h"
@@ -15,7 +17,7 @@ namespace {
 
 constexpr const char* kFooter = R"(Setting an office up:
   inspector-syncd user add ana --office north --data /var/lib/inspector-syncd
-  inspector-syncd inspection add number=2026-014 date=2026-05-31 client="Ana Ruiz" \
+  inspector-syncd inspection add number=2026-014 client="Ana Ruiz" \
       address="12 Elm Street" --office north --data /var/lib/inspector-syncd
   inspector-syncd serve --data /var/lib/inspector-syncd --listen 192.168.1.10:7020
 Users, inspections and history may be worked on while the server runs. Without a command
@@ -261,6 +263,11 @@ int RunCommandLine(std::vector<std::string> words, std::istream& in, std::ostrea
   if (typed.checkConfig) {
     out << "The configuration is sound.\n";
     return 0;
+  }
+  // The server and the commands that look at what it does mean the same days.
+  if (!settings.timeZone.empty()) {
+    setenv("TZ", settings.timeZone.c_str(), 1);
+    tzset();
   }
   if (!PreparePasswords()) {
     err << "The system has no source of random numbers.\n";

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "server/InspectionEntry.h"
 #include "server/OfficeCommands.h"
 #include "server/Table.h"
 
@@ -61,6 +62,11 @@ ExitCode Restore(CommandRun& run, const std::string& office, const std::string& 
     return run.Tell("There is no version " + std::to_string(version) + "; history shows which there are.");
   Change change;
   change.number = key;
+  // What came from a device can go back to one; a number that somebody types may not.
+  if (const std::string why = unnumbered ? Enter(change, {FieldKind::OfText}, number) : ""; !why.empty()) {
+    run.err << why << '\n';
+    return ExitCode::Usage;
+  }
   // A number that is taken is another house.
   change.expect = unnumbered ? Change::Expect::New : Change::Expect::Either;
   for (std::size_t at = 1; at < kTexts; ++at) change.texts[at] = found->inspection.texts[at];

@@ -32,16 +32,10 @@ std::optional<Change> Read(const CommandRun& run, const std::vector<std::string>
   return std::nullopt;
 }
 
-bool IsKnown(const CommandRun& run, const std::string& office, Fault& fault) {
-  std::vector<std::string> offices;
-  fault = run.storage.ListOffices(offices);
-  return std::find(offices.begin(), offices.end(), office) != offices.end();
-}
-
 // An office may be entered work for before it has users, but a mistyped one must not pass unseen.
 void MentionNewOffice(const CommandRun& run, const std::string& office) {
   Fault fault;
-  if (!IsKnown(run, office, fault) && fault.empty())
+  if (!run.KnowsOffice(office, fault) && fault.empty())
     run.err << "\"" << office << "\" is a new office. Nobody sees its inspections until it has a user.\n";
 }
 
@@ -149,7 +143,7 @@ ExitCode ListInspections(CommandRun& run, const std::string& office, std::option
   const Change wanted = ReadChange(words, problems);
   if (!problems.empty()) return TellAll(run, problems);
   Fault fault;
-  if (!IsKnown(run, office, fault))
+  if (!run.KnowsOffice(office, fault))
     return run.Tell(fault.empty() ? "There is no office \"" + office + "\"." : fault);
   std::vector<OfficeInspection> inspections;
   const auto days = period ? DaysOf(*period, run.clock.Now()) : std::nullopt;

@@ -32,7 +32,7 @@ std::string InHexadecimal(char16_t unit) {
 std::string WhyNotSent(TextView text, bool mayHaveLines) {
   const auto isControl = [mayHaveLines](char16_t unit) {
     if (mayHaveLines && (unit == u'\r' || unit == u'\n' || unit == u'\t')) return false;
-    return unit < u' ' || (unit >= 0x7F && unit < 0xA0);
+    return IsControl(unit);
   };
   const auto control = std::find_if(text.begin(), text.end(), isControl);
   if (control != text.end()) return "has the control character " + InHexadecimal(*control) + ".";

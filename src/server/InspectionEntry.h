@@ -9,6 +9,11 @@
 
 namespace inspector::server {
 
+// What a terminal would obey, line ends and tabs among them.
+inline bool IsControl(char16_t unit) {
+  return unit < u' ' || (unit >= 0x7F && unit < 0xA0);
+}
+
 // "InspectionNum", the other names of columns, and the shorter names that the device's own command line has
 // ("number", "client"), without regard to case. In the order of OfficeInspection, then the date and the type.
 enum class FieldKind { OfText, OfDate, OfType };

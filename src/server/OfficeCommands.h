@@ -26,6 +26,8 @@ struct CommandRun {
   bool asJson = false;
   PasswordCost cost = {};
 
+  // On a fault, false.
+  bool KnowsOffice(const std::string& office, Fault& fault) const;
   Origin Here() const { return {who, "command line", clock.Now()}; }
   ExitCode Tell(const Fault& fault) const;  // Done when there is none
 };

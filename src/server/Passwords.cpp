@@ -6,6 +6,7 @@
 #include <array>
 
 #include "device/CodePage.h"
+#include "server/InspectionEntry.h"
 
 namespace inspector::server {
 namespace {
@@ -16,8 +17,7 @@ std::string WhyNotTyped(const char* what, device::TextView text, std::size_t lon
   if (text.size() > longest) return subject + " may have " + std::to_string(longest) + " characters at most.";
   if (!device::FitsCodePage(text))
     return subject + " may only have characters of Windows-1252, as devices do.";
-  if (std::any_of(text.begin(), text.end(), [](char16_t unit) { return unit < u' ' || unit == 0x7F; }))
-    return subject + " may have no control characters.";
+  if (std::any_of(text.begin(), text.end(), IsControl)) return subject + " may have no control characters.";
   return {};
 }
 

@@ -5,8 +5,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <ctime>
+#include <csignal>
 
 #include "server/OpenStorage.h"
 #include "server/Server.h"
@@ -51,10 +50,8 @@ void AllowSockets(int sessions, ServerLog& log) {
 }  // namespace
 
 ExitCode Serve(const Settings& settings, std::ostream& err) {
-  if (!settings.timeZone.empty()) {
-    setenv("TZ", settings.timeZone.c_str(), 1);
-    tzset();
-  }
+  // Whoever reads the log may go; the devices stay.
+  signal(SIGPIPE, SIG_IGN);
   device::SystemClock clock;
   ServerLog log(clock, settings.logJson ? ServerLog::Form::Json : ServerLog::Form::Words,
                 WriteToStandardError);

@@ -7,8 +7,25 @@
 namespace inspector::server {
 namespace {
 
+// The control characters from U+007F to U+009F, which JSON lets stand and a terminal obeys, are written as
+// those before the blank.
 std::string InJson(const nlohmann::ordered_json& value) {
-  return value.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  const std::string dumped = value.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+  std::string shown;
+  for (std::size_t at = 0; at < dumped.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(dumped[at]);
+    const auto next = static_cast<unsigned char>(at + 1 < dumped.size() ? dumped[at + 1] : 0);
+    const bool isHigh = byte == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F in UTF-8
+    const unsigned code = isHigh ? next : byte;
+    if (!isHigh && byte != 0x7F) {
+      shown += dumped[at];
+      continue;
+    }
+    shown.append("\\u00").append(1, kDigits[code >> 4]).append(1, kDigits[code & 0xF]);
+    at += isHigh;
+  }
+  return shown;
 }
 
 }  // namespace

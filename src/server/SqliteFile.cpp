@@ -5,12 +5,6 @@
 #include <cstring>
 
 namespace inspector::server {
-namespace {
-
-// A command and the server write to the same file in turns; a large import takes seconds.
-constexpr int kWaitForOthers = 30'000;  // milliseconds
-
-}  // namespace
 
 SqliteQuery::SqliteQuery(SqliteFile& file, const char* sql) : m_File(file), m_Statement(file.Prepared(sql)) {}
 
@@ -36,7 +30,7 @@ SqliteQuery& SqliteQuery::Bind(std::int64_t value) {
 }
 
 bool SqliteQuery::Step() {
-  if (m_Statement == nullptr) return false;
+  if (m_Statement == nullptr || m_File.Failed()) return false;
   const int code = sqlite3_step(m_Statement);
   if (code != SQLITE_ROW && code != SQLITE_DONE) m_File.Note();
   return code == SQLITE_ROW;
@@ -71,7 +65,7 @@ bool SqliteFile::Open(Mode mode) {
     Note();
     return false;
   }
-  sqlite3_busy_timeout(m_Database, kWaitForOthers);
+  sqlite3_busy_timeout(m_Database, static_cast<int>(m_Patience.count()));
   return true;
 }
 
@@ -106,10 +100,9 @@ SqliteTransaction::SqliteTransaction(SqliteFile& file)
 SqliteTransaction::~SqliteTransaction() {
   if (!m_IsOpen) return;
   // SQLite may have rolled back by itself; then this fails, which is no news.
-  SqliteQuery rollback(m_File, "ROLLBACK");
-  const std::string before = m_File.Failure();
-  rollback.Run();
-  if (before.empty()) m_File.ClearFailure();
+  const bool hadFailed = m_File.Failed();
+  m_File.Execute("ROLLBACK");
+  if (!hadFailed) m_File.ClearFailure();
 }
 
 bool SqliteTransaction::Commit() {

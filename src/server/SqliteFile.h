@@ -1,6 +1,7 @@
 // One open SQLite file with its prepared statements. Belongs to one thread at a time.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -26,7 +27,8 @@ public:
   // What is bound must live until the query is stepped for the last time.
   SqliteQuery& Bind(std::string_view text);
   SqliteQuery& Bind(std::int64_t value);
-  // True while there is a row. A failure reads as no row, and is what the file's Failed tells.
+  // True while there is a row. A failure reads as no row, and is what the file's Failed tells; after one
+  // nothing more is run, so that what could not begin changes nothing.
   bool Step();
   // Runs to the end; false on a failure.
   bool Run();
@@ -42,7 +44,9 @@ private:
 
 class SqliteFile {
 public:
-  explicit SqliteFile(std::filesystem::path path) : m_Path(std::move(path)) {}
+  // `patience`: so long a call waits for another process that writes.
+  explicit SqliteFile(std::filesystem::path path, std::chrono::milliseconds patience)
+      : m_Path(std::move(path)), m_Patience(patience) {}
   ~SqliteFile();
   SqliteFile(const SqliteFile&) = delete;
   SqliteFile& operator=(const SqliteFile&) = delete;
@@ -58,6 +62,7 @@ public:
   void ClearFailure() { m_Failure.clear(); }
 
   const std::filesystem::path& Path() const { return m_Path; }
+  std::chrono::milliseconds Patience() const { return m_Patience; }
 
 private:
   friend class SqliteQuery;
@@ -66,6 +71,7 @@ private:
   void Note();
 
   std::filesystem::path m_Path;
+  std::chrono::milliseconds m_Patience;
   sqlite3* m_Database = nullptr;
   std::map<std::string_view, sqlite3_stmt*> m_Statements;  // by their texts, which are literals
   std::string m_Failure;

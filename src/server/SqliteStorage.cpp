@@ -67,29 +67,40 @@ User ReadUser(const SqliteQuery& query) {
           ReadTime(query.Text(3)), static_cast<int>(query.Integer(4))};
 }
 
+// While one lives, files come into being for their owner alone: names, addresses and hashes of passwords are
+// nobody else's business. SQLite gives its journal the mode of the file.
+class PrivateFiles {
+public:
+  PrivateFiles() : m_Before(umask(S_IRWXG | S_IRWXO)) {}
+  ~PrivateFiles() { umask(m_Before); }
+  PrivateFiles(const PrivateFiles&) = delete;
+  PrivateFiles& operator=(const PrivateFiles&) = delete;
+
+private:
+  mode_t m_Before;
+};
+
 }  // namespace
 
-Fault SqliteStorage::Open(const std::filesystem::path& folder, std::unique_ptr<SqliteStorage>& storage) {
+Fault SqliteStorage::Open(const std::filesystem::path& folder, std::unique_ptr<SqliteStorage>& storage,
+                          std::chrono::milliseconds patience) {
   std::error_code error;
   if (std::filesystem::create_directories(folder, error))
     std::filesystem::permissions(folder, std::filesystem::perms::owner_all, error);
   if (!std::filesystem::is_directory(folder, error))
     return folder.string() + " is no folder and cannot be made one.";
-  std::unique_ptr<SqliteStorage> opened(new SqliteStorage(FileIn(folder)));
+  std::unique_ptr<SqliteStorage> opened(new SqliteStorage(FileIn(folder), patience));
   if (Fault fault = opened->Prepare(); !fault.empty()) return fault;
   storage = std::move(opened);
   return {};
 }
 
 Fault SqliteStorage::Prepare() {
-  // Names, addresses and hashes of passwords are nobody else's business; SQLite gives its journal the mode of
-  // the file.
-  const mode_t before = umask(S_IRWXG | S_IRWXO);
+  const PrivateFiles privacy;
   const bool isOpen = m_Writer.Open(SqliteFile::Mode::Create);
   const bool isPrepared = isOpen && m_Writer.Execute(
                                         "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; "
                                         "PRAGMA foreign_keys = ON; PRAGMA wal_autocheckpoint = 4000");
-  umask(before);
   if (!isPrepared) return m_Writer.Failure();
   if (Fault fault = BringUpToDate(m_Writer); !fault.empty()) return fault;
   if (!m_Reader.Open(SqliteFile::Mode::Existing) || !m_Reader.Execute("PRAGMA query_only = ON"))
@@ -326,8 +337,9 @@ Fault SqliteStorage::History(const std::string& office, TextView number,
 
 Fault SqliteStorage::BackUp(const std::string& file) const {
   // Through a connection of its own: the reader may write nothing, not even another file.
-  SqliteFile source(m_Reader.Path());
+  SqliteFile source(m_Reader.Path(), m_Reader.Patience());
   if (!source.Open(SqliteFile::Mode::Existing)) return source.Failure();
+  const PrivateFiles privacy;
   SqliteQuery(source, "VACUUM INTO ?").Bind(file).Run();
   return source.Failure();
 }

@@ -13,7 +13,10 @@ class SqliteStorage : public Storage {
 public:
   // Makes folder and file where they are missing, readable by nobody else, and brings a file of an earlier
   // version up to date. On a fault there is no storage.
-  static Fault Open(const std::filesystem::path& folder, std::unique_ptr<SqliteStorage>& storage);
+  // `patience`: so long a call waits for another process; a command and the server write to the same file in
+  // turns, and a large import takes seconds.
+  static Fault Open(const std::filesystem::path& folder, std::unique_ptr<SqliteStorage>& storage,
+                    std::chrono::milliseconds patience = std::chrono::seconds(30));
   static std::filesystem::path FileIn(const std::filesystem::path& folder) { return folder / "syncd.db"; }
 
   Fault ListUsers(std::vector<User>& users) const override;
@@ -48,7 +51,8 @@ private:
     OfficeInspection inspection;
   };
 
-  explicit SqliteStorage(const std::filesystem::path& file) : m_Reader(file), m_Writer(file) {}
+  SqliteStorage(const std::filesystem::path& file, std::chrono::milliseconds patience)
+      : m_Reader(file, patience), m_Writer(file, patience) {}
   Fault Prepare();
   Fault ChangeUser(const char* sql, const std::string& name, std::string_view value);
 

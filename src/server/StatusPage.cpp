@@ -2,7 +2,6 @@
 
 #include <array>
 #include <asio/buffer.hpp>
-#include <asio/steady_timer.hpp>
 #include <asio/write.hpp>
 #include <chrono>
 #include <nlohmann/json.hpp>
@@ -18,6 +17,7 @@ namespace {
 constexpr std::size_t kMostVisits = 16;
 constexpr std::size_t kLongestRequest = 4096;
 constexpr std::chrono::seconds kLongestVisit{5};
+constexpr std::chrono::milliseconds kAcceptPause{500};
 
 std::string Response(const char* status, const char* type, const std::string& body) {
   return std::string("HTTP/1.1 ") + status + "\r\nContent-Type: " + type +
@@ -113,13 +113,21 @@ std::optional<HostAndPort> StatusPage::Address() const {
 void StatusPage::Close() {
   asio::error_code ignored;
   m_Acceptor.close(ignored);
+  m_Pause.cancel();
   for (Visit* const visit : *m_Visits) visit->Close();
 }
 
 void StatusPage::Accept() {
   m_Acceptor.async_accept([this](const asio::error_code& error, tcp::socket socket) {
-    // Without files for another socket the page is the first to go.
-    if (error) return;
+    if (error) {
+      // Without files for another socket the page waits; closed, it has nothing to wait for.
+      if (!m_Acceptor.is_open()) return;
+      m_Pause.expires_after(kAcceptPause);
+      m_Pause.async_wait([this](const asio::error_code& cancelled) {
+        if (!cancelled) Accept();
+      });
+      return;
+    }
     if (m_Visits->size() < kMostVisits) std::make_shared<Visit>(std::move(socket), *this)->Start();
     Accept();
   });

@@ -4,6 +4,7 @@
 
 #include <asio/io_context.hpp>
 #include <asio/ip/tcp.hpp>
+#include <asio/steady_timer.hpp>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,7 +25,7 @@ struct StatusFigures {
 class StatusPage {
 public:
   StatusPage(asio::io_context& io, std::function<StatusFigures()> figures)
-      : m_Io(io), m_Figures(std::move(figures)), m_Acceptor(io) {}
+      : m_Io(io), m_Figures(std::move(figures)), m_Acceptor(io), m_Pause(io) {}
 
   std::string Listen(const HostAndPort& place);
   std::optional<HostAndPort> Address() const;
@@ -40,6 +41,7 @@ private:
   asio::io_context& m_Io;
   std::function<StatusFigures()> m_Figures;
   asio::ip::tcp::acceptor m_Acceptor;
+  asio::steady_timer m_Pause;
   // Open at this moment; they may outlive the page.
   std::shared_ptr<std::set<Visit*>> m_Visits = std::make_shared<std::set<Visit*>>();
 };

@@ -3,16 +3,17 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "server/InspectionEntry.h"
+
 namespace inspector::server {
 namespace {
 
 // What a device has sent must not move the cursor of a terminal or break a row.
 std::string Shown(const Table::Value& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
-  std::string text = std::get<std::string>(value);
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return c < ' ' || c == 0x7F; }, ' ');
-  return text;
+  device::Text text = device::FromUtf8(std::get<std::string>(value));
+  std::replace_if(text.begin(), text.end(), IsControl, u' ');
+  return device::ToUtf8(text);
 }
 
 std::size_t Width(const std::string& text) {

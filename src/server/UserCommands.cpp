@@ -1,6 +1,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
 
 #include "server/OfficeCommands.h"
@@ -77,6 +78,12 @@ ExitCode CommandRun::Tell(const Fault& fault) const {
   return ExitCode::Failed;
 }
 
+bool CommandRun::KnowsOffice(const std::string& office, Fault& fault) const {
+  std::vector<std::string> offices;
+  fault = storage.ListOffices(offices);
+  return std::find(offices.begin(), offices.end(), office) != offices.end();
+}
+
 ExitCode AddUser(CommandRun& run, const std::string& name, const std::string& office) {
   for (const std::string& word : {name, office}) {
     const std::string why = WhyNoName(device::FromUtf8(word));
@@ -89,6 +96,8 @@ ExitCode AddUser(CommandRun& run, const std::string& name, const std::string& of
   if (const Fault fault = run.storage.FindUser(name, known); !fault.empty()) return run.Tell(fault);
   if (known)
     return run.Tell("There is a user \"" + name + "\" already, of the office \"" + known->office + "\".");
+  Fault fault;
+  if (!run.KnowsOffice(office, fault) && fault.empty()) run.err << "\"" << office << "\" is a new office.\n";
   const auto hash = ReadHash(run);
   if (!hash) return ExitCode::Failed;
   return run.Tell(run.storage.AddUser({name, office, *hash}));

@@ -38,7 +38,8 @@ protected:
 TEST_F(SyncCommandTest, UsersHavePasswordsThatDevicesCanSend) {
   EXPECT_THAT(Run({"user", "list"}), StartsWith("1: There is no data in"));
   EXPECT_FALSE(std::filesystem::exists(m_Folder / "data"));
-  EXPECT_EQ(Run({"user", "add", "ana", "--office", "north"}, "Z\u00FCrich\n"), "");
+  EXPECT_EQ(Run({"user", "add", "ana", "--office", "north"}, "Z\u00FCrich\n"),
+            "\"north\" is a new office.\n");
   EXPECT_THAT(Ask("SELECT Name, PasswordHash FROM User"), StartsWith("ana|$argon2id$"));
   const auto fits = [this](const std::string& bytes) {
     return IsPassword(Ask("SELECT PasswordHash FROM User"), bytes);
@@ -153,7 +154,14 @@ TEST_F(SyncCommandTest, EveryVersionIsKeptAndCanComeBack) {
   EXPECT_EQ(Run({"restore", "9", "--unnumbered", "--version", "1", "--office", "north"}), "");
   EXPECT_EQ(Stored(), "7|Ana|2026-05-31|-1\n9|Zo\u00EB|2026-05-30|-1");
 
+  EXPECT_THAT(Run({"restore", "a\4b", "--unnumbered", "--version", "1", "--office", "north"}),
+              StartsWith("2: InspectionNum has the control character U+0004"));
+  EXPECT_THAT(Run({"restore", std::string(2048, '7'), "--unnumbered", "--version", "1", "--office", "north"}),
+              StartsWith("2: InspectionNum has 2048 characters"));
+
   EXPECT_EQ(Run({"backup", (m_Folder / "copy.db").string()}), "");
+  EXPECT_EQ(std::filesystem::status(m_Folder / "copy.db").permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
   EXPECT_EQ(Shell(m_Folder / "copy.db").Ask("SELECT COUNT(*) FROM Inspection"), "2");
 }
 
@@ -185,6 +193,22 @@ TEST_F(SyncCommandTest, ConfigurationsAreChecked) {
   EXPECT_THAT(check("data = 'x'", {"--listen", "nowhere"}), StartsWith("2: --listen"));
   EXPECT_THAT(check("data = 'x'", {"--port", "7"}), StartsWith("2: "));
   EXPECT_THAT(Run({"user"}), StartsWith("2: "));
+}
+
+// A day apart, whatever the time is here.
+TEST_F(SyncCommandTest, CommandsMeanTheDaysOfTheServersTimeZone) {
+  for (const auto& [number, zone] : {std::pair{"1", "Pacific/Kiritimati"}, {"2", "Pacific/Pago_Pago"}}) {
+    const std::string config = std::string("time_zone = '") + zone + "'\ndata = 'data'\n";
+    std::istringstream in;
+    std::ostringstream out;
+    EXPECT_EQ(RunCommandLine({"inspection", "add", number, "--office", "north", "--config",
+                              m_Folder.Put("zone.toml", config).string()},
+                             in, out, out),
+              0);
+  }
+  unsetenv("TZ");
+  tzset();
+  EXPECT_EQ(Ask("SELECT COUNT(DISTINCT InspectionDate) FROM Inspection"), "2");
 }
 
 TEST_F(SyncCommandTest, AFileOfALaterVersionIsLeftAsItIs) {

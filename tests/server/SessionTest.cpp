@@ -164,12 +164,13 @@ TEST(ServerLogTest, WritesALineForEachEventAndQuotesWhatIsStrange) {
   std::string lines;
   const auto sink = [&lines](std::string_view line) { lines += line; };
   ServerLog(clock, ServerLog::Form::Words, sink)
-      .Warning("odd", {{"user", "Zo\u00EB \"x\"\n\x1B[2J"}, {"count", 3}});
+      .Warning("odd", {{"user", "Zo\u00EB \"x\"\n\x1B[2J\x7F\u009D"}, {"count", 3}});
   ServerLog(clock, ServerLog::Form::Json, sink).Error("odd", {{"user", "\xFF\n"}, {"count", 3}});
-  EXPECT_EQ(lines,
-            "2026-05-31T14:05:00 warning: odd user=\"Zo\u00EB \\\"x\\\"\\n\\u001b[2J\" count=3\n"
-            "{\"time\":\"2026-05-31T14:05:00\",\"level\":\"error\",\"event\":\"odd\",\"user\":\"\uFFFD\\n\","
-            "\"count\":3}\n");
+  EXPECT_EQ(
+      lines,
+      "2026-05-31T14:05:00 warning: odd user=\"Zo\u00EB \\\"x\\\"\\n\\u001b[2J\\u007f\\u009d\" count=3\n"
+      "{\"time\":\"2026-05-31T14:05:00\",\"level\":\"error\",\"event\":\"odd\",\"user\":\"\uFFFD\\n\","
+      "\"count\":3}\n");
 }
 
 TEST(LoginGuardTest, AttemptsAtOnceQueueUpAndAreRefusedInTheEnd) {
@@ -300,7 +301,7 @@ TEST_F(ServerTest, AStorageThatFailsConfirmsNothing) {
   Start();
   auto ana = LogIn();
   {
-    SqliteFile other(SqliteStorage::FileIn(m_Settings.data));
+    SqliteFile other(SqliteStorage::FileIn(m_Settings.data), std::chrono::seconds(30));
     ASSERT_TRUE(other.Open(SqliteFile::Mode::Existing));
     ASSERT_TRUE(other.Execute(
         "CREATE TRIGGER Full BEFORE INSERT ON Version BEGIN SELECT RAISE(ABORT, 'disk full'); END"));

@@ -162,6 +162,27 @@ TEST_P(StorageTest, TwoProcessesShareIt) {
   EXPECT_EQ(Versions("north", u"1"), 2u);
 }
 
+// The other one may be done a moment later.
+TEST(SqliteFileTest, AfterATransactionThatCouldNotBeginNothingRuns) {
+  TemporaryFolder folder;
+  SqliteFile file(folder / "a.db", std::chrono::milliseconds(20));
+  ASSERT_TRUE(file.Open(SqliteFile::Mode::Create));
+  ASSERT_TRUE(file.Execute("CREATE TABLE T (A)"));
+  SqliteFile other(folder / "a.db", std::chrono::milliseconds(20));
+  ASSERT_TRUE(other.Open(SqliteFile::Mode::Existing));
+  ASSERT_TRUE(other.Execute("BEGIN IMMEDIATE"));
+  {
+    SqliteTransaction transaction(file);
+    ASSERT_TRUE(other.Execute("COMMIT"));
+    EXPECT_FALSE(SqliteQuery(file, "INSERT INTO T VALUES (1)").Run());
+    EXPECT_FALSE(transaction.Commit());
+  }
+  EXPECT_THAT(file.Failure(), HasSubstr("locked"));
+  file.ClearFailure();
+  EXPECT_FALSE(SqliteQuery(file, "SELECT A FROM T").Step());
+  EXPECT_FALSE(file.Failed());
+}
+
 INSTANTIATE_TEST_SUITE_P(Kinds, StorageTest,
                          testing::Values(Kind{
                              "Sqlite",
